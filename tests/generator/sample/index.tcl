@@ -1,0 +1,3 @@
+# A small catalogue with every kind of field, call and cell: what the generator's tests read.
+areas lamp data
+argument dev_id "device number"
