@@ -1,0 +1,10 @@
+// Errors of commands as scripts see them: a category, a message, the error code list {SWIG category}.
+#pragma once
+
+#include <tcl.h>
+
+/// The category of an error code; "RuntimeError" for a code without one.
+const char *swig_error_type_name(int code);
+
+/// Makes "<category> <message>" the interpreter's result and {SWIG <category>} its error code.
+void swig_set_error_msg(Tcl_Interp *interp, const char *category, const char *message);

@@ -1,0 +1,269 @@
+// Pointer handles: making, reading and remembering them; see handle.h.
+#include "runtime/handle.h"
+
+#include "runtime/object_table.h"
+
+#include <cassert>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+namespace {
+
+constexpr std::size_t handle_buffer = 1024;
+constexpr std::size_t max_packed_length = 1000;
+constexpr std::size_t address_digits = 8;
+
+// What a handle object remembers: the address, and the record of the type that its text names.
+void set_memory(Tcl_Obj *object, void *pointer, swig_type_record *type);
+void make_text(Tcl_Obj *object);
+void copy_memory(Tcl_Obj *source, Tcl_Obj *copy);
+
+// Not registered with Tcl, so nothing but this file converts objects to it.
+const Tcl_ObjType handle_type = {"qx_handle", nullptr, copy_memory, make_text, nullptr};
+
+void set_memory(Tcl_Obj *object, void *pointer, swig_type_record *type)
+{
+    object->internalRep.twoPtrValue.ptr1 = pointer;
+    object->internalRep.twoPtrValue.ptr2 = type;
+    object->typePtr = &handle_type;
+}
+
+void *remembered_pointer(const Tcl_Obj *object) { return object->internalRep.twoPtrValue.ptr1; }
+
+swig_type_record *remembered_type(const Tcl_Obj *object)
+{
+    return static_cast<swig_type_record *>(object->internalRep.twoPtrValue.ptr2);
+}
+
+void copy_memory(Tcl_Obj *source, Tcl_Obj *copy)
+{
+    set_memory(copy, remembered_pointer(source), remembered_type(source));
+}
+
+std::uint32_t address_of(const void *pointer)
+{
+    return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(pointer));
+}
+
+void *pointer_to(std::uint32_t address)
+{
+    return reinterpret_cast<void *>(static_cast<std::uintptr_t>(address));
+}
+
+void make_text(Tcl_Obj *object)
+{
+    const auto address = address_of(remembered_pointer(object));
+    const char *const name = remembered_type(object)->name;
+    const std::size_t name_length = std::strlen(name);
+    const std::size_t length = 1 + address_digits + name_length;
+    char *const text = Tcl_Alloc(static_cast<unsigned int>(length + 1));
+    text[0] = '_';
+    std::memcpy(swig_pack_hex(text + 1, &address, sizeof address), name, name_length + 1);
+    object->bytes = text;
+    object->length = static_cast<int>(length);
+}
+
+int nibble(char digit)
+{
+    if (digit >= '0' && digit <= '9')
+        return digit - '0';
+    if (digit >= 'a' && digit <= 'f')
+        return digit - 'a' + 10;
+    return -1;
+}
+
+// Evaluates `script` in the caller's frame and replaces `text` by the result.
+bool evaluate(Tcl_Interp *interp, const std::string &script, std::string &text)
+{
+    if (Tcl_EvalEx(interp, script.data(), static_cast<int>(script.size()), 0) != TCL_OK)
+        return false;
+    text = Tcl_GetStringResult(interp);
+    return true;
+}
+
+// Follows commands until `text` is a handle. False: it stands for nothing. True with an empty
+// text: "NULL". Whatever was evaluated, the result is left empty.
+bool resolve_commands(Tcl_Interp *interp, std::string &text)
+{
+    for (int round = 0; round < qxsh::max_indirections && text[0] != '_'; ++round) {
+        if (text == "NULL") {
+            text.clear();
+            break;
+        }
+        if (text.empty() || interp == nullptr)
+            return false;
+        // Asking for the name first keeps the handler of unknown commands out of it.
+        std::string known;
+        if (!evaluate(interp, "info commands " + text, known) || known.empty() ||
+            !evaluate(interp, text + " cget -this", text)) {
+            Tcl_ResetResult(interp);
+            return false;
+        }
+        Tcl_ResetResult(interp);
+        if (text.empty())
+            return false;
+    }
+    return text.empty() || text[0] == '_';
+}
+
+[[noreturn]] void report_new_memory()
+{
+    std::fprintf(stderr, "test_wrap:1088: SWIG_Tcl_ConvertPtrFromString: "
+                         "Assertion `!newmemory' failed.\n");
+    std::abort();
+}
+
+void apply(swig_cast_record *cast, void **pointer, int flags)
+{
+    if ((flags & swig_disown) != 0)
+        qxsh::object_table::disown(*pointer);
+    if (cast->converter == nullptr)
+        return;
+    int new_memory = 0;
+    *pointer = cast->converter(*pointer, &new_memory);
+    if (new_memory != 0)
+        report_new_memory();
+}
+
+// A text that begins with "_". On success `cast` is the list entry that matched, null for any type.
+int convert_handle(const char *text, void **pointer, swig_type_record *type, int flags,
+                   swig_cast_record **cast)
+{
+    *cast = nullptr;
+    std::uint32_t address = 0;
+    const char *const rest = swig_unpack_hex(text + 1, &address, sizeof address);
+    *pointer = pointer_to(address);
+    if (type == nullptr)
+        return 0;
+    if (rest == nullptr)
+        return -1;
+    *cast = swig_type_check(rest, type);
+    if (*cast == nullptr)
+        return -1;
+    apply(*cast, pointer, flags);
+    return 0;
+}
+
+int convert_other_text(Tcl_Interp *interp, const char *text, void **pointer,
+                       swig_type_record *type, int flags)
+{
+    *pointer = nullptr;
+    std::string word = text; // a copy: evaluating may free the original
+    if (!resolve_commands(interp, word))
+        return -1;
+    if (word.empty())
+        return 0;
+    swig_cast_record *cast;
+    return convert_handle(word.c_str(), pointer, type, flags, &cast);
+}
+
+// Keeps the text that the object already has: it came from a script and is never re-made.
+void remember(Tcl_Obj *object, const char *text, swig_type_record *source)
+{
+    std::uint32_t address = 0;
+    swig_unpack_hex(text + 1, &address, sizeof address);
+    if (object->typePtr != nullptr && object->typePtr->freeIntRepProc != nullptr)
+        object->typePtr->freeIntRepProc(object);
+    set_memory(object, pointer_to(address), source);
+}
+
+// An object that remembers: the same answers as its text would give.
+int convert_remembered(Tcl_Obj *object, void **pointer, swig_type_record *type, int flags)
+{
+    auto *const source = remembered_type(object);
+    *pointer = remembered_pointer(object);
+    if (type == nullptr)
+        return 0;
+    swig_cast_record *const head = type->cast;
+    if (source == type && head != nullptr && head->type == type && head->converter == nullptr &&
+        flags == 0)
+        return 0;
+    swig_cast_record *const cast = swig_type_check(source->name, type);
+    if (cast == nullptr)
+        return -1;
+    apply(cast, pointer, flags);
+    return 0;
+}
+
+} // namespace
+
+char *swig_pack_hex(char *text, const void *data, std::size_t size)
+{
+    constexpr char digits[] = "0123456789abcdef";
+    const auto *const bytes = static_cast<const unsigned char *>(data);
+    for (std::size_t i = 0; i < size; ++i) {
+        *text++ = digits[bytes[i] >> 4];
+        *text++ = digits[bytes[i] & 15];
+    }
+    return text;
+}
+
+const char *swig_unpack_hex(const char *text, void *data, std::size_t size)
+{
+    auto *const bytes = static_cast<unsigned char *>(data);
+    for (std::size_t i = 0; i < size; ++i, text += 2) {
+        const int high = nibble(text[0]);
+        const int low = high < 0 ? -1 : nibble(text[1]);
+        if (low < 0)
+            return nullptr;
+        bytes[i] = static_cast<unsigned char>(high << 4 | low);
+    }
+    return text;
+}
+
+Tcl_Obj *swig_new_pointer_obj(void *pointer, swig_type_record *type)
+{
+    const bool fits = reinterpret_cast<std::uintptr_t>(pointer) == address_of(pointer);
+    assert(fits && "a block of 64-bit memory has no handle");
+    if (pointer == nullptr || !fits)
+        return Tcl_NewStringObj("NULL", -1);
+    if (1 + address_digits + std::strlen(type->name) + 1 > handle_buffer)
+        return nullptr;
+    Tcl_Obj *const object = Tcl_NewObj();
+    Tcl_InvalidateStringRep(object);
+    set_memory(object, pointer, type);
+    return object;
+}
+
+Tcl_Obj *swig_new_packed_obj(const void *data, std::size_t size, swig_type_record *type)
+{
+    const std::size_t name_length = std::strlen(type->name);
+    if (size > max_packed_length || 2 * size + 1 + name_length > max_packed_length)
+        return nullptr;
+    char text[handle_buffer] = "_";
+    std::memcpy(swig_pack_hex(text + 1, data, size), type->name, name_length + 1);
+    return Tcl_NewStringObj(text, -1);
+}
+
+Tcl_Obj *swig_new_instance_obj(Tcl_Interp *, void *pointer, swig_type_record *type, int)
+{
+    return swig_new_pointer_obj(pointer, type);
+}
+
+int SWIG_Tcl_ConvertPtrFromString(Tcl_Interp *interp, const char *text, void **pointer,
+                                  swig_type_record *type, int flags)
+{
+    if (text[0] != '_')
+        return convert_other_text(interp, text, pointer, type, flags);
+    swig_cast_record *cast;
+    return convert_handle(text, pointer, type, flags, &cast);
+}
+
+int swig_convert_ptr(Tcl_Interp *interp, Tcl_Obj *object, void **pointer, swig_type_record *type,
+                     int flags)
+{
+    if (object->typePtr == &handle_type)
+        return convert_remembered(object, pointer, type, flags);
+    const char *const text = Tcl_GetString(object);
+    if (text[0] != '_')
+        return convert_other_text(interp, text, pointer, type, flags);
+    swig_cast_record *cast;
+    const int status = convert_handle(text, pointer, type, flags, &cast);
+    // Only a typed success is worth remembering: a converter has seen what the text really names.
+    if (status == 0 && cast != nullptr)
+        remember(object, text, cast->type);
+    return status;
+}

@@ -1,0 +1,50 @@
+// Pointer handles: "_", the pointer's 4 bytes in memory order as hexadecimal digits, and the type's
+// mangled name; "NULL" for a null pointer of any type. Handles are 8 digits wide on every build: a
+// 64-bit build keeps its blocks below 4 GiB.
+#pragma once
+
+#include "runtime/type_registry.h"
+
+#include <tcl.h>
+
+#include <cstddef>
+
+/// Writes two lower-case digits per byte, no terminator; returns the position behind them.
+char *swig_pack_hex(char *text, const void *data, std::size_t size);
+
+/// Reads two lower-case digits per byte; returns the position behind them, or null at a bad digit (the
+/// bytes before it are written).
+const char *swig_unpack_hex(const char *text, void *data, std::size_t size);
+
+/// A new object (reference count 0) that stands for the pointer; its text is made when first asked
+/// for. Null when the type's name is too long for a handle. A pointer at or above 4 GiB has no handle:
+/// "NULL", and an assertion in debug builds.
+Tcl_Obj *swig_new_pointer_obj(void *pointer, swig_type_record *type);
+
+/// A new object with any bytes in handle form, or null when the text would exceed 1000 characters.
+Tcl_Obj *swig_new_packed_obj(const void *data, std::size_t size, swig_type_record *type);
+
+/// The handle of a returned pointer.
+Tcl_Obj *swig_new_instance_obj(Tcl_Interp *interp, void *pointer, swig_type_record *type, int flags);
+
+/// `flags` of the conversions: take the pointer out of the object table.
+constexpr int swig_disown = 1;
+
+/// Converts a handle's text, or the name of a command that answers " cget -this" with one, to a pointer.
+/// `type` is the expected type; null accepts any, even malformed digits. Returns 0, or -1 without a
+/// message (the interpreter's result is then reset if anything was evaluated).
+/// `*pointer` is meaningless after a failure.
+int SWIG_Tcl_ConvertPtrFromString(Tcl_Interp *interp, const char *text, void **pointer,
+                                  swig_type_record *type, int flags);
+
+/// The same for an object, which remembers what its text stood for.
+int swig_convert_ptr(Tcl_Interp *interp, Tcl_Obj *object, void **pointer, swig_type_record *type,
+                     int flags);
+
+namespace qxsh {
+
+/// How often a word may lead to another one (a command whose " cget -this" names a command ...) before
+/// its conversion fails.
+constexpr int max_indirections = 64;
+
+} // namespace qxsh
