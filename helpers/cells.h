@@ -1,0 +1,68 @@
+// Cells: bare blocks of one or more numbers of one type, used as out-parameters.
+// They carry no length, so an index is only computed with; a null cell reads as 0 and ignores writes.
+#pragma once
+
+#include "helpers/addresses.h"
+#include "helpers/block_memory.h"
+
+#include <cstdint>
+#include <cstring>
+
+namespace qxsh {
+
+/// Prints a number and a line end.
+void print_number(unsigned long long value);
+
+/// The address of element `index`, modulo 2^32.
+template <class Number> void *cell_address(Number *cell, std::uint32_t index)
+{
+    return address_at(cell, index * std::uint32_t{sizeof(Number)});
+}
+
+/// Element `index`; 0 for a null cell.
+template <class Number> Number read_cell(Number *cell, std::uint32_t index)
+{
+    Number value = 0;
+    if (cell != nullptr)
+        std::memcpy(&value, cell_address(cell, index), sizeof value);
+    return value;
+}
+
+/// The same, and prints the whole value: the command's result has room for its low half only.
+template <class Number> Number read_printed_cell(Number *cell, std::uint32_t index)
+{
+    const Number value = read_cell(cell, index);
+    print_number(value);
+    return value;
+}
+
+/// Element `index` becomes `value`; nothing for a null cell.
+template <class Number> void write_cell(Number *cell, Number value, std::uint32_t index)
+{
+    if (cell != nullptr)
+        std::memcpy(cell_address(cell, index), &value, sizeof value);
+}
+
+/// A new cell holding `value`, owned by the caller; null without memory.
+template <class Number> Number *create_cell(Number value)
+{
+    auto *const cell = static_cast<Number *>(allocate_block(sizeof(Number)));
+    write_cell(cell, value, 0);
+    return cell;
+}
+
+/// `count` cells in one block, all holding `value`; null without memory. Unlike a record array one
+/// whose size wraps gives null too: it would be written far past its end.
+template <class Number> Number *create_cell_array(Number value, std::uint32_t count)
+{
+    if (count > UINT32_MAX / sizeof(Number))
+        return nullptr;
+    auto *const cells = static_cast<Number *>(allocate_block(count * sizeof(Number)));
+    if (cells != nullptr) {
+        for (std::uint32_t index = 0; index < count; ++index)
+            cells[index] = value;
+    }
+    return cells;
+}
+
+} // namespace qxsh

@@ -1,0 +1,33 @@
+// Dumps: a record's fields as text, one line a scalar, "<field> = <hex> \n", and one an array element,
+// "<field>[<index>] = <hex>\n" (without the blank), nested records through their own fields.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+namespace qxsh {
+
+struct record_layout;
+
+/// One field as a dump needs it.
+struct field_layout {
+    const char *name;
+    std::uint16_t offset;        ///< bytes from the record's start
+    std::uint8_t size;           ///< bytes of a scalar or of a bit-field's unit; 0 for records
+    std::uint8_t bit;            ///< lowest bit of a bit-field
+    std::uint8_t width;          ///< bits of a bit-field; 0 for other fields
+    std::uint16_t count;         ///< elements of an array; 0 for other fields
+    const record_layout *nested; ///< the nested record's layout; null for scalars
+    bool dumped;                 ///< false for a field that dumps leave out
+};
+
+struct record_layout {
+    std::uint32_t size; ///< bytes
+    std::span<const field_layout> fields;
+};
+
+/// Prints all fields of a record in declaration order, in one piece; nothing for null.
+void dump_record(const void *record, const record_layout &layout);
+
+} // namespace qxsh

@@ -1,0 +1,51 @@
+// Fields of a record at their byte offsets, little-endian, at any alignment.
+// Records are never reached through members: packed and overlapping layouts read and write alike.
+#pragma once
+
+#include <bit>
+#include <cstdint>
+#include <cstring>
+
+namespace qxsh {
+
+static_assert(std::endian::native == std::endian::little, "records are little-endian");
+
+/// Reads the unsigned Storage at `offset` of a record that is not null.
+template <class Storage> Storage load(const void *record, std::uint32_t offset)
+{
+    Storage value;
+    std::memcpy(&value, static_cast<const unsigned char *>(record) + offset, sizeof value);
+    return value;
+}
+
+/// Writes `value`, cut to the Storage's width, at `offset` of a record that is not null.
+template <class Storage> void store(void *record, std::uint32_t offset, std::uint32_t value)
+{
+    const auto cut = static_cast<Storage>(value);
+    std::memcpy(static_cast<unsigned char *>(record) + offset, &cut, sizeof cut);
+}
+
+/// `width` ones above `bit`; width 1 to 32, bit + width at most 32.
+constexpr std::uint32_t bit_mask(unsigned bit, unsigned width)
+{
+    return (UINT32_MAX >> (32 - width)) << bit;
+}
+
+/// Reads `width` bits from `bit` up, shifted down.
+template <class Storage>
+std::uint32_t load_bits(const void *record, std::uint32_t offset, unsigned bit, unsigned width)
+{
+    return (load<Storage>(record, offset) & bit_mask(bit, width)) >> bit;
+}
+
+/// Writes the low `width` bits of `value` to `bit` and up; the neighbours keep theirs.
+template <class Storage>
+void store_bits(void *record, std::uint32_t offset, unsigned bit, unsigned width,
+                std::uint32_t value)
+{
+    const auto mask = bit_mask(bit, width);
+    const auto rest = load<Storage>(record, offset) & ~mask;
+    store<Storage>(record, offset, rest | ((value << bit) & mask));
+}
+
+} // namespace qxsh

@@ -1,0 +1,198 @@
+// Block memory for 64-bit builds: the standard library's pools over mappings below 4 GiB.
+// Each block has a header of eight bytes in front, since a pool wants the size back when a block is freed.
+// With QXSH_MEMORY_TOOLS the sanitizer and valgrind see the blocks as they see malloc's.
+#include "helpers/block_memory.h"
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <map>
+#include <memory_resource>
+#include <new>
+
+#ifdef QXSH_MEMORY_TOOLS
+#include <sanitizer/asan_interface.h>
+#include <valgrind/memcheck.h>
+#else
+#define ASAN_POISON_MEMORY_REGION(address, size)
+#define ASAN_UNPOISON_MEMORY_REGION(address, size)
+#define VALGRIND_MALLOCLIKE_BLOCK(address, size, red_zone, zeroed)
+#define VALGRIND_FREELIKE_BLOCK(address, red_zone)
+#define VALGRIND_MAKE_MEM_DEFINED(address, size)
+#endif
+
+namespace qxsh {
+
+static_assert(sizeof(void *) == 8);
+
+namespace {
+
+// Maps ranges below 4 GiB, lowest free address first. The kernel is only given hints, so nothing
+// that is already mapped (a library, the sanitizer's shadow, another module's blocks) is replaced.
+class low_mappings : public std::pmr::memory_resource
+{
+public:
+    bool contains(std::uintptr_t address) const
+    {
+        auto next = ranges_.upper_bound(address);
+        return next != ranges_.begin() && address < std::prev(next)->second;
+    }
+
+private:
+    // Room below for a program that is not position independent, and for its heap.
+    static constexpr std::uintptr_t first_address = 0x10000000;
+    static constexpr std::uintptr_t end_address = std::uintptr_t{1} << 32;
+    static constexpr std::uintptr_t step = 0x100000;
+
+    void *do_allocate(std::size_t bytes, std::size_t) override
+    {
+        const auto size = round_up(bytes, static_cast<std::size_t>(sysconf(_SC_PAGESIZE)));
+        auto address = first_address;
+        while (size <= end_address - address) {
+            if (const auto end = end_of_known_range(address, size); end != 0) {
+                address = end;
+                continue;
+            }
+            if (map_at(address, size)) {
+                ranges_.emplace(address, address + size);
+                return reinterpret_cast<void *>(address);
+            }
+            address = round_up(address + 1, step);
+        }
+        throw std::bad_alloc{};
+    }
+
+    void do_deallocate(void *start, std::size_t, std::size_t) override
+    {
+        const auto range = ranges_.find(reinterpret_cast<std::uintptr_t>(start));
+        // What comes to lie here next must not inherit the marks of freed blocks.
+        ASAN_UNPOISON_MEMORY_REGION(start, range->second - range->first);
+        munmap(start, range->second - range->first);
+        ranges_.erase(range);
+    }
+
+    bool do_is_equal(const memory_resource &other) const noexcept override { return this == &other; }
+
+    static std::uintptr_t round_up(std::uintptr_t value, std::uintptr_t unit)
+    {
+        return (value + unit - 1) / unit * unit;
+    }
+
+    // The end of a range of ours that [address, address + size) touches, or 0.
+    std::uintptr_t end_of_known_range(std::uintptr_t address, std::size_t size) const
+    {
+        auto next = ranges_.upper_bound(address);
+        if (next != ranges_.begin() && std::prev(next)->second > address)
+            return std::prev(next)->second;
+        if (next != ranges_.end() && next->first < address + size)
+            return next->second;
+        return 0;
+    }
+
+    static bool map_at(std::uintptr_t address, std::size_t size)
+    {
+        auto *const hint = reinterpret_cast<void *>(address);
+        void *const got =
+            mmap(hint, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        if (got == hint)
+            return true;
+        if (got != MAP_FAILED)
+            munmap(got, size);
+        return false;
+    }
+
+    std::map<std::uintptr_t, std::uintptr_t> ranges_; // start -> end
+};
+
+struct header {
+    std::uint32_t size;
+    std::uint32_t check;
+};
+
+constexpr std::size_t alignment = 8;
+#ifdef QXSH_MEMORY_TOOLS
+constexpr std::size_t red_zone = 16; // behind the block; the header guards its front
+#else
+constexpr std::size_t red_zone = 0;
+#endif
+
+// Neither is ever destroyed: scripts may hold blocks until the very end of the process.
+low_mappings &mappings()
+{
+    static auto *const instance = new low_mappings;
+    return *instance;
+}
+
+std::pmr::memory_resource &pool()
+{
+    static auto *const instance = new std::pmr::unsynchronized_pool_resource(&mappings());
+    return *instance;
+}
+
+std::size_t bytes_for(std::uint32_t size)
+{
+    const std::size_t user = (size != 0 ? size : 1) + red_zone;
+    return (sizeof(header) + user + alignment - 1) / alignment * alignment;
+}
+
+// Marks a live block; depends on its place, so that a copied or moved header is not taken for one.
+std::uint32_t check_word(const header *block, std::uint32_t size)
+{
+    return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(block)) ^ size ^ 0x71787368u;
+}
+
+[[noreturn]] void report_bad_free(void *block)
+{
+    std::fflush(stdout);
+    std::fprintf(stderr, "qx_data_free: 0x%08lx is no live block\n",
+                 reinterpret_cast<unsigned long>(block));
+    std::abort();
+}
+
+} // namespace
+
+void *allocate_block(std::uint32_t size)
+{
+    if (size > INT32_MAX)
+        return nullptr;
+    const auto bytes = bytes_for(size);
+    void *memory;
+    try {
+        memory = pool().allocate(bytes, alignment);
+    } catch (const std::bad_alloc &) {
+        return nullptr;
+    }
+    ASAN_UNPOISON_MEMORY_REGION(memory, bytes);
+    auto *const head = static_cast<header *>(memory);
+    VALGRIND_MAKE_MEM_DEFINED(head, sizeof *head);
+    *head = {size, check_word(head, size)};
+    void *const block = head + 1;
+    VALGRIND_MALLOCLIKE_BLOCK(block, size, red_zone, 1);
+    std::memset(block, 0, size);
+    ASAN_POISON_MEMORY_REGION(head, sizeof *head);
+    ASAN_POISON_MEMORY_REGION(static_cast<char *>(block) + size, bytes - sizeof *head - size);
+    return block;
+}
+
+void free_block(void *block)
+{
+    if (block == nullptr)
+        return;
+    const auto address = reinterpret_cast<std::uintptr_t>(block);
+    auto *const head = reinterpret_cast<header *>(address - sizeof(header));
+    if (address % alignment != 0 || !mappings().contains(address - sizeof(header)))
+        report_bad_free(block);
+    ASAN_UNPOISON_MEMORY_REGION(head, sizeof *head);
+    if (head->check != check_word(head, head->size))
+        report_bad_free(block);
+    const auto bytes = bytes_for(head->size);
+    head->check = 0;
+    VALGRIND_FREELIKE_BLOCK(block, red_zone);
+    ASAN_POISON_MEMORY_REGION(head, bytes);
+    pool().deallocate(head, bytes, alignment);
+}
+
+} // namespace qxsh

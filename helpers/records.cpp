@@ -1,0 +1,73 @@
+// The untyped half of the record helpers; see records.h.
+#include "helpers/records.h"
+
+#include "helpers/block_memory.h"
+#include "helpers/output.h"
+
+#include <cstring>
+#include <string>
+
+namespace qxsh {
+
+void *create_record(std::uint32_t size) { return allocate_block(size); }
+
+void *create_record_array(std::uint32_t count, std::uint32_t size)
+{
+    // Not checked for overflow on purpose: a wrapped product gives the wrapped block.
+    return allocate_block(count * size);
+}
+
+void *record_slot(void *array, std::uint32_t index, std::uint32_t size)
+{
+    return array != nullptr ? address_at(array, index * size) : nullptr;
+}
+
+void set_record_slot(void *array, const void *item, std::uint32_t index, std::uint32_t size)
+{
+    if (array != nullptr && item != nullptr)
+        std::memmove(address_at(array, index * size), item, size);
+}
+
+void copy_record(void *record, std::uint32_t offset, const void *source, std::uint32_t size)
+{
+    std::memmove(address_at(record, offset), source, size);
+}
+
+void set_record(void *record, std::uint32_t offset, const void *source, std::uint32_t size)
+{
+    if (record != nullptr && source != nullptr)
+        copy_record(record, offset, source, size);
+}
+
+void *record_at(void *record, std::uint32_t offset)
+{
+    return record != nullptr ? address_at(record, offset) : nullptr;
+}
+
+void set_record_element(void *record, std::uint32_t offset, std::uint32_t count, const void *source,
+                        std::uint32_t size, std::uint32_t index, const char *setter)
+{
+    if (record == nullptr || source == nullptr)
+        return;
+    if (index < count) {
+        copy_record(record, offset + index * size, source, size);
+    } else if (index == every_element) {
+        for (std::uint32_t each = 0; each < count; ++each)
+            copy_record(record, offset + each * size, source, size);
+    } else {
+        report_bad_index(setter);
+    }
+}
+
+void *record_element(void *record, std::uint32_t offset, std::uint32_t count, std::uint32_t size,
+                     std::uint32_t index)
+{
+    return record != nullptr && index < count ? address_at(record, offset + index * size) : nullptr;
+}
+
+void report_bad_index(const char *setter)
+{
+    write_output(std::string{setter} + " bad Index \n");
+}
+
+} // namespace qxsh
