@@ -1,0 +1,21 @@
+// Keeps one order of output: what helpers print goes through Tcl's stdout channel, and around a call of the
+// SDK, which prints through C's stdout, whatever is buffered comes out first.
+#pragma once
+
+namespace qxsh {
+
+/// Points the helpers' output at Tcl's stdout channel, whatever it is at the time of printing. With
+/// no such channel (closed) the text is dropped.
+void send_output_to_tcl();
+
+/// Stands around one SDK call: before it Tcl's stdout is flushed, after it C's.
+class sdk_output
+{
+public:
+    sdk_output();
+    ~sdk_output();
+    sdk_output(const sdk_output &) = delete;
+    sdk_output &operator=(const sdk_output &) = delete;
+};
+
+} // namespace qxsh

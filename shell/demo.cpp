@@ -1,0 +1,39 @@
+// Module start-up: package, types, commands, constants. Relies on the generated tables.
+#include "shell/demo.h"
+
+#include "commands/command_table.h"
+#include "commands/sdk_output.h"
+#include "runtime/constants.h"
+#include "types.h"
+
+// There are no constants yet; the step that installs them is complete.
+static const swig_const_info swig_constants[] = {
+    {SWIG_END_OF_CONSTANTS, nullptr, 0, 0.0, nullptr, nullptr},
+};
+
+static void propagate_client_data_once()
+{
+    static bool already_run = false;
+    if (already_run)
+        return;
+    already_run = true;
+    swig_propagate_client_data(&swig_module);
+}
+
+int Demo_Init(Tcl_Interp *interp)
+{
+    if (interp == nullptr)
+        return TCL_ERROR;
+    if (Tcl_InitStubs(interp, "8.5", 0) == nullptr)
+        return TCL_ERROR;
+    Tcl_PkgProvide(interp, "demo", "0.0");
+    swig_link_module(interp, &swig_module);
+    propagate_client_data_once();
+    for (const auto *each = swig_commands; each->name != nullptr; ++each)
+        Tcl_CreateObjCommand(interp, each->name, each->wrapper, each->client_data, nullptr);
+    swig_install_constants(interp, swig_constants);
+    qxsh::send_output_to_tcl();
+    return TCL_OK;
+}
+
+int Demo_SafeInit(Tcl_Interp *interp) { return Demo_Init(interp); }
