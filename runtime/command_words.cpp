@@ -5,6 +5,7 @@
 #include "runtime/errors.h"
 #include "runtime/handle.h"
 #include "runtime/numbers.h"
+#include "runtime/object_command.h"
 
 #include <cstdint>
 #include <cstring>

@@ -2,6 +2,7 @@
 #include "runtime/constants.h"
 
 #include "runtime/handle.h"
+#include "runtime/object_command.h"
 
 #include <cstddef>
 

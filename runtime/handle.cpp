@@ -238,11 +238,6 @@ Tcl_Obj *swig_new_packed_obj(const void *data, std::size_t size, swig_type_recor
     return Tcl_NewStringObj(text, -1);
 }
 
-Tcl_Obj *swig_new_instance_obj(Tcl_Interp *, void *pointer, swig_type_record *type, int)
-{
-    return swig_new_pointer_obj(pointer, type);
-}
-
 int SWIG_Tcl_ConvertPtrFromString(Tcl_Interp *interp, const char *text, void **pointer,
                                   swig_type_record *type, int flags)
 {

@@ -24,9 +24,6 @@ Tcl_Obj *swig_new_pointer_obj(void *pointer, swig_type_record *type);
 /// A new object with any bytes in handle form, or null when the text would exceed 1000 characters.
 Tcl_Obj *swig_new_packed_obj(const void *data, std::size_t size, swig_type_record *type);
 
-/// The handle of a returned pointer.
-Tcl_Obj *swig_new_instance_obj(Tcl_Interp *interp, void *pointer, swig_type_record *type, int flags);
-
 /// `flags` of the conversions: take the pointer out of the object table.
 constexpr int swig_disown = 1;
 

@@ -9,7 +9,7 @@
 static constexpr const char *registry_variable = "swig_runtime_data_type_pointer4";
 
 // The variable holds "_" and the bytes of a whole native pointer, as the modules of this process share it.
-static swig_module_record *published_module(Tcl_Interp *interp)
+swig_module_record *swig_published_module(Tcl_Interp *interp)
 {
     const char *const text = Tcl_GetVar(interp, registry_variable, TCL_GLOBAL_ONLY);
     swig_module_record *module = nullptr;
@@ -85,7 +85,7 @@ void swig_link_module(Tcl_Interp *interp, swig_module_record *module)
     const bool first_call = module->next == nullptr;
     if (first_call)
         module->next = module;
-    if (auto *const member = published_module(interp))
+    if (auto *const member = swig_published_module(interp))
         join_ring(member, module);
     else
         publish_module(interp, module);

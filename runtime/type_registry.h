@@ -43,6 +43,9 @@ struct swig_module_record {
 /// also resolves its types against the other modules of the ring, by mangled name, and links its casts.
 void swig_link_module(Tcl_Interp *interp, swig_module_record *module);
 
+/// A module of the ring that the interpreter's registry variable publishes, or null.
+swig_module_record *swig_published_module(Tcl_Interp *interp);
+
 /// Hands each type's client data to the source types of its casts without a converter that have none.
 void swig_propagate_client_data(swig_module_record *module);
 
