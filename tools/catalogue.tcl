@@ -14,14 +14,19 @@ namespace eval catalogue {
         u64 {8 {unsigned long long}}
     }
     variable cell_operations {create get array_create array_get array_set}
-    # Names that a field or an argument cannot have: words of C and C++, and the wrapper's own locals.
+    # Names that a field or an argument cannot have: words of C and C++, macros that a user of the
+    # header may meet, and what the generated functions call their own arguments and locals.
     variable reserved_names {
-        alignas alignof and asm auto bool break case catch char class const constexpr continue
-        default delete do double else enum explicit export extern false float for friend goto if
-        inline int long mutable namespace new noexcept not nullptr operator or private protected
-        public register restrict return short signed sizeof static struct switch template this
-        throw true try typedef typeid typename union unsigned using virtual void volatile while xor
-        interp objc objv words output
+        alignas alignof and and_eq asm auto bitand bitor bool break case catch char char8_t char16_t
+        char32_t class co_await co_return co_yield compl concept const const_cast consteval
+        constexpr constinit continue decltype default delete do double dynamic_cast else enum
+        explicit export extern false float for friend goto if inline int long mutable namespace new
+        noexcept not not_eq nullptr operator or or_eq private protected public register
+        reinterpret_cast requires restrict return short signed sizeof static static_assert
+        static_cast struct switch template this thread_local throw true try typedef typeid typename
+        union unsigned using virtual void volatile wchar_t while xor xor_eq
+        EOF NULL errno linux stderr stdin stdout unix
+        arr cfg idx interp item objc objv output swig_types words
     }
 }
 
@@ -40,6 +45,7 @@ proc catalogue::load {folder} {
     array set model {areas {} records {} calls {} cells {} pointers {} arguments {} groups {}}
     set index [file join $folder index.tcl]
     read_file $index {areas argument}
+    if {$model(areas) eq {}} { fail [list [shown $index] 1] "no areas are listed" }
     foreach area $model(areas) {
         set file [file join $folder $area.tcl]
         if {![file readable $file]} {
@@ -57,6 +63,7 @@ proc catalogue::load {folder} {
             fail [list [shown $file] 1] "area $area is not in [shown $index]"
         }
     }
+    check_pointer_types
     check_types
     foreach record $model(records) { check_layout $record }
     check_cells
@@ -124,6 +131,7 @@ proc catalogue::declare_areas {place words} {
     if {$words eq {}} { fail $place "expected: areas name ..." }
     foreach area $words {
         check_name $place $area area
+        if {$area eq "index"} { fail $place "index is the name of this file, no name for an area" }
         if {$area in $model(areas)} { fail $place "area $area is listed twice" }
         lappend model(areas) $area
     }
@@ -134,6 +142,8 @@ proc catalogue::declare_argument {place words} {
     variable model
     expect $place 2 $words "argument name description"
     foreach {name text} $words break
+    check_name $place $name argument
+    check_text $place $text
     if {[dict exists $model(arguments) $name]} { fail $place "argument $name is described twice" }
     dict set model(arguments) $name $text
 }
@@ -143,6 +153,7 @@ proc catalogue::declare_area {place words} {
     expect $place 2 $words "area name description"
     foreach {name text} $words break
     if {$model(area) ne {}} { fail $place "the file already declares area $model(area)" }
+    check_text $place $text
     set model(area) $name
     set model(area,$name) [dict create name $name text $text file [lindex $place 0]]
 }
@@ -167,6 +178,7 @@ proc catalogue::declare_layout {kind place words} {
     expect $place 4 $words "$kind name size ?packed? description { fields }"
     foreach {name size text body} $words break
     check_name $place $name $kind
+    check_text $place $text
     enter record $place $name
     check_number $place size $size
     set fields {}
@@ -194,6 +206,7 @@ proc catalogue::read_field {place line} {
     foreach {where type name} $line break
     set options [lrange $line 3 end-1]
     check_name $place $name field
+    check_text $place [lindex $line end]
     set field [dict create name $name place $place text [lindex $line end] bit 0 width 0 count 0 \
         set_as {} dumped 1]
     if {![regexp {^(\d+)(?:\.(\d+))?$} $where -> offset bit]} {
@@ -239,6 +252,7 @@ proc catalogue::declare_call {place words} {
     expect $place 3 $words "call name description { arguments }"
     foreach {name text body} $words break
     check_name $place $name call
+    check_text $place $text
     enter call $place $name
     set arguments {}
     set names {}
@@ -246,6 +260,7 @@ proc catalogue::declare_call {place words} {
         if {[llength $line] ni {3 4}} { fail $here "expected: direction type name ?description?" }
         foreach {direction type argument description} [concat $line {{}}] break
         check_name $here $argument argument
+        if {$argument eq $name} { fail $here "argument $argument is named like its call" }
         if {$argument in $names} { fail $here "argument $argument is already declared" }
         lappend names $argument
         if {$direction ni {in out inout}} { fail $here "\"$direction\" is no direction" }
@@ -259,6 +274,7 @@ proc catalogue::declare_call {place words} {
             }
             set description [dict get $model(arguments) $argument]
         }
+        check_text $here $description
         lappend arguments [dict create name $argument type $type direction $direction \
             text $description place $here]
     }
@@ -283,7 +299,7 @@ proc catalogue::declare_cell {place words} {
         fail $place "cell $word is of type $type here, but of\
             [dict get $model(cell,$word) type] at [join [dict get $model(cell,$word) place] :]"
     }
-    foreach operation $operations {
+    foreach operation [as_list $operations $place] {
         if {$operation ni $cell_operations} { fail $place "\"$operation\" is no cell operation" }
         if {$operation in [dict get $model(cell,$word) operations]} {
             fail $place "cell $word already has its $operation"
@@ -296,15 +312,23 @@ proc catalogue::declare_cell {place words} {
 proc catalogue::declare_pointer {place words} {
     variable model
     expect $place 2 $words "pointer type description"
-    enter pointer $place [lindex $words 0]
-    lappend model(pointers) [lindex $words 0]
+    foreach {name text} $words break
+    if {![regexp {^[A-Za-z][A-Za-z0-9_]*( [A-Za-z][A-Za-z0-9_]*)*$} $name]} {
+        fail $place "\"$name\" is no name for a type"
+    }
+    check_text $place $text
+    enter pointer $place $name
+    lappend model(pointers) $name
 }
 
 proc catalogue::declare_free {place words} {
     variable model
     expect $place 3 $words "free name argument description"
-    check_name $place [lindex $words 0] command
-    enter free $place [lindex $words 0]
+    foreach {name argument text} $words break
+    check_name $place $name command
+    check_name $place $argument argument
+    check_text $place $text
+    enter free $place $name
     lappend model(groups) [concat free $words [list $model(area)]]
 }
 
@@ -312,8 +336,17 @@ proc catalogue::declare_free {place words} {
 
 proc catalogue::check_name {place name what} {
     variable reserved_names
-    if {![regexp {^[A-Za-z_]\w*$} $name]} { fail $place "\"$name\" is no name for a $what" }
+    if {![regexp {^[A-Za-z][A-Za-z0-9_]*$} $name]} { fail $place "\"$name\" is no name for a $what" }
     if {$name in $reserved_names} { fail $place "$name is a reserved word, no name for a $what" }
+}
+
+# Descriptions become comments of C, and in them sentences.
+proc catalogue::check_text {place text} {
+    if {$text eq {}} { fail $place "the description is empty" }
+    if {![regexp {^[ -~]+$} $text] || [string match {*[*]/*} $text] || [string match {*/[*]*} $text]} {
+        fail $place "a description is one line of plain ASCII without comment marks"
+    }
+    if {[string match *. $text]} { fail $place "a description ends without a full stop" }
 }
 
 proc catalogue::check_number {place what number {least 1}} {
@@ -344,7 +377,7 @@ proc catalogue::check_types {} {
     foreach call $model(calls) {
         foreach argument [dict get $model(call,$call) arguments] {
             set type [dict get $argument type]
-            if {[string match {*[*]} $type] && [string trimright $type *] ni [pointer_targets]} {
+            if {[string match {*[*]} $type] && [string range $type 0 end-1] ni [pointer_targets]} {
                 fail [dict get $argument place] \
                     "type $type of [dict get $argument name] is not declared"
             }
@@ -382,7 +415,7 @@ proc catalogue::check_layout {name} {
         set bits [expr {8 * [type_size [dict get $field type]]}]
         set unit [expr {$packed ? 8 : 8 * [type_alignment [dict get $field type]]}]
         if {[dict get $field width]} {
-            check_bit_field $field $packed $bits
+            check_bit_field $field $packed $bits $next
             # A bit-field goes to the next free bit, or to the next unit if it would cross its end.
             if {$next % $bits + [dict get $field width] > $bits} {
                 set next [expr {($next + $bits - 1) / $bits * $bits}]
@@ -415,7 +448,7 @@ proc catalogue::check_layout {name} {
     }
 }
 
-proc catalogue::check_bit_field {field packed bits} {
+proc catalogue::check_bit_field {field packed bits next} {
     set name [dict get $field name]
     if {[dict get $field width] > $bits} {
         fail [dict get $field place] "$name is [dict get $field width] bits wide, but its unit has\
@@ -423,6 +456,33 @@ proc catalogue::check_bit_field {field packed bits} {
     }
     if {$packed && $bits != 8} {
         fail [dict get $field place] "$name has a $bits-bit unit; packed records take u8 units only"
+    }
+    # There a compiler would begin such a field in one unit and end it in the next.
+    if {$packed && $next % $bits + [dict get $field width] > $bits} {
+        fail [dict get $field place] "$name does not fit into the rest of its unit; in a packed\
+            record name the bits left over"
+    }
+}
+
+# Each type of the type table comes from one declaration.
+proc catalogue::check_pointer_types {} {
+    variable model
+    set seen {}
+    foreach {kind names} [list record $model(records) pointer $model(pointers) cell $model(cells)] {
+        foreach name $names {
+            if {$kind eq "cell"} {
+                set place [dict get $model(cell,$name) place]
+                set type [mangled [dict get $model(cell,$name) type]]
+            } else {
+                set place $model(place,$kind,$name)
+                set type [mangled $name]
+            }
+            if {[dict exists $seen $type]} {
+                fail $place "$kind $name has the pointer type $type, like the declaration at\
+                    [join [dict get $seen $type] :]"
+            }
+            dict set seen $type $place
+        }
     }
 }
 
@@ -442,6 +502,13 @@ proc catalogue::check_command_names {} {
     set seen {}
     foreach command [commands] {
         set name [dict get $command name]
+        if {![string match qx_* $name]} {
+            fail [dict get $command place] "command $name does not begin with qx_"
+        }
+        if {[is_record $name]} {
+            fail [dict get $command place] "command $name is named like the record at\
+                [join [dict get [record $name] place] :]"
+        }
         if {[dict exists $seen $name]} {
             fail [dict get $command place] "command $name is already made at\
                 [join [dict get $seen $name] :]"

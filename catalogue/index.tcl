@@ -1,0 +1,31 @@
+# The catalogue of the SDK: records, calls and scalar cells, one file per area.
+# The areas stand in the order of the command table; an argument line describes, once,
+# a call argument that means the same wherever its name appears.
+
+areas qos power address flow translate multicast rule_hash l3 tunnel ipsec pptp l2tp pppoe data
+
+argument device_id       "device number"
+argument dev_id          "device number"
+
+argument cpu_id          "number of the CPU core"
+argument dot1p           "802.1p value to map, 0 to 7"
+argument dscp            "DSCP value to map, 0 to 63"
+argument encap           "encapsulation type, an SDK code"
+argument flow_id         "identifier of the flow"
+argument intf_id         "interface id"
+argument ip_translate_id "identifier of the IP translation"
+argument ipv6_prefix     "IPv6 prefix carried by the session"
+argument next            "how the walk goes on, an SDK code"
+argument p_flow_entry    "flow bound to the translation"
+argument pcie_id         "number of the PCIe controller"
+argument pe_id           "number of the packet engine"
+argument policy_handle   "handle of the policy"
+argument port_id         "port number"
+argument pppoe_port_id   "number of the PPPoE port"
+argument rtp_id          "identifier of the RTP translation"
+argument sa_id           "identifier of the PPTP security association"
+argument sata_id         "number of the SATA controller"
+argument session_id      "L2TP session identifier, 16 bits"
+argument spd_handle      "handle of the SPD"
+argument tunnel_id       "tunnel id"
+argument usb_id          "number of the USB controller"

@@ -1,0 +1,84 @@
+# Finds Tcl and line editing for the processor that is built for; to be included after project().
+# Relies on Debian's layout and on QXSH_SYSROOT of the tool chains; another Tcl, such as a board's,
+# is named by hand in the cache variables below.
+#
+#   tcl::tcl           libtcl itself: for programs that call Tcl_Main or create interpreters
+#   tcl::stub          the stub library, with USE_TCL_STUBS: for all that a stock tclsh loads
+#   tcl::line_editing  tclreadline, Readline and ncurses, linked although none of them is called
+#   QXSH_TCLSH         this machine's tclsh: runs generators and test drivers
+#   QXSH_TARGET_TCLSH  a stock tclsh of that processor, to be run behind QXSH_LAUNCHER
+#   QXSH_TCLSH_PRELOAD empty, or the NAME=VALUE word before it that lets it load sanitized code
+#   QXSH_LAUNCHER      words before a built program: then NAME=VALUE words for its environment, then
+#                      the program and its words; QXSH_LAUNCHER_TCL is the same as a Tcl list
+
+set(QXSH_TCL_VERSION 8.6 CACHE STRING "Tcl version to build with")
+
+find_path(QXSH_TCL_INCLUDE tcl.h PATH_SUFFIXES tcl${QXSH_TCL_VERSION} tcl
+          DOC "folder of tcl.h (package tcl8.6-dev)")
+find_library(QXSH_TCL_LIBRARY tcl${QXSH_TCL_VERSION} DOC "libtcl (package tcl8.6-dev)")
+find_library(QXSH_TCLSTUB_LIBRARY tclstub${QXSH_TCL_VERSION}
+             DOC "Tcl's stub library (package tcl8.6-dev)")
+find_library(QXSH_TCLREADLINE_LIBRARY tclreadline DOC "libtclreadline (package tcl-tclreadline)")
+find_library(QXSH_READLINE_LIBRARY readline DOC "libreadline (package libreadline-dev)")
+find_library(QXSH_NCURSES_LIBRARY ncurses DOC "libncurses (package libncurses-dev)")
+find_program(QXSH_TCLSH NAMES tclsh${QXSH_TCL_VERSION} tclsh
+             DOC "this machine's tclsh (package tcl8.6)")
+
+foreach(variable IN ITEMS QXSH_TCL_INCLUDE QXSH_TCL_LIBRARY QXSH_TCLSTUB_LIBRARY
+                          QXSH_TCLREADLINE_LIBRARY QXSH_READLINE_LIBRARY QXSH_NCURSES_LIBRARY
+                          QXSH_TCLSH)
+    if(NOT ${variable})
+        get_property(what CACHE ${variable} PROPERTY HELPSTRING)
+        if(QXSH_SYSROOT)
+            string(APPEND what ", looked for in ${QXSH_SYSROOT}, which tools/setup/sysroot fills")
+        endif()
+        message(FATAL_ERROR "${variable} was not found: ${what}")
+    endif()
+endforeach()
+
+set(QXSH_TARGET_TCLSH "${QXSH_TCLSH}")
+if(QXSH_SYSROOT)
+    set(QXSH_TARGET_TCLSH "${QXSH_SYSROOT}/usr/bin/tclsh${QXSH_TCL_VERSION}")
+endif()
+set(QXSH_TCLSH_PRELOAD "")
+if(QXSH_SANITIZED)
+    execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=libasan.so
+                    OUTPUT_VARIABLE asan_library OUTPUT_STRIP_TRAILING_WHITESPACE)
+    set(QXSH_TCLSH_PRELOAD "LD_PRELOAD=${asan_library}")
+endif()
+if(NOT QXSH_LAUNCHER)
+    find_program(QXSH_ENV env REQUIRED)
+    set(QXSH_LAUNCHER "${QXSH_ENV}")
+endif()
+list(TRANSFORM QXSH_LAUNCHER REPLACE "(.+)" "{\\1}" OUTPUT_VARIABLE QXSH_LAUNCHER_TCL)
+list(JOIN QXSH_LAUNCHER_TCL " " QXSH_LAUNCHER_TCL)
+
+# link_by_name(TARGET LIBRARY): links a shared library by name. Of a whole path, or of a link
+# directory, CMake would make an entry in the RUNPATH, which has to name our own library's folder
+# alone.
+function(link_by_name target library)
+    get_filename_component(folder "${library}" DIRECTORY)
+    get_filename_component(name "${library}" NAME_WLE)
+    string(REGEX REPLACE "^lib" "-l" option "${name}")
+    target_link_libraries(${target} INTERFACE ${option})
+    if(NOT folder IN_LIST CMAKE_CXX_IMPLICIT_LINK_DIRECTORIES)
+        # The second folder is for the libraries that these need in turn.
+        target_link_options(${target} INTERFACE "-L${folder}" "LINKER:-rpath-link,${folder}")
+    endif()
+endfunction()
+
+add_library(tcl::tcl INTERFACE IMPORTED)
+target_include_directories(tcl::tcl INTERFACE "${QXSH_TCL_INCLUDE}")
+link_by_name(tcl::tcl "${QXSH_TCL_LIBRARY}")
+
+add_library(tcl::stub INTERFACE IMPORTED)
+target_include_directories(tcl::stub INTERFACE "${QXSH_TCL_INCLUDE}")
+target_compile_definitions(tcl::stub INTERFACE USE_TCL_STUBS)
+target_link_libraries(tcl::stub INTERFACE "${QXSH_TCLSTUB_LIBRARY}")
+
+add_library(tcl::line_editing INTERFACE IMPORTED)
+target_link_libraries(tcl::line_editing INTERFACE "-Wl,--push-state,--no-as-needed")
+link_by_name(tcl::line_editing "${QXSH_TCLREADLINE_LIBRARY}")
+link_by_name(tcl::line_editing "${QXSH_READLINE_LIBRARY}")
+link_by_name(tcl::line_editing "${QXSH_NCURSES_LIBRARY}")
+target_link_libraries(tcl::line_editing INTERFACE "-Wl,--pop-state")

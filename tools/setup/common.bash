@@ -1,0 +1,133 @@
+# What ./run and ./test share: messages, the package list, logged steps, the build lock.
+# shellcheck disable=SC2034,SC2154 # variables are shared with the script that sources this
+# Sourced, with `project` set to the project's folder. Messages go to standard error: standard
+# output belongs to the shell that ./run starts. Functions return 1 after telling what went wrong.
+
+say() { printf 'qxsh: %s\n' "$*" >&2; }
+
+# packages_of GROUP... : prints the names that tools/setup/packages lists for these groups.
+packages_of() {
+    local group name purpose
+    while read -r group name _; do
+        [[ -n $group && $group != '#'* && " $* " == *" $group "* ]] || continue
+        printf '%s\n' "$name"
+    done <"$project/tools/setup/packages"
+}
+
+# missing_packages NAME... : prints those that are not installed.
+missing_packages() {
+    local name status installed=' '
+    while read -r name status; do
+        [[ $status == installed ]] && installed+="$name "
+    done < <(dpkg-query -W -f '${Package} ${db:Status-Status}\n' "$@" 2>/dev/null)
+    for name in "$@"; do
+        [[ $installed == *" $name "* ]] || printf '%s\n' "$name"
+    done
+}
+
+# last_lines FILE : shows the end of a log and where the rest is.
+last_lines() {
+    { echo "--- the last lines of $1"; tail -n "${2:-20}" "$1"; echo '---'; } >&2
+}
+
+# apt_get WORD... : apt-get as root, output in the log. It never asks and may not remove anything.
+apt_get() {
+    local sudo=()
+    ((EUID == 0)) || sudo=(sudo)
+    "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -y -q -o DPkg::Lock::Timeout=120 \
+        -o Dpkg::Use-Pty=0 --no-install-recommends --no-remove "$@" </dev/null >>"$install_log" 2>&1
+}
+
+# need_packages GROUP... : installs what is missing of these groups; `missing` then names what
+# could not be installed.
+need_packages() {
+    local wanted name
+    missing=()
+    mapfile -t wanted < <(packages_of "$@")
+    if ! command -v dpkg-query apt-get >/dev/null; then
+        say "this is no Debian system: neither dpkg-query nor apt-get can be found."
+        say "Install what Debian 12 calls ${wanted[*]} some other way and build with CMake."
+        missing=("${wanted[@]}")
+        return 1
+    fi
+    mapfile -t missing < <(missing_packages "${wanted[@]}")
+    ((${#missing[@]})) || return 0
+    if ((EUID != 0)) && ! command -v sudo >/dev/null; then
+        say "these packages are missing, and only root can install them: ${missing[*]}"
+        say "As root: apt-get update && apt-get install --no-install-recommends ${missing[*]}"
+        return 1
+    fi
+
+    install_log=$project/build/log/install.log
+    new_log "$install_log"
+    say "installing ${missing[*]}"
+    if ! apt_get install "${missing[@]}"; then
+        apt_get update || true # a stale index of some other source fails this; the packages decide
+        # One by one after a second failure, so that one bad package does not hide the others' fate.
+        if ! apt_get install "${missing[@]}"; then
+            for name in "${missing[@]}"; do apt_get install "$name" || true; done
+        fi
+    fi
+    mapfile -t missing < <(missing_packages "${wanted[@]}")
+    ((${#missing[@]})) || return 0
+    last_lines "$install_log"
+    say "could not install: ${missing[*]}"
+    say "Try it by hand: apt-get update && apt-get install ${missing[*]}"
+    return 1
+}
+
+# new_log FILE : empties a log.
+new_log() {
+    mkdir -p "${1%/*}"
+    : >"$1"
+}
+
+# logged WHAT LOG COMMAND... : runs the command, its output appended to the log; tells WHAT failed.
+logged() {
+    local what=$1 log=$2
+    shift 2
+    "$@" </dev/null >>"$log" 2>&1 8>&- 9>&- && return 0
+    last_lines "$log" 30
+    say "$what failed; everything it printed is in $log"
+    return 1
+}
+
+# configured PRESET : whether build/PRESET was configured, and from this folder: a moved project
+# starts afresh.
+configured() {
+    local cache=$project/build/$1/CMakeCache.txt
+    [[ -f $project/build/$1/build.ninja && -f $cache ]] &&
+        grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$project" "$cache"
+}
+
+# configure PRESET LOG CMAKE-WORD... : configures build/PRESET, afresh if it is another folder's.
+configure() {
+    local preset=$1 log=$2 fresh=()
+    shift 2
+    configured "$preset" || fresh=(--fresh)
+    logged "configuring preset '$preset'" "$log" \
+        cmake "${fresh[@]}" -S "$project" --preset "$preset" "$@"
+}
+
+# lock_build : waits until nobody else builds in this folder (file descriptor 9), until
+# unlock_build.
+lock_build() {
+    mkdir -p "$project/build"
+    exec 9>"$project/build/.build.lock"
+    wait_for_lock 9
+}
+
+unlock_build() { exec 9>&-; }
+
+# lock_tests : the same for ./test as a whole, which ends it by ending (file descriptor 8).
+lock_tests() {
+    mkdir -p "$project/build"
+    exec 8>"$project/build/.test.lock"
+    wait_for_lock 8
+}
+
+wait_for_lock() {
+    flock -n "$1" && return 0
+    say "waiting for another ./run or ./test in this folder"
+    flock "$1"
+}

@@ -1,0 +1,133 @@
+# The legs of ./test. Relies on common.bash and on `log`, the leg's log file. To add a leg, write a
+# function leg_NAME (dashes as underscores) and put NAME into all_legs, or into long_legs if only
+# ./test --long shall run it. It returns 0 (passed), 1 (failed; it has told why) or `skipped REASON`
+# (this machine cannot run it), and sets `counts` to "PASSED FAILED SKIPPED" where it counts tests.
+# shellcheck disable=SC2034,SC2154 # variables are shared with ./test
+
+# `set -e` does not hold in here, since a leg runs in a condition: every step says `|| return`.
+
+all_legs=(release dev i686 i686-asan armhf compare)
+long_legs=()
+
+leg_release() { preset_leg release; }
+leg_dev() { preset_leg dev; }
+leg_i686() { need_i686 || return; preset_leg i686; }
+leg_i686_asan() { need_i686 || return; preset_leg i686-asan; }
+leg_armhf() { need_armhf || return; preset_leg armhf; }
+leg_compare() { compare_transcripts release i686 armhf; }
+
+# skipped REASON : ends a leg that cannot run here, as `TRY || skipped "no valgrind" || return`.
+skipped() {
+    reason=$1
+    return 77
+}
+
+# need_foreign GROUP ARCHITECTURE : compiler, loader and libraries of another processor.
+need_foreign() {
+    local tclsh=$project/build/sysroot/$2/root/usr/bin/tclsh8.6
+    need_packages "$1" || skipped "not installed: ${missing[*]}" || return
+    "$project/tools/setup/sysroot" "$2" || skipped "no $2 libraries could be fetched" || return
+    # A stock tclsh of that processor has to start: a kernel may refuse its programs.
+    "$project/tools/setup/launch" "$2" "$tclsh" <<<'exit 42' >>"$log" 2>&1
+    (($? == 42)) ||
+        skipped "this machine does not run $2 programs (see $log)"
+}
+
+need_i686() { need_foreign i686 i386; }
+need_armhf() { need_foreign armhf armhf; }
+
+# preset_leg PRESET : configures, builds with warnings as errors and runs all tests of build/PRESET.
+preset_leg() {
+    local preset=$1 folder=$project/build/$1 results status=0
+    local test_log=$folder/Testing/Temporary/LastTest.log
+    lock_build
+    configure "$preset" "$log" -DQXSH_WERROR=ON &&
+        logged "building preset '$preset'" "$log" cmake --build "$folder" -j "$jobs" || status=1
+    unlock_build
+    ((status == 0)) || return 1
+
+    rm -rf "$folder/transcripts" "$test_log" # what an older run left proves nothing
+    results=${log%.log}.results
+    (cd "$project" && ctest --preset "$preset" -j "$jobs") \
+        </dev/null >"$results" 2>&1 8>&- || status=1
+    cat "$results" >>"$log"
+    if [[ -f $test_log ]]; then
+        cat "$test_log" >>"$log"
+        counts=$(count_tests "$test_log")
+    fi
+    if ((status)); then
+        # The failing tests' output, without a line for each test that passed.
+        grep -vE '^ *Start +[0-9]+: |^ *[0-9]+/[0-9]+ Test .* Passed ' "$results" || true
+        echo "--- all output: $log"
+        return 1
+    fi
+    case $counts in
+        '0 '*) echo "no test was counted in $log"; return 1 ;;
+        *' 0 '*) ;;
+        *) echo "tests failed that ctest did not notice: see $log"; return 1 ;;
+    esac
+}
+
+# count_tests FILE : "PASSED FAILED SKIPPED", the sums of GoogleTest's and tcltest's closing lines.
+count_tests() {
+    awk '
+        /^\[  PASSED  \] [0-9]+ tests?\.$/              { passed += $4 }
+        /^\[  FAILED  \] [0-9]+ tests?, listed below:/  { failed += $4 }
+        /^\[  SKIPPED \] [0-9]+ tests?, listed below:/  { skipped += $4 }
+        /\tTotal\t[0-9]+\tPassed\t[0-9]+\tSkipped\t[0-9]+\tFailed\t[0-9]+/ {
+            for (i = 1; i < NF; i++) {
+                if ($i == "Passed") passed += $(i + 1)
+                if ($i == "Skipped") skipped += $(i + 1)
+                if ($i == "Failed") failed += $(i + 1)
+            }
+        }
+        END { printf "%d %d %d\n", passed, failed, skipped }' "$1"
+}
+
+# compare_transcripts PRESET... : what the script tests recorded must be the same, byte for byte,
+# in every build. A build takes part if its tests left transcripts, now or in an earlier ./test.
+compare_transcripts() {
+    local preset file names taking_part=() left_out=() good=0 bad=0 reference
+    for preset in "$@"; do
+        if [[ -d $project/build/$preset/transcripts && ${state[$preset]-} != SKIPPED ]]; then
+            taking_part+=("$preset")
+        elif [[ ${state[$preset]-} == PASSED ]]; then
+            echo "build/$preset/transcripts is missing, though the tests of '$preset' ran"
+            return 1
+        else
+            left_out+=("$preset")
+        fi
+    done
+    if ((${#taking_part[@]} < 2)); then
+        skipped "fewer than two builds have transcripts (none: ${left_out[*]})"
+        return
+    fi
+    ((${#left_out[@]})) && reason="without ${left_out[*]}"
+
+    reference=${taking_part[0]}
+    names=$(for preset in "${taking_part[@]}"; do
+        (cd "$project/build/$preset/transcripts" && find . -type f -printf '%P\n')
+    done | LC_ALL=C sort -u)
+    [[ -n $names ]] || { echo "the tests wrote no transcripts"; return 1; }
+    while IFS= read -r file; do
+        if same_everywhere "$file"; then ((++good)); else ((++bad)); fi
+    done <<<"$names"
+    counts="$good $bad 0"
+    ((bad == 0))
+}
+
+# same_everywhere FILE : compares one transcript; `reference` and `taking_part` are its caller's.
+same_everywhere() {
+    local preset one=$project/build/$reference/transcripts/$1 status=0
+    for preset in "${taking_part[@]}"; do
+        if [[ ! -f $project/build/$preset/transcripts/$1 ]]; then
+            echo "$1: missing in build/$preset/transcripts"
+            status=1
+        elif [[ -f $one ]] && ! cmp -s "$one" "$project/build/$preset/transcripts/$1"; then
+            echo "$1: $reference and $preset differ"
+            diff -a "$one" "$project/build/$preset/transcripts/$1" | head -n 10
+            status=1
+        fi
+    done
+    return $status
+}
