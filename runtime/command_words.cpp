@@ -1,21 +1,18 @@
-// Conversion of a command's words, and its error messages; see command_words.h.
+// Conversion of a command's words, its error messages and its result; see command_words.h.
 #include "runtime/command_words.h"
 
 #include "runtime/arguments.h"
 #include "runtime/errors.h"
-#include "runtime/handle.h"
-#include "runtime/numbers.h"
 #include "runtime/object_command.h"
 
-#include <cstdint>
 #include <cstring>
 #include <string>
 
 namespace qxsh {
 
-bool command_words::miscounted() const
+bool count_words(Tcl_Interp *interp, int objc, Tcl_Obj *const words[], const char *format)
 {
-    return check_word_count(interp_, objc_, objv_, format_) == TCL_OK;
+    return check_word_count(interp, objc, words, format) == TCL_OK;
 }
 
 // The usage holds the command's name, between the colon and the first blank.
@@ -25,85 +22,99 @@ static std::string name_in(const char *format)
     return {name, std::strcspn(name, " ")};
 }
 
-bool command_words::refuse(int number, int code, const char *native_type) const
+static bool refuse(Tcl_Interp *interp, int number, const char *format, int code,
+                   const char *native_type)
 {
-    const auto message = "in method '" + name_in(format_) + "', argument " +
+    const auto message = "in method '" + name_in(format) + "', argument " +
                          std::to_string(number) + " of type '" + native_type + "'";
-    swig_set_error_msg(interp_, swig_error_type_name(code == SWIG_ERROR ? SWIG_TypeError : code),
+    swig_set_error_msg(interp, swig_error_type_name(code == SWIG_ERROR ? SWIG_TypeError : code),
                        message.c_str());
     return false;
 }
 
-bool command_words::get(int number, int &value) const
+bool convert_word(Tcl_Interp *interp, Tcl_Obj *const words[], int number, const char *format,
+                  void **pointer, swig_type_record *type)
 {
-    const int code = swig_as_val_int(nullptr, objv_[number], &value);
-    return code == SWIG_OK || refuse(number, code, "int");
+    const int code = swig_convert_ptr(interp, words[number], pointer, type, 0);
+    return code == SWIG_OK ||
+           refuse(interp, number, format, code, type != nullptr ? type->str : "void *");
 }
 
-bool command_words::get(int number, unsigned int &value) const
+static int convert(Tcl_Obj *word, int *value) { return swig_as_val_int(nullptr, word, value); }
+static int convert(Tcl_Obj *word, unsigned int *value)
 {
-    const int code = swig_as_val_unsigned_int(nullptr, objv_[number], &value);
-    return code == SWIG_OK || refuse(number, code, "unsigned int");
+    return swig_as_val_unsigned_int(nullptr, word, value);
+}
+static int convert(Tcl_Obj *word, unsigned short *value)
+{
+    return swig_as_val_unsigned_short(nullptr, word, value);
+}
+static int convert(Tcl_Obj *word, unsigned char *value)
+{
+    return swig_as_val_unsigned_char(nullptr, word, value);
+}
+static int convert(Tcl_Obj *word, unsigned long long *value)
+{
+    return swig_as_val_unsigned_long_long(nullptr, word, value);
 }
 
-bool command_words::get(int number, unsigned short &value) const
+template <class Number> constexpr const char *native_name = nullptr;
+template <> constexpr const char *native_name<int> = "int";
+template <> constexpr const char *native_name<unsigned int> = "unsigned int";
+template <> constexpr const char *native_name<unsigned short> = "unsigned short";
+template <> constexpr const char *native_name<unsigned char> = "unsigned char";
+template <> constexpr const char *native_name<unsigned long long> = "unsigned long long";
+
+template <class Number>
+bool convert_word(Tcl_Interp *interp, Tcl_Obj *const words[], int number, const char *format,
+                  Number &value)
 {
-    const int code = swig_as_val_unsigned_short(nullptr, objv_[number], &value);
-    return code == SWIG_OK || refuse(number, code, "unsigned short");
+    const int code = convert(words[number], &value);
+    return code == SWIG_OK || refuse(interp, number, format, code, native_name<Number>);
 }
 
-bool command_words::get(int number, unsigned char &value) const
-{
-    const int code = swig_as_val_unsigned_char(nullptr, objv_[number], &value);
-    return code == SWIG_OK || refuse(number, code, "unsigned char");
-}
+using words_array = Tcl_Obj *const[];
+template bool convert_word(Tcl_Interp *, words_array, int, const char *, int &);
+template bool convert_word(Tcl_Interp *, words_array, int, const char *, unsigned int &);
+template bool convert_word(Tcl_Interp *, words_array, int, const char *, unsigned short &);
+template bool convert_word(Tcl_Interp *, words_array, int, const char *, unsigned char &);
+template bool convert_word(Tcl_Interp *, words_array, int, const char *, unsigned long long &);
 
-bool command_words::get(int number, unsigned long long &value) const
+// Small numbers go into the interpreter's own result object, which is cheaper than a new one.
+static int set_small_result(Tcl_Interp *interp, int value)
 {
-    const int code = swig_as_val_unsigned_long_long(nullptr, objv_[number], &value);
-    return code == SWIG_OK || refuse(number, code, "unsigned long long");
-}
-
-bool command_words::get(int number, void *&pointer) const
-{
-    const int code = swig_convert_ptr(interp_, objv_[number], &pointer, nullptr, 0);
-    return code == SWIG_OK || refuse(number, code, "void *");
-}
-
-bool command_words::get_pointer(int number, void *&pointer, swig_type_record *type) const
-{
-    const int code = swig_convert_ptr(interp_, objv_[number], &pointer, type, 0);
-    return code == SWIG_OK || refuse(number, code, type->str);
-}
-
-int command_words::int_result(int value) const
-{
-    Tcl_SetObjResult(interp_, swig_from_int(value));
+    Tcl_Obj *const result = Tcl_GetObjResult(interp);
+    if (Tcl_IsShared(result))
+        Tcl_SetObjResult(interp, Tcl_NewIntObj(value));
+    else
+        Tcl_SetIntObj(result, value);
     return TCL_OK;
 }
 
-int command_words::unsigned_result(unsigned int value) const
+int set_int_result(Tcl_Interp *interp, int value) { return set_small_result(interp, value); }
+
+int set_unsigned_result(Tcl_Interp *interp, unsigned int value)
 {
-    Tcl_SetObjResult(interp_, swig_from_unsigned_long(value));
+    if (value <= greatest_integer_result)
+        return set_small_result(interp, static_cast<int>(value));
+    Tcl_SetObjResult(interp, swig_from_unsigned_long(value));
     return TCL_OK;
 }
 
-int command_words::low32_result(unsigned long long value) const
+int set_low32_result(Tcl_Interp *interp, unsigned long long value)
 {
     // The sign is meant: 2^31 gives 18446744071562067968.
     const auto widened = static_cast<long long>(static_cast<std::int32_t>(value));
-    Tcl_SetObjResult(interp_, swig_from_unsigned_long_long(static_cast<unsigned long long>(widened)));
+    Tcl_SetObjResult(interp, swig_from_unsigned_long_long(static_cast<unsigned long long>(widened)));
     return TCL_OK;
 }
 
-int command_words::status_result(unsigned int status) const
+int set_pointer_result(Tcl_Interp *interp, void *pointer, swig_type_record *type)
 {
-    return unsigned_result(status & 0xffff);
-}
-
-int command_words::pointer_result(void *pointer, swig_type_record *type) const
-{
-    Tcl_SetObjResult(interp_, swig_new_instance_obj(interp_, pointer, type, 0));
+    Tcl_Obj *const result = Tcl_GetObjResult(interp);
+    const bool plain = pointer != nullptr && type->client_data == nullptr;
+    if (!plain || Tcl_IsShared(result) || !become_handle(result, pointer, type))
+        Tcl_SetObjResult(interp, swig_new_instance_obj(interp, pointer, type, 0));
     return TCL_OK;
 }
 

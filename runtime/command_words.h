@@ -1,12 +1,32 @@
 // One call of a command: its words, checked and converted in order, and its result. Every wrapper is
 // written with this class; a failed step has already left the message that the script sees.
+// What nearly every call needs (a handle that is remembered, a small number) is decided inline;
+// the rest is in command_words.cpp. The object itself never leaves the registers.
 #pragma once
 
-#include "runtime/type_registry.h"
+#include "runtime/handle.h"
+#include "runtime/numbers.h"
 
 #include <tcl.h>
 
+#include <cstdint>
+#include <limits>
+
 namespace qxsh {
+
+// The slow halves of the steps below; `words` are the command's, `format` its usage.
+bool count_words(Tcl_Interp *interp, int objc, Tcl_Obj *const words[], const char *format);
+bool convert_word(Tcl_Interp *interp, Tcl_Obj *const words[], int number, const char *format,
+                  void **pointer, swig_type_record *type);
+template <class Number>
+bool convert_word(Tcl_Interp *interp, Tcl_Obj *const words[], int number, const char *format,
+                  Number &value);
+
+// Results; each returns TCL_OK.
+int set_int_result(Tcl_Interp *interp, int value);
+int set_unsigned_result(Tcl_Interp *interp, unsigned int value);
+int set_low32_result(Tcl_Interp *interp, unsigned long long value);
+int set_pointer_result(Tcl_Interp *interp, void *pointer, swig_type_record *type);
 
 class command_words
 {
@@ -17,23 +37,40 @@ public:
     {}
 
     /// Whether there are exactly `arguments` words behind the command's name.
-    bool count(int arguments) const { return objc_ - 1 == arguments || miscounted(); }
+    bool count(int arguments) const
+    {
+        return objc_ - 1 == arguments || count_words(interp_, objc_, objv_, format_);
+    }
 
-    // Word `number` (from 1) as a number of the target's type.
-    bool get(int number, int &value) const;
-    bool get(int number, unsigned int &value) const;
-    bool get(int number, unsigned short &value) const;
-    bool get(int number, unsigned char &value) const;
-    bool get(int number, unsigned long long &value) const;
+    /// Word `number` (from 1) as a number of the target's type.
+    template <class Number> bool get(int number, Number &value) const
+    {
+        using limits = std::numeric_limits<Number>;
+        const Tcl_Obj *const word = objv_[number];
+        if (word->typePtr == integer_type()) {
+            const long integer = word->internalRep.longValue;
+            // Beyond 2147483647 a board has no integer that is not negative.
+            if (integer >= 0 && integer <= INT32_MAX &&
+                static_cast<unsigned long>(integer) <= limits::max()) {
+                value = static_cast<Number>(integer);
+                return true;
+            }
+        }
+        return convert_word(interp_, objv_, number, format_, value);
+    }
 
     /// Word `number` as a handle of any type.
-    bool get(int number, void *&pointer) const;
+    bool get(int number, void *&pointer) const
+    {
+        return convert_word(interp_, objv_, number, format_, &pointer, nullptr);
+    }
 
     /// Word `number` as a handle of `type`, which is the type of the pointer. "NULL" gives null.
     template <class Target> bool get(int number, Target *&pointer, swig_type_record *type) const
     {
         void *untyped;
-        if (!get_pointer(number, untyped, type))
+        if (!remembers(objv_[number], type, &untyped) &&
+            !convert_word(interp_, objv_, number, format_, &untyped, type))
             return false;
         pointer = static_cast<Target *>(untyped);
         return true;
@@ -41,19 +78,18 @@ public:
 
     // The command's result; each returns TCL_OK.
     int none() const { return TCL_OK; }
-    int int_result(int value) const;
-    int unsigned_result(unsigned int value) const;
+    int int_result(int value) const { return set_int_result(interp_, value); }
+    int unsigned_result(unsigned int value) const { return set_unsigned_result(interp_, value); }
     /// The low 32 bits with their sign, as an unsigned 64-bit number: all that a command keeps of one.
-    int low32_result(unsigned long long value) const;
+    int low32_result(unsigned long long value) const { return set_low32_result(interp_, value); }
     /// The low 16 bits of an SDK function's status.
-    int status_result(unsigned int status) const;
-    int pointer_result(void *pointer, swig_type_record *type) const;
+    int status_result(unsigned int status) const { return unsigned_result(status & 0xffff); }
+    int pointer_result(void *pointer, swig_type_record *type) const
+    {
+        return set_pointer_result(interp_, pointer, type);
+    }
 
 private:
-    bool miscounted() const;
-    bool get_pointer(int number, void *&pointer, swig_type_record *type) const;
-    bool refuse(int number, int code, const char *native_type) const;
-
     Tcl_Interp *interp_;
     int objc_;
     Tcl_Obj *const *objv_;

@@ -16,19 +16,11 @@ constexpr std::size_t handle_buffer = 1024;
 constexpr std::size_t max_packed_length = 1000;
 constexpr std::size_t address_digits = 8;
 
-// What a handle object remembers: the address, and the record of the type that its text names.
-void set_memory(Tcl_Obj *object, void *pointer, swig_type_record *type);
-void make_text(Tcl_Obj *object);
-void copy_memory(Tcl_Obj *source, Tcl_Obj *copy);
-
-// Not registered with Tcl, so nothing but this file converts objects to it.
-const Tcl_ObjType handle_type = {"qx_handle", nullptr, copy_memory, make_text, nullptr};
-
 void set_memory(Tcl_Obj *object, void *pointer, swig_type_record *type)
 {
     object->internalRep.twoPtrValue.ptr1 = pointer;
     object->internalRep.twoPtrValue.ptr2 = type;
-    object->typePtr = &handle_type;
+    object->typePtr = &qxsh::handle_type;
 }
 
 void *remembered_pointer(const Tcl_Obj *object) { return object->internalRep.twoPtrValue.ptr1; }
@@ -160,14 +152,32 @@ int convert_other_text(Tcl_Interp *interp, const char *text, void **pointer,
     return convert_handle(word.c_str(), pointer, type, flags, &cast);
 }
 
+void forget_representation(Tcl_Obj *object)
+{
+    if (object->typePtr != nullptr && object->typePtr->freeIntRepProc != nullptr)
+        object->typePtr->freeIntRepProc(object);
+}
+
 // Keeps the text that the object already has: it came from a script and is never re-made.
 void remember(Tcl_Obj *object, const char *text, swig_type_record *source)
 {
     std::uint32_t address = 0;
     swig_unpack_hex(text + 1, &address, sizeof address);
-    if (object->typePtr != nullptr && object->typePtr->freeIntRepProc != nullptr)
-        object->typePtr->freeIntRepProc(object);
+    forget_representation(object);
     set_memory(object, pointer_to(address), source);
+}
+
+// An address at or above 4 GiB has no handle.
+bool has_handle(const void *pointer)
+{
+    const bool fits = reinterpret_cast<std::uintptr_t>(pointer) == address_of(pointer);
+    assert(fits && "a block of 64-bit memory has no handle");
+    return fits;
+}
+
+bool fits_buffer(const swig_type_record *type)
+{
+    return 1 + address_digits + std::strlen(type->name) + 1 <= handle_buffer;
 }
 
 // An object that remembers: the same answers as its text would give.
@@ -214,17 +224,28 @@ const char *swig_unpack_hex(const char *text, void *data, std::size_t size)
     return text;
 }
 
-Tcl_Obj *swig_new_pointer_obj(void *pointer, swig_type_record *type)
+// Not registered with Tcl, so nothing but this module converts objects to it.
+const Tcl_ObjType qxsh::handle_type = {"qx_handle", nullptr, copy_memory, make_text, nullptr};
+
+bool qxsh::become_handle(Tcl_Obj *object, void *pointer, swig_type_record *type)
 {
-    const bool fits = reinterpret_cast<std::uintptr_t>(pointer) == address_of(pointer);
-    assert(fits && "a block of 64-bit memory has no handle");
-    if (pointer == nullptr || !fits)
-        return Tcl_NewStringObj("NULL", -1);
-    if (1 + address_digits + std::strlen(type->name) + 1 > handle_buffer)
-        return nullptr;
-    Tcl_Obj *const object = Tcl_NewObj();
+    if (!has_handle(pointer) || !fits_buffer(type))
+        return false;
+    forget_representation(object);
     Tcl_InvalidateStringRep(object);
     set_memory(object, pointer, type);
+    return true;
+}
+
+Tcl_Obj *swig_new_pointer_obj(void *pointer, swig_type_record *type)
+{
+    if (pointer == nullptr || !has_handle(pointer))
+        return Tcl_NewStringObj("NULL", -1);
+    Tcl_Obj *const object = Tcl_NewObj();
+    if (!qxsh::become_handle(object, pointer, type)) {
+        Tcl_DecrRefCount(object);
+        return nullptr;
+    }
     return object;
 }
 
@@ -250,7 +271,7 @@ int SWIG_Tcl_ConvertPtrFromString(Tcl_Interp *interp, const char *text, void **p
 int swig_convert_ptr(Tcl_Interp *interp, Tcl_Obj *object, void **pointer, swig_type_record *type,
                      int flags)
 {
-    if (object->typePtr == &handle_type)
+    if (object->typePtr == &qxsh::handle_type)
         return convert_remembered(object, pointer, type, flags);
     const char *const text = Tcl_GetString(object);
     if (text[0] != '_')

@@ -40,6 +40,24 @@ int swig_convert_ptr(Tcl_Interp *interp, Tcl_Obj *object, void **pointer, swig_t
 
 namespace qxsh {
 
+/// The type of objects that remember what their handle text stands for: twoPtrValue holds the address and
+/// the record of the type that the text names.
+extern const Tcl_ObjType handle_type;
+
+/// Whether the object remembers a handle of exactly this type; gives the pointer if so.
+inline bool remembers(const Tcl_Obj *object, const swig_type_record *type, void **pointer)
+{
+    const auto &memory = object->internalRep.twoPtrValue;
+    if (object->typePtr != &handle_type || memory.ptr2 != type)
+        return false;
+    *pointer = memory.ptr1;
+    return true;
+}
+
+/// Turns an unshared object into the handle of a pointer that is not null. False, with the object
+/// unchanged, when the pointer has no handle.
+bool become_handle(Tcl_Obj *object, void *pointer, swig_type_record *type);
+
 /// How often a word may lead to another one (a command whose " cget -this" names a command ...) before
 /// its conversion fails.
 constexpr int max_indirections = 64;

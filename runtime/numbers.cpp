@@ -102,7 +102,7 @@ template <class Signed> int signed_from_obj(Tcl_Obj *object, Signed *value)
 
 template <class Number> Tcl_Obj *number_object(Number value)
 {
-    if (value <= 2147483646)
+    if (value <= qxsh::greatest_integer_result)
         return Tcl_NewIntObj(static_cast<int>(value));
     char digits[24];
     const char *const end = std::to_chars(digits, digits + sizeof digits, value).ptr;
@@ -113,15 +113,14 @@ template <class Number> Tcl_Obj *number_object(Number value)
 
 bool qxsh::long32_from_obj(Tcl_Interp *interp, Tcl_Obj *object, std::int32_t &value)
 {
-    static const Tcl_ObjType *const int_type = Tcl_GetObjType("int");
-    if (object->typePtr == int_type && wrap(object->internalRep.longValue, value))
+    if (object->typePtr == integer_type() && wrap(object->internalRep.longValue, value))
         return true;
     Tcl_WideInt wide;
     if (Tcl_GetWideIntFromObj(interp, object, &wide) != TCL_OK)
         return false;
     // Tcl also gives the low 64 bits of some greater numbers; those keep a type of their own.
     static const Tcl_ObjType *const wide_type = Tcl_GetObjType("wideInt");
-    if ((object->typePtr == int_type || object->typePtr == wide_type) && wrap(wide, value))
+    if ((object->typePtr == integer_type() || object->typePtr == wide_type) && wrap(wide, value))
         return true;
     report_too_large(interp);
     return false;

@@ -336,14 +336,16 @@ proc catalogue::declare_free {place words} {
 
 proc catalogue::check_name {place name what} {
     variable reserved_names
-    if {![regexp {^[A-Za-z][A-Za-z0-9_]*$} $name]} { fail $place "\"$name\" is no name for a $what" }
+    if {![regexp {^[A-Za-z_][A-Za-z0-9_]*$} $name]} {
+        fail $place "\"$name\" is no name for a $what"
+    }
     if {$name in $reserved_names} { fail $place "$name is a reserved word, no name for a $what" }
 }
 
 # Descriptions become comments of C, and in them sentences.
 proc catalogue::check_text {place text} {
     if {$text eq {}} { fail $place "the description is empty" }
-    if {![regexp {^[ -~]+$} $text] || [string match {*[*]/*} $text] || [string match {*/[*]*} $text]} {
+    if {![regexp {^[ -~]+$} $text] || [regexp {[*]/|/[*]} $text]} {
         fail $place "a description is one line of plain ASCII without comment marks"
     }
     if {[string match *. $text]} { fail $place "a description ends without a full stop" }
