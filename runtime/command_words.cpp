@@ -3,6 +3,7 @@
 
 #include "runtime/arguments.h"
 #include "runtime/errors.h"
+#include "runtime/known_objects.h"
 #include "runtime/object_command.h"
 
 #include <cstring>
@@ -80,23 +81,30 @@ template bool convert_word(Tcl_Interp *, words_array, int, const char *, unsigne
 template bool convert_word(Tcl_Interp *, words_array, int, const char *, unsigned char &);
 template bool convert_word(Tcl_Interp *, words_array, int, const char *, unsigned long long &);
 
-// Small numbers go into the interpreter's own result object, which is cheaper than a new one.
-static int set_small_result(Tcl_Interp *interp, int value)
+// The interpreter's own result object, if it is as fresh as Tcl leaves it: filling it is cheaper than a
+// new object. Its text is Tcl's shared empty one and need not be freed.
+static inline Tcl_Obj *fresh_result(Tcl_Interp *interp)
 {
     Tcl_Obj *const result = Tcl_GetObjResult(interp);
-    if (Tcl_IsShared(result))
-        Tcl_SetObjResult(interp, Tcl_NewIntObj(value));
-    else
-        Tcl_SetIntObj(result, value);
+    if (result->refCount > 1 || result->typePtr != nullptr || result->bytes != known.empty_text)
+        return nullptr;
+    result->bytes = nullptr;
+    return result;
+}
+
+int set_int_result(Tcl_Interp *interp, int value)
+{
+    if (Tcl_Obj *const result = fresh_result(interp); result != nullptr) {
+        result->internalRep.longValue = value;
+        result->typePtr = known.integer_type;
+    } else {
+        Tcl_SetObjResult(interp, swig_from_int(value));
+    }
     return TCL_OK;
 }
 
-int set_int_result(Tcl_Interp *interp, int value) { return set_small_result(interp, value); }
-
-int set_unsigned_result(Tcl_Interp *interp, unsigned int value)
+int set_great_result(Tcl_Interp *interp, unsigned int value)
 {
-    if (value <= greatest_integer_result)
-        return set_small_result(interp, static_cast<int>(value));
     Tcl_SetObjResult(interp, swig_from_unsigned_long(value));
     return TCL_OK;
 }
@@ -111,9 +119,12 @@ int set_low32_result(Tcl_Interp *interp, unsigned long long value)
 
 int set_pointer_result(Tcl_Interp *interp, void *pointer, swig_type_record *type)
 {
-    Tcl_Obj *const result = Tcl_GetObjResult(interp);
-    const bool plain = pointer != nullptr && type->client_data == nullptr;
-    if (!plain || Tcl_IsShared(result) || !become_handle(result, pointer, type))
+    Tcl_Obj *result = nullptr;
+    if (has_handle(pointer) && type->client_data == nullptr)
+        result = fresh_result(interp);
+    if (result != nullptr)
+        become_handle(result, pointer, type);
+    else
         Tcl_SetObjResult(interp, swig_new_instance_obj(interp, pointer, type, 0));
     return TCL_OK;
 }

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "runtime/handle.h"
+#include "runtime/known_objects.h"
 #include "runtime/numbers.h"
 
 #include <tcl.h>
@@ -24,8 +25,9 @@ bool convert_word(Tcl_Interp *interp, Tcl_Obj *const words[], int number, const 
 
 // Results; each returns TCL_OK.
 int set_int_result(Tcl_Interp *interp, int value);
-int set_unsigned_result(Tcl_Interp *interp, unsigned int value);
+int set_great_result(Tcl_Interp *interp, unsigned int value); ///< beyond the integer objects
 int set_low32_result(Tcl_Interp *interp, unsigned long long value);
+/// The handle of a pointer, whose type is one of this module's.
 int set_pointer_result(Tcl_Interp *interp, void *pointer, swig_type_record *type);
 
 class command_words
@@ -47,7 +49,7 @@ public:
     {
         using limits = std::numeric_limits<Number>;
         const Tcl_Obj *const word = objv_[number];
-        if (word->typePtr == integer_type()) {
+        if (word->typePtr == known.integer_type) {
             const long integer = word->internalRep.longValue;
             // Beyond 2147483647 a board has no integer that is not negative.
             if (integer >= 0 && integer <= INT32_MAX &&
@@ -79,7 +81,12 @@ public:
     // The command's result; each returns TCL_OK.
     int none() const { return TCL_OK; }
     int int_result(int value) const { return set_int_result(interp_, value); }
-    int unsigned_result(unsigned int value) const { return set_unsigned_result(interp_, value); }
+    int unsigned_result(unsigned int value) const
+    {
+        if (value <= greatest_integer_result)
+            return set_int_result(interp_, static_cast<int>(value));
+        return set_great_result(interp_, value);
+    }
     /// The low 32 bits with their sign, as an unsigned 64-bit number: all that a command keeps of one.
     int low32_result(unsigned long long value) const { return set_low32_result(interp_, value); }
     /// The low 16 bits of an SDK function's status.

@@ -3,7 +3,6 @@
 
 #include "runtime/object_table.h"
 
-#include <cassert>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -16,13 +15,6 @@ constexpr std::size_t handle_buffer = 1024;
 constexpr std::size_t max_packed_length = 1000;
 constexpr std::size_t address_digits = 8;
 
-void set_memory(Tcl_Obj *object, void *pointer, swig_type_record *type)
-{
-    object->internalRep.twoPtrValue.ptr1 = pointer;
-    object->internalRep.twoPtrValue.ptr2 = type;
-    object->typePtr = &qxsh::handle_type;
-}
-
 void *remembered_pointer(const Tcl_Obj *object) { return object->internalRep.twoPtrValue.ptr1; }
 
 swig_type_record *remembered_type(const Tcl_Obj *object)
@@ -32,7 +24,7 @@ swig_type_record *remembered_type(const Tcl_Obj *object)
 
 void copy_memory(Tcl_Obj *source, Tcl_Obj *copy)
 {
-    set_memory(copy, remembered_pointer(source), remembered_type(source));
+    qxsh::become_handle(copy, remembered_pointer(source), remembered_type(source));
 }
 
 std::uint32_t address_of(const void *pointer)
@@ -164,15 +156,7 @@ void remember(Tcl_Obj *object, const char *text, swig_type_record *source)
     std::uint32_t address = 0;
     swig_unpack_hex(text + 1, &address, sizeof address);
     forget_representation(object);
-    set_memory(object, pointer_to(address), source);
-}
-
-// An address at or above 4 GiB has no handle.
-bool has_handle(const void *pointer)
-{
-    const bool fits = reinterpret_cast<std::uintptr_t>(pointer) == address_of(pointer);
-    assert(fits && "a block of 64-bit memory has no handle");
-    return fits;
+    qxsh::become_handle(object, pointer_to(address), source);
 }
 
 bool fits_buffer(const swig_type_record *type)
@@ -227,25 +211,15 @@ const char *swig_unpack_hex(const char *text, void *data, std::size_t size)
 // Not registered with Tcl, so nothing but this module converts objects to it.
 const Tcl_ObjType qxsh::handle_type = {"qx_handle", nullptr, copy_memory, make_text, nullptr};
 
-bool qxsh::become_handle(Tcl_Obj *object, void *pointer, swig_type_record *type)
-{
-    if (!has_handle(pointer) || !fits_buffer(type))
-        return false;
-    forget_representation(object);
-    Tcl_InvalidateStringRep(object);
-    set_memory(object, pointer, type);
-    return true;
-}
-
 Tcl_Obj *swig_new_pointer_obj(void *pointer, swig_type_record *type)
 {
-    if (pointer == nullptr || !has_handle(pointer))
+    if (!qxsh::has_handle(pointer))
         return Tcl_NewStringObj("NULL", -1);
-    Tcl_Obj *const object = Tcl_NewObj();
-    if (!qxsh::become_handle(object, pointer, type)) {
-        Tcl_DecrRefCount(object);
+    if (!fits_buffer(type))
         return nullptr;
-    }
+    Tcl_Obj *const object = Tcl_NewObj();
+    Tcl_InvalidateStringRep(object);
+    qxsh::become_handle(object, pointer, type);
     return object;
 }
 

@@ -7,7 +7,9 @@
 
 #include <tcl.h>
 
+#include <cassert>
 #include <cstddef>
+#include <cstdint>
 
 /// Writes two lower-case digits per byte, no terminator; returns the position behind them.
 char *swig_pack_hex(char *text, const void *data, std::size_t size);
@@ -54,9 +56,21 @@ inline bool remembers(const Tcl_Obj *object, const swig_type_record *type, void 
     return true;
 }
 
-/// Turns an unshared object into the handle of a pointer that is not null. False, with the object
-/// unchanged, when the pointer has no handle.
-bool become_handle(Tcl_Obj *object, void *pointer, swig_type_record *type);
+/// Whether the pointer has a handle other than "NULL": it is not null and lies below 4 GiB.
+inline bool has_handle(const void *pointer)
+{
+    const auto address = reinterpret_cast<std::uintptr_t>(pointer);
+    assert(address <= UINT32_MAX && "blocks that scripts hold lie below 4 GiB");
+    return address - 1 < UINT32_MAX;
+}
+
+/// Makes an object without text and type remember a pointer that has a handle.
+inline void become_handle(Tcl_Obj *object, void *pointer, swig_type_record *type)
+{
+    object->internalRep.twoPtrValue.ptr1 = pointer;
+    object->internalRep.twoPtrValue.ptr2 = type;
+    object->typePtr = &handle_type;
+}
 
 /// How often a word may lead to another one (a command whose " cget -this" names a command ...) before
 /// its conversion fails.

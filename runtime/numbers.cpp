@@ -1,6 +1,8 @@
 // Number conversion with the board's 32-bit long; see numbers.h.
 #include "runtime/numbers.h"
 
+#include "runtime/known_objects.h"
+
 #include <charconv>
 #include <limits>
 #include <string_view>
@@ -113,14 +115,17 @@ template <class Number> Tcl_Obj *number_object(Number value)
 
 bool qxsh::long32_from_obj(Tcl_Interp *interp, Tcl_Obj *object, std::int32_t &value)
 {
-    if (object->typePtr == integer_type() && wrap(object->internalRep.longValue, value))
+    using qxsh::known;
+    if (object->typePtr == known.integer_type && wrap(object->internalRep.longValue, value))
         return true;
+    qxsh::learn_known_objects();
     Tcl_WideInt wide;
     if (Tcl_GetWideIntFromObj(interp, object, &wide) != TCL_OK)
         return false;
     // Tcl also gives the low 64 bits of some greater numbers; those keep a type of their own.
-    static const Tcl_ObjType *const wide_type = Tcl_GetObjType("wideInt");
-    if ((object->typePtr == integer_type() || object->typePtr == wide_type) && wrap(wide, value))
+    const bool is_wide =
+        object->typePtr == known.integer_type || object->typePtr == known.wide_type;
+    if (is_wide && wrap(wide, value))
         return true;
     report_too_large(interp);
     return false;

@@ -55,13 +55,6 @@ namespace qxsh {
 /// The greatest unsigned result that is an integer object; greater ones are string objects.
 constexpr unsigned int greatest_integer_result = 2147483646;
 
-/// Tcl's type of integer objects, whose value is internalRep.longValue.
-inline const Tcl_ObjType *integer_type()
-{
-    static const Tcl_ObjType *const type = Tcl_GetObjType("int");
-    return type;
-}
-
 /// What Tcl_GetLongFromObj gives where long has 32 bits: false for a word that is no integer or is
 /// beyond +-4294967295. With an interpreter, Tcl's own message and error code are left in it.
 bool long32_from_obj(Tcl_Interp *interp, Tcl_Obj *object, std::int32_t &value);

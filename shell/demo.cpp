@@ -4,6 +4,7 @@
 #include "commands/command_table.h"
 #include "commands/sdk_output.h"
 #include "runtime/constants.h"
+#include "runtime/known_objects.h"
 #include "types.h"
 
 // There are no constants yet; the step that installs them is complete.
@@ -26,6 +27,7 @@ int Demo_Init(Tcl_Interp *interp)
         return TCL_ERROR;
     if (Tcl_InitStubs(interp, "8.5", 0) == nullptr)
         return TCL_ERROR;
+    qxsh::learn_known_objects();
     Tcl_PkgProvide(interp, "demo", "0.0");
     swig_link_module(interp, &swig_module);
     propagate_client_data_once();

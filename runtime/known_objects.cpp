@@ -1,0 +1,23 @@
+// Tcl's object types and its empty text, by public calls only; see known_objects.h.
+#include "runtime/known_objects.h"
+
+namespace qxsh {
+
+static const Tcl_ObjType nothing = {"", nullptr, nullptr, nullptr, nullptr};
+
+constinit known_objects known = {&nothing, &nothing, nothing.name};
+
+void learn_known_objects()
+{
+    if (known.integer_type != &nothing)
+        return;
+    Tcl_Obj *const object = Tcl_NewObj();
+    known.empty_text = object->bytes;
+    Tcl_DecrRefCount(object);
+    known.integer_type = Tcl_GetObjType("int");
+    known.wide_type = Tcl_GetObjType("wideInt");
+    if (known.wide_type == nullptr)
+        known.wide_type = known.integer_type;
+}
+
+} // namespace qxsh

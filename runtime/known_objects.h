@@ -1,0 +1,20 @@
+// What the runtime knows of Tcl's own objects: looked up once, then compared with on nearly every call.
+#pragma once
+
+#include <tcl.h>
+
+namespace qxsh {
+
+struct known_objects {
+    const Tcl_ObjType *integer_type; ///< objects whose value is internalRep.longValue
+    const Tcl_ObjType *wide_type;    ///< Tcl_WideInt objects; the same where Tcl has only one type
+    const char *empty_text;          ///< what every new object has as its text, one array for all
+};
+
+/// Until learn_known_objects() has run, its members equal nothing that an object can hold.
+extern known_objects known;
+
+/// Fills `known` unless that was done. Needs Tcl's stub table.
+void learn_known_objects();
+
+} // namespace qxsh
