@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string_view>
 
 namespace qxsh {
 
@@ -12,7 +13,7 @@ struct record_layout;
 
 /// One field as a dump needs it.
 struct field_layout {
-    const char *name;
+    std::string_view name;
     std::uint16_t offset;        ///< bytes from the record's start
     std::uint8_t size;           ///< bytes of a scalar or of a bit-field's unit; 0 for records
     std::uint8_t bit;            ///< lowest bit of a bit-field
