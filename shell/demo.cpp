@@ -12,6 +12,13 @@ static const swig_const_info swig_constants[] = {
     {SWIG_END_OF_CONSTANTS, nullptr, 0, 0.0, nullptr, nullptr},
 };
 
+// The module's tables are not locked: the first thread that loads it is the only one that may.
+static bool in_first_thread()
+{
+    static const Tcl_ThreadId first = Tcl_GetCurrentThread();
+    return Tcl_GetCurrentThread() == first;
+}
+
 static void propagate_client_data_once()
 {
     static bool already_run = false;
@@ -27,6 +34,10 @@ int Demo_Init(Tcl_Interp *interp)
         return TCL_ERROR;
     if (Tcl_InitStubs(interp, "8.5", 0) == nullptr)
         return TCL_ERROR;
+    if (!in_first_thread()) {
+        Tcl_SetObjResult(interp, Tcl_NewStringObj("package demo is in use in another thread", -1));
+        return TCL_ERROR;
+    }
     qxsh::learn_known_objects();
     Tcl_PkgProvide(interp, "demo", "0.0");
     swig_link_module(interp, &swig_module);
