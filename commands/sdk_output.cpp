@@ -6,25 +6,84 @@
 #include <tcl.h>
 
 #include <cstdio>
+#include <cstring>
 
 namespace qxsh {
 
+// Tcl's stdout as long as it is open; asking for it anew takes longer than the flush it is for.
+static Tcl_Channel known_channel = nullptr;
+static bool c_output_unbuffered = false;
+
+static void forget_channel(ClientData) { known_channel = nullptr; }
+
+static Tcl_Channel tcl_stdout()
+{
+    if (known_channel == nullptr) {
+        known_channel = Tcl_GetStdChannel(TCL_STDOUT);
+        if (known_channel != nullptr)
+            Tcl_CreateCloseHandler(known_channel, forget_channel, nullptr);
+    }
+    return known_channel;
+}
+
+// From this size on a text goes to the device at once: Tcl's copying takes longer than the system call.
+constexpr std::size_t large_text = 1024;
+
+static bool line_ends_stay(Tcl_Channel channel)
+{
+    Tcl_DString translation;
+    Tcl_DStringInit(&translation);
+    const bool known = Tcl_GetChannelOption(nullptr, channel, "-translation", &translation) == TCL_OK;
+    const bool stay = known && std::strcmp(Tcl_DStringValue(&translation), "lf") == 0;
+    Tcl_DStringFree(&translation);
+    return stay;
+}
+
+// Writes past Tcl's buffer, behind what is in it. Gives the number of bytes that were taken.
+static std::size_t write_directly(Tcl_Channel channel, const char *bytes, std::size_t size)
+{
+    if (!line_ends_stay(channel) ||
+        (Tcl_OutputBuffered(channel) > 0 && Tcl_Flush(channel) != TCL_OK))
+        return 0;
+    std::size_t written = 0;
+    while (written < size) {
+        const int count = Tcl_WriteRaw(channel, bytes + written, static_cast<int>(size - written));
+        if (count <= 0)
+            break;
+        written += static_cast<std::size_t>(count);
+    }
+    return written;
+}
+
 static void write_to_tcl_stdout(const char *bytes, std::size_t size)
 {
-    if (Tcl_Channel channel = Tcl_GetStdChannel(TCL_STDOUT); channel != nullptr)
-        Tcl_Write(channel, bytes, static_cast<int>(size));
+    Tcl_Channel channel = tcl_stdout();
+    if (channel == nullptr)
+        return;
+    const std::size_t written = size >= large_text ? write_directly(channel, bytes, size) : 0;
+    if (written < size)
+        Tcl_Write(channel, bytes + written, static_cast<int>(size - written));
 }
 
 void send_output_to_tcl() { set_output(write_to_tcl_stdout); }
 
+void unbuffer_c_output()
+{
+    c_output_unbuffered = std::setvbuf(stdout, nullptr, _IONBF, 0) == 0;
+}
+
 sdk_output::sdk_output()
 {
-    Tcl_Channel channel = Tcl_GetStdChannel(TCL_STDOUT);
+    Tcl_Channel channel = tcl_stdout();
     if (channel != nullptr && Tcl_OutputBuffered(channel) > 0)
         Tcl_Flush(channel);
 }
 
 // Costs no system call when the SDK printed nothing.
-sdk_output::~sdk_output() { std::fflush(stdout); }
+sdk_output::~sdk_output()
+{
+    if (!c_output_unbuffered)
+        std::fflush(stdout);
+}
 
 } // namespace qxsh

@@ -8,6 +8,10 @@ namespace qxsh {
 /// no such channel (closed) the text is dropped.
 void send_output_to_tcl();
 
+/// Makes C's stdout write at once, so that it never holds anything back. For the shell's process entry only:
+/// in another program the stream may be in use already, and is flushed after each call instead.
+void unbuffer_c_output();
+
 /// Stands around one SDK call: before it Tcl's stdout is flushed, after it C's.
 class sdk_output
 {

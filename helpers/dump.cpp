@@ -6,6 +6,7 @@
 
 #include <bit>
 #include <cstring>
+#include <string_view>
 #include <vector>
 
 namespace qxsh {
@@ -24,39 +25,38 @@ public:
     }
 
     /// "<name> = <hex> \n"
-    void add_scalar(std::string_view name, std::uint32_t value)
+    void add_scalar(const field_name &name, std::uint32_t value)
     {
-        char *const at = room_for(name);
-        position_ = put(put_hex(put(put(at, name), " = "), value), " \n");
+        char *const at = put(put_name(name), " = ");
+        position_ = put(put_hex(at, value), " \n");
     }
 
     /// "<name>[<index>] = <hex>\n"
-    void add_element(std::string_view name, unsigned index, std::uint32_t value)
+    void add_element(const field_name &name, unsigned index, std::uint32_t value)
     {
-        char *const at = room_for(name);
-        char *const number = put_decimal(put(put(at, name), "["), index);
-        position_ = put(put_hex(put(number, "] = "), value), "\n");
+        char *const at = put(put_decimal(put(put_name(name), "["), index), "] = ");
+        position_ = put(put_hex(at, value), "\n");
     }
 
 private:
-    // Behind a name: an index of up to five digits, a value of up to ten, at most eight others.
-    static constexpr std::size_t rest_of_line = 24;
+    // A name's room, an index of up to five digits, a value of up to ten, eight others.
+    static constexpr std::size_t longest_line = field_name::room + 24;
 
-    char *room_for(std::string_view name)
+    char *put_name(const field_name &name)
     {
-        const std::size_t needed = name.size() + rest_of_line;
         const auto used = static_cast<std::size_t>(position_ - buffer_.data());
-        if (buffer_.size() - used < needed) [[unlikely]] {
-            buffer_.resize(2 * buffer_.size() + needed);
+        if (buffer_.size() - used < longest_line) [[unlikely]] {
+            buffer_.resize(2 * buffer_.size());
             position_ = buffer_.data() + used;
         }
-        return position_;
+        std::memcpy(position_, name.text, field_name::room); // what is too much is written over
+        return position_ + name.length;
     }
 
-    static char *put(char *at, std::string_view text)
+    template <std::size_t Size> static char *put(char *at, const char (&literal)[Size])
     {
-        std::memcpy(at, text.data(), text.size());
-        return at + text.size();
+        std::memcpy(at, literal, Size - 1);
+        return at + Size - 1;
     }
 
     // What "%#x" prints: 0 for zero, else 0x and lower-case digits.

@@ -5,15 +5,30 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <string_view>
 
 namespace qxsh {
 
 struct record_layout;
 
+/// A field's name, in a room of one size, so that it is copied without a loop.
+struct field_name {
+    static constexpr std::size_t room = 32;
+
+    template <std::size_t Size>
+    consteval field_name(const char (&literal)[Size]) : length(Size - 1)
+    {
+        static_assert(Size <= room, "names of fields have at most 31 characters");
+        for (std::size_t i = 0; i < Size - 1; ++i)
+            text[i] = literal[i];
+    }
+
+    char text[room] = {};
+    std::uint8_t length;
+};
+
 /// One field as a dump needs it.
 struct field_layout {
-    std::string_view name;
+    field_name name;
     std::uint16_t offset;        ///< bytes from the record's start
     std::uint8_t size;           ///< bytes of a scalar or of a bit-field's unit; 0 for records
     std::uint8_t bit;            ///< lowest bit of a bit-field

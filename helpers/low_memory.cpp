@@ -1,5 +1,6 @@
 // Block memory for 64-bit builds: the standard library's pools over mappings below 4 GiB.
 // Each block has a header of eight bytes in front, since a pool wants the size back when a block is freed.
+// Small blocks that were freed wait in a list of their size for the next of that size: a pool takes longer.
 // With QXSH_MEMORY_TOOLS the sanitizer and valgrind see the blocks as they see malloc's.
 #include "helpers/block_memory.h"
 
@@ -35,10 +36,16 @@ namespace {
 class low_mappings : public std::pmr::memory_resource
 {
 public:
-    bool contains(std::uintptr_t address) const
+    bool contains(std::uintptr_t address)
     {
-        auto next = ranges_.upper_bound(address);
-        return next != ranges_.begin() && address < std::prev(next)->second;
+        if (address - last_start_ < last_size_)
+            return true;
+        const auto next = ranges_.upper_bound(address);
+        if (next == ranges_.begin() || address >= std::prev(next)->second)
+            return false;
+        last_start_ = std::prev(next)->first;
+        last_size_ = std::prev(next)->second - last_start_;
+        return true;
     }
 
 private:
@@ -72,6 +79,7 @@ private:
         ASAN_UNPOISON_MEMORY_REGION(start, range->second - range->first);
         munmap(start, range->second - range->first);
         ranges_.erase(range);
+        last_size_ = 0;
     }
 
     bool do_is_equal(const memory_resource &other) const noexcept override { return this == &other; }
@@ -105,12 +113,16 @@ private:
     }
 
     std::map<std::uintptr_t, std::uintptr_t> ranges_; // start -> end
+    std::uintptr_t last_start_ = 0; // the range in which an address was found last
+    std::uintptr_t last_size_ = 0;
 };
 
 struct header {
-    std::uint32_t size;
-    std::uint32_t check;
+    std::uint32_t size;  // of the block, or no_block
+    std::uint32_t check; // of a free block: where the next free one of its size is
 };
+
+constexpr std::uint32_t no_block = UINT32_MAX;
 
 constexpr std::size_t alignment = 8;
 #ifdef QXSH_MEMORY_TOOLS
@@ -130,6 +142,34 @@ std::pmr::memory_resource &pool()
 {
     static auto *const instance = new std::pmr::unsynchronized_pool_resource(&mappings());
     return *instance;
+}
+
+// Free blocks of up to this many bytes wait in lists.
+constexpr std::size_t listed_bytes = 1024;
+header *free_lists[listed_bytes / alignment + 1];
+
+header *take_from_list(std::size_t bytes)
+{
+    if (bytes > listed_bytes)
+        return nullptr;
+    header *&list = free_lists[bytes / alignment];
+    header *const head = list;
+    if (head != nullptr) {
+        ASAN_UNPOISON_MEMORY_REGION(head, bytes);
+        list = reinterpret_cast<header *>(static_cast<std::uintptr_t>(head->check));
+    }
+    return head;
+}
+
+header *take_from_pool(std::size_t bytes)
+{
+    try {
+        auto *const memory = pool().allocate(bytes, alignment);
+        ASAN_UNPOISON_MEMORY_REGION(memory, bytes);
+        return static_cast<header *>(memory);
+    } catch (const std::bad_alloc &) {
+        return nullptr;
+    }
 }
 
 std::size_t bytes_for(std::uint32_t size)
@@ -159,14 +199,11 @@ void *allocate_block(std::uint32_t size)
     if (size > INT32_MAX)
         return nullptr;
     const auto bytes = bytes_for(size);
-    void *memory;
-    try {
-        memory = pool().allocate(bytes, alignment);
-    } catch (const std::bad_alloc &) {
+    auto *head = take_from_list(bytes);
+    if (head == nullptr)
+        head = take_from_pool(bytes);
+    if (head == nullptr)
         return nullptr;
-    }
-    ASAN_UNPOISON_MEMORY_REGION(memory, bytes);
-    auto *const head = static_cast<header *>(memory);
     VALGRIND_MAKE_MEM_DEFINED(head, sizeof *head);
     *head = {size, check_word(head, size)};
     void *const block = head + 1;
@@ -186,13 +223,19 @@ void free_block(void *block)
     if (address % alignment != 0 || !mappings().contains(address - sizeof(header)))
         report_bad_free(block);
     ASAN_UNPOISON_MEMORY_REGION(head, sizeof *head);
-    if (head->check != check_word(head, head->size))
+    if (head->size == no_block || head->check != check_word(head, head->size))
         report_bad_free(block);
     const auto bytes = bytes_for(head->size);
-    head->check = 0;
+    head->size = no_block;
     VALGRIND_FREELIKE_BLOCK(block, red_zone);
+    if (bytes <= listed_bytes) {
+        header *&list = free_lists[bytes / alignment];
+        head->check = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(list));
+        list = head;
+    }
     ASAN_POISON_MEMORY_REGION(head, bytes);
-    pool().deallocate(head, bytes, alignment);
+    if (bytes > listed_bytes)
+        pool().deallocate(head, bytes, alignment);
 }
 
 } // namespace qxsh

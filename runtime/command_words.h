@@ -64,6 +64,11 @@ public:
     /// Word `number` as a handle of any type.
     bool get(int number, void *&pointer) const
     {
+        const Tcl_Obj *const word = objv_[number];
+        if (word->typePtr == &handle_type) {
+            pointer = word->internalRep.twoPtrValue.ptr1;
+            return true;
+        }
         return convert_word(interp_, objv_, number, format_, &pointer, nullptr);
     }
 

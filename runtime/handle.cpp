@@ -72,12 +72,12 @@ bool evaluate(Tcl_Interp *interp, const std::string &script, std::string &text)
 // text: "NULL". Whatever was evaluated, the result is left empty.
 bool resolve_commands(Tcl_Interp *interp, std::string &text)
 {
-    for (int round = 0; round < qxsh::max_indirections && text[0] != '_'; ++round) {
+    for (int round = 0; text[0] != '_'; ++round) {
         if (text == "NULL") {
             text.clear();
-            break;
+            return true;
         }
-        if (text.empty() || interp == nullptr)
+        if (text.empty() || interp == nullptr || round == qxsh::max_indirections)
             return false;
         // Asking for the name first keeps the handler of unknown commands out of it.
         std::string known;
@@ -87,10 +87,8 @@ bool resolve_commands(Tcl_Interp *interp, std::string &text)
             return false;
         }
         Tcl_ResetResult(interp);
-        if (text.empty())
-            return false;
     }
-    return text.empty() || text[0] == '_';
+    return true;
 }
 
 [[noreturn]] void report_new_memory()
