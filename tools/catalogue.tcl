@@ -259,11 +259,11 @@ proc catalogue::declare_call {place words} {
     foreach {here line} [body_lines $place $body] {
         if {[llength $line] ni {3 4}} { fail $here "expected: direction type name ?description?" }
         foreach {direction type argument description} [concat $line {{}}] break
+        if {$direction ni {in out inout}} { fail $here "\"$direction\" is no direction" }
         check_name $here $argument argument
         if {$argument eq $name} { fail $here "argument $argument is named like its call" }
         if {$argument in $names} { fail $here "argument $argument is already declared" }
         lappend names $argument
-        if {$direction ni {in out inout}} { fail $here "\"$direction\" is no direction" }
         if {![string match {*[*]} $type]} {
             if {$type ni {u8 u16 u32}} { fail $here "\"$type\" is no argument type" }
             if {$direction ne "in"} { fail $here "$argument is passed by value and can only be in" }
@@ -337,9 +337,15 @@ proc catalogue::declare_free {place words} {
 proc catalogue::check_name {place name what} {
     variable reserved_names
     if {![regexp {^[A-Za-z_][A-Za-z0-9_]*$} $name]} {
-        fail $place "\"$name\" is no name for a $what"
+        fail $place "\"$name\" is no name for [with_article $what]"
     }
-    if {$name in $reserved_names} { fail $place "$name is a reserved word, no name for a $what" }
+    if {$name in $reserved_names} {
+        fail $place "$name is a reserved word, no name for [with_article $what]"
+    }
+}
+
+proc catalogue::with_article {noun} {
+    return [expr {[string match {[aeiou]*} $noun] ? "an" : "a"}]\ $noun
 }
 
 # Descriptions become comments of C, and in them sentences.
@@ -368,7 +374,7 @@ proc catalogue::check_types {} {
             if {$type ni {u8 u16 u32} && $type ni $model(records)} {
                 fail $place "type $type of [dict get $field name] is not declared"
             }
-            if {[dict get $field set_as] ne {} && ![dict get $field count]} {
+            if {[dict get $field set_as] ne {} && [field_kind $field] ne "array"} {
                 fail $place "-set-as is for arrays of scalars; [dict get $field name] is none"
             }
             if {[dict get $field width] && $type ni {u8 u16 u32}} {

@@ -1,0 +1,46 @@
+// Addresses and prefixes as keys.
+#include "address.h"
+
+#include <algorithm>
+
+namespace qxsim {
+
+std::uint32_t family_bits(std::uint32_t family) noexcept
+{
+    return family == family_ipv4 ? 32 : 128;
+}
+
+bool valid_address(const qx_ip_address_t &address) noexcept
+{
+    return address.afi <= family_ipv6 && address.addr_len <= family_bits(address.afi);
+}
+
+address_key address_of(const qx_ip_address_t &address) noexcept
+{
+    address_key key{address.afi, {}};
+    const unsigned words = family_bits(address.afi) / 32;
+    for (unsigned index = 0; index < words; ++index)
+        key.words[index] = address.ip_addr.addr[index];
+    return key;
+}
+
+prefix_key shortened(const prefix_key &prefix, std::uint32_t length) noexcept
+{
+    prefix_key result = prefix;
+    result.length = std::min(prefix.length, length);
+    for (std::uint32_t index = 0; index < 4; ++index) {
+        const std::uint32_t before = index * 32;
+        const std::uint32_t kept = result.length > before ? result.length - before : 0;
+        if (kept < 32)
+            result.address.words[index] &= kept == 0 ? 0 : ~0U << (32 - kept);
+    }
+    return result;
+}
+
+prefix_key prefix_of(const qx_ip_address_t &address) noexcept
+{
+    const std::uint32_t length = address.addr_len;
+    return shortened({address_of(address), length}, length);
+}
+
+} // namespace qxsim

@@ -1,0 +1,65 @@
+// The common shape of every SDK function.
+#include "call.h"
+
+#include "control.h"
+#include "device.h"
+#include "sdk_calls.h"
+
+namespace qxsim {
+
+void call_frame::fetch() noexcept
+{
+    for (std::size_t number = 0; number < call_.arguments.size(); ++number) {
+        const argument_description &argument = call_.arguments[number];
+        if (argument.pointer && argument.count < 0 && argument.way != direction::out)
+            std::memcpy(copies_ + argument.place, words_[number].pointer, argument.size);
+    }
+}
+
+void call_frame::deliver() noexcept
+{
+    for (std::size_t number = 0; number < call_.arguments.size(); ++number) {
+        const argument_description &argument = call_.arguments[number];
+        if (argument.pointer && argument.way != direction::in)
+            std::memcpy(words_[number].pointer, copies_ + argument.place, argument.size);
+    }
+}
+
+static bool has_null(const call_description &call, const call_word *words) noexcept
+{
+    for (std::size_t number = 0; number < call.arguments.size(); ++number)
+        if (call.arguments[number].pointer && words[number].pointer == nullptr)
+            return true;
+    return false;
+}
+
+// Behaviours do not throw; what can is the making of a device, and then nothing has changed yet.
+static qx_status carry_out(const call_description &call, const call_word *words) noexcept
+try {
+    call_frame frame{call, words};
+    if (call.names_device) {
+        if (words[0].value >= device_count)
+            return QX_BAD_DEVICE;
+        frame.here = &device_numbered(words[0].value);
+        ++frame.here->ticks;
+    }
+    if (has_null(call, words))
+        return QX_NULL_POINTER;
+    frame.fetch();
+    const qx_status status = call.behave(frame);
+    if (status == QX_OK)
+        frame.deliver();
+    return status;
+} catch (...) {
+    return QX_NO_MEMORY;
+}
+
+unsigned int perform(unsigned int number, const call_word *words) noexcept
+{
+    const call_description &call = call_descriptions[number];
+    if (controlled()) [[unlikely]]
+        return perform_controlled(call, words, carry_out);
+    return carry_out(call, words);
+}
+
+} // namespace qxsim

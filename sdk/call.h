@@ -1,0 +1,87 @@
+// The common shape of every SDK function: device and null pointers are checked, records copied in,
+// the behaviour runs on the copies, and only a successful call copies them out. So a failing call
+// writes nothing, and records may lie at any address. The functions themselves are generated; each
+// calls `perform` with its number and its words, which calls the behaviour in its area's file.
+#pragma once
+
+#include "qx_status.h"
+#include "record.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+namespace qxsim {
+
+struct device;
+class call_frame;
+
+enum class direction : std::uint8_t { in, out, inout };
+
+/// One argument of an SDK function.
+struct argument_description {
+    const char *name;
+    direction way;
+    bool pointer;
+    std::uint16_t size;               ///< bytes of the value, or of what the pointer points to
+    std::uint16_t place;              ///< of a pointer: where the frame has its copy
+    std::int8_t count;                ///< of an array: number of the argument with its size; else -1
+    const record_description *record; ///< what is pointed to; null for scalars
+};
+
+struct call_description {
+    const char *name;
+    std::span<const argument_description> arguments;
+    bool names_device;                  ///< the first argument is a device number
+    qx_status (*behave)(call_frame &); ///< the behaviour, on the frame's copies
+};
+
+/// An argument as the caller gave it.
+struct call_word {
+    call_word(unsigned int number) noexcept : value(number) {}
+    call_word(void *address) noexcept : pointer(address) {}
+    std::uint32_t value = 0;
+    void *pointer = nullptr;
+};
+
+/// Bytes that the copies of one call's records take, at most.
+constexpr std::size_t frame_limit = 256;
+
+/// The copies of one call's records and cells. An array stays where it is.
+class call_frame
+{
+public:
+    call_frame(const call_description &call, const call_word *words) noexcept
+        : call_(call), words_(words)
+    {
+    }
+
+    device *here = nullptr; ///< the device that the call names; null if it names none
+
+    template <typename Value> Value value(unsigned number) const noexcept
+    {
+        return static_cast<Value>(words_[number].value);
+    }
+    template <typename Record> Record &record(unsigned number) noexcept
+    {
+        return *reinterpret_cast<Record *>(copies_ + call_.arguments[number].place);
+    }
+    template <typename Record> record_array<Record> array(unsigned number) const noexcept
+    {
+        const int count = call_.arguments[number].count;
+        return {words_[number].pointer, words_[count].value};
+    }
+
+    void fetch() noexcept;   ///< copies in what the call reads
+    void deliver() noexcept; ///< copies out what the call fills
+
+private:
+    const call_description &call_;
+    const call_word *words_;
+    alignas(4) unsigned char copies_[frame_limit] = {};
+};
+
+/// One call of the SDK function with this number, from its first check to its status.
+unsigned int perform(unsigned int number, const call_word *words) noexcept;
+
+} // namespace qxsim

@@ -1,0 +1,32 @@
+// The flow table as the translations use it: their flows stand in it beside those of qx_flow_add.
+#pragma once
+
+#include "device.h"
+#include "qx_status.h"
+
+namespace qxsim {
+
+/// What a flow is found by. Documented as a formula in docs/simulator.md and as a script in
+/// library/qx_sim.tcl, in the same words; the three change together.
+flow_key flow_key_of(const qx_pkt_info_t &packet) noexcept;
+
+/// The slot that a key's hash names; a flow lies in this one or in one of the next ones, round the end.
+unsigned flow_home(const flow_key &key) noexcept;
+
+/// A packet's port, addresses and VLAN identifiers are within their ranges.
+qx_status check_packet(const qx_pkt_info_t &packet) noexcept;
+
+/// Both packets of a flow are within their ranges.
+qx_status check_flow(const qx_flow_t &flow) noexcept;
+
+/// Puts a checked flow into the first free slot from its home on; `slot` receives it.
+qx_status install_flow(device &here, const qx_flow_t &flow, flow_owner owner,
+                       std::uint16_t &slot) noexcept;
+
+/// The flow whose ingress packet has the same key; null if there is none. `slot` receives its slot.
+flow_entry *find_flow(device &here, const flow_key &key, std::uint16_t &slot) noexcept;
+
+/// Takes the flow in an occupied slot out.
+void remove_flow(device &here, std::uint16_t slot) noexcept;
+
+} // namespace qxsim

@@ -1,0 +1,88 @@
+// QoS maps: per port a map mode and two tables that give a packet its priority.
+#include "codes.h"
+#include "device.h"
+#include "sdk_calls.h"
+
+namespace qxsim {
+
+static qx_status check_port(unsigned port) noexcept
+{
+    return port < port_count ? QX_OK : QX_BAD_PORT;
+}
+
+static qx_status check_dscp(unsigned port, unsigned dscp) noexcept
+{
+    if (port >= port_count)
+        return QX_BAD_PORT;
+    return dscp < dscp_count ? QX_OK : QX_BAD_DSCP;
+}
+
+static qx_status check_dot1p(unsigned port, unsigned dot1p) noexcept
+{
+    if (port >= port_count)
+        return QX_BAD_PORT;
+    return dot1p < dot1p_count ? QX_OK : QX_BAD_DOT1P;
+}
+
+qx_status qos_map_mode_get(device &here, unsigned short port_id, unsigned int &mode)
+{
+    const qx_status status = check_port(port_id);
+    if (status == QX_OK)
+        mode = here.ports[port_id].mode;
+    return status;
+}
+
+qx_status qos_map_mode_set(device &here, unsigned short port_id, unsigned int mode)
+{
+    const qx_status status = check_port(port_id);
+    if (status != QX_OK)
+        return status;
+    if (mode > map_mode_limit)
+        return QX_BAD_MAP_MODE;
+    here.ports[port_id].mode = mode;
+    return QX_OK;
+}
+
+qx_status qos_dscp_map_get(device &here, unsigned short port_id, unsigned char dscp,
+                           unsigned char &priority)
+{
+    const qx_status status = check_dscp(port_id, dscp);
+    if (status == QX_OK)
+        priority = here.ports[port_id].dscp[dscp];
+    return status;
+}
+
+qx_status qos_dscp_map_set(device &here, unsigned short port_id, unsigned char dscp,
+                           unsigned char priority)
+{
+    const qx_status status = check_dscp(port_id, dscp);
+    if (status != QX_OK)
+        return status;
+    if (priority > priority_limit)
+        return QX_BAD_PRIORITY;
+    here.ports[port_id].dscp[dscp] = priority;
+    return QX_OK;
+}
+
+qx_status qos_dot1p_map_get(device &here, unsigned short port_id, unsigned char dot1p,
+                            unsigned char &priority)
+{
+    const qx_status status = check_dot1p(port_id, dot1p);
+    if (status == QX_OK)
+        priority = here.ports[port_id].dot1p[dot1p];
+    return status;
+}
+
+qx_status qos_dot1p_map_set(device &here, unsigned short port_id, unsigned char dot1p,
+                            unsigned char priority)
+{
+    const qx_status status = check_dot1p(port_id, dot1p);
+    if (status != QX_OK)
+        return status;
+    if (priority > priority_limit)
+        return QX_BAD_PRIORITY;
+    here.ports[port_id].dot1p[dot1p] = priority;
+    return QX_OK;
+}
+
+} // namespace qxsim

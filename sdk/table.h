@@ -1,0 +1,133 @@
+// Bounded tables: rows in the order of their keys, in memory that is taken once. What every table of
+// the simulated device is made of. Relies on the standard library only.
+#pragma once
+
+#include <algorithm>
+#include <cassert>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace qxsim {
+
+/// A table of at most `capacity` rows, sorted by key. Keys have all comparisons and are unique.
+/// All memory is taken by the constructor, which may throw std::bad_alloc; nothing else throws,
+/// given keys and entries whose copies do not. Pointers to rows last until the next add or remove.
+template <typename Key, typename Entry> class bounded_table
+{
+public:
+    struct row {
+        Key key;
+        Entry entry;
+    };
+
+    explicit bounded_table(std::size_t capacity) : capacity_(capacity) { rows_.reserve(capacity); }
+
+    std::size_t capacity() const noexcept { return capacity_; }
+    std::size_t size() const noexcept { return rows_.size(); }
+    bool empty() const noexcept { return rows_.empty(); }
+    bool full() const noexcept { return rows_.size() >= capacity_; }
+
+    /// The entry under a key; null if there is none.
+    Entry *find(const Key &key) noexcept
+    {
+        const auto place = position(key);
+        return place < rows_.size() && rows_[place].key == key ? &rows_[place].entry : nullptr;
+    }
+    const Entry *find(const Key &key) const noexcept
+    {
+        return const_cast<bounded_table *>(this)->find(key);
+    }
+
+    /// The first row; null if the table is empty.
+    const row *first() const noexcept { return rows_.empty() ? nullptr : &rows_.front(); }
+
+    /// The first row whose key is greater, whether or not the key itself is there; null at the end.
+    const row *next(const Key &key) const noexcept
+    {
+        const auto place = std::upper_bound(
+            rows_.begin(), rows_.end(), key,
+            [](const Key &left, const row &right) { return left < right.key; });
+        return place == rows_.end() ? nullptr : &*place;
+    }
+
+    /// Adds an entry under a key that is not there yet, to a table that is not full.
+    Entry &add(const Key &key, const Entry &entry) noexcept
+    {
+        assert(!full() && find(key) == nullptr);
+        const auto place = rows_.begin() + static_cast<std::ptrdiff_t>(position(key));
+        return rows_.insert(place, row{key, entry})->entry;
+    }
+
+    /// Removes the row under a key; false if there is none.
+    bool remove(const Key &key) noexcept
+    {
+        const auto place = position(key);
+        if (place == rows_.size() || !(rows_[place].key == key))
+            return false;
+        rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(place));
+        return true;
+    }
+
+    void clear() noexcept { rows_.clear(); }
+
+    // Rows in the order of their keys; entries may be changed, keys not.
+    auto begin() noexcept { return rows_.begin(); }
+    auto end() noexcept { return rows_.end(); }
+    auto begin() const noexcept { return rows_.begin(); }
+    auto end() const noexcept { return rows_.end(); }
+
+private:
+    /// Where a key is, or would be put.
+    std::size_t position(const Key &key) const noexcept
+    {
+        const auto place = std::lower_bound(
+            rows_.begin(), rows_.end(), key,
+            [](const row &left, const Key &right) { return left.key < right; });
+        return static_cast<std::size_t>(place - rows_.begin());
+    }
+
+    std::size_t capacity_;
+    std::vector<row> rows_;
+};
+
+/// The row that a condition on its entry holds for, the first in order; null if none.
+template <typename Table, typename Condition> auto find_row(Table &table, Condition holds)
+{
+    const auto place = std::find_if(table.begin(), table.end(),
+                                    [&](const auto &row) { return holds(row.entry); });
+    return place == table.end() ? nullptr : &*place;
+}
+
+/// A table that numbers its entries itself: base + 1 to base + 65535, each number the next free one
+/// after the one given out before. So a number comes again only after all others were used.
+template <typename Entry> class numbered_table : public bounded_table<std::uint32_t, Entry>
+{
+public:
+    static constexpr std::uint32_t serial_limit = 65535;
+
+    numbered_table(std::size_t capacity, std::uint32_t base)
+        : bounded_table<std::uint32_t, Entry>(capacity), base_(base)
+    {
+        assert(capacity < serial_limit);
+    }
+
+    /// Adds an entry to a table that is not full; returns its number.
+    std::uint32_t add(const Entry &entry) noexcept
+    {
+        do
+            last_ = last_ % serial_limit + 1;
+        while (this->find(base_ + last_) != nullptr);
+        bounded_table<std::uint32_t, Entry>::add(base_ + last_, entry);
+        return base_ + last_;
+    }
+
+    /// The serial given out last; 0 at the start.
+    std::uint32_t last() const noexcept { return last_; }
+
+private:
+    std::uint32_t base_;
+    std::uint32_t last_ = 0;
+};
+
+} // namespace qxsim
