@@ -17,31 +17,10 @@ void *create_record_array(std::uint32_t count, std::uint32_t size)
     return allocate_block(count * size);
 }
 
-void *record_slot(void *array, std::uint32_t index, std::uint32_t size)
-{
-    return array != nullptr ? address_at(array, index * size) : nullptr;
-}
-
 void set_record_slot(void *array, const void *item, std::uint32_t index, std::uint32_t size)
 {
     if (array != nullptr && item != nullptr)
         std::memmove(address_at(array, index * size), item, size);
-}
-
-void copy_record(void *record, std::uint32_t offset, const void *source, std::uint32_t size)
-{
-    std::memmove(address_at(record, offset), source, size);
-}
-
-void set_record(void *record, std::uint32_t offset, const void *source, std::uint32_t size)
-{
-    if (record != nullptr && source != nullptr)
-        copy_record(record, offset, source, size);
-}
-
-void *record_at(void *record, std::uint32_t offset)
-{
-    return record != nullptr ? address_at(record, offset) : nullptr;
 }
 
 void set_record_element(void *record, std::uint32_t offset, std::uint32_t count, const void *source,
@@ -57,12 +36,6 @@ void set_record_element(void *record, std::uint32_t offset, std::uint32_t count,
     } else {
         report_bad_index(setter);
     }
-}
-
-void *record_element(void *record, std::uint32_t offset, std::uint32_t count, std::uint32_t size,
-                     std::uint32_t index)
-{
-    return record != nullptr && index < count ? address_at(record, offset + index * size) : nullptr;
 }
 
 void report_bad_index(const char *setter)

@@ -7,6 +7,7 @@
 #include "helpers/fields.h"
 
 #include <cstdint>
+#include <cstring>
 
 namespace qxsh {
 
@@ -20,27 +21,43 @@ void *create_record(std::uint32_t size);
 void *create_record_array(std::uint32_t count, std::uint32_t size);
 
 /// Record `index` of an array; null for null. Arrays keep no length, so any index is computed.
-void *record_slot(void *array, std::uint32_t index, std::uint32_t size);
+inline void *record_slot(void *array, std::uint32_t index, std::uint32_t size)
+{
+    return array != nullptr ? address_at(array, index * size) : nullptr;
+}
 
 /// Copies `item` into slot `index`; nothing if either is null.
 void set_record_slot(void *array, const void *item, std::uint32_t index, std::uint32_t size);
 
 /// Copies a whole nested record from `source` to `offset`; they may overlap. Neither is null.
-void copy_record(void *record, std::uint32_t offset, const void *source, std::uint32_t size);
+inline void copy_record(void *record, std::uint32_t offset, const void *source, std::uint32_t size)
+{
+    std::memmove(address_at(record, offset), source, size);
+}
 
 /// Copies a nested record in; nothing if either pointer is null.
-void set_record(void *record, std::uint32_t offset, const void *source, std::uint32_t size);
+inline void set_record(void *record, std::uint32_t offset, const void *source, std::uint32_t size)
+{
+    if (record != nullptr && source != nullptr)
+        copy_record(record, offset, source, size);
+}
 
 /// A nested record's address; null for null.
-void *record_at(void *record, std::uint32_t offset);
+inline void *record_at(void *record, std::uint32_t offset)
+{
+    return record != nullptr ? address_at(record, offset) : nullptr;
+}
 
 /// Copies `source` into element `index` of `count`, or into every element.
 void set_record_element(void *record, std::uint32_t offset, std::uint32_t count, const void *source,
                         std::uint32_t size, std::uint32_t index, const char *setter);
 
 /// The address of nested element `index`; null for a null record or an index past the end.
-void *record_element(void *record, std::uint32_t offset, std::uint32_t count, std::uint32_t size,
-                     std::uint32_t index);
+inline void *record_element(void *record, std::uint32_t offset, std::uint32_t count,
+                            std::uint32_t size, std::uint32_t index)
+{
+    return record != nullptr && index < count ? address_at(record, offset + index * size) : nullptr;
+}
 
 /// Prints "<setter> bad Index " and a line end.
 void report_bad_index(const char *setter);

@@ -10,6 +10,7 @@
 
 #include <tcl.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 
@@ -50,10 +51,10 @@ public:
         using limits = std::numeric_limits<Number>;
         const Tcl_Obj *const word = objv_[number];
         if (word->typePtr == known.integer_type) {
-            const long integer = word->internalRep.longValue;
             // Beyond 2147483647 a board has no integer that is not negative.
-            if (integer >= 0 && integer <= INT32_MAX &&
-                static_cast<unsigned long>(integer) <= limits::max()) {
+            constexpr auto greatest = std::min<unsigned long long>(limits::max(), INT32_MAX);
+            const auto integer = static_cast<unsigned long>(word->internalRep.longValue);
+            if (integer <= greatest) {
                 value = static_cast<Number>(integer);
                 return true;
             }

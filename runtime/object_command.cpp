@@ -20,6 +20,12 @@ int fail(Tcl_Interp *interp, const char *message)
     return TCL_ERROR;
 }
 
+int fail_without_command(Tcl_Interp *interp, Tcl_Obj *name)
+{
+    const std::string text = Tcl_GetString(name);
+    return fail(interp, ("invalid command name \"" + text + "\"").c_str());
+}
+
 // The description of a base, looked up by its type's name the first time. Null if nobody brings it.
 swig_class *base_of(Tcl_Interp *interp, const swig_class &description, int number)
 {
@@ -100,6 +106,9 @@ int set_attributes(swig_instance &instance, Tcl_Interp *interp, int objc, Tcl_Ob
     if (objc < 4 || objc % 2 != 0)
         return fail(interp, "wrong # args.");
     for (int i = 2; i < objc; i += 2) {
+        // A setter may end the command; the rest is refused as by a command line of its own.
+        if (instance.token == nullptr)
+            return fail_without_command(interp, objv[0]);
         const auto *const attribute = find(interp, *instance.class_description,
                                            &swig_class::attributes, Tcl_GetString(objv[i]));
         if (attribute == nullptr || attribute->setter == nullptr)
@@ -172,18 +181,20 @@ int dispatch(swig_instance &instance, Tcl_Interp *interp, int objc, Tcl_Obj *con
 void free_instance(char *memory) { delete reinterpret_cast<swig_instance *>(memory); }
 
 // The command that is about to be replaced must not destroy what its successor stands for.
-void give_up_ownership(const Tcl_CmdInfo &command)
+void give_up_ownership(Tcl_Command command)
 {
-    if (command.deleteProc == swig_object_delete)
-        static_cast<swig_instance *>(command.objClientData)->owned = 0;
+    Tcl_CmdInfo info;
+    if (Tcl_GetCommandInfoFromToken(command, &info) != 0 && info.deleteProc == swig_object_delete)
+        static_cast<swig_instance *>(info.deleteData)->owned = 0;
 }
 
 void make_command(Tcl_Interp *interp, Tcl_Obj *handle, void *pointer, swig_type_record *type,
                   int flags)
 {
     const char *const name = Tcl_GetString(handle);
-    Tcl_CmdInfo existing;
-    if (Tcl_GetCommandInfo(interp, name, &existing) != 0) {
+    // Commands are made in the global namespace, so a namesake in the caller's own is none of ours.
+    Tcl_Command const existing = Tcl_FindCommand(interp, name, nullptr, TCL_GLOBAL_ONLY);
+    if (existing != nullptr) {
         if (flags == 0)
             return;
         give_up_ownership(existing);
@@ -203,7 +214,7 @@ void make_command(Tcl_Interp *interp, Tcl_Obj *handle, void *pointer, swig_type_
 Tcl_Obj *swig_new_instance_obj(Tcl_Interp *interp, void *pointer, swig_type_record *type, int flags)
 {
     Tcl_Obj *const handle = swig_new_pointer_obj(pointer, type);
-    if (handle != nullptr && pointer != nullptr && type->client_data != nullptr &&
+    if (handle != nullptr && has_handle(pointer) && type->client_data != nullptr &&
         interp != nullptr)
         make_command(interp, handle, pointer, type, flags);
     return handle;
@@ -228,6 +239,7 @@ void swig_object_delete(ClientData data)
     if (instance->owned != 0 && object_table::disown(instance->pointer) &&
         instance->class_description->destructor != nullptr)
         instance->class_description->destructor(instance->pointer);
+    instance->token = nullptr;
     Tcl_DecrRefCount(instance->handle);
     Tcl_EventuallyFree(data, free_instance);
 }

@@ -14,7 +14,7 @@ struct swig_instance {
     void *pointer;
     swig_class *class_description;
     int owned;         ///< whether deleting the command destroys the object
-    Tcl_Command token;
+    Tcl_Command token; ///< null once the command is deleted
 };
 
 /// Called with the instance as client data and the command's words, word 1 replaced by the handle.
