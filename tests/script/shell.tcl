@@ -6,14 +6,16 @@ package require Tcl 8.5
 package require tcltest 2.3
 namespace import -force ::tcltest::*
 
-testConstraint sanitized   [expr {$env(QXSH_SANITIZED) eq "ON"}]
-testConstraint unsanitized [expr {$env(QXSH_SANITIZED) ne "ON"}]
+# run.tcl has sourced this file already; a test file that does so again gets what is there.
+if {[info exists ::harness::folder]} return
 
 # A folder of this run's own, removed at its end.
 namespace eval harness {
     variable folder [file join $env(QXSH_BUILD) script-tests [pid]]
+    variable here [file normalize [info script]]
     variable transcript {}
     variable runs 0
+    variable environment {} ;# NAME=VALUE words for every run
     file mkdir $folder
     rename ::exit ::harness::real_exit
     proc ::exit {{status 0}} {
@@ -23,35 +25,66 @@ namespace eval harness {
 }
 
 proc project {} { file dirname [file dirname [file dirname $::harness::here]] }
-set harness::here [file normalize [info script]]
+proc scratch {name} { file join $::harness::folder $name }
+
+# ------------------------------------------------------------------------------ constraints
+
+# constraint NAME CONDITION REASON: like testConstraint, and says why tests are left out.
+proc constraint {name condition reason} {
+    set holds [uplevel 1 [list expr $condition]]
+    testConstraint $name $holds
+    if {!$holds} { puts "constraint $name is off: $reason" }
+}
+proc have_program {name} { expr {[auto_execok $name] ne {}} }
+
+testConstraint sanitized   [expr {$env(QXSH_SANITIZED) eq "ON"}]
+testConstraint unsanitized [expr {$env(QXSH_SANITIZED) ne "ON"}]
+
+# ------------------------------------------------------------------------------------ files
 
 # The rows of a table in tests/expected, comments left out.
 proc expected {name} {
-    set channel [open [file join [project] tests expected $name]]
-    fconfigure $channel -encoding utf-8
     set rows {}
-    foreach line [split [string trimright [read $channel] \n] \n] {
+    foreach line [split [string trimright [file_text [file join [project] tests expected $name]] \n] \n] {
         if {![string match #* $line]} { lappend rows [split $line \t] }
     }
-    close $channel
     return $rows
 }
 
+proc file_text {name} {
+    set channel [open $name]
+    fconfigure $channel -encoding utf-8
+    set text [read $channel]
+    close $channel
+    return $text
+}
+
+proc write_file {name text} {
+    set channel [open $name w]
+    fconfigure $channel -encoding utf-8 -translation lf
+    puts -nonewline $channel $text
+    close $channel
+    return $name
+}
+
+# ----------------------------------------------------------------------------- running things
+
 # The words that start the shell, with NAME=VALUE words for its environment.
 proc shell_command {{environment {}}} {
-    set clean [list HOME=$::harness::folder]
-    return [concat $::env(QXSH_LAUNCHER) $clean $environment [list $::env(QXSH_SHELL)]]
+    return [concat [launcher $environment] [list $::env(QXSH_SHELL)]]
+}
+
+# The words before any program of the build.
+proc launcher {{environment {}}} {
+    return [concat $::env(QXSH_LAUNCHER) [list HOME=$::harness::folder] \
+        $::harness::environment $environment]
 }
 
 # Runs a script file's text in the shell; -> dict: out (stdout and stderr as they came), status.
 proc shell {script args} { shell_with {} $script {*}$args }
 
 proc shell_with {environment script args} {
-    set file [file join $::harness::folder script.tcl]
-    set channel [open $file w]
-    fconfigure $channel -encoding utf-8 -translation lf
-    puts -nonewline $channel $script
-    close $channel
+    write_file [scratch script.tcl] $script
     return [run_command [concat [shell_command $environment] script.tcl $args]]
 }
 
@@ -72,20 +105,42 @@ proc run_command {command} {
     return [dict create out $out status $status]
 }
 
+# Runs a script of sh in the run's folder, `$1` and so on being the words: pipes and files of its own.
+proc run_sh {script args} { run_command [concat [list sh -c $script sh] $args] }
+
 # What the shell prints, for tests that expect success.
-proc output_of {script args} {
-    set run [shell $script {*}$args]
+proc output_of {script args} { output_with {} $script {*}$args }
+
+proc output_with {environment script args} {
+    set run [shell_with $environment $script {*}$args]
     if {[dict get $run status] ne "0"} {
         return -code error "status [dict get $run status]: [dict get $run out]"
     }
     return [dict get $run out]
 }
 
+# ------------------------------------------------------------------------------- transcripts
+
 proc begin_transcript {name} {
     set folder [file join $::env(QXSH_BUILD) transcripts]
     file mkdir $folder
     set ::harness::transcript [file join $folder $name.txt]
     close [open $::harness::transcript w]
+}
+
+# For files whose runs differ between builds with good reason: no transcript is kept.
+proc without_transcript {} {
+    if {$::harness::transcript ne {}} { file delete $::harness::transcript }
+    set ::harness::transcript {}
+}
+
+# The same for the runs of one script.
+proc without_recording {script} {
+    set saved $::harness::transcript
+    set ::harness::transcript {}
+    set code [catch { uplevel 1 $script } result]
+    set ::harness::transcript $saved
+    return -code $code $result
 }
 
 # Addresses differ from build to build and from run to run; nothing else may.
