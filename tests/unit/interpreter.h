@@ -71,6 +71,14 @@ public:
         return result();
     }
     std::string result() const { return Tcl_GetStringResult(interp_); }
+    /// The error code that a script would see if the present failure reached it.
+    std::string error_code() const
+    {
+        const held_object options{Tcl_GetReturnOptions(interp_, TCL_ERROR)};
+        Tcl_Obj *code = nullptr;
+        Tcl_DictObjGet(nullptr, options, held_object{"-errorcode"}, &code);
+        return code != nullptr ? Tcl_GetString(code) : "(none)";
+    }
     std::string variable(const char *name) const
     {
         const char *const value = Tcl_GetVar(interp_, name, TCL_GLOBAL_ONLY);

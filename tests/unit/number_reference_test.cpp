@@ -52,6 +52,6 @@ TEST(number_reference, messages)
         const bool good = qxsh::long32_from_obj(ours, held_object{row.word}, value);
         ASSERT_EQ(good, Tcl_GetLongFromObj(theirs, held_object{row.word}, &number) == TCL_OK);
         EXPECT_EQ(ours.result(), theirs.result());
-        EXPECT_EQ(ours.variable("errorCode"), theirs.variable("errorCode"));
+        EXPECT_EQ(ours.error_code(), theirs.error_code());
     }
 }

@@ -1,0 +1,60 @@
+// The type table and the module record.
+// Generated from the catalogue by tools/generate.tcl; changes belong there.
+#include "types.h"
+
+static swig_type_record record_p_char = {"_p_char", "char *",
+    nullptr, nullptr, nullptr, 0};
+static swig_cast_record casts_p_char[] = {
+    {&record_p_char, nullptr, nullptr, nullptr}, {nullptr, nullptr, nullptr, nullptr}};
+static swig_type_record record_p_int = {"_p_int", "int *",
+    nullptr, nullptr, nullptr, 0};
+static swig_cast_record casts_p_int[] = {
+    {&record_p_int, nullptr, nullptr, nullptr}, {nullptr, nullptr, nullptr, nullptr}};
+static swig_type_record record_p_qx_lamp_colour_t = {"_p_qx_lamp_colour_t", "qx_lamp_colour_t *",
+    nullptr, nullptr, nullptr, 0};
+static swig_cast_record casts_p_qx_lamp_colour_t[] = {
+    {&record_p_qx_lamp_colour_t, nullptr, nullptr, nullptr}, {nullptr, nullptr, nullptr, nullptr}};
+static swig_type_record record_p_qx_lamp_t = {"_p_qx_lamp_t", "qx_lamp_t *",
+    nullptr, nullptr, nullptr, 0};
+static swig_cast_record casts_p_qx_lamp_t[] = {
+    {&record_p_qx_lamp_t, nullptr, nullptr, nullptr}, {nullptr, nullptr, nullptr, nullptr}};
+static swig_type_record record_p_qx_lamp_view_t = {"_p_qx_lamp_view_t", "qx_lamp_view_t *",
+    nullptr, nullptr, nullptr, 0};
+static swig_cast_record casts_p_qx_lamp_view_t[] = {
+    {&record_p_qx_lamp_view_t, nullptr, nullptr, nullptr}, {nullptr, nullptr, nullptr, nullptr}};
+static swig_type_record record_p_unsigned_char = {"_p_unsigned_char", "unsigned char *",
+    nullptr, nullptr, nullptr, 0};
+static swig_cast_record casts_p_unsigned_char[] = {
+    {&record_p_unsigned_char, nullptr, nullptr, nullptr}, {nullptr, nullptr, nullptr, nullptr}};
+static swig_type_record record_p_unsigned_int = {"_p_unsigned_int", "unsigned int *",
+    nullptr, nullptr, nullptr, 0};
+static swig_cast_record casts_p_unsigned_int[] = {
+    {&record_p_unsigned_int, nullptr, nullptr, nullptr}, {nullptr, nullptr, nullptr, nullptr}};
+static swig_type_record record_p_unsigned_long_long = {"_p_unsigned_long_long", "unsigned long long *",
+    nullptr, nullptr, nullptr, 0};
+static swig_cast_record casts_p_unsigned_long_long[] = {
+    {&record_p_unsigned_long_long, nullptr, nullptr, nullptr}, {nullptr, nullptr, nullptr, nullptr}};
+
+swig_type_record *swig_types[type_count + 1];
+static swig_type_record *const type_initial[] = {
+    &record_p_char,
+    &record_p_int,
+    &record_p_qx_lamp_colour_t,
+    &record_p_qx_lamp_t,
+    &record_p_qx_lamp_view_t,
+    &record_p_unsigned_char,
+    &record_p_unsigned_int,
+    &record_p_unsigned_long_long,
+};
+static swig_cast_record *const cast_initial[] = {
+    casts_p_char,
+    casts_p_int,
+    casts_p_qx_lamp_colour_t,
+    casts_p_qx_lamp_t,
+    casts_p_qx_lamp_view_t,
+    casts_p_unsigned_char,
+    casts_p_unsigned_int,
+    casts_p_unsigned_long_long,
+};
+swig_module_record swig_module = {swig_types, type_count, nullptr, type_initial,
+    cast_initial, nullptr};

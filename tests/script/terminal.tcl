@@ -1,0 +1,60 @@
+# A person at a terminal: runs the shell on a pseudo-terminal and types at its prompt. Relies on shell.tcl
+# and on the package Expect.
+
+constraint terminal {![catch {package require Expect}]} "tclsh has no package Expect (package tcl-expect)"
+if {[testConstraint terminal]} { log_user 0 }
+
+# A home folder with this rc file, or with none.
+proc home_with {{rc {}}} {
+    set home [scratch home]
+    file delete -force $home
+    file mkdir $home
+    if {$rc ne {}} { write_file [file join $home .myapprc] $rc }
+    return $home
+}
+
+# One run on a terminal: each line is typed when the prompt has come; the last one has to end the shell.
+# A line of several lines is typed with a wait for the second prompt in between. -> dict: out (as on the
+# screen, line ends as \n; Tcl ends lines with CR LF there), status. Words go to the shell, for runs that need no typing.
+proc at_terminal {environment lines {words {}}} {
+    global spawn_id stty_init timeout
+    set stty_init {rows 24 cols 200}
+    set timeout 60 ;# an emulated shell on a busy machine is slow
+    set before [pwd]
+    cd $::harness::folder
+    # Libraries that are not ours keep memory to the end.
+    set environment [linsert $environment 0 ASAN_OPTIONS=detect_leaks=0]
+    spawn -noecho {*}[shell_command $environment] {*}$words
+    cd $before
+    set out {}
+    foreach typed $lines {
+        append out [wait_for {% $}]
+        set first 1
+        foreach line [split $typed \n] {
+            if {!$first} { append out [wait_for {> $}] }
+            set first 0
+            send -- $line\r
+        }
+    }
+    append out [wait_for_end]
+    set end [wait]
+    set status [lindex $end [expr {[lindex $end 4] eq "CHILDKILLED" ? 5 : 3}]]
+    return [dict create out [string map {\r\r\n \n \r\n \n} $out] status $status]
+}
+
+proc wait_for {pattern} {
+    global spawn_id timeout
+    expect {
+        -re $pattern { return $expect_out(buffer) }
+        eof          { error "the shell has ended instead of \"$pattern\": \"$expect_out(buffer)\"" }
+        timeout      { error "nothing matches \"$pattern\": \"$expect_out(buffer)\"" }
+    }
+}
+
+proc wait_for_end {} {
+    global spawn_id timeout
+    expect {
+        eof     { return $expect_out(buffer) }
+        timeout { error "the shell does not end: \"$expect_out(buffer)\"" }
+    }
+}
