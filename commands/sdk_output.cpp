@@ -39,10 +39,16 @@ static bool line_ends_stay(Tcl_Channel channel)
     return stay;
 }
 
+// A script may have pushed a filter onto the channel.
+static bool filtered(Tcl_Channel channel)
+{
+    return Tcl_GetStackedChannel(Tcl_GetTopChannel(channel)) != nullptr;
+}
+
 // Writes past Tcl's buffer, behind what is in it. Gives the number of bytes that were taken.
 static std::size_t write_directly(Tcl_Channel channel, const char *bytes, std::size_t size)
 {
-    if (!line_ends_stay(channel) ||
+    if (filtered(channel) || !line_ends_stay(channel) ||
         (Tcl_OutputBuffered(channel) > 0 && Tcl_Flush(channel) != TCL_OK))
         return 0;
     std::size_t written = 0;

@@ -7,7 +7,7 @@ namespace qxsim {
 
 static std::unique_ptr<device> devices[device_count];
 
-static qos_port initial_port() noexcept
+qos_port initial_port() noexcept
 {
     qos_port port;
     for (unsigned dscp = 0; dscp < dscp_count; ++dscp)

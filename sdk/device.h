@@ -23,6 +23,9 @@ struct qos_port {
     bool operator==(const qos_port &) const = default;
 };
 
+/// The maps of a port at the start.
+qos_port initial_port() noexcept;
+
 /// States: 0 off, 1 on, 2 asleep.
 struct power_states {
     std::uint32_t frequency = 1000; ///< MHz

@@ -1,0 +1,121 @@
+// The call log.
+#include "call_log.h"
+
+#include "capacities.h"
+#include "files.h"
+#include "json.h"
+#include "statuses.h"
+
+#include <ctime>
+#include <unistd.h>
+
+namespace qxsim {
+
+static std::int64_t microseconds(clockid_t clock) noexcept
+{
+    timespec time{};
+    clock_gettime(clock, &time);
+    return std::int64_t{time.tv_sec} * 1'000'000 + time.tv_nsec / 1000;
+}
+
+// A number of microseconds as seconds with six decimals.
+static std::string seconds(std::int64_t time)
+{
+    std::string fraction = std::to_string(time % 1'000'000);
+    return std::to_string(time / 1'000'000) + "." + std::string(6 - fraction.size(), '0') + fraction;
+}
+
+static void write_pointed(json_text &json, const argument_description &argument,
+                          const unsigned char *place)
+{
+    if (argument.record != nullptr) {
+        json.record(place, *argument.record);
+        return;
+    }
+    std::uint32_t value = 0;
+    std::memcpy(&value, place, argument.size);
+    json.number(value);
+}
+
+// What a pointer argument points to, as JSON. More records than any call reads are not read here either.
+static std::string pointed(const call_description &call, const call_word *words, std::size_t number,
+                           bool keys)
+{
+    const argument_description &argument = call.arguments[number];
+    const auto *const place = static_cast<const unsigned char *>(words[number].pointer);
+    json_text json{keys};
+    if (argument.count < 0) {
+        write_pointed(json, argument, place);
+        return json.text();
+    }
+    const std::uint32_t count = words[argument.count].value;
+    if (count > sa_bundle_limit)
+        return json.string("not read").text();
+    json.array();
+    for (std::uint32_t index = 0; index < count; ++index)
+        write_pointed(json, argument, place + index * argument.size);
+    return json.end().text();
+}
+
+void call_log::close() noexcept
+{
+    if (file_ >= 0)
+        ::close(file_);
+    file_ = -1;
+}
+
+void call_log::use(const std::string &name, bool keys)
+{
+    keys_ = keys;
+    if (name == name_)
+        return;
+    close();
+    name_ = name;
+    if (!name.empty())
+        file_ = open_log(name);
+}
+
+void call_log::start(const call_description &call, const call_word *words,
+                     std::uint32_t number) noexcept
+try {
+    number_ = number;
+    started_ = microseconds(CLOCK_REALTIME);
+    before_.assign(call.arguments.size(), {});
+    for (std::size_t index = 0; index < call.arguments.size(); ++index)
+        if (call.arguments[index].pointer && words[index].pointer != nullptr)
+            before_[index] = pointed(call, words, index, keys_);
+    clock_ = microseconds(CLOCK_MONOTONIC);
+} catch (...) {
+    complain("no memory for the call log, which ends here");
+    close();
+}
+
+void call_log::finish(const call_description &call, const call_word *words, std::uint32_t status,
+                      bool fault) noexcept
+try {
+    const std::int64_t taken = microseconds(CLOCK_MONOTONIC) - clock_;
+    json_text json{keys_};
+    json.object().member("call", number_).name("time").raw(seconds(started_));
+    json.name("function").string(call.name).name("arguments").object();
+    for (std::size_t index = 0; index < call.arguments.size(); ++index) {
+        json.name(call.arguments[index].name);
+        if (!call.arguments[index].pointer)
+            json.number(words[index].value);
+        else if (words[index].pointer == nullptr)
+            json.null();
+        else
+            json.object().name("before").raw(before_[index]).name("after").raw(
+                pointed(call, words, index, keys_)).end();
+    }
+    json.end().member("status", status).name("name").string(status_name(status));
+    json.name("fault").flag(fault).member("microseconds", static_cast<std::uint64_t>(taken)).end();
+    if (!write_all(file_, json.text() + "\n")) {
+        complain("cannot write %s; the call log ends here", name_.c_str());
+        close();
+    }
+} catch (...) {
+    complain("no memory for the call log, which ends here");
+    close();
+}
+
+} // namespace qxsim

@@ -1,0 +1,244 @@
+// Snapshots and listings of the devices.
+#include "listing.h"
+
+#include "device.h"
+#include "json.h"
+
+namespace qxsim {
+
+namespace {
+
+using layout = json_text::layout;
+
+// A member that is an array with one row of a table on each line.
+template <typename Table, typename Write>
+void rows(json_text &json, const char *name, const Table &table, Write write)
+{
+    json.name(name).array(layout::lines);
+    for (const auto &row : table) {
+        json.object();
+        write(row.key, row.entry);
+        json.end();
+    }
+    json.end();
+}
+
+// Ports whose maps are as they were at the start are left out.
+void write_qos(json_text &json, const device &here)
+{
+    static const qos_port initial = initial_port();
+    json.name("qos").array(layout::lines);
+    for (unsigned port = 0; port < port_count; ++port) {
+        const qos_port &maps = here.ports[port];
+        if (maps == initial)
+            continue;
+        json.object().member("port", port).member("mode", maps.mode);
+        json.name("dscp").numbers(maps.dscp).name("dot1p").numbers(maps.dot1p).end();
+    }
+    json.end();
+}
+
+void write_power(json_text &json, const power_states &power)
+{
+    json.name("power").object().member("frequency", power.frequency);
+    json.name("cpu").numbers(power.cpu).name("pcie").numbers(power.pcie);
+    json.name("sata").numbers(power.sata).name("usb").numbers(power.usb);
+    json.member("network_engine_suspended", power.network_engine_suspended);
+    json.name("packet_engine_suspended").numbers(power.packet_engine_suspended).end();
+}
+
+const char *owner_name(flow_owner owner) noexcept
+{
+    switch (owner) {
+    case flow_owner::rtp:
+        return "rtp";
+    case flow_owner::translation:
+        return "ip_translation";
+    default:
+        return "caller";
+    }
+}
+
+void write_flows(json_text &json, const device &here)
+{
+    rows(json, "flows", here.flows, [&](unsigned slot, const flow_entry &entry) {
+        json.member("slot", slot).name("owner").string(owner_name(entry.owner));
+        json.member("owner_id", entry.owner_id);
+        json.name("flow").record(&*entry.flow, record_qx_flow_t);
+    });
+    rows(json, "rules", here.rules, [&](unsigned, const rule_entry &entry) {
+        json.name("rule").record(&*entry.rule, record_qx_rule_hash_t);
+    });
+    rows(json, "rtp_translations", here.rtps, [&](std::uint32_t id, const rtp_entry &entry) {
+        json.member("id", id).member("flow_slot", entry.flow_slot);
+        json.name("cfg").record(&*entry.cfg, record_qx_rtp_cfg_t);
+    });
+    rows(json, "ip_translations", here.translations,
+         [&](std::uint32_t id, const translation_entry &entry) {
+             json.member("id", id).member("flows", entry.flows);
+             json.name("cfg").record(&*entry.cfg, record_qx_ip_translate_cfg_t);
+         });
+}
+
+void write_l3(json_text &json, const device &here)
+{
+    json.name("l3_running").flag(here.l3_running);
+    rows(json, "routes", here.routes, [&](const prefix_key &, const route_entry &entry) {
+        json.member("nexthop_index", here.nexthops.find(entry.nexthop)->index);
+        json.name("prefix").record(&entry.route->prefix, record_qx_ip_address_t);
+    });
+    rows(json, "nexthops", here.nexthops, [&](const nexthop_key &, const nexthop_entry &entry) {
+        json.member("index", entry.index).member("routes", entry.routes);
+        json.name("added").flag(entry.added);
+        json.name("nexthop").record(&*entry.nexthop, record_qx_l3_nexthop_t);
+    });
+    rows(json, "nat_subnets", here.subnets,
+         [&](const subnet_key &key, const stored<qx_ip_address_t> &subnet) {
+             json.member("interface", key.interface);
+             json.name("subnet").record(&*subnet, record_qx_ip_address_t);
+         });
+    rows(json, "port_mtus", here.port_mtus, [&](const port_encap_key &key, std::uint32_t mtu) {
+        json.member("port", key.port).member("encap", key.encap).member("mtu", mtu);
+    });
+}
+
+void write_tunnels(json_text &json, const device &here)
+{
+    rows(json, "tunnels", here.tunnels, [&](std::uint32_t id, const tunnel_entry &entry) {
+        json.member("id", id).member("mtu", entry.mtu);
+        json.name("cfg").record(&*entry.cfg, record_qx_tunnel_cfg_t);
+    });
+    rows(json, "l2tp_sessions", here.sessions, [&](const session_key &key, bool) {
+        json.member("tunnel", key.tunnel).member("session", key.session);
+    });
+    rows(json, "l2tp_prefixes", here.prefixes,
+         [&](const session_prefix_key &key, const stored<qx_ip_address_t> &prefix) {
+             json.member("tunnel", key.session.tunnel).member("session", key.session.session);
+             json.name("prefix").record(&*prefix, record_qx_ip_address_t);
+         });
+    rows(json, "pptp_sessions", here.pptp,
+         [&](const pptp_key &, const stored<qx_pptp_sa_t> &session) {
+             json.name("session").record(&*session, record_qx_pptp_sa_t);
+         });
+    rows(json, "pppoe_ports", here.pppoe, [&](unsigned id, const pppoe_entry &entry) {
+        json.member("pppoe_port", id).member("port", entry.port).name("encap");
+        if (entry.configured)
+            json.record(&*entry.cfg, record_qx_pppoe_port_cfg_t);
+        else
+            json.null();
+    });
+}
+
+void write_ipsec(json_text &json, const device &here)
+{
+    rows(json, "spds", here.spds, [&](std::uint32_t handle, const spd_entry &entry) {
+        json.member("handle", handle).member("direction", entry.direction).member("id", entry.id);
+    });
+    rows(json, "policies", here.policies, [&](std::uint32_t handle, const policy_entry &entry) {
+        json.member("handle", handle).member("spd", entry.spd).member("first_sa", entry.first_sa);
+        json.name("policy").record(&*entry.policy, record_qx_ipsec_policy_t);
+    });
+    rows(json, "associations", here.associations, [&](std::uint32_t handle, const sa_entry &entry) {
+        json.member("handle", handle).member("policy", entry.policy).member("next", entry.next);
+        json.name("associations").array();
+        for (unsigned index = 0; index < entry.count; ++index)
+            json.record(&*entry.associations[index], record_qx_ipsec_sa_t);
+        json.end();
+    });
+}
+
+void write_device(json_text &json, const device &here)
+{
+    json.object(layout::lines).member("device", here.number);
+    write_qos(json, here);
+    write_power(json, here.power);
+    write_flows(json, here);
+    write_l3(json, here);
+    write_tunnels(json, here);
+    write_ipsec(json, here);
+    json.end();
+}
+
+void write_devices(json_text &json)
+{
+    json.name("devices").array(layout::lines);
+    for (unsigned number = 0; number < device_count; ++number)
+        write_device(json, device_numbered(number));
+    json.end();
+}
+
+// ------------------------------------------------------------------------------ what moves by itself
+
+template <typename Table> void write_use(json_text &json, const char *name, const Table &table)
+{
+    json.name(name).object().member("used", table.size()).member("capacity", table.capacity()).end();
+}
+
+void write_activity(json_text &json, const device &here)
+{
+    json.object(layout::lines).member("device", here.number).member("ticks", here.ticks);
+    json.member("suspends", here.power.suspends);
+    json.name("ipsec_initialised").flag(here.ipsec_initialised);
+    json.name("tables").object(layout::lines);
+    write_use(json, "flows", here.flows);
+    write_use(json, "rules", here.rules);
+    write_use(json, "rtp_translations", here.rtps);
+    write_use(json, "ip_translations", here.translations);
+    write_use(json, "routes", here.routes);
+    write_use(json, "nexthops", here.nexthops);
+    write_use(json, "nat_subnets", here.subnets);
+    write_use(json, "port_mtus", here.port_mtus);
+    write_use(json, "tunnels", here.tunnels);
+    write_use(json, "l2tp_sessions", here.sessions);
+    write_use(json, "l2tp_prefixes", here.prefixes);
+    write_use(json, "spds", here.spds);
+    write_use(json, "policies", here.policies);
+    write_use(json, "associations", here.associations);
+    write_use(json, "pptp_sessions", here.pptp);
+    write_use(json, "pppoe_ports", here.pppoe);
+    json.end().end();
+}
+
+void write_rules(json_text &json, const std::vector<fault_rule> &rules)
+{
+    for (const fault_rule &rule : rules) {
+        json.object().name("function").string(rule.pattern.c_str()).member("first", rule.first);
+        json.name("once").flag(rule.once).member("status", rule.status).member("seen", rule.seen);
+        json.end();
+    }
+}
+
+} // namespace
+
+std::string snapshot_text(bool keys)
+{
+    json_text json{keys};
+    json.object(layout::lines);
+    write_devices(json);
+    json.end();
+    return json.text() + "\n";
+}
+
+std::string state_text(bool keys, const call_counts &counts,
+                       const std::vector<fault_rule> &environment,
+                       const std::vector<fault_rule> &file)
+{
+    json_text json{keys};
+    json.object(layout::lines).member("calls", counts.all());
+    json.name("calls_by_function").object(layout::lines);
+    for (std::size_t function = 0; function < call_count; ++function)
+        if (counts.of(function) != 0)
+            json.member(call_descriptions[function].name, counts.of(function));
+    json.end().name("faults").array(layout::lines);
+    write_rules(json, environment);
+    write_rules(json, file);
+    json.end().name("activity").array(layout::lines);
+    for (unsigned number = 0; number < device_count; ++number)
+        write_activity(json, device_numbered(number));
+    json.end();
+    write_devices(json);
+    json.end();
+    return json.text() + "\n";
+}
+
+} // namespace qxsim

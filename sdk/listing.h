@@ -1,0 +1,42 @@
+// Snapshots and listings of the devices, as JSON in a fixed order.
+#pragma once
+
+#include "call.h"
+#include "rules.h"
+#include "sdk_calls.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace qxsim {
+
+/// How often each function was called since control began.
+class call_counts
+{
+public:
+    /// Counts a call; returns the number of calls so far.
+    std::uint32_t count(const call_description &call) noexcept
+    {
+        ++by_function_[static_cast<std::size_t>(&call - call_descriptions)];
+        return ++all_;
+    }
+    std::uint32_t all() const noexcept { return all_; }
+    std::uint32_t of(std::size_t function) const noexcept { return by_function_[function]; }
+
+private:
+    std::array<std::uint32_t, call_count> by_function_{};
+    std::uint32_t all_ = 0;
+};
+
+/// What calls have put into the devices and can take out again, nothing else: devices that are in the
+/// same configuration give the same text. Keys are written as lengths unless `keys` is true.
+std::string snapshot_text(bool keys);
+
+/// The snapshot, and what moves by itself: clocks, counters, use of the tables, calls by function, rules.
+std::string state_text(bool keys, const call_counts &counts,
+                       const std::vector<fault_rule> &environment,
+                       const std::vector<fault_rule> &file);
+
+} // namespace qxsim

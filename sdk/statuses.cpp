@@ -1,0 +1,29 @@
+// Names of statuses.
+#include "statuses.h"
+
+#include "sdk_calls.h"
+
+#include <cstring>
+
+namespace qxsim {
+
+const char *status_name(std::uint32_t number) noexcept
+{
+    for (const status_description &status : status_descriptions)
+        if (status.number == number)
+            return status.name;
+    return "unknown";
+}
+
+bool status_number(const char *name, std::uint32_t &number) noexcept
+{
+    for (const status_description &status : status_descriptions) {
+        if (std::strcmp(status.name, name) == 0) {
+            number = status.number;
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace qxsim
