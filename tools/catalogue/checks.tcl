@@ -1,0 +1,193 @@
+# What has to hold in the catalogue: names, texts and numbers one by one, then the records against the C
+# layout of their fields, cells and command names as a whole. Relies on catalogue.tcl.
+
+proc catalogue::check_name {place name what} {
+    variable reserved_names
+    if {![regexp {^[A-Za-z_][A-Za-z0-9_]*$} $name]} {
+        fail $place "\"$name\" is no name for [with_article $what]"
+    }
+    if {$name in $reserved_names} {
+        fail $place "$name is a reserved word, no name for [with_article $what]"
+    }
+}
+
+proc catalogue::with_article {noun} {
+    return [expr {[string match {[aeiou]*} $noun] ? "an" : "a"}]\ $noun
+}
+
+# Descriptions become comments of C, and in them sentences.
+proc catalogue::check_text {place text} {
+    if {$text eq {}} { fail $place "the description is empty" }
+    if {![regexp {^[ -~]+$} $text] || [regexp {[*]/|/[*]} $text]} {
+        fail $place "a description is one line of plain ASCII without comment marks"
+    }
+    if {[string match *. $text]} { fail $place "a description ends without a full stop" }
+}
+
+proc catalogue::check_number {place what number {least 1}} {
+    # Nine digits keep every sum and product of the checks inside 64 bits, and octal zeros out.
+    if {![regexp {^(0|[1-9]\d{0,8})$} $number] || ($what ne "offset" && $number < $least)} {
+        fail $place "\"$number\" is no $what"
+    }
+}
+
+# Every type that a field or an argument names has to exist, and records must not contain themselves.
+proc catalogue::check_types {} {
+    variable model
+    foreach record $model(records) {
+        foreach field [dict get $model(record,$record) fields] {
+            set place [dict get $field place]
+            set type [dict get $field type]
+            if {$type ni {u8 u16 u32} && $type ni $model(records)} {
+                fail $place "type $type of [dict get $field name] is not declared"
+            }
+            if {[dict get $field set_as] ne {} && [field_kind $field] ne "array"} {
+                fail $place "-set-as is for arrays of scalars; [dict get $field name] is none"
+            }
+            if {[dict get $field width] && $type ni {u8 u16 u32}} {
+                fail $place "[dict get $field name] is a bit-field in a unit that is no scalar"
+            }
+        }
+    }
+    foreach call $model(calls) {
+        foreach argument [dict get $model(call,$call) arguments] {
+            set type [dict get $argument type]
+            if {[string match {*[*]} $type] && [string range $type 0 end-1] ni [pointer_targets]} {
+                fail [dict get $argument place] \
+                    "type $type of [dict get $argument name] is not declared"
+            }
+        }
+    }
+    set model(layout_order) {}
+    foreach record $model(records) { place_record $record {} }
+}
+
+# Puts the records a record contains before it.
+proc catalogue::place_record {record outer} {
+    variable model
+    if {$record in $model(layout_order)} return
+    if {$record in $outer} {
+        fail [dict get $model(record,$record) place] "record $record contains itself"
+    }
+    foreach field [dict get $model(record,$record) fields] {
+        if {[dict get $field type] in $model(records)} {
+            place_record [dict get $field type] [concat $outer $record]
+        }
+    }
+    lappend model(layout_order) $record
+}
+
+# Compares the declared offsets, bits and size of a record with the C layout of its fields.
+proc catalogue::check_layout {name} {
+    variable model
+    set record $model(record,$name)
+    set packed [dict get $record packed]
+    set union [expr {[dict get $record kind] eq "union"}]
+    set next 0 ;# in bits
+    set end 0
+    foreach field [dict get $record fields] {
+        if {$union} { set next 0 }
+        set bits [expr {8 * [type_size [dict get $field type]]}]
+        set unit [expr {$packed ? 8 : 8 * [type_alignment [dict get $field type]]}]
+        if {[dict get $field width]} {
+            check_bit_field $field $packed $bits $next
+            # A bit-field goes to the next free bit, or to the next unit if it would cross its end.
+            if {$next % $bits + [dict get $field width] > $bits} {
+                set next [expr {($next + $bits - 1) / $bits * $bits}]
+            }
+            set offset [expr {$next / $bits * $bits / 8}]
+            set bit [expr {$next % $bits}]
+            set length [dict get $field width]
+        } else {
+            set next [expr {($next + $unit - 1) / $unit * $unit}]
+            set offset [expr {$next / 8}]
+            set bit 0
+            set length [expr {$bits * max(1, [dict get $field count])}]
+        }
+        if {$offset != [dict get $field offset]} {
+            fail [dict get $field place] "[dict get $field name] is at\
+                [dict get $field offset], but the C layout puts it at $offset"
+        }
+        if {$bit != [dict get $field bit]} {
+            fail [dict get $field place] "[dict get $field name] is at bit\
+                [dict get $field bit], but the C layout puts it at bit $bit"
+        }
+        incr next $length
+        set end [expr {max($end, $next)}]
+    }
+    set unit [expr {8 * [type_alignment $name]}]
+    set size [expr {($end + $unit - 1) / $unit * $unit / 8}]
+    if {$size != [dict get $record size]} {
+        fail [dict get $record place] "$name has size [dict get $record size], but the C layout\
+            of its fields gives $size"
+    }
+}
+
+proc catalogue::check_bit_field {field packed bits next} {
+    set name [dict get $field name]
+    if {[dict get $field width] > $bits} {
+        fail [dict get $field place] "$name is [dict get $field width] bits wide, but its unit has\
+            $bits"
+    }
+    if {$packed && $bits != 8} {
+        fail [dict get $field place] "$name has a $bits-bit unit; packed records take u8 units only"
+    }
+    # There a compiler would begin such a field in one unit and end it in the next.
+    if {$packed && $next % $bits + [dict get $field width] > $bits} {
+        fail [dict get $field place] "$name does not fit into the rest of its unit; in a packed\
+            record name the bits left over"
+    }
+}
+
+# Each type of the type table comes from one declaration.
+proc catalogue::check_pointer_types {} {
+    variable model
+    set seen {}
+    foreach {kind names} [list record $model(records) pointer $model(pointers) cell $model(cells)] {
+        foreach name $names {
+            if {$kind eq "cell"} {
+                set place [dict get $model(cell,$name) place]
+                set type [mangled [dict get $model(cell,$name) type]]
+            } else {
+                set place $model(place,$kind,$name)
+                set type [mangled $name]
+            }
+            if {[dict exists $seen $type]} {
+                fail $place "$kind $name has the pointer type $type, like the declaration at\
+                    [join [dict get $seen $type] :]"
+            }
+            dict set seen $type $place
+        }
+    }
+}
+
+proc catalogue::check_cells {} {
+    variable model
+    variable cell_operations
+    foreach word $model(cells) {
+        foreach operation $cell_operations {
+            if {$operation ni [dict get $model(cell,$word) operations]} {
+                fail [dict get $model(cell,$word) place] "cell $word has no $operation"
+            }
+        }
+    }
+}
+
+proc catalogue::check_command_names {} {
+    set seen {}
+    foreach command [commands] {
+        set name [dict get $command name]
+        if {![string match qx_* $name]} {
+            fail [dict get $command place] "command $name does not begin with qx_"
+        }
+        if {[is_record $name]} {
+            fail [dict get $command place] "command $name is named like the record at\
+                [join [dict get [record $name] place] :]"
+        }
+        if {[dict exists $seen $name]} {
+            fail [dict get $command place] "command $name is already made at\
+                [join [dict get $seen $name] :]"
+        }
+        dict set seen $name [dict get $command place]
+    }
+}
