@@ -6,7 +6,7 @@
 
 # `set -e` does not hold in here, since a leg runs in a condition: every step says `|| return`.
 
-all_legs=(release dev i686 i686-asan armhf compare)
+all_legs=(release dev i686 i686-asan armhf compare valgrind)
 long_legs=()
 
 leg_release() { preset_leg release; }
@@ -15,6 +15,10 @@ leg_i686() { need_i686 || return; preset_leg i686; }
 leg_i686_asan() { need_i686 || return; preset_leg i686-asan; }
 leg_armhf() { need_armhf || return; preset_leg armhf; }
 leg_compare() { compare_transcripts release i686 armhf; }
+leg_valgrind() {
+    need_packages valgrind || skipped "not installed: ${missing[*]}" || return
+    memcheck release unit objects
+}
 
 # skipped REASON : ends a leg that cannot run here, as `TRY || skipped "no valgrind" || return`.
 skipped() {
@@ -82,6 +86,28 @@ count_tests() {
             }
         }
         END { printf "%d %d %d\n", passed, failed, skipped }' "$1"
+}
+
+# memcheck PRESET FOLDER... : the test programs of build/PRESET/tests/FOLDER under valgrind. It does not
+# look for leaks: Tcl's allocator gives nothing back; the sanitized builds look for them.
+memcheck() {
+    local preset=$1 program programs results=${log%.log}.results status=0
+    shift
+    programs=$(cd "$project/build/$preset/tests" 2>>"$log" &&
+        find "$@" -maxdepth 1 -type f -perm -u+x | LC_ALL=C sort)
+    [[ -n $programs ]] || skipped "the test programs of '$preset' are not built" || return
+    while IFS= read -r program; do
+        echo "-- $program" >>"$log"
+        valgrind -q --error-exitcode=99 --child-silent-after-fork=yes \
+            "$project/build/$preset/tests/$program" </dev/null >"$results" 2>&1 || {
+            grep -vE '^\[ (RUN|     OK) ' "$results" | tail -n 40
+            echo "$program failed under valgrind; all output: $log"
+            status=1
+        }
+        cat "$results" >>"$log"
+    done <<<"$programs"
+    counts=$(count_tests "$log")
+    return $status
 }
 
 # compare_transcripts PRESET... : what the script tests recorded must be the same, byte for byte,
