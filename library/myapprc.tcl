@@ -1,6 +1,7 @@
-# A sample rc file: copy it to ~/.myapprc, or let yours source it. It makes the prompt comfortable: line
-# editing, completion and a history where the package tclreadline is there, and a plain prompt where not.
-# At the prompt nothing runs but commands that are typed in full. Scripts are not touched.
+# A sample rc file: copy it to ~/.myapprc, or let yours source it. It makes the prompt comfortable:
+# line editing, completion and a history where the package tclreadline is there, and a plain prompt
+# where not. At the prompt nothing runs but commands that are typed in full. Scripts are not
+# touched.
 
 # The rc file is also read when commands come from a pipe; comforts are for people.
 if {![info exists tcl_interactive] || !$tcl_interactive} return
@@ -28,9 +29,9 @@ proc qx::prompt::replace_unknown {} {
 
 # -------------------------------------------------------------------------------- completion
 
-# Called by tclreadline; -> a list: what the word becomes, then the possible words. Commands complete where
-# a command stands, variables behind a dollar sign, and nothing else does: file names after every command
-# would be noise.
+# Called by tclreadline; -> a list: what the word becomes, then the possible words. Commands
+# complete where a command stands, variables behind a dollar sign, and nothing else does: file names
+# after every command would be noise.
 proc qx::prompt::complete {part start end line} {
     # Braces and quotes do not begin a word of Readline's.
     regexp {^([\{"]*)(.*)$} $part -> opening word
@@ -72,8 +73,8 @@ proc qx::prompt::load_editing {} {
     return [expr {!$missing}]
 }
 
-# Readline brackets what is pasted with codes that a serial console shows as rubbish. That is a setting of
-# its own rc file: it is given one that reads the user's and then switches the codes off.
+# Readline brackets what is pasted with codes that a serial console shows as rubbish. That is a
+# setting of its own rc file: it is given one that reads the user's and then switches the codes off.
 proc qx::prompt::write_inputrc {} {
     set users ~/.inputrc
     if {[info exists ::env(INPUTRC)]} { set users $::env(INPUTRC) }
@@ -86,8 +87,8 @@ proc qx::prompt::write_inputrc {} {
     return $file
 }
 
-# Readline looks at the variable when it begins to read its first line. File and variable go away while it
-# waits for that line, or, if it has come already, before it is carried out.
+# Readline looks at the variable when it begins to read its first line. File and variable go away
+# while it waits for that line, or, if it has come already, before it is carried out.
 proc qx::prompt::lend_inputrc {} {
     variable lent
     if {[catch { write_inputrc } file]} return
@@ -114,7 +115,8 @@ proc qx::prompt::start_editing {} {
     ::tclreadline::readline customcompleter ::qx::prompt::complete
 }
 
-# A whole command, typed on as many lines as it takes. The prompt is that of a shell without editing.
+# A whole command, typed on as many lines as it takes. The prompt is that of a shell without
+# editing.
 proc qx::prompt::read_command {} {
     set command [::tclreadline::readline read "% "]
     while {![info complete $command\n]} {
@@ -131,7 +133,8 @@ proc qx::prompt::remember {command} {
     catch { ::tclreadline::readline write $history_file }
 }
 
-# Reads and carries out commands until the process ends, with results and messages as Tcl's own loop.
+# Reads and carries out commands until the process ends, with results and messages as Tcl's own
+# loop.
 proc qx::prompt::loop {} {
     info script {} ;# what is typed belongs to no file
     while {1} {

@@ -110,22 +110,27 @@ void apply(swig_cast_record *cast, void **pointer, int flags)
         report_new_memory();
 }
 
-// A text that begins with "_". On success `cast` is the list entry that matched, null for any type.
-int convert_handle(const char *text, void **pointer, swig_type_record *type, int flags,
-                   swig_cast_record **cast)
-{
-    *cast = nullptr;
+// What a text that begins with "_" names. Only a typed success is worth remembering: the conversion
+// has then seen what the text really names.
+struct named_pointer {
     std::uint32_t address = 0;
-    const char *const rest = swig_unpack_hex(text + 1, &address, sizeof address);
-    *pointer = pointer_to(address);
+    swig_type_record *source = nullptr; // null: of any type, or of none
+};
+
+int convert_handle(const char *text, void **pointer, swig_type_record *type, int flags,
+                   named_pointer &named)
+{
+    const char *const rest = swig_unpack_hex(text + 1, &named.address, sizeof named.address);
+    *pointer = pointer_to(named.address);
     if (type == nullptr)
         return 0;
     if (rest == nullptr)
         return -1;
-    *cast = swig_type_check(rest, type);
-    if (*cast == nullptr)
+    swig_cast_record *const cast = swig_type_check(rest, type);
+    if (cast == nullptr)
         return -1;
-    apply(*cast, pointer, flags);
+    named.source = cast->type;
+    apply(cast, pointer, flags);
     return 0;
 }
 
@@ -138,23 +143,16 @@ int convert_other_text(Tcl_Interp *interp, const char *text, void **pointer,
         return -1;
     if (word.empty())
         return 0;
-    swig_cast_record *cast;
-    return convert_handle(word.c_str(), pointer, type, flags, &cast);
-}
-
-void forget_representation(Tcl_Obj *object)
-{
-    if (object->typePtr != nullptr && object->typePtr->freeIntRepProc != nullptr)
-        object->typePtr->freeIntRepProc(object);
+    named_pointer named;
+    return convert_handle(word.c_str(), pointer, type, flags, named);
 }
 
 // Keeps the text that the object already has: it came from a script and is never re-made.
-void remember(Tcl_Obj *object, const char *text, swig_type_record *source)
+void remember(Tcl_Obj *object, const named_pointer &named)
 {
-    std::uint32_t address = 0;
-    swig_unpack_hex(text + 1, &address, sizeof address);
-    forget_representation(object);
-    qxsh::become_handle(object, pointer_to(address), source);
+    if (object->typePtr != nullptr && object->typePtr->freeIntRepProc != nullptr)
+        object->typePtr->freeIntRepProc(object);
+    qxsh::become_handle(object, pointer_to(named.address), named.source);
 }
 
 bool fits_buffer(const swig_type_record *type)
@@ -236,8 +234,8 @@ int SWIG_Tcl_ConvertPtrFromString(Tcl_Interp *interp, const char *text, void **p
 {
     if (text[0] != '_')
         return convert_other_text(interp, text, pointer, type, flags);
-    swig_cast_record *cast;
-    return convert_handle(text, pointer, type, flags, &cast);
+    named_pointer named;
+    return convert_handle(text, pointer, type, flags, named);
 }
 
 int swig_convert_ptr(Tcl_Interp *interp, Tcl_Obj *object, void **pointer, swig_type_record *type,
@@ -248,10 +246,9 @@ int swig_convert_ptr(Tcl_Interp *interp, Tcl_Obj *object, void **pointer, swig_t
     const char *const text = Tcl_GetString(object);
     if (text[0] != '_')
         return convert_other_text(interp, text, pointer, type, flags);
-    swig_cast_record *cast;
-    const int status = convert_handle(text, pointer, type, flags, &cast);
-    // Only a typed success is worth remembering: a converter has seen what the text really names.
-    if (status == 0 && cast != nullptr)
-        remember(object, text, cast->type);
+    named_pointer named;
+    const int status = convert_handle(text, pointer, type, flags, named);
+    if (status == 0 && named.source != nullptr)
+        remember(object, named);
     return status;
 }
