@@ -105,7 +105,17 @@ int set_int_result(Tcl_Interp *interp, int value)
 
 int set_great_result(Tcl_Interp *interp, unsigned int value)
 {
-    Tcl_SetObjResult(interp, swig_from_unsigned_long(value));
+    constexpr int digits = 10; // of every 32-bit number beyond the integer objects
+    if (Tcl_Obj *const result = fresh_result(interp); result != nullptr) {
+        char *const text = Tcl_Alloc(digits + 1);
+        for (int i = digits; i-- > 0; value /= 10)
+            text[i] = static_cast<char>('0' + value % 10);
+        text[digits] = '\0';
+        result->bytes = text;
+        result->length = digits;
+    } else {
+        Tcl_SetObjResult(interp, swig_from_unsigned_long(value));
+    }
     return TCL_OK;
 }
 

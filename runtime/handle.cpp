@@ -50,6 +50,23 @@ void make_text(Tcl_Obj *object)
     object->length = static_cast<int>(length);
 }
 
+// All eight digits of an address at once, each in a byte of its own; false if one is bad.
+inline bool unpack_address(const char *text, std::uint32_t &address)
+{
+    constexpr std::uint64_t each = 0x0101010101010101;
+    std::uint64_t digits;
+    std::memcpy(&digits, text, sizeof digits);
+    // Letters have bit 6 set and their value, less 9, in the low four bits.
+    std::uint64_t values = (digits & 15 * each) + 9 * (digits >> 6 & each);
+    const std::uint64_t letters = (values + 6 * each) >> 4 & each;
+    if (values + '0' * each + ('a' - '0' - 10) * letters != digits)
+        return false;
+    values = (values << 4 | values >> 8) & 0x00ff00ff00ff00ff;
+    values = (values | values >> 8) & 0x0000ffff0000ffff;
+    address = static_cast<std::uint32_t>(values | values >> 16);
+    return true;
+}
+
 int nibble(char digit)
 {
     if (digit >= '0' && digit <= '9')
@@ -117,10 +134,13 @@ struct named_pointer {
     swig_type_record *source = nullptr; // null: of any type, or of none
 };
 
-int convert_handle(const char *text, void **pointer, swig_type_record *type, int flags,
-                   named_pointer &named)
+int convert_handle(const char *text, std::size_t length, void **pointer, swig_type_record *type,
+                   int flags, named_pointer &named)
 {
-    const char *const rest = swig_unpack_hex(text + 1, &named.address, sizeof named.address);
+    const char *rest = text + 1 + address_digits;
+    // Digit by digit where one is bad: what comes before it counts.
+    if (length < 1 + address_digits || !unpack_address(text + 1, named.address))
+        rest = swig_unpack_hex(text + 1, &named.address, sizeof named.address);
     *pointer = pointer_to(named.address);
     if (type == nullptr)
         return 0;
@@ -144,15 +164,15 @@ int convert_other_text(Tcl_Interp *interp, const char *text, void **pointer,
     if (word.empty())
         return 0;
     named_pointer named;
-    return convert_handle(word.c_str(), pointer, type, flags, named);
+    return convert_handle(word.c_str(), word.size(), pointer, type, flags, named);
 }
 
 // Keeps the text that the object already has: it came from a script and is never re-made.
-void remember(Tcl_Obj *object, const named_pointer &named)
+void remember(Tcl_Obj *object, std::uint32_t address, swig_type_record *source)
 {
     if (object->typePtr != nullptr && object->typePtr->freeIntRepProc != nullptr)
         object->typePtr->freeIntRepProc(object);
-    qxsh::become_handle(object, pointer_to(named.address), named.source);
+    qxsh::become_handle(object, pointer_to(address), source);
 }
 
 bool fits_buffer(const swig_type_record *type)
@@ -207,6 +227,21 @@ const char *swig_unpack_hex(const char *text, void *data, std::size_t size)
 // Not registered with Tcl, so nothing but this module converts objects to it.
 const Tcl_ObjType qxsh::handle_type = {"qx_handle", nullptr, copy_memory, make_text, nullptr};
 
+bool qxsh::read_plain_handle(Tcl_Obj *object, const swig_type_record *type, void **pointer)
+{
+    const swig_cast_record *const cast = type->cast;
+    const char *const text = object->bytes;
+    std::uint32_t address;
+    if (object->typePtr == &handle_type || text == nullptr || text[0] != '_' ||
+        object->length <= static_cast<int>(address_digits) || cast == nullptr ||
+        cast->converter != nullptr || !unpack_address(text + 1, address) ||
+        std::strcmp(text + 1 + address_digits, cast->type->name) != 0)
+        return false;
+    *pointer = pointer_to(address);
+    remember(object, address, cast->type);
+    return true;
+}
+
 Tcl_Obj *swig_new_pointer_obj(void *pointer, swig_type_record *type)
 {
     if (!qxsh::has_handle(pointer))
@@ -235,7 +270,7 @@ int SWIG_Tcl_ConvertPtrFromString(Tcl_Interp *interp, const char *text, void **p
     if (text[0] != '_')
         return convert_other_text(interp, text, pointer, type, flags);
     named_pointer named;
-    return convert_handle(text, pointer, type, flags, named);
+    return convert_handle(text, std::strlen(text), pointer, type, flags, named);
 }
 
 int swig_convert_ptr(Tcl_Interp *interp, Tcl_Obj *object, void **pointer, swig_type_record *type,
@@ -243,12 +278,13 @@ int swig_convert_ptr(Tcl_Interp *interp, Tcl_Obj *object, void **pointer, swig_t
 {
     if (object->typePtr == &qxsh::handle_type)
         return convert_remembered(object, pointer, type, flags);
-    const char *const text = Tcl_GetString(object);
+    const char *const text = object->bytes != nullptr ? object->bytes : Tcl_GetString(object);
     if (text[0] != '_')
         return convert_other_text(interp, text, pointer, type, flags);
     named_pointer named;
-    const int status = convert_handle(text, pointer, type, flags, named);
+    const int status = convert_handle(text, static_cast<std::size_t>(object->length), pointer, type,
+                                      flags, named);
     if (status == 0 && named.source != nullptr)
-        remember(object, named);
+        remember(object, named.address, named.source);
     return status;
 }

@@ -56,6 +56,11 @@ inline bool remembers(const Tcl_Obj *object, const swig_type_record *type, void 
     return true;
 }
 
+/// The short way for an object that remembers nothing yet: if its text is a well-formed handle of the
+/// source type that `type` matched last, and needs no converter, the object remembers it and the pointer
+/// is given. False, with the object unchanged: it has to go the long way, swig_convert_ptr.
+bool read_plain_handle(Tcl_Obj *object, const swig_type_record *type, void **pointer);
+
 /// Whether the pointer has a handle other than "NULL": it is not null and lies below 4 GiB.
 inline bool has_handle(const void *pointer)
 {
