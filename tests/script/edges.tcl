@@ -1,11 +1,11 @@
-# What the files edges_*.test share: named cases of one run of the shell, dump texts, and procedures of that
-# run. Relies on shell.tcl, cases.tcl, memory.tcl.
+# What the files edges_*.test share: named cases of one run of the shell, dump texts, and
+# procedures of that run. Relies on shell.tcl, cases.tcl, memory.tcl.
 
 set edges_memory [file join [file dirname [file normalize [info script]]] memory.tcl]
 source [file join [file dirname [file normalize [info script]]] cases.tcl]
 
-# The text of a dump as it was written down by hand, one line each: indentation goes, and lines that show no
-# array element end with a blank. COUNT is the number of lines, written down apart from them.
+# The text of a dump as it was written down by hand, one line each: indentation goes, and lines that
+# show no array element end with a blank. COUNT, the number of lines, is written down for itself.
 proc dumped {count text} {
     set printed {}
     foreach line [split [string trim $text] \n] {
@@ -43,8 +43,8 @@ proc times {count byte} { return [string repeat $byte $count] }
 # The message of an array field's setter for an index past the array.
 proc bad_index {setter} { return "$setter bad Index \n" }
 
-# Reads the last byte of a block that a command makes, and the one behind it: what became of both, and
-# whether the sanitizer stopped it. Only a sanitized shell can tell.
+# Reads the last byte of a block that a command makes, and the one behind it. -> the first byte, the
+# shell's status, whether the sanitizer stopped it: only a sanitized shell can tell.
 proc read_past {size command} {
     without_recording {
         set run [shell "
@@ -56,13 +56,14 @@ proc read_past {size command} {
         "]
     }
     set out [dict get $run out]
-    return [list [lindex [split $out \n] 0] [dict get $run status] [string match *AddressSanitizer* $out]]
+    set stopped [string match *AddressSanitizer* $out]
+    return [list [lindex [split $out \n] 0] [dict get $run status] $stopped]
 }
 
 prepare "source [list $edges_memory]"
 prepare {
-    # A block of so many bytes from a command, made where such a block was full of ones before, if the
-    # memory is used again.
+    # A block of so many bytes from a command, made where such a block was full of ones before, if
+    # the memory is used again.
     proc made_again {size command} {
         set first [uplevel #0 $command]
         fill $first [string repeat ff $size]
