@@ -36,6 +36,8 @@ static bool refuse(Tcl_Interp *interp, int number, const char *format, int code,
 bool convert_word(Tcl_Interp *interp, Tcl_Obj *const words[], int number, const char *format,
                   void **pointer, swig_type_record *type)
 {
+    if (type != nullptr && read_plain_handle(words[number], type, pointer))
+        return true;
     const int code = swig_convert_ptr(interp, words[number], pointer, type, 0);
     return code == SWIG_OK ||
            refuse(interp, number, format, code, type != nullptr ? type->str : "void *");

@@ -78,7 +78,6 @@ public:
     {
         void *untyped;
         if (!remembers(objv_[number], type, &untyped) &&
-            !read_plain_handle(objv_[number], type, &untyped) &&
             !convert_word(interp_, objv_, number, format_, &untyped, type))
             return false;
         pointer = static_cast<Target *>(untyped);
