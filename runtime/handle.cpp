@@ -59,7 +59,8 @@ inline bool unpack_address(const char *text, std::uint32_t &address)
     // Letters have bit 6 set and their value, less 9, in the low four bits.
     std::uint64_t values = (digits & 15 * each) + 9 * (digits >> 6 & each);
     const std::uint64_t letters = (values + 6 * each) >> 4 & each;
-    if (values + '0' * each + ('a' - '0' - 10) * letters != digits)
+    // What follows 'f' would pass for a digit of 16 and more.
+    if ((values & 0xf0 * each) != 0 || values + '0' * each + ('a' - '0' - 10) * letters != digits)
         return false;
     values = (values << 4 | values >> 8) & 0x00ff00ff00ff00ff;
     values = (values | values >> 8) & 0x0000ffff0000ffff;
