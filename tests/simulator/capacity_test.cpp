@@ -1,0 +1,192 @@
+// Every table filled to its capacity, refused there, and usable again after one entry went. Then all of
+// it is taken away and nothing is left.
+#include "capacities.h"
+#include "simulated.h"
+
+#include <functional>
+#include <vector>
+
+using namespace simulated;
+
+namespace {
+
+class capacity : public devices
+{
+protected:
+    /// Fills a table by `add(n)`, empties it by `remove(n)`; n counts from 0.
+    static void fill(unsigned capacity, const std::function<unsigned(unsigned)> &add,
+                     const std::function<unsigned(unsigned)> &remove)
+    {
+        const std::string before = snapshot();
+        for (unsigned number = 0; number < capacity; ++number)
+            ASSERT_EQ(QX_OK, add(number)) << "entry " << number;
+        const std::string full = snapshot();
+        ASSERT_EQ(QX_TABLE_FULL, add(capacity));
+        ASSERT_EQ(full, snapshot());
+        ASSERT_EQ(QX_OK, remove(capacity / 2));
+        ASSERT_EQ(QX_OK, add(capacity));
+        ASSERT_EQ(QX_TABLE_FULL, add(capacity + 1));
+        for (unsigned number = 0; number <= capacity; ++number) {
+            if (number != capacity / 2) {
+                ASSERT_EQ(QX_OK, remove(number)) << "entry " << number;
+            }
+        }
+        EXPECT_EQ(before, snapshot());
+    }
+};
+
+unsigned short narrow(unsigned number) { return static_cast<unsigned short>(number); }
+
+} // namespace
+
+TEST_F(capacity, of_flows)
+{
+    const auto add = [](unsigned number) {
+        qx_flow_t one = flow(narrow(number));
+        return qx_flow_add(0, &one);
+    };
+    fill(qxsim::flow_capacity, add, [](unsigned number) { return qx_flow_delete(0, narrow(number)); });
+}
+
+TEST_F(capacity, of_rules)
+{
+    const auto add = [](unsigned number) {
+        qx_rule_hash_t one = rule(narrow(number), 1);
+        return qx_rule_hash_add(0, &one);
+    };
+    const auto remove = [](unsigned number) {
+        return qx_rule_hash_delete_by_hash_index(0, narrow(number));
+    };
+    fill(qxsim::rule_capacity, add, remove);
+}
+
+TEST_F(capacity, of_translations)
+{
+    const auto add_rtp = [](unsigned number) {
+        qx_rtp_cfg_t cfg = rtp(number);
+        qx_flow_t one = flow(narrow(number));
+        unsigned id = 0;
+        return qx_rtp_translate_add(0, &cfg, &one, &id);
+    };
+    const auto remove_rtp = [](unsigned number) {
+        qx_rtp_cfg_t cfg = rtp(number);
+        return qx_rtp_translate_delete(0, &cfg);
+    };
+    fill(qxsim::rtp_capacity, add_rtp, remove_rtp);
+
+    std::vector<unsigned> ids(100);
+    const auto add = [&](unsigned number) {
+        qx_ip_translate_cfg_t cfg = translation(narrow(number));
+        return qx_ip_translate_add(0, &cfg, &ids[number]);
+    };
+    fill(qxsim::translation_capacity, add,
+         [&](unsigned number) { return qx_ip_translate_del(0, ids[number]); });
+}
+
+TEST_F(capacity, of_routes_and_next_hops)
+{
+    const auto with = [](unsigned number, unsigned hop) {
+        return route(ipv4(number << 8, 24), nexthop(hop));
+    };
+    const auto remove = [&](unsigned number) {
+        qx_l3_route_t one = with(number, 0);
+        return qx_l3_route_delete(0, &one);
+    };
+    fill(qxsim::route_capacity, [&](unsigned number) {
+        qx_l3_route_t one = with(number, 0);
+        return qx_l3_route_add(0, &one);
+    }, remove);
+    fill(qxsim::nexthop_capacity, [&](unsigned number) {
+        qx_l3_route_t one = with(number, number);
+        return qx_l3_route_add(0, &one);
+    }, remove);
+    fill(qxsim::nexthop_capacity, [](unsigned number) {
+        qx_l3_nexthop_t one = nexthop(number);
+        unsigned index = 0;
+        return qx_l3_nexthop_add(0, &one, &index);
+    }, [](unsigned number) {
+        qx_l3_nexthop_t one = nexthop(number);
+        return qx_l3_nexthop_delete(0, &one);
+    });
+}
+
+TEST_F(capacity, of_subnets)
+{
+    const auto add = [](unsigned number) {
+        qx_ip_address_t one = ipv4(number << 8, 24);
+        return qx_nat_subnet_add(0, 1, &one);
+    };
+    fill(qxsim::subnet_capacity, add, [](unsigned number) {
+        qx_ip_address_t one = ipv4(number << 8, 24);
+        return qx_nat_subnet_delete(0, 1, &one);
+    });
+}
+
+TEST_F(capacity, of_port_mtus_is_every_port_and_encapsulation)
+{
+    const std::string before = snapshot();
+    for (unsigned short port = 0; port < qxsim::port_count; ++port)
+        for (unsigned encap = 0; encap < 2; ++encap)
+            ASSERT_EQ(QX_OK, qx_port_encap_ip_mtu_add(0, port, encap, 1500));
+    for (unsigned short port = 0; port < qxsim::port_count; ++port)
+        for (unsigned encap = 0; encap < 2; ++encap)
+            ASSERT_EQ(QX_OK, qx_port_encap_ip_mtu_delete(0, port, encap));
+    EXPECT_EQ(before, snapshot());
+}
+
+TEST_F(capacity, of_tunnels_and_what_they_carry)
+{
+    std::vector<unsigned> ids(100);
+    fill(qxsim::tunnel_capacity, [&](unsigned number) {
+        qx_tunnel_cfg_t one = gre_tunnel(number);
+        return qx_tunnel_add(0, &one, &ids[number]);
+    }, [&](unsigned number) { return qx_tunnel_delete_by_idx(0, ids[number]); });
+
+    qx_tunnel_cfg_t cfg = l2tp_tunnel(1);
+    unsigned tunnel = 0;
+    ASSERT_EQ(QX_OK, qx_tunnel_add(0, &cfg, &tunnel));
+    fill(qxsim::l2tp_session_capacity,
+         [&](unsigned number) { return qx_l2tp_session_add(0, tunnel, narrow(number + 1)); },
+         [&](unsigned number) { return qx_l2tp_session_delete(0, tunnel, narrow(number + 1)); });
+    ASSERT_EQ(QX_OK, qx_l2tp_session_add(0, tunnel, 1));
+    fill(qxsim::l2tp_prefix_capacity, [&](unsigned number) {
+        qx_ip_address_t one = ipv6({number, 0, 0, 0}, 32);
+        return qx_ipv6_over_l2tp_add(0, tunnel, 1, &one);
+    }, [&](unsigned number) {
+        qx_ip_address_t one = ipv6({number, 0, 0, 0}, 32);
+        return qx_ipv6_over_l2tp_delete(0, tunnel, 1, &one);
+    });
+}
+
+TEST_F(capacity, of_ipsec)
+{
+    ASSERT_EQ(QX_OK, qx_ipsec_init(0));
+    std::vector<unsigned> handles(200);
+    fill(qxsim::spd_capacity,
+         [&](unsigned number) { return qx_ipsec_spd_add(0, 0, number, &handles[number]); },
+         [&](unsigned number) { return qx_ipsec_spd_delete(0, handles[number]); });
+    unsigned spd = 0;
+    ASSERT_EQ(QX_OK, qx_ipsec_spd_add(0, 0, 1, &spd));
+    fill(qxsim::policy_capacity, [&](unsigned number) {
+        qx_ipsec_policy_t one = policy(number);
+        return qx_ipsec_policy_add(0, spd, &one, &handles[number]);
+    }, [&](unsigned number) { return qx_ipsec_policy_delete(0, spd, handles[number]); });
+    unsigned parent = 0;
+    qx_ipsec_policy_t one = policy(1);
+    ASSERT_EQ(QX_OK, qx_ipsec_policy_add(0, spd, &one, &parent));
+    fill(qxsim::sa_capacity, [&](unsigned number) {
+        qx_ipsec_sa_t sa = association(256 + number, 0);
+        return qx_ipsec_sa_add(0, spd, parent, 1, &sa, 0, &handles[number]);
+    }, [&](unsigned number) { return qx_ipsec_sa_delete(0, spd, parent, handles[number]); });
+}
+
+TEST_F(capacity, of_pptp_and_pppoe)
+{
+    fill(qxsim::pptp_capacity, [](unsigned number) {
+        qx_pptp_sa_t one = pptp(narrow(number + 1), 0);
+        return qx_pptp_session_add(0, &one);
+    }, [](unsigned number) { return qx_pptp_session_delete(0, narrow(number + 1), 0); });
+    fill(qxsim::pppoe_capacity,
+         [](unsigned number) { return qx_pppoe_port_add(0, 1, narrow(number)); },
+         [](unsigned number) { return qx_pppoe_port_delete(0, narrow(number)); });
+}

@@ -1,0 +1,243 @@
+// Routes, next hops, NAT subnets and port MTUs: bring-up and tear-down, walks, mistakes.
+#include "simulated.h"
+
+#include <vector>
+
+using namespace simulated;
+
+namespace {
+
+class l3 : public devices
+{
+};
+
+qx_l3_route_t host(std::uint32_t address)
+{
+    return route(ipv4(address), zeroed<qx_l3_nexthop_t>());
+}
+
+} // namespace
+
+TEST_F(l3, a_route_brings_its_next_hop_and_takes_it_along)
+{
+    const std::string before = snapshot();
+    qx_l3_route_t added = route(ipv4(0x0a000000, 8), nexthop(0xc0a80001));
+    reinterpret_cast<unsigned char *>(&added)[22] = 7; // padding behind the prefix
+    reinterpret_cast<unsigned char *>(&added)[24 + 26] = 8; // padding in the next hop's identity
+    ASSERT_EQ(QX_OK, qx_l3_route_add(0, &added));
+    qx_l3_route_t got = host(0x0a010203);
+    EXPECT_EQ(QX_OK, qx_l3_route_get(0, &got));
+    EXPECT_TRUE(same_bytes(added, got));
+    EXPECT_EQ(QX_IN_USE, qx_l3_nexthop_delete(0, &added.nexthop));
+    EXPECT_EQ(QX_OK, qx_l3_route_delete(0, &added));
+    EXPECT_EQ(QX_DELETED, qx_l3_nexthop_delete(0, &added.nexthop));
+    EXPECT_EQ(before, snapshot());
+}
+
+TEST_F(l3, the_longest_prefix_wins)
+{
+    const std::uint32_t lengths[] = {0, 8, 16, 24, 32};
+    for (const std::uint32_t length : lengths) {
+        qx_l3_route_t one = route(ipv4(0x0a010203, length), nexthop(length + 1));
+        ASSERT_EQ(QX_OK, qx_l3_route_add(0, &one));
+    }
+    const auto via = [](std::uint32_t address, unsigned length) {
+        qx_l3_route_t got = route(ipv4(address, length), zeroed<qx_l3_nexthop_t>());
+        EXPECT_EQ(QX_OK, qx_l3_route_get(0, &got));
+        return got.nexthop.nhid.addr.ip_addr.ipv4_addr - 1;
+    };
+    EXPECT_EQ(32U, via(0x0a010203, 32));
+    EXPECT_EQ(24U, via(0x0a010204, 32));
+    EXPECT_EQ(16U, via(0x0a010303, 32));
+    EXPECT_EQ(8U, via(0x0a020203, 32));
+    EXPECT_EQ(0U, via(0x0b010203, 32));
+    EXPECT_EQ(24U, via(0x0a010203, 31)) << "a prefix is found by one that covers it";
+    EXPECT_EQ(0U, via(0x0a010203, 7));
+    qx_l3_route_t other = route(ipv6({0x0a010203, 0, 0, 0}), zeroed<qx_l3_nexthop_t>());
+    EXPECT_EQ(QX_NO_ROUTE, qx_l3_route_get(0, &other)) << "families are apart";
+}
+
+TEST_F(l3, bits_behind_the_length_do_not_count)
+{
+    qx_l3_route_t one = route(ipv4(0x0a010203, 16), nexthop(1));
+    ASSERT_EQ(QX_OK, qx_l3_route_add(0, &one));
+    qx_l3_route_t same = route(ipv4(0x0a01ffff, 16), nexthop(1));
+    EXPECT_EQ(QX_EXISTS, qx_l3_route_add(0, &same));
+    EXPECT_EQ(QX_OK, qx_l3_route_delete(0, &same));
+}
+
+TEST_F(l3, routes_are_walked_in_order)
+{
+    const qx_ip_address_t prefixes[] = {ipv4(0, 0),
+                                        ipv4(0x0a000000, 8),
+                                        ipv4(0x0a000000, 16),
+                                        ipv4(0x0b000000, 8),
+                                        ipv6({0, 0, 0, 0}, 0),
+                                        ipv6({0x20010db8, 0, 0, 0}, 32),
+                                        ipv6({0x20010db8, 0, 0, 0}, 64)};
+    for (const unsigned place : {3U, 5U, 0U, 6U, 1U, 4U, 2U}) {
+        qx_l3_route_t one = route(prefixes[place], nexthop(place));
+        ASSERT_EQ(QX_OK, qx_l3_route_add(0, &one));
+    }
+    auto walk = untouched<qx_l3_route_t>();
+    for (unsigned place = 0; place < 7; ++place) {
+        ASSERT_EQ(QX_OK, qx_l3_route_show(0, &walk, place == 0 ? 0 : 1));
+        EXPECT_TRUE(same_bytes(prefixes[place], walk.prefix)) << "at " << place;
+    }
+    const qx_l3_route_t last = walk;
+    EXPECT_EQ(QX_NO_MORE, qx_l3_route_show(0, &walk, 1));
+    EXPECT_TRUE(same_bytes(last, walk));
+
+    // A walk goes on although the route it stands on is gone.
+    walk = route(prefixes[1], nexthop(1));
+    EXPECT_EQ(QX_OK, qx_l3_route_delete(0, &walk));
+    EXPECT_EQ(QX_OK, qx_l3_route_show(0, &walk, 1));
+    EXPECT_TRUE(same_bytes(prefixes[2], walk.prefix));
+}
+
+TEST_F(l3, next_hops_are_shared_and_updated)
+{
+    qx_l3_nexthop_t hop = nexthop(0xc0a80001, 4);
+    unsigned index = 0;
+    ASSERT_EQ(QX_OK, qx_l3_nexthop_add(0, &hop, &index));
+    qx_l3_route_t one = route(ipv4(0x0a000000, 8), hop);
+    qx_l3_route_t two = route(ipv4(0x0b000000, 8), hop);
+    ASSERT_EQ(QX_OK, qx_l3_route_add(0, &one));
+    ASSERT_EQ(QX_OK, qx_l3_route_add(0, &two));
+    EXPECT_EQ(2U, number_in(snapshot(), "\"nexthops\"", "routes"));
+
+    qx_l3_nexthop_t changed = hop;
+    changed.da_mac[0] = 0x42;
+    changed.id.port_id = 9;
+    EXPECT_EQ(QX_OK, qx_l3_nexthop_update(0, &changed));
+    auto got = untouched<qx_l3_nexthop_t>();
+    EXPECT_EQ(QX_OK, qx_l3_nexthop_get(0, index, &got));
+    EXPECT_TRUE(same_bytes(changed, got));
+    qx_l3_route_t found = host(0x0b000001);
+    EXPECT_EQ(QX_OK, qx_l3_route_get(0, &found));
+    EXPECT_TRUE(same_bytes(changed, found.nexthop));
+
+    EXPECT_EQ(QX_OK, qx_l3_nhintf_all_route_delete(0, 3));
+    EXPECT_EQ(2U, number_in(snapshot(), "\"nexthops\"", "routes"));
+    EXPECT_EQ(QX_OK, qx_l3_nhintf_all_route_delete(0, 4));
+    EXPECT_EQ(QX_DELETED, qx_l3_route_delete(0, &one));
+    EXPECT_EQ(QX_OK, qx_l3_nexthop_get(0, index, &got)) << "it was added by a call of its own";
+    EXPECT_EQ(QX_OK, qx_l3_nexthop_delete(0, &hop));
+    EXPECT_EQ(QX_NO_NEXTHOP, qx_l3_nexthop_get(0, index, &got));
+}
+
+TEST_F(l3, next_hops_are_walked_in_order)
+{
+    std::vector<qx_l3_nexthop_t> hops = {nexthop(1, 1), nexthop(1, 2), nexthop(2, 1)};
+    hops.push_back(nexthop(0, 1));
+    hops.back().nhid.addr = ipv6({0, 0, 0, 1});
+    unsigned index = 0;
+    for (const unsigned place : {3U, 0U, 2U, 1U})
+        ASSERT_EQ(QX_OK, qx_l3_nexthop_add(0, &hops[place], &index));
+    auto walk = untouched<qx_l3_nexthop_t>();
+    for (unsigned place = 0; place < 4; ++place) {
+        ASSERT_EQ(QX_OK, qx_l3_nexthop_show(0, &walk, place == 0 ? 0 : 1));
+        EXPECT_TRUE(same_bytes(hops[place], walk)) << "at " << place;
+    }
+    EXPECT_EQ(QX_NO_MORE, qx_l3_nexthop_show(0, &walk, 1));
+}
+
+TEST_F(l3, mistakes_have_their_statuses)
+{
+    qx_l3_route_t one = route(ipv4(0x0a000000, 8), nexthop(1));
+    ASSERT_EQ(QX_OK, qx_l3_route_add(0, &one));
+    const std::string before = snapshot();
+    unsigned index = 0xa5;
+    qx_l3_route_t bad = route(ipv4(0x0b000000, 33), nexthop(1));
+    EXPECT_EQ(QX_BAD_ADDRESS, qx_l3_route_add(0, &bad));
+    EXPECT_EQ(QX_BAD_ADDRESS, qx_l3_route_get(0, &bad));
+    EXPECT_EQ(QX_BAD_ADDRESS, qx_l3_route_delete(0, &bad));
+    EXPECT_EQ(QX_BAD_ADDRESS, qx_l3_route_show(0, &bad, 1));
+    EXPECT_EQ(QX_BAD_FLAG, qx_l3_route_show(0, &one, 2));
+    EXPECT_EQ(QX_BAD_FLAG, qx_l3_nexthop_show(0, &one.nexthop, 255));
+    bad = route(ipv4(0x0b000000, 8), nexthop(1));
+    bad.nexthop.da_mac[3] = 1;
+    EXPECT_EQ(QX_CONFLICT, qx_l3_route_add(0, &bad));
+    EXPECT_EQ(QX_CONFLICT, qx_l3_nexthop_add(0, &bad.nexthop, &index));
+    bad.nexthop.nhid.nhop_type = 3;
+    EXPECT_EQ(QX_BAD_TYPE, qx_l3_route_add(0, &bad));
+    EXPECT_EQ(QX_BAD_TYPE, qx_l3_nexthop_delete(0, &bad.nexthop));
+    bad.nexthop.nhid.nhop_type = 1;
+    bad.nexthop.id.tunnel_id = 1;
+    EXPECT_EQ(QX_NO_TUNNEL, qx_l3_route_add(0, &bad));
+    bad.nexthop.nhid.nhop_type = 2;
+    EXPECT_EQ(QX_NO_SA, qx_l3_nexthop_add(0, &bad.nexthop, &index));
+    bad.nexthop = nexthop(2);
+    bad.nexthop.id.port_id = 32;
+    EXPECT_EQ(QX_BAD_PORT, qx_l3_nexthop_add(0, &bad.nexthop, &index));
+    bad.nexthop = nexthop(2);
+    bad.nexthop.encap.port_encap.type = 2;
+    EXPECT_EQ(QX_BAD_ENCAP, qx_l3_nexthop_update(0, &bad.nexthop));
+    bad.nexthop = nexthop(2);
+    EXPECT_EQ(QX_NO_NEXTHOP, qx_l3_nexthop_update(0, &bad.nexthop));
+    auto got = untouched<qx_l3_nexthop_t>();
+    EXPECT_EQ(QX_NO_NEXTHOP, qx_l3_nexthop_get(0, 0, &got));
+    EXPECT_TRUE(is_untouched(got));
+    EXPECT_EQ(0xa5U, index);
+    EXPECT_EQ(before, snapshot());
+    EXPECT_EQ(QX_OK, qx_l3_nexthop_add(0, &one.nexthop, &index)) << "now it is kept without routes";
+    EXPECT_EQ(QX_EXISTS, qx_l3_nexthop_add(0, &one.nexthop, &index));
+}
+
+TEST_F(l3, shutting_down_and_starting_again)
+{
+    EXPECT_EQ(QX_OK, qx_l3_route_init_0(0)) << "an empty table may be initialised any time";
+    qx_l3_route_t one = route(ipv4(0x0a000000, 8), nexthop(1));
+    unsigned index = 0;
+    const std::string before = snapshot();
+    ASSERT_EQ(QX_OK, qx_l3_route_add(0, &one));
+    EXPECT_EQ(QX_INITIALISED, qx_l3_route_init_0(0));
+    EXPECT_EQ(QX_OK, qx_l3_route_shut(0));
+    EXPECT_EQ(QX_NOT_INITIALISED, qx_l3_route_shut(0));
+    EXPECT_EQ(QX_NOT_INITIALISED, qx_l3_route_add(0, &one));
+    EXPECT_EQ(QX_NOT_INITIALISED, qx_l3_route_get(0, &one));
+    EXPECT_EQ(QX_NOT_INITIALISED, qx_l3_route_delete(0, &one));
+    EXPECT_EQ(QX_NOT_INITIALISED, qx_l3_route_show(0, &one, 0));
+    EXPECT_EQ(QX_NOT_INITIALISED, qx_l3_nexthop_add(0, &one.nexthop, &index));
+    EXPECT_EQ(QX_NOT_INITIALISED, qx_l3_nexthop_delete(0, &one.nexthop));
+    EXPECT_EQ(QX_NOT_INITIALISED, qx_l3_nexthop_get(0, 1, &one.nexthop));
+    EXPECT_EQ(QX_NOT_INITIALISED, qx_l3_nexthop_show(0, &one.nexthop, 0));
+    EXPECT_EQ(QX_NOT_INITIALISED, qx_l3_nexthop_update(0, &one.nexthop));
+    EXPECT_EQ(QX_NOT_INITIALISED, qx_l3_nhintf_all_route_delete(0, 1));
+    EXPECT_EQ(QX_OK, qx_l3_route_add(1, &one)) << "another device runs on";
+    EXPECT_EQ(QX_OK, qx_l3_route_shut(1));
+    EXPECT_EQ(QX_OK, qx_l3_route_init_0(1));
+    EXPECT_EQ(QX_OK, qx_l3_route_init_0(0));
+    EXPECT_EQ(before, snapshot());
+}
+
+TEST_F(l3, subnets_and_port_mtus)
+{
+    const std::string before = snapshot();
+    qx_ip_address_t subnet = ipv4(0xc0a80000, 16);
+    EXPECT_EQ(QX_NO_SUBNET, qx_nat_subnet_delete(0, 1, &subnet));
+    EXPECT_EQ(QX_OK, qx_nat_subnet_add(0, 1, &subnet));
+    EXPECT_EQ(QX_EXISTS, qx_nat_subnet_add(0, 1, &subnet));
+    EXPECT_EQ(QX_OK, qx_nat_subnet_add(0, 2, &subnet));
+    EXPECT_EQ(QX_OK, qx_nat_subnet_delete(0, 1, &subnet));
+    EXPECT_EQ(QX_DELETED, qx_nat_subnet_delete(0, 1, &subnet));
+    EXPECT_EQ(QX_OK, qx_nat_subnet_delete(0, 2, &subnet));
+    subnet.afi = 9;
+    EXPECT_EQ(QX_BAD_ADDRESS, qx_nat_subnet_add(0, 1, &subnet));
+
+    unsigned mtu = 0xa5;
+    EXPECT_EQ(QX_NO_MTU, qx_port_encap_ip_mtu_get(0, 3, 1, &mtu));
+    EXPECT_EQ(QX_BAD_PORT, qx_port_encap_ip_mtu_add(0, 32, 0, 1500));
+    EXPECT_EQ(QX_BAD_ENCAP, qx_port_encap_ip_mtu_add(0, 3, 2, 1500));
+    EXPECT_EQ(QX_BAD_MTU, qx_port_encap_ip_mtu_add(0, 3, 1, 67));
+    EXPECT_EQ(QX_BAD_MTU, qx_port_encap_ip_mtu_add(0, 3, 1, 9217));
+    EXPECT_EQ(0xa5U, mtu);
+    EXPECT_EQ(QX_OK, qx_port_encap_ip_mtu_add(0, 3, 1, 1492));
+    EXPECT_EQ(QX_EXISTS, qx_port_encap_ip_mtu_add(0, 3, 1, 1492));
+    EXPECT_EQ(QX_OK, qx_port_encap_ip_mtu_get(0, 3, 1, &mtu));
+    EXPECT_EQ(1492U, mtu);
+    EXPECT_EQ(QX_NO_MTU, qx_port_encap_ip_mtu_get(0, 3, 0, &mtu));
+    EXPECT_EQ(QX_OK, qx_port_encap_ip_mtu_delete(0, 3, 1));
+    EXPECT_EQ(QX_DELETED, qx_port_encap_ip_mtu_delete(0, 3, 1));
+    EXPECT_EQ(before, snapshot());
+}

@@ -1,0 +1,121 @@
+// The bounded tables against plain models: a std::map for sorted rows, a counter for numbers.
+#include "table.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <random>
+#include <set>
+
+using qxsim::bounded_table;
+using qxsim::numbered_table;
+
+TEST(bounded_table, behaves_as_a_map)
+{
+    std::mt19937 random{3};
+    constexpr std::size_t capacity = 40;
+    bounded_table<int, unsigned> table{capacity};
+    std::map<int, unsigned> model;
+    EXPECT_EQ(nullptr, table.first());
+    for (int round = 0; round < 50000; ++round) {
+        const int key = static_cast<int>(random() % 80) - 40;
+        const unsigned value = random();
+        const bool known = model.count(key) != 0;
+        ASSERT_EQ(known, table.find(key) != nullptr);
+        if (random() % 2 == 0 && !known && !table.full()) {
+            table.add(key, value);
+            model[key] = value;
+        } else if (random() % 2 == 0) {
+            ASSERT_EQ(known, table.remove(key));
+            model.erase(key);
+        }
+        ASSERT_EQ(model.size(), table.size());
+        ASSERT_EQ(model.size() == capacity, table.full());
+        const auto next = model.upper_bound(key);
+        const auto *const row = table.next(key);
+        ASSERT_EQ(next == model.end(), row == nullptr);
+        if (row != nullptr) {
+            ASSERT_EQ(next->first, row->key);
+            ASSERT_EQ(next->second, row->entry);
+        }
+    }
+    auto expected = model.begin();
+    for (const auto &row : table) {
+        ASSERT_EQ(expected->first, row.key);
+        ASSERT_EQ(expected->second, row.entry);
+        ++expected;
+    }
+    EXPECT_EQ(model.end(), expected);
+    table.clear();
+    EXPECT_TRUE(table.empty());
+    EXPECT_EQ(capacity, table.capacity());
+}
+
+TEST(bounded_table, takes_its_memory_once)
+{
+    bounded_table<int, unsigned> table{8};
+    table.add(0, 0);
+    const void *const place = table.find(0);
+    for (int key = 1; key < 8; ++key)
+        table.add(key, 0);
+    EXPECT_EQ(place, table.find(0));
+    EXPECT_TRUE(table.full());
+}
+
+TEST(bounded_table, remembers_the_last_rows_that_were_removed)
+{
+    bounded_table<int, int> table{2};
+    EXPECT_FALSE(qxsim::was_removed(table, 1));
+    for (const int key : {1, 2, 3}) {
+        table.add(key, key * 10);
+        EXPECT_FALSE(qxsim::was_removed(table, key));
+        EXPECT_TRUE(table.remove(key));
+    }
+    EXPECT_FALSE(qxsim::was_removed(table, 1)) << "two are remembered";
+    EXPECT_TRUE(qxsim::was_removed(table, 2));
+    EXPECT_TRUE(qxsim::was_removed(table, 3));
+    EXPECT_EQ(20, qxsim::find_row(table.removed(), [](int entry) { return entry == 20; })->entry);
+    table.add(2, 0);
+    EXPECT_FALSE(qxsim::was_removed(table, 2)) << "it is there again";
+    table.clear();
+    EXPECT_TRUE(qxsim::was_removed(table, 2));
+}
+
+TEST(numbered_table, gives_numbers_in_turn)
+{
+    numbered_table<int> table{3, 0x10000};
+    EXPECT_EQ(0x10001U, table.add(7));
+    EXPECT_EQ(0x10002U, table.add(8));
+    EXPECT_TRUE(table.remove(0x10001));
+    EXPECT_EQ(0x10003U, table.add(9));
+    EXPECT_EQ(0x10004U, table.add(10));
+    EXPECT_TRUE(table.full());
+    EXPECT_EQ(nullptr, table.find(1));
+    EXPECT_EQ(8, *table.find(0x10002));
+}
+
+TEST(numbered_table, numbers_come_again_when_all_were_used)
+{
+    numbered_table<int> table{4, 0};
+    EXPECT_EQ(1U, table.add(1));
+    EXPECT_EQ(2U, table.add(2));
+    for (unsigned expected = 3; expected <= 65535; ++expected) {
+        ASSERT_EQ(expected, table.add(0));
+        ASSERT_TRUE(table.remove(expected));
+    }
+    EXPECT_TRUE(table.remove(1));
+    EXPECT_EQ(1U, table.add(0)) << "2 is still taken";
+    EXPECT_EQ(3U, table.add(0));
+}
+
+TEST(find_row, finds_the_first_in_order)
+{
+    bounded_table<int, int> table{8};
+    table.add(5, 1);
+    table.add(3, 1);
+    table.add(1, 0);
+    const auto *const row = qxsim::find_row(table, [](int entry) { return entry == 1; });
+    ASSERT_NE(nullptr, row);
+    EXPECT_EQ(3, row->key);
+    EXPECT_EQ(nullptr, qxsim::find_row(table, [](int entry) { return entry == 2; }));
+}

@@ -1,0 +1,219 @@
+// Rules, RTP translations and IP translations with the flows that belong to them.
+#include "flow_model.h"
+#include "simulated.h"
+
+using namespace simulated;
+
+namespace {
+
+class rules : public devices
+{
+};
+class rtps : public devices
+{
+};
+class translations : public devices
+{
+};
+
+unsigned add_rtp(unsigned short device, std::uint32_t ssrc, unsigned short flow_id)
+{
+    qx_rtp_cfg_t cfg = rtp(ssrc);
+    qx_flow_t one = flow(flow_id);
+    unsigned id = 0;
+    EXPECT_EQ(QX_OK, qx_rtp_translate_add(device, &cfg, &one, &id));
+    return id;
+}
+
+unsigned add_translation(unsigned short device, unsigned short port_set)
+{
+    qx_ip_translate_cfg_t cfg = translation(port_set);
+    unsigned id = 0;
+    EXPECT_EQ(QX_OK, qx_ip_translate_add(device, &cfg, &id));
+    return id;
+}
+
+} // namespace
+
+TEST_F(rules, a_rule_lies_in_the_slot_it_names)
+{
+    const std::string before = snapshot();
+    qx_rule_hash_t added = rule(1023, 5);
+    added.fwd_rslt_idx = 0xfedcba98;
+    reinterpret_cast<unsigned char *>(&added)[122] = 0x77; // padding
+    EXPECT_EQ(QX_OK, qx_rule_hash_add(0, &added));
+    auto got = untouched<qx_rule_hash_t>();
+    EXPECT_EQ(QX_OK, qx_rule_hash_get_by_hash_index(0, 1023, &got));
+    EXPECT_TRUE(same_bytes(added, got));
+    EXPECT_EQ(QX_OK, qx_rule_hash_delete_by_hash_index(0, 1023));
+    EXPECT_EQ(QX_DELETED, qx_rule_hash_delete_by_hash_index(0, 1023));
+    EXPECT_EQ(QX_OK, qx_rule_hash_add(0, &added));
+    EXPECT_EQ(QX_OK, qx_rule_hash_delete_by_hash_index(0, 1023));
+    EXPECT_EQ(before, snapshot());
+}
+
+TEST_F(rules, mistakes_have_their_statuses)
+{
+    qx_rule_hash_t added = rule(4, 5);
+    ASSERT_EQ(QX_OK, qx_rule_hash_add(0, &added));
+    const std::string before = snapshot();
+    qx_rule_hash_t other = rule(4, 6);
+    EXPECT_EQ(QX_EXISTS, qx_rule_hash_add(0, &other)) << "the slot is taken";
+    other = added;
+    other.hash_index = 5;
+    reinterpret_cast<unsigned char *>(&other)[8 + 71] = 1; // padding of the key
+    EXPECT_EQ(QX_EXISTS, qx_rule_hash_add(0, &other)) << "the key is there";
+    other = rule(1024, 6);
+    EXPECT_EQ(QX_BAD_INDEX, qx_rule_hash_add(0, &other));
+    other = rule(6, 4096);
+    EXPECT_EQ(QX_BAD_VLAN, qx_rule_hash_add(0, &other));
+    EXPECT_EQ(QX_NO_RULE, qx_rule_hash_delete_by_hash_index(0, 5));
+    EXPECT_EQ(QX_BAD_INDEX, qx_rule_hash_delete_by_hash_index(0, 1024));
+    auto got = untouched<qx_rule_hash_t>();
+    EXPECT_EQ(QX_NO_RULE, qx_rule_hash_get_by_hash_index(0, 5, &got));
+    EXPECT_EQ(QX_BAD_INDEX, qx_rule_hash_get_by_hash_index(0, 65535, &got));
+    EXPECT_TRUE(is_untouched(got));
+    EXPECT_EQ(before, snapshot());
+}
+
+// ------------------------------------------------------------------------------------------ RTP
+
+TEST_F(rtps, a_translation_brings_its_flow_and_takes_it_along)
+{
+    const std::string before = snapshot();
+    qx_rtp_cfg_t cfg = rtp(1);
+    const unsigned id = add_rtp(0, 1, 8);
+    auto got = untouched<qx_flow_t>();
+    EXPECT_EQ(QX_OK, qx_flow_get(0, static_cast<unsigned short>(flow_slot(flow(8))), &got));
+    EXPECT_TRUE(same_bytes(flow(8), got));
+    EXPECT_EQ(QX_IN_USE, qx_flow_delete(0, 8));
+    EXPECT_EQ(QX_OK, qx_rtp_translate_delete(0, &cfg));
+    EXPECT_EQ(QX_DELETED, qx_flow_delete(0, 8));
+    EXPECT_EQ(QX_DELETED, qx_rtp_translate_delete_by_id(0, id));
+    EXPECT_EQ(QX_DELETED, qx_rtp_translate_delete(0, &cfg));
+    EXPECT_EQ(before, snapshot());
+}
+
+TEST_F(rtps, ids_are_apart_on_all_devices)
+{
+    unsigned ids[4] = {};
+    for (unsigned short device = 0; device < 4; ++device) {
+        ids[device] = add_rtp(device, 1, 8);
+        for (unsigned short earlier = 0; earlier < device; ++earlier)
+            EXPECT_NE(ids[earlier], ids[device]);
+    }
+    EXPECT_EQ(QX_NO_RTP, qx_rtp_translate_delete_by_id(1, ids[0]));
+    EXPECT_EQ(QX_OK, qx_rtp_translate_delete_by_id(0, ids[0]));
+    auto stats = untouched<qx_rtp_stats_t>();
+    EXPECT_EQ(QX_NO_RTP, qx_rtp_statistics_get(ids[0], &stats));
+    EXPECT_TRUE(is_untouched(stats));
+    EXPECT_EQ(QX_OK, qx_rtp_statistics_get(ids[3], &stats));
+}
+
+TEST_F(rtps, an_id_is_not_given_out_again_at_once)
+{
+    const unsigned first = add_rtp(0, 1, 8);
+    EXPECT_EQ(QX_OK, qx_rtp_translate_delete_by_id(0, first));
+    EXPECT_NE(first, add_rtp(0, 1, 8));
+}
+
+TEST_F(rtps, counters_move_one_packet_a_tick)
+{
+    const unsigned id = add_rtp(2, 1, 8); // tick 1 of the device
+    auto stats = untouched<qx_rtp_stats_t>();
+    EXPECT_EQ(QX_OK, qx_rtp_statistics_get(id, &stats));
+    EXPECT_EQ(1U, stats.available);
+    EXPECT_EQ(1U, stats.pkt_cnt);
+    EXPECT_EQ(172U, stats.byte_cnt);
+    EXPECT_EQ(101U, stats.seq_num);
+    EXPECT_EQ(1160U, stats.timestamp);
+    unsigned char suspend = 0;
+    EXPECT_EQ(QX_OK, qx_pm_ne_suspend_get(2, &suspend));
+    EXPECT_EQ(QX_OK, qx_rtp_statistics_get(id, &stats));
+    EXPECT_EQ(3U, stats.pkt_cnt);
+    EXPECT_EQ(516U, stats.byte_cnt);
+    EXPECT_EQ(103U, stats.seq_num);
+    EXPECT_EQ(1480U, stats.timestamp);
+}
+
+TEST_F(rtps, mistakes_have_their_statuses)
+{
+    add_rtp(0, 1, 8);
+    const std::string before = snapshot();
+    qx_rtp_cfg_t cfg = rtp(1);
+    qx_flow_t one = flow(9);
+    unsigned id = 0xa5;
+    EXPECT_EQ(QX_EXISTS, qx_rtp_translate_add(0, &cfg, &one, &id));
+    cfg = rtp(2);
+    one = flow(8);
+    EXPECT_EQ(QX_EXISTS, qx_rtp_translate_add(0, &cfg, &one, &id)) << "the flow is there";
+    one.ingress_pkt.phy_port = 40;
+    EXPECT_EQ(QX_BAD_PORT, qx_rtp_translate_add(0, &cfg, &one, &id));
+    EXPECT_EQ(QX_NO_RTP, qx_rtp_translate_delete(0, &cfg));
+    EXPECT_EQ(0xa5U, id);
+    auto stats = untouched<qx_rtp_stats_t>();
+    EXPECT_EQ(QX_NO_RTP, qx_rtp_statistics_get(0, &stats));
+    EXPECT_EQ(QX_NO_RTP, qx_rtp_statistics_get(0xffffffff, &stats));
+    EXPECT_EQ(QX_NULL_POINTER, qx_rtp_statistics_get(0, nullptr));
+    EXPECT_EQ(before, snapshot());
+}
+
+// -------------------------------------------------------------------------------- IP translation
+
+TEST_F(translations, bring_up_and_tear_down)
+{
+    const std::string before = snapshot();
+    qx_ip_translate_cfg_t cfg = translation(1);
+    reinterpret_cast<unsigned char *>(&cfg)[17] = 9; // padding
+    unsigned id = 0;
+    ASSERT_EQ(QX_OK, qx_ip_translate_add(0, &cfg, &id));
+    auto got = untouched<qx_ip_translate_cfg_t>();
+    EXPECT_EQ(QX_OK, qx_ip_translate_get(0, id, &got));
+    EXPECT_TRUE(same_bytes(cfg, got));
+    qx_flow_t one = flow(1);
+    qx_flow_t two = flow(2);
+    EXPECT_EQ(QX_OK, qx_ip_translate_flow_add(0, id, &one));
+    EXPECT_EQ(QX_OK, qx_ip_translate_flow_add(0, id, &two));
+    EXPECT_EQ(QX_IN_USE, qx_flow_delete(0, 1));
+    EXPECT_EQ(QX_IN_USE, qx_ip_translate_del(0, id));
+    EXPECT_EQ(QX_OK, qx_ip_translate_flow_del(0, id, &one));
+    EXPECT_EQ(QX_DELETED, qx_ip_translate_flow_del(0, id, &one));
+    EXPECT_EQ(QX_IN_USE, qx_ip_translate_del(0, id));
+    EXPECT_EQ(QX_OK, qx_ip_translate_flow_del(0, id, &two));
+    EXPECT_EQ(QX_OK, qx_ip_translate_del(0, id));
+    EXPECT_EQ(QX_DELETED, qx_ip_translate_del(0, id));
+    EXPECT_EQ(before, snapshot());
+}
+
+TEST_F(translations, mistakes_have_their_statuses)
+{
+    const unsigned id = add_translation(0, 1);
+    const unsigned other_id = add_translation(0, 2);
+    qx_flow_t bound = flow(1);
+    ASSERT_EQ(QX_OK, qx_ip_translate_flow_add(0, id, &bound));
+    qx_flow_t free = flow(2);
+    ASSERT_EQ(QX_OK, qx_flow_add(0, &free));
+    const std::string before = snapshot();
+
+    unsigned written = 0xa5;
+    qx_ip_translate_cfg_t cfg = translation(1);
+    EXPECT_EQ(QX_EXISTS, qx_ip_translate_add(0, &cfg, &written));
+    cfg.translate_type = 4;
+    EXPECT_EQ(QX_BAD_TYPE, qx_ip_translate_add(0, &cfg, &written));
+    cfg = translation(3);
+    cfg.port_set_id_length = 13;
+    EXPECT_EQ(QX_BAD_PORT_SET, qx_ip_translate_add(0, &cfg, &written));
+    cfg.port_set_id_length = 65535;
+    cfg.port_set_id_offset = 65535;
+    EXPECT_EQ(QX_BAD_PORT_SET, qx_ip_translate_add(0, &cfg, &written));
+    EXPECT_EQ(0xa5U, written);
+    auto got = untouched<qx_ip_translate_cfg_t>();
+    EXPECT_EQ(QX_NO_TRANSLATION, qx_ip_translate_get(0, 999, &got));
+    EXPECT_EQ(QX_NO_TRANSLATION, qx_ip_translate_get(1, id, &got));
+    EXPECT_TRUE(is_untouched(got));
+    EXPECT_EQ(QX_NO_TRANSLATION, qx_ip_translate_flow_add(0, 999, &bound));
+    EXPECT_EQ(QX_EXISTS, qx_ip_translate_flow_add(0, other_id, &bound));
+    EXPECT_EQ(QX_NO_FLOW, qx_ip_translate_flow_del(0, other_id, &bound)) << "another's flow";
+    EXPECT_EQ(QX_NO_FLOW, qx_ip_translate_flow_del(0, id, &free)) << "nobody's flow";
+    EXPECT_EQ(before, snapshot());
+}

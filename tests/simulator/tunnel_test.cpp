@@ -1,0 +1,352 @@
+// Tunnels: identity by configuration, what they refer to and who uses them, and their MTU. L2TP sessions
+// and prefixes, PPTP sessions and PPPoE ports.
+#include "simulated.h"
+
+using namespace simulated;
+
+namespace {
+
+class tunnels : public devices
+{
+};
+class sessions : public devices
+{
+};
+
+unsigned add(qx_tunnel_cfg_t cfg, unsigned short device = 0)
+{
+    unsigned id = 0;
+    EXPECT_EQ(QX_OK, qx_tunnel_add(device, &cfg, &id));
+    return id;
+}
+
+} // namespace
+
+TEST_F(tunnels, are_found_by_id_and_by_configuration)
+{
+    const std::string before = snapshot();
+    qx_tunnel_cfg_t cfgs[] = {l2tp_tunnel(1), gre_tunnel(1), etherip_tunnel(1)};
+    for (qx_tunnel_cfg_t &cfg : cfgs) {
+        cfg.tunnel.etherip.hop_limit = 200;
+        const unsigned id = add(cfg);
+        auto got = untouched<qx_tunnel_cfg_t>();
+        EXPECT_EQ(QX_OK, qx_tunnel_get(0, id, &got));
+        EXPECT_TRUE(same_bytes(cfg, got));
+        unsigned other = 0xa5;
+        EXPECT_EQ(QX_EXISTS, qx_tunnel_add(0, &cfg, &other));
+        EXPECT_EQ(0xa5U, other);
+        EXPECT_EQ(QX_NO_TUNNEL, qx_tunnel_delete_by_idx(1, id));
+        EXPECT_EQ(QX_OK, qx_tunnel_delete(0, &cfg));
+        EXPECT_EQ(QX_DELETED, qx_tunnel_delete(0, &cfg));
+        EXPECT_EQ(QX_NO_TUNNEL, qx_tunnel_get(0, id, &got));
+        const unsigned again = add(cfg);
+        EXPECT_NE(id, again);
+        EXPECT_EQ(QX_OK, qx_tunnel_delete_by_idx(0, again));
+        EXPECT_EQ(QX_DELETED, qx_tunnel_delete_by_idx(0, again));
+    }
+    EXPECT_EQ(before, snapshot());
+}
+
+TEST_F(tunnels, identity_is_end_points_direction_and_the_ids_of_the_kind)
+{
+    add(gre_tunnel(1));
+    qx_tunnel_cfg_t same = gre_tunnel(1);
+    same.tx_port = 9;
+    same.dest_addr.addr_len = 8;
+    unsigned id = 0;
+    EXPECT_EQ(QX_EXISTS, qx_tunnel_add(0, &same, &id));
+    qx_tunnel_cfg_t other = gre_tunnel(1);
+    other.dir = 2;
+    add(other);
+    other = gre_tunnel(1);
+    other.dest_addr = ipv4(1);
+    add(other);
+    other = gre_tunnel(1);
+    other.tunnel.gre.down_call_id = 1;
+    add(other);
+    EXPECT_EQ(QX_OK, qx_tunnel_delete(0, &same));
+}
+
+TEST_F(tunnels, mistakes_have_their_statuses)
+{
+    const unsigned id = add(l2tp_tunnel(1));
+    const std::string before = snapshot();
+    unsigned written = 0xa5;
+    qx_tunnel_cfg_t bad = l2tp_tunnel(2);
+    bad.type = 4;
+    EXPECT_EQ(QX_BAD_TYPE, qx_tunnel_add(0, &bad, &written));
+    bad = l2tp_tunnel(2);
+    bad.src_addr.afi = 2;
+    EXPECT_EQ(QX_BAD_ADDRESS, qx_tunnel_add(0, &bad, &written));
+    bad = l2tp_tunnel(2);
+    bad.tx_port = 32;
+    EXPECT_EQ(QX_BAD_PORT, qx_tunnel_add(0, &bad, &written));
+    bad = l2tp_tunnel(2);
+    bad.dir = 3;
+    EXPECT_EQ(QX_BAD_DIRECTION, qx_tunnel_add(0, &bad, &written));
+    bad = l2tp_tunnel(2);
+    bad.nexthop_id = 1;
+    EXPECT_EQ(QX_NO_NEXTHOP, qx_tunnel_add(0, &bad, &written));
+    bad = l2tp_tunnel(2);
+    bad.tunnel.l2tp.ipsec_policy = 1;
+    EXPECT_EQ(QX_NO_POLICY, qx_tunnel_add(0, &bad, &written));
+    bad = ipsec_tunnel(0);
+    EXPECT_EQ(QX_NO_POLICY, qx_tunnel_add(0, &bad, &written));
+    bad = etherip_tunnel(2);
+    bad.tunnel.etherip.ipsec_policy = 7;
+    EXPECT_EQ(QX_NO_POLICY, qx_tunnel_add(0, &bad, &written));
+    bad = gre_tunnel(2);
+    bad.tunnel.gre.overlay_tunnel_ingress.pptp_sa_id = 7;
+    EXPECT_EQ(QX_NO_SESSION, qx_tunnel_add(0, &bad, &written));
+    bad = gre_tunnel(2);
+    bad.tunnel.gre.overlay_tunnel_egress.enc_policy = 0x02000001;
+    EXPECT_EQ(QX_NO_POLICY, qx_tunnel_add(0, &bad, &written));
+    auto mtu = zeroed<qx_tunnel_mtu_t>();
+    mtu.tunnel_id = id;
+    mtu.mtu = 67;
+    EXPECT_EQ(QX_BAD_MTU, qx_tunnel_mtu_set(0, &mtu));
+    mtu.mtu = 1400;
+    mtu.tunnel_type = 1;
+    EXPECT_EQ(QX_BAD_TYPE, qx_tunnel_mtu_set(0, &mtu));
+    EXPECT_EQ(QX_BAD_TYPE, qx_tunnel_mtu_get(0, &mtu));
+    mtu.tunnel_id = 99;
+    EXPECT_EQ(QX_NO_TUNNEL, qx_tunnel_mtu_set(0, &mtu));
+    EXPECT_EQ(QX_NO_TUNNEL, qx_tunnel_mtu_get(0, &mtu));
+    EXPECT_EQ(1400U, mtu.mtu);
+    EXPECT_EQ(0xa5U, written);
+    EXPECT_EQ(before, snapshot());
+}
+
+TEST_F(tunnels, have_an_mtu_of_their_own)
+{
+    auto mtu = zeroed<qx_tunnel_mtu_t>();
+    mtu.tunnel_type = 1;
+    mtu.tunnel_id = add(gre_tunnel(1));
+    EXPECT_EQ(QX_OK, qx_tunnel_mtu_get(0, &mtu));
+    EXPECT_EQ(1500U, mtu.mtu);
+    mtu.mtu = 9216;
+    EXPECT_EQ(QX_OK, qx_tunnel_mtu_set(0, &mtu));
+    mtu.mtu = 0;
+    EXPECT_EQ(QX_OK, qx_tunnel_mtu_get(0, &mtu));
+    EXPECT_EQ(9216U, mtu.mtu);
+
+    // All but the answer stays as it was, padding too: seen in bytes, which no compiler leaves out.
+    alignas(4) unsigned char bytes[sizeof mtu];
+    std::memset(bytes, 0xa5, sizeof bytes);
+    std::memcpy(bytes, &mtu, 8);
+    EXPECT_EQ(QX_OK, qx_tunnel_mtu_get(0, reinterpret_cast<qx_tunnel_mtu_t *>(bytes)));
+    EXPECT_EQ(9216U, bytes[8] | bytes[9] << 8);
+    EXPECT_EQ(0xa5U, bytes[10]);
+    EXPECT_EQ(0xa5U, bytes[11]);
+}
+
+TEST_F(tunnels, and_next_hops_hold_each_other)
+{
+    const std::string before = snapshot();
+    qx_l3_nexthop_t hop = nexthop(1);
+    unsigned index = 0;
+    ASSERT_EQ(QX_OK, qx_l3_nexthop_add(0, &hop, &index));
+    qx_tunnel_cfg_t cfg = gre_tunnel(1);
+    cfg.nexthop_id = index;
+    const unsigned id = add(cfg);
+    EXPECT_EQ(QX_IN_USE, qx_l3_nexthop_delete(0, &hop));
+    EXPECT_EQ(QX_IN_USE, qx_l3_route_shut(0));
+    qx_l3_nexthop_t through = nexthop(2);
+    through.nhid.nhop_type = 1;
+    through.id.tunnel_id = id;
+    qx_l3_route_t one = route(ipv4(0x0a000000, 8), through);
+    EXPECT_EQ(QX_OK, qx_l3_route_add(0, &one));
+    EXPECT_EQ(QX_IN_USE, qx_tunnel_delete_by_idx(0, id));
+    EXPECT_EQ(QX_IN_USE, qx_tunnel_delete(0, &cfg));
+    EXPECT_EQ(QX_OK, qx_l3_route_delete(0, &one));
+    EXPECT_EQ(QX_OK, qx_tunnel_delete(0, &cfg));
+    EXPECT_EQ(QX_OK, qx_l3_nexthop_delete(0, &hop));
+    EXPECT_EQ(before, snapshot());
+}
+
+TEST_F(tunnels, the_last_user_takes_a_next_hop_along)
+{
+    const std::string before = snapshot();
+    qx_l3_route_t one = route(ipv4(0x0a000000, 8), nexthop(1));
+    ASSERT_EQ(QX_OK, qx_l3_route_add(0, &one));
+    qx_tunnel_cfg_t cfg = gre_tunnel(1);
+    cfg.nexthop_id = number_in(snapshot(), "\"nexthops\"", "index");
+    add(cfg);
+    EXPECT_EQ(QX_OK, qx_l3_route_delete(0, &one));
+    auto got = untouched<qx_l3_nexthop_t>();
+    EXPECT_EQ(QX_OK, qx_l3_nexthop_get(0, cfg.nexthop_id, &got));
+    EXPECT_EQ(QX_OK, qx_tunnel_delete(0, &cfg));
+    EXPECT_EQ(QX_NO_NEXTHOP, qx_l3_nexthop_get(0, cfg.nexthop_id, &got));
+    EXPECT_EQ(before, snapshot());
+}
+
+// ----------------------------------------------------------------------------------------- L2TP
+
+TEST_F(sessions, of_an_l2tp_tunnel)
+{
+    const std::string before = snapshot();
+    const unsigned tunnel = add(l2tp_tunnel(1));
+    const unsigned gre = add(gre_tunnel(1));
+    unsigned char present = 0xa5;
+    EXPECT_EQ(QX_BAD_SESSION_ID, qx_l2tp_session_add(0, tunnel, 0));
+    EXPECT_EQ(QX_NO_TUNNEL, qx_l2tp_session_add(0, 99, 1));
+    EXPECT_EQ(QX_BAD_TYPE, qx_l2tp_session_add(0, gre, 1));
+    EXPECT_EQ(QX_NO_TUNNEL, qx_l2tp_session_get(0, 99, 1, &present));
+    EXPECT_EQ(0xa5U, present);
+    EXPECT_EQ(QX_OK, qx_l2tp_session_get(0, tunnel, 65535, &present));
+    EXPECT_EQ(0U, present);
+    EXPECT_EQ(QX_OK, qx_l2tp_session_add(0, tunnel, 65535));
+    EXPECT_EQ(QX_EXISTS, qx_l2tp_session_add(0, tunnel, 65535));
+    EXPECT_EQ(QX_OK, qx_l2tp_session_get(0, tunnel, 65535, &present));
+    EXPECT_EQ(1U, present);
+    EXPECT_EQ(QX_IN_USE, qx_tunnel_delete_by_idx(0, tunnel));
+
+    qx_ip_address_t prefix = ipv6({0x20010db8, 0, 0, 0}, 48);
+    EXPECT_EQ(QX_NO_SESSION, qx_ipv6_over_l2tp_add(0, tunnel, 1, &prefix));
+    EXPECT_EQ(QX_NO_PREFIX, qx_ipv6_over_l2tp_delete(0, tunnel, 65535, &prefix));
+    EXPECT_EQ(QX_OK, qx_ipv6_over_l2tp_add(0, tunnel, 65535, &prefix));
+    EXPECT_EQ(QX_EXISTS, qx_ipv6_over_l2tp_add(0, tunnel, 65535, &prefix));
+    EXPECT_EQ(QX_IN_USE, qx_l2tp_session_delete(0, tunnel, 65535));
+    qx_ip_address_t wrong = ipv4(1);
+    EXPECT_EQ(QX_BAD_ADDRESS, qx_ipv6_over_l2tp_add(0, tunnel, 65535, &wrong));
+    EXPECT_EQ(QX_BAD_ADDRESS, qx_ipv6_over_l2tp_delete(0, tunnel, 65535, &wrong));
+    wrong = ipv6({1, 2, 3, 4}, 129);
+    EXPECT_EQ(QX_BAD_ADDRESS, qx_ipv6_over_l2tp_getnext(0, tunnel, 65535, &wrong));
+    EXPECT_EQ(QX_OK, qx_ipv6_over_l2tp_delete(0, tunnel, 65535, &prefix));
+    EXPECT_EQ(QX_DELETED, qx_ipv6_over_l2tp_delete(0, tunnel, 65535, &prefix));
+
+    EXPECT_EQ(QX_OK, qx_l2tp_session_delete(0, tunnel, 65535));
+    EXPECT_EQ(QX_DELETED, qx_l2tp_session_delete(0, tunnel, 65535));
+    EXPECT_EQ(QX_OK, qx_tunnel_delete_by_idx(0, tunnel));
+    EXPECT_EQ(QX_OK, qx_tunnel_delete_by_idx(0, gre));
+    EXPECT_EQ(before, snapshot());
+}
+
+TEST_F(sessions, prefixes_are_walked_within_their_session)
+{
+    const unsigned tunnel = add(l2tp_tunnel(1));
+    for (const unsigned short session : {1, 2})
+        ASSERT_EQ(QX_OK, qx_l2tp_session_add(0, tunnel, session));
+    qx_ip_address_t prefixes[] = {ipv6({0, 0, 0, 0}, 0), ipv6({1, 0, 0, 0}, 32),
+                                  ipv6({1, 0, 0, 0}, 40), ipv6({0xffffffff, 0, 0, 0}, 32)};
+    for (const unsigned place : {2U, 0U, 3U, 1U})
+        ASSERT_EQ(QX_OK, qx_ipv6_over_l2tp_add(0, tunnel, 1, &prefixes[place]));
+    ASSERT_EQ(QX_OK, qx_ipv6_over_l2tp_add(0, tunnel, 2, &prefixes[1]));
+    auto walk = zeroed<qx_ip_address_t>();
+    for (const qx_ip_address_t &prefix : prefixes) {
+        ASSERT_EQ(QX_OK, qx_ipv6_over_l2tp_getnext(0, tunnel, 1, &walk));
+        EXPECT_TRUE(same_bytes(prefix, walk));
+    }
+    EXPECT_EQ(QX_NO_MORE, qx_ipv6_over_l2tp_getnext(0, tunnel, 1, &walk));
+    EXPECT_TRUE(same_bytes(prefixes[3], walk));
+    EXPECT_EQ(QX_NO_SESSION, qx_ipv6_over_l2tp_getnext(0, tunnel, 3, &walk));
+}
+
+// ------------------------------------------------------------------------------- PPTP and PPPoE
+
+TEST_F(sessions, of_pptp_are_one_per_direction)
+{
+    const std::string before = snapshot();
+    qx_pptp_sa_t in = pptp(5, 0);
+    qx_pptp_sa_t out = pptp(5, 1);
+    reinterpret_cast<unsigned char *>(&out)[79] = 3; // padding
+    ASSERT_EQ(QX_OK, qx_pptp_session_add(0, &in));
+    EXPECT_EQ(QX_EXISTS, qx_pptp_session_add(0, &in));
+    ASSERT_EQ(QX_OK, qx_pptp_session_add(0, &out));
+    auto got = zeroed<qx_pptp_sa_t>();
+    got.sa_id = 5;
+    got.dir = 1;
+    EXPECT_EQ(QX_OK, qx_pptp_session_get(0, &got));
+    EXPECT_TRUE(same_bytes(out, got));
+    EXPECT_EQ(QX_BAD_DIRECTION, qx_pptp_session_delete(0, 5, 2));
+    EXPECT_EQ(QX_NO_SESSION, qx_pptp_session_delete(0, 6, 0));
+    EXPECT_EQ(QX_OK, qx_pptp_session_delete(0, 5, 0));
+    EXPECT_EQ(QX_DELETED, qx_pptp_session_delete(0, 5, 0));
+    EXPECT_EQ(QX_OK, qx_pptp_session_clear_all(0));
+    EXPECT_EQ(QX_OK, qx_pptp_session_clear_all(0));
+    EXPECT_EQ(QX_DELETED, qx_pptp_session_delete(0, 5, 1));
+    EXPECT_EQ(QX_NO_SESSION, qx_pptp_session_get(0, &got));
+    EXPECT_EQ(before, snapshot());
+
+    qx_pptp_sa_t bad = pptp(0, 0);
+    EXPECT_EQ(QX_BAD_SESSION_ID, qx_pptp_session_add(0, &bad));
+    bad = pptp(1, 2);
+    EXPECT_EQ(QX_BAD_DIRECTION, qx_pptp_session_add(0, &bad));
+    EXPECT_EQ(QX_BAD_DIRECTION, qx_pptp_session_get(0, &bad));
+    bad = pptp(1, 0);
+    bad.remote_addr.addr_len = 33;
+    EXPECT_EQ(QX_BAD_ADDRESS, qx_pptp_session_add(0, &bad));
+    bad = pptp(1, 0);
+    bad.keylen = 17;
+    EXPECT_EQ(QX_BAD_KEY, qx_pptp_session_add(0, &bad));
+    EXPECT_EQ(before, snapshot());
+}
+
+TEST_F(sessions, a_key_change_moves_every_byte_of_the_key_by_one)
+{
+    qx_pptp_sa_t in = pptp(5, 0);
+    qx_pptp_sa_t out = pptp(5, 1);
+    out.keylen = 16;
+    ASSERT_EQ(QX_OK, qx_pptp_session_add(0, &in));
+    ASSERT_EQ(QX_OK, qx_pptp_session_add(0, &out));
+    EXPECT_EQ(QX_NO_SESSION, qx_pptp_key_change(0, 6));
+    EXPECT_EQ(QX_OK, qx_pptp_key_change(0, 5));
+    qx_pptp_sa_t got = pptp(5, 0);
+    ASSERT_EQ(QX_OK, qx_pptp_session_get(0, &got));
+    for (unsigned index = 0; index < 16; ++index)
+        EXPECT_EQ((0xf8 + index + (index < 8 ? 1 : 0)) & 0xff, got.key[index]);
+    EXPECT_EQ(0U, got.seq_num);
+    got = pptp(5, 1);
+    ASSERT_EQ(QX_OK, qx_pptp_session_get(0, &got));
+    EXPECT_EQ((0xf8 + 15 + 1) & 0xff, got.key[15]);
+
+    qx_pptp_sa_t plain = pptp(7, 0);
+    plain.crypto_type = 0;
+    ASSERT_EQ(QX_OK, qx_pptp_session_add(0, &plain));
+    const std::string before = snapshot();
+    EXPECT_EQ(QX_BAD_KEY, qx_pptp_key_change(0, 7));
+    EXPECT_EQ(before, snapshot());
+}
+
+TEST_F(sessions, of_pptp_are_held_by_gre_tunnels)
+{
+    qx_pptp_sa_t in = pptp(5, 0);
+    qx_pptp_sa_t out = pptp(5, 1);
+    ASSERT_EQ(QX_OK, qx_pptp_session_add(0, &in));
+    qx_tunnel_cfg_t cfg = gre_tunnel(1);
+    cfg.tunnel.gre.overlay_tunnel_egress.pptp_sa_id = 5;
+    unsigned id = 0;
+    EXPECT_EQ(QX_NO_SESSION, qx_tunnel_add(0, &cfg, &id)) << "there is none in that direction";
+    ASSERT_EQ(QX_OK, qx_pptp_session_add(0, &out));
+    EXPECT_EQ(QX_OK, qx_tunnel_add(0, &cfg, &id));
+    EXPECT_EQ(QX_IN_USE, qx_pptp_session_delete(0, 5, 1));
+    EXPECT_EQ(QX_IN_USE, qx_pptp_session_clear_all(0));
+    EXPECT_EQ(QX_OK, qx_pptp_session_delete(0, 5, 0));
+    EXPECT_EQ(QX_OK, qx_tunnel_delete_by_idx(0, id));
+    EXPECT_EQ(QX_OK, qx_pptp_session_clear_all(0));
+}
+
+TEST_F(sessions, pppoe_ports_get_their_encapsulation)
+{
+    const std::string before = snapshot();
+    auto got = untouched<qx_pppoe_port_cfg_t>();
+    qx_pppoe_port_cfg_t cfg = pppoe(9);
+    reinterpret_cast<unsigned char *>(&cfg)[14] = 4; // padding
+    EXPECT_EQ(QX_BAD_PORT, qx_pppoe_port_add(0, 32, 100));
+    EXPECT_EQ(QX_NO_PPPOE_PORT, qx_pppoe_port_encap_set(0, 100, &cfg));
+    EXPECT_EQ(QX_OK, qx_pppoe_port_add(0, 3, 100));
+    EXPECT_EQ(QX_EXISTS, qx_pppoe_port_add(0, 4, 100));
+    EXPECT_EQ(QX_NO_ENCAP, qx_pppoe_port_config_get(0, 100, &got));
+    EXPECT_EQ(QX_NO_PPPOE_PORT, qx_pppoe_port_config_get(0, 101, &got));
+    EXPECT_TRUE(is_untouched(got));
+    EXPECT_EQ(QX_OK, qx_pppoe_port_encap_set(0, 100, &cfg));
+    EXPECT_EQ(QX_OK, qx_pppoe_port_config_get(0, 100, &got));
+    EXPECT_TRUE(same_bytes(cfg, got));
+    cfg.pppoe_session_id = 0;
+    EXPECT_EQ(QX_BAD_SESSION_ID, qx_pppoe_port_encap_set(0, 100, &cfg));
+    cfg.tx_phy_port = 32;
+    EXPECT_EQ(QX_BAD_PORT, qx_pppoe_port_encap_set(0, 100, &cfg));
+    EXPECT_EQ(QX_OK, qx_pppoe_port_delete(0, 100));
+    EXPECT_EQ(QX_DELETED, qx_pppoe_port_delete(0, 100));
+    EXPECT_EQ(before, snapshot());
+}
