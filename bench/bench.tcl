@@ -1,0 +1,203 @@
+# tclsh bench.tcl OUTPUT ROUNDS TARGETS PEERS LEFT-OUT: measures everything, prints it and writes
+# the result file. TARGETS and PEERS are lists with commas, LEFT-OUT is a Tcl list of what cannot be
+# measured here, each a pair of what and why. Called by ./bench/run, which builds what is measured.
+
+set here [file dirname [file normalize [info script]]]
+foreach file {rows bounds counter scale sizes times json machine report} {
+    source [file join $here $file.tcl]
+}
+
+namespace eval bench {
+    variable results {} ;# pairs of name and JSON value, in the order of the file
+    variable over 0     ;# values beyond their bounds
+}
+
+proc bench::keep {name value} { variable results; lappend results $name $value }
+
+# A judged value as JSON and as a line of the table. `floor` and `ours` are - where there is no such
+# thing.
+proc bench::judge {target row floor ours value {peers {}}} {
+    variable over
+    set verdict [bounds::verdict $row $target $value]
+    if {$verdict eq "over bound"} { incr over }
+    report::judged $target $row $floor $ours $value $verdict
+    set pairs [list row [json::text $row] title [json::text [bounds::get $row title]] \
+        target [json::text $target] unit [json::text [bounds::get $row unit]]]
+    foreach name {floor ours} {
+        if {[set $name] ne "-"} { lappend pairs $name [json::number [set $name]] }
+    }
+    lappend pairs value [json::number $value]
+    foreach name {goal bound} {
+        set limit [bounds::$name $row $target]
+        if {$limit ne "-"} { lappend pairs $name [json::number $limit] }
+    }
+    lappend pairs verdict [json::text $verdict] peers [numbers $peers]
+    return [json::object $pairs]
+}
+
+# A dictionary of numbers as a JSON object.
+proc bench::numbers {dictionary} {
+    set pairs {}
+    foreach {name value} $dictionary { lappend pairs $name [json::number $value] }
+    return [json::object $pairs]
+}
+
+# The loops, in instructions, with the peers' that are Tcl extensions.
+proc bench::loops {target peers} {
+    set values {}
+    foreach row $rows::names {
+        set net [counter::row $target $row]
+        set floor [dict get $net floor]
+        set ours [dict get $net ours]
+        set value [expr {[bounds::get $row unit] eq "ratio" ? $ours / $floor : $ours}]
+        set able {}
+        foreach peer $peers {
+            if {$peer in [dict get [rows::get $row] peers]} { lappend able $peer }
+        }
+        set others {}
+        if {[llength $able]} {
+            set counted [counter::peers $target $row $able]
+            foreach peer $able {
+                dict set others $peer [expr {[dict get $counted $peer] / [dict get $counted floor]}]
+            }
+        }
+        lappend values [judge $target $row $floor $ours $value $others]
+    }
+    return $values
+}
+
+# The other judged rows.
+proc bench::others {target} {
+    set values {}
+    foreach {row counted} [list registration [counter::registration $target] \
+                               start_up [counter::start_up $target]] {
+        set floor [dict get $counted floor]
+        set ours [dict get $counted ours]
+        lappend values [judge $target $row $floor $ours [expr {double($ours) / $floor}]]
+    }
+    set memory [scale::handle_memory $target]
+    set object [dict get $memory object]
+    set bytes [dict get $memory bytes]
+    lappend values [judge $target handle_memory $object $bytes [expr {double($bytes) / $object}]]
+    return $values
+}
+
+# Live records, scripts and dumps in large numbers: judged values first, then the rest as JSON.
+proc bench::large {target rounds} {
+    set live [scale::live_records $target 1000000 $rounds]
+    # An emulator's time says nothing: there the instructions tell.
+    set rate [dict get $live [expr {$target eq "pc" ? "rate" : "instruction_rate"}]]
+    set judged [list [judge $target record_beyond - - [dict get $live beyond]] \
+        [judge $target create_rate - - $rate]]
+    set types {}
+    foreach found [scale::record_sizes $target] {
+        foreach {type size beyond} $found break
+        lappend types [json::object \
+            [list type [json::text $type] size $size beyond [json::number $beyond]]]
+    }
+    set pairs [list live [numbers $live] types [json::array $types]]
+    if {$target eq "pc"} {
+        set flat [scale::flat_script $target 100000 $rounds]
+        set stream [scale::dump_stream $target 100000 $rounds]
+        lappend pairs flat_script [numbers $flat]
+        set parts [list bytes [dict get $stream bytes]]
+        foreach where {file pipe null} { lappend parts $where [numbers [dict get $stream $where]] }
+        lappend pairs dump_stream [json::object $parts]
+        report::large $live $flat $stream
+    }
+    list $judged [json::object $pairs]
+}
+
+proc bench::sizes {target} {
+    set found [sizes::measure $target]
+    set judged [list [judge $target code_per_command - - [dict get $found functions per_command]] \
+        [judge $target shell_file - - [dict get $found shell file]] \
+        [judge $target package_file - - [dict get $found package file]]]
+    report::sizes $target $found
+    set needed {}
+    foreach name [dict get $found needed] { lappend needed [json::text $name] }
+    list $judged [json::object [list shell [numbers [dict get $found shell]] \
+        package [numbers [dict get $found package]] \
+        functions [numbers [dict get $found functions]] needed [json::array $needed]]]
+}
+
+proc bench::times {rounds peers} {
+    set times [times::measure $rounds $peers]
+    report::times $times $peers
+    set values {}
+    foreach row [concat $rows::names registration start_up] {
+        lappend values [json::object [list row [json::text $row] \
+            title [json::text [bounds::get $row title]] \
+            nanoseconds [numbers [dict get $times $row]]]]
+    }
+    return $values
+}
+
+# Google Benchmark's medians, in nanoseconds of processor time.
+proc bench::pieces {rounds} {
+    set program [file join [counter::tools pc] benchmarks]
+    if {![file executable $program]} { return {} }
+    set found [json::read [exec $program --benchmark_format=json --benchmark_min_time=0.05 \
+        --benchmark_repetitions=$rounds --benchmark_report_aggregates_only=true 2>/dev/null]]
+    set values {}
+    foreach each [dict get $found benchmarks] {
+        if {[dict get $each aggregate_name] ne "median"} continue
+        set name [dict get $each run_name]
+        report::piece $name [dict get $each cpu_time]
+        lappend values [json::object [list piece [json::text $name] \
+            nanoseconds [json::number [dict get $each cpu_time]]]]
+    }
+    return $values
+}
+
+proc bench::main {output rounds targets peers left_out} {
+    variable results
+    variable over
+    keep format 1
+    keep machine [texts [machine::describe]]
+    keep versions [texts [machine::versions]]
+    set reasons {}
+    foreach {what why} $left_out {
+        lappend reasons [json::object [list what [json::text $what] why [json::text $why]]]
+    }
+    keep left_out [json::array $reasons]
+    keep rounds $rounds
+    set judged {}
+    set large {}
+    set size {}
+    set tcl_peers {}
+    foreach peer $peers { if {$peer in {hand critcl}} { lappend tcl_peers $peer } }
+    foreach target $targets {
+        report::head $target
+        lappend judged {*}[loops $target [expr {$target eq "pc" ? $tcl_peers : "hand"}]]
+        lappend judged {*}[others $target]
+        foreach {more value} [large $target $rounds] break
+        lappend judged {*}$more
+        lappend large $target $value
+        foreach {more value} [sizes $target] break
+        lappend judged {*}$more
+        lappend size $target $value
+    }
+    keep judged [json::tall_array $judged]
+    keep large [json::object $large]
+    keep sizes [json::object $size]
+    keep times [json::tall_array [times $rounds $peers]]
+    keep pieces [json::tall_array [pieces $rounds]]
+    keep load_at_end [json::text [machine::load]]
+    report::left_out $left_out
+    set channel [open $output w]
+    puts -nonewline $channel [json::tall_object $results]
+    close $channel
+    puts "\nresult file: $output"
+    return $over
+}
+
+proc bench::texts {dictionary} {
+    set pairs {}
+    foreach {name value} $dictionary { lappend pairs $name [json::text $value] }
+    return [json::object $pairs]
+}
+
+set over [bench::main [lindex $argv 0] [lindex $argv 1] [split [lindex $argv 2] ,] \
+    [split [lindex $argv 3] ,] [lindex $argv 4]]
+if {$over > 0} { puts "$over values are over their bounds"; exit 1 }

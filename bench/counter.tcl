@@ -1,0 +1,159 @@
+# Counts instructions: runs the shell under callgrind (target `pc`) or under the emulator with
+# instruction_counter.c (target `armhf`) and returns instructions a pass. Loops are counted with two
+# numbers of passes, so that all that happens once falls out. Relies on what build.bash has built.
+
+namespace eval counter {
+    variable project [file dirname [file dirname [file normalize [info script]]]]
+    variable scratch [file join $project build bench scratch]
+    variable here [file join $project bench]
+    # target -> preset of the shell's build
+    variable presets {pc release armhf armhf}
+}
+
+proc counter::folder {target} {
+    variable project; variable presets
+    file join $project build [dict get $presets $target]
+}
+proc counter::tools {target} {
+    variable project; variable presets
+    file join $project build bench [dict get $presets $target]
+}
+proc counter::shell {target} { file join [folder $target] bin qxsh }
+proc counter::package_library {target} { file join [folder $target] lib demo0.0 libdemo.so }
+
+# A stock tclsh for the target.
+proc counter::tclsh {target} {
+    variable project
+    if {$target eq "pc"} { return [auto_execok tclsh8.6] }
+    file join $project build sysroot armhf root usr bin tclsh8.6
+}
+
+# The words that start a program of the target, with the idle SDK library, in an environment that is
+# always the same: start-up costs depend on it.
+proc counter::launcher {target {sdk idle}} {
+    variable project
+    set words [list env -i PATH=$::env(PATH) HOME=/nonexistent LANG=C]
+    if {$sdk eq "idle"} { lappend words LD_LIBRARY_PATH=[file join [tools $target] idle] }
+    if {$target ne "pc"} { lappend words [file join $project tools setup launch] $target }
+    return $words
+}
+
+# The same, counting into FILE; `at_start` is whether the program's own start counts.
+proc counter::counting_launcher {target file at_start {sdk idle} {options {}}} {
+    set words [launcher $target $sdk]
+    if {$target eq "pc"} {
+        return [concat $words valgrind -q --tool=callgrind --combine-dumps=yes \
+            --instr-atstart=[expr {$at_start ? "yes" : "no"}] --callgrind-out-file=$file]
+    }
+    set plugin [file join [tools pc] instruction_counter.so]
+    return [linsert $words 1+[lsearch $words -i] QEMU_PLUGIN=file=$plugin,out=$file$options]
+}
+
+# The counts of all regions, in order.
+proc counter::regions {target file} {
+    set channel [open $file]
+    set text [read $channel]
+    close $channel
+    set counts {}
+    if {$target eq "pc"} {
+        foreach {- count} [regexp -all -inline -line {^totals: (\d+)$} $text] {
+            lappend counts $count
+        }
+        return [lrange $counts 0 end-1]
+    }
+    foreach {- from to} [regexp -all -inline {begin (\d+)\nend (\d+)} $text] {
+        lappend counts [expr {$to - $from}]
+    }
+    return $counts
+}
+
+# Instructions of a whole run of a program.
+proc counter::total {target sdk args} {
+    variable scratch
+    file mkdir $scratch
+    set file [file join $scratch total.$target]
+    exec {*}[counting_launcher $target $file 1 $sdk] {*}$args >/dev/null
+    set channel [open $file]
+    set text [read $channel]
+    close $channel
+    regexp -line {^(?:totals:|total) (\d+)$} $text -> count
+    return $count
+}
+
+# Runs a script of this folder in the shell, or in tclsh, and returns a dictionary: for each variant
+# the instructions of a pass. The script writes what it counted into the file that is its second
+# word.
+proc counter::per_pass {target program script row variants libraries} {
+    variable here; variable scratch
+    file mkdir $scratch
+    set counts [file join $scratch $row.$target.counts]
+    set names [file join $scratch $row.$target.names]
+    exec {*}[counting_launcher $target $counts 0] $program [file join $here $script] \
+        $row $names [join $variants ,] {*}$libraries >/dev/null
+    set channel [open $names]
+    set lines [split [string trim [read $channel]] \n]
+    close $channel
+    set values [regions $target $counts]
+    if {[llength $values] != [llength $lines]} {
+        error "$row on $target: [llength $values] regions were counted, [llength $lines] were run"
+    }
+    set result {}
+    foreach line $lines value $values {
+        foreach {kind variant passes} $line break
+        set ${kind}($variant) [list $passes $value]
+    }
+    foreach variant $variants {
+        foreach {few less} $short($variant) break
+        foreach {many more} $long($variant) break
+        dict set result $variant [expr {double($more - $less) / ($many - $few)}]
+    }
+    return $result
+}
+
+proc counter::libraries {target peers} {
+    set files [list [file join [tools $target] floor.so]]
+    foreach peer $peers { lappend files [peer_library $target $peer] }
+    return $files
+}
+
+proc counter::peer_library {target peer} {
+    if {$peer eq "hand"} { return [file join [tools $target] handwritten.so] }
+    lindex [glob -nocomplain -directory [file join [tools $target] critcl] cprocs/*/*.so] 0
+}
+
+# A row of rows.tcl: dictionary variant -> net instructions of a pass, without the empty loop's.
+proc counter::row {target row} {
+    net [per_pass $target [shell $target] count.tcl $row {empty floor ours} [libraries $target {}]]
+}
+
+# The same for peers. They run in a stock tclsh, whose C library buffers their output as usual.
+proc counter::peers {target row peers} {
+    net [per_pass $target [tclsh $target] count.tcl $row [concat empty floor $peers] \
+        [libraries $target $peers]]
+}
+
+proc counter::net {counted} {
+    set net {}
+    foreach {variant count} $counted {
+        if {$variant eq "empty"} continue
+        dict set net $variant [expr {$count - [dict get $counted empty]}]
+    }
+    return $net
+}
+
+# The package's start-up in a fresh interpreter, and the bare loop that creates as many commands of
+# the same names, in instructions.
+proc counter::registration {target} {
+    per_pass $target [shell $target] registration.tcl registration {floor ours} \
+        [list [file join [tools $target] floor.so] [package_library $target]]
+}
+
+# A run of an empty script: tclsh's instructions, the shell's.
+proc counter::start_up {target {sdk idle}} {
+    variable scratch
+    file mkdir $scratch
+    set script [file join $scratch empty.tcl]
+    close [open $script w]
+    list floor [total $target $sdk [tclsh $target] $script] \
+        ours [total $target $sdk [shell $target] $script]
+}

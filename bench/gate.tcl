@@ -1,0 +1,47 @@
+# tclsh gate.tcl TARGET...: measures the rows of bounds.tsv that have `gate`, prints each with its
+# bound and ends with status 1 if one is exceeded. Only what repeats is measured: instructions and
+# sizes.
+
+set here [file dirname [file normalize [info script]]]
+foreach file {rows bounds counter scale sizes} { source [file join $here $file.tcl] }
+
+proc measured {row target} {
+    switch -- $row {
+        registration {
+            set counted [counter::registration $target]
+            return [expr {[dict get $counted ours] / [dict get $counted floor]}]
+        }
+        start_up {
+            set counted [counter::start_up $target]
+            return [expr {double([dict get $counted ours]) / [dict get $counted floor]}]
+        }
+        handle_memory {
+            set found [scale::handle_memory $target]
+            return [expr {double([dict get $found bytes]) / [dict get $found object]}]
+        }
+        code_per_command { return [dict get [sizes::functions $target] per_command] }
+        shell_file   { return [sizes::file_size $target [counter::shell $target]] }
+        package_file { return [sizes::file_size $target [counter::package_library $target]] }
+    }
+    set net [counter::row $target $row]
+    if {[bounds::get $row unit] eq "instructions"} { return [dict get $net ours] }
+    expr {[dict get $net ours] / [dict get $net floor]}
+}
+
+set format "%-8s %-38s %-12s %9s %9s  %s"
+puts [format $format target row unit measured bound {}]
+set passed 0
+set failed 0
+foreach target $argv {
+    foreach row $bounds::names {
+        if {[bounds::get $row gate] ne "yes" || [bounds::bound $row $target] eq "-"} continue
+        set value [measured $row $target]
+        set good [bounds::keeps $row $value [bounds::bound $row $target]]
+        incr [expr {$good ? "passed" : "failed"}]
+        puts [format $format $target [bounds::get $row title] [bounds::get $row unit] \
+            [bounds::show $row $value] [bounds::show $row [bounds::bound $row $target]] \
+            [expr {$good ? "ok" : "EXCEEDED"}]]
+    }
+}
+puts "$passed rows keep their bounds, $failed do not"
+exit [expr {$failed > 0 || $passed == 0}]

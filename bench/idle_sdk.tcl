@@ -1,0 +1,12 @@
+# tclsh idle_sdk.tcl CATALOGUE OUTPUT: writes the C source of an SDK library whose functions do
+# nothing but succeed, to measure what a call costs on our side. Relies on tools/catalogue.tcl.
+
+source [file join [file dirname [file normalize [info script]]] .. tools catalogue.tcl]
+
+foreach {folder output} $argv break
+catalogue::load $folder
+set text "/* Every function of the SDK, doing nothing. Arguments are passed and ignored. */\n"
+foreach call [catalogue::calls] { append text "unsigned int ${call}(void) { return 0; }\n" }
+set channel [open $output w]
+puts -nonewline $channel $text
+close $channel

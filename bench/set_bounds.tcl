@@ -1,0 +1,40 @@
+# tclsh set_bounds.tcl RESULT ROW...: after tuning, makes the bounds of these rows in bounds.tsv
+# what the result file says was measured: the goal where it is met, else the measured value and 0.2
+# per cent, which is more than counts differ by. Whoever runs it writes the reason into the last
+# column; without one the file does not load.
+
+set here [file dirname [file normalize [info script]]]
+foreach file {bounds json} { source [file join $here $file.tcl] }
+
+# The bound for a value: its goal, or the value rounded so that measuring it again does not exceed
+# it.
+proc new_bound {row goal value} {
+    if {$goal ne "-" && [bounds::keeps $row $value $goal]} { return $goal }
+    switch -- [bounds::get $row unit] {
+        bytes - instructions { return [expr {int(ceil($value * 1.002))}] }
+        "at least" { return [expr {floor($value * 998) / 1000}] }
+    }
+    expr {ceil($value * 1002) / 1000}
+}
+
+set channel [open [lindex $argv 0]]
+foreach each [dict get [json::read [read $channel]] judged] {
+    set value([dict get $each row],[dict get $each target]) [dict get $each value]
+}
+close $channel
+set channel [open $bounds::file]
+set lines [split [string trimright [read $channel] \n] \n]
+close $channel
+set channel [open $bounds::file w]
+foreach line $lines {
+    set cells [split $line \t]
+    set row [lindex $cells 0]
+    if {$row in [lrange $argv 1 end]} {
+        foreach {target column} {pc 4 armhf 6} {
+            if {![info exists value($row,$target)]} continue
+            lset cells $column [new_bound $row [lindex $cells $column-1] $value($row,$target)]
+        }
+    }
+    puts $channel [join $cells \t]
+}
+close $channel
