@@ -19,25 +19,28 @@ class call_frame;
 enum class direction : std::uint8_t { in, out, inout };
 
 /// One argument of an SDK function.
-struct argument_description {
+struct argument_description
+{
     const char *name;
     direction way;
     bool pointer;
-    std::uint16_t size;               ///< bytes of the value, or of what the pointer points to
-    std::uint16_t place;              ///< of a pointer: where the frame has its copy
-    std::int8_t count;                ///< of an array: number of the argument with its size; else -1
+    std::uint16_t size;  ///< bytes of the value, or of what the pointer points to
+    std::uint16_t place; ///< of a pointer: where the frame has its copy
+    std::int8_t count;   ///< of an array: number of the argument with its size; else -1
     const record_description *record; ///< what is pointed to; null for scalars
 };
 
-struct call_description {
+struct call_description
+{
     const char *name;
     std::span<const argument_description> arguments;
-    bool names_device;                  ///< the first argument is a device number
+    bool names_device;                 ///< the first argument is a device number
     qx_status (*behave)(call_frame &); ///< the behaviour, on the frame's copies
 };
 
 /// An argument as the caller gave it.
-struct call_word {
+struct call_word
+{
     call_word(unsigned int number) noexcept : value(number) {}
     call_word(void *address) noexcept : pointer(address) {}
     std::uint32_t value = 0;
@@ -53,8 +56,7 @@ class call_frame
 public:
     call_frame(const call_description &call, const call_word *words) noexcept
         : call_(call), words_(words)
-    {
-    }
+    {}
 
     device *here = nullptr; ///< the device that the call names; null if it names none
 

@@ -22,7 +22,8 @@ static std::int64_t microseconds(clockid_t clock) noexcept
 static std::string seconds(std::int64_t time)
 {
     std::string fraction = std::to_string(time % 1'000'000);
-    return std::to_string(time / 1'000'000) + "." + std::string(6 - fraction.size(), '0') + fraction;
+    return std::to_string(time / 1'000'000) + "." + std::string(6 - fraction.size(), '0') +
+           fraction;
 }
 
 static void write_pointed(json_text &json, const argument_description &argument,
@@ -37,7 +38,8 @@ static void write_pointed(json_text &json, const argument_description &argument,
     json.number(value);
 }
 
-// What a pointer argument points to, as JSON. More records than any call reads are not read here either.
+// What a pointer argument points to, as JSON. More records than any call reads are not read here
+// either.
 static std::string pointed(const call_description &call, const call_word *words, std::size_t number,
                            bool keys)
 {
@@ -104,8 +106,12 @@ try {
         else if (words[index].pointer == nullptr)
             json.null();
         else
-            json.object().name("before").raw(before_[index]).name("after").raw(
-                pointed(call, words, index, keys_)).end();
+            json.object()
+                .name("before")
+                .raw(before_[index])
+                .name("after")
+                .raw(pointed(call, words, index, keys_))
+                .end();
     }
     json.end().member("status", status).name("name").string(status_name(status));
     json.name("fault").flag(fault).member("microseconds", static_cast<std::uint64_t>(taken)).end();

@@ -9,12 +9,13 @@
 
 namespace qxsim {
 
-/// An open log file, or none. Writing to it never disturbs a call: on a failure the log ends with one
-/// complaint.
+/// An open log file, or none. Writing to it never disturbs a call: on a failure the log ends with
+/// one complaint.
 class call_log
 {
 public:
-    /// Goes on in this file; an empty name ends the log. Keys are written as lengths unless asked for.
+    /// Goes on in this file; an empty name ends the log. Keys are written as lengths unless asked
+    /// for.
     void use(const std::string &name, bool keys);
     bool open() const noexcept { return file_ >= 0; }
 

@@ -1,5 +1,5 @@
-// The code values of records and arguments. What they mean on a board belongs to the board's library;
-// these are the simulator's own and are listed in docs/simulator.md.
+// The code values of records and arguments. What they mean on a board belongs to the board's
+// library; these are the simulator's own and are listed in docs/simulator.md.
 #pragma once
 
 #include <cstdint>

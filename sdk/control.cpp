@@ -1,5 +1,5 @@
-// Control of the simulator from outside the SDK. A call on device 65535 while a control file is named
-// only makes the simulator look at that file: it is no call to be counted, logged or delayed.
+// Control of the simulator from outside the SDK. A call on device 65535 while a control file is
+// named only makes the simulator look at that file: it is no call to be counted, logged or delayed.
 #include "control.h"
 
 #include "call_log.h"
@@ -24,7 +24,8 @@ namespace {
 constexpr std::uint32_t nudge_device = 65535;
 
 // All that control knows; made only when a switch asks for it, and kept to the end of the process.
-struct controls {
+struct controls
+{
     control_settings environment;
     control_settings file;
     control_file reader;
@@ -45,7 +46,10 @@ const char *switch_value(const char *name) noexcept
 }
 
 // The switches mean nothing to a program that runs with rights its user has not.
-bool privileged() noexcept { return getuid() != geteuid() || getgid() != getegid(); }
+bool privileged() noexcept
+{
+    return getuid() != geteuid() || getgid() != getegid();
+}
 
 // The settings of the file count after those of the environment, and for the log in their place.
 void controls::apply()

@@ -37,7 +37,8 @@ static std::vector<std::string> words_of(std::string_view text)
 }
 
 // Each reader of a line says what is wrong with it; an empty text if nothing is.
-static std::string read_rule(std::string_view kind, std::string_view rest, control_settings &settings)
+static std::string read_rule(std::string_view kind, std::string_view rest,
+                             control_settings &settings)
 {
     std::string mistake;
     if (kind == "fault") {
@@ -84,9 +85,9 @@ static std::string read_line(std::string_view text, control_settings &settings,
     if (word == "log")
         settings.log = text;
     else
-        actions.push_back({word == "state" ? control_action::kind::state
-                                           : control_action::kind::snapshot,
-                           std::string{text}});
+        actions.push_back(
+            {word == "state" ? control_action::kind::state : control_action::kind::snapshot,
+             std::string{text}});
     return {};
 }
 
@@ -115,12 +116,14 @@ std::uint32_t fault_for(control_settings &first, control_settings &second,
 std::uint32_t latency_for(const control_settings &first, const control_settings &second,
                           std::string_view function) noexcept
 {
-    return std::max(latency_for(first.latencies, function), latency_for(second.latencies, function));
+    return std::max(latency_for(first.latencies, function),
+                    latency_for(second.latencies, function));
 }
 
 control_file::mark control_file::look() const noexcept
 {
-    struct stat file{};
+    struct stat file
+    {};
     if (stat(name_.c_str(), &file) != 0)
         return {};
     return {static_cast<std::uint64_t>(file.st_dev), static_cast<std::uint64_t>(file.st_ino),

@@ -18,25 +18,13 @@ qos_port initial_port() noexcept
 }
 
 device::device(unsigned own_number)
-    : number(own_number),
-      flows(flow_capacity),
-      flow_slots(flow_capacity),
-      rules(rule_capacity),
-      rtps(rtp_capacity, rtp_base(own_number)),
-      translations(translation_capacity, 0),
-      routes(route_capacity),
-      nexthops(nexthop_capacity),
-      nexthop_indexes(nexthop_capacity, 0),
-      subnets(subnet_capacity),
-      port_mtus(port_count * 2),
-      tunnels(tunnel_capacity, 0),
-      sessions(l2tp_session_capacity),
-      prefixes(l2tp_prefix_capacity),
-      spds(spd_capacity, spd_base(own_number)),
-      policies(policy_capacity, policy_base(own_number)),
-      associations(sa_capacity, sa_base(own_number)),
-      pptp(pptp_capacity),
-      pppoe(pppoe_capacity)
+    : number(own_number), flows(flow_capacity), flow_slots(flow_capacity), rules(rule_capacity),
+      rtps(rtp_capacity, rtp_base(own_number)), translations(translation_capacity, 0),
+      routes(route_capacity), nexthops(nexthop_capacity), nexthop_indexes(nexthop_capacity, 0),
+      subnets(subnet_capacity), port_mtus(port_count * 2), tunnels(tunnel_capacity, 0),
+      sessions(l2tp_session_capacity), prefixes(l2tp_prefix_capacity),
+      spds(spd_capacity, spd_base(own_number)), policies(policy_capacity, policy_base(own_number)),
+      associations(sa_capacity, sa_base(own_number)), pptp(pptp_capacity), pppoe(pppoe_capacity)
 {
     ports.fill(initial_port());
 }

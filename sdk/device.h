@@ -1,10 +1,11 @@
-// The simulated devices: each is a struct of tables, and every table is bounded. Relies on capacities.h
-// for the sizes. Behaviours are in one file per area.
+// The simulated devices: each is a struct of tables, and every table is bounded. Relies on
+// capacities.h for the sizes. Behaviours are in one file per area.
 #pragma once
 
 #include "address.h"
 #include "capacities.h"
 #include "qx_sdk.h"
+#include "qx_status.h"
 #include "record.h"
 #include "table.h"
 
@@ -16,9 +17,11 @@ namespace qxsim {
 
 // ------------------------------------------------------------------------------- QoS and power
 
-struct qos_port {
+struct qos_port
+{
     std::uint32_t mode = 0; ///< 0 the port's own priority, 1 the DSCP map, 2 the 802.1p map
-    std::array<std::uint8_t, dscp_count> dscp{};   ///< priority by DSCP; at first its upper three bits
+    std::array<std::uint8_t, dscp_count>
+        dscp{}; ///< priority by DSCP; at first its upper three bits
     std::array<std::uint8_t, dot1p_count> dot1p{}; ///< priority by 802.1p value; at first the same
     bool operator==(const qos_port &) const = default;
 };
@@ -27,7 +30,8 @@ struct qos_port {
 qos_port initial_port() noexcept;
 
 /// States: 0 off, 1 on, 2 asleep.
-struct power_states {
+struct power_states
+{
     std::uint32_t frequency = 1000; ///< MHz
     std::array<std::uint32_t, cpu_count> cpu{1, 1};
     std::array<std::uint32_t, pcie_count> pcie{1, 1};
@@ -46,7 +50,8 @@ using flow_key = std::array<std::uint8_t, 64>;
 /// Who put a flow into the table; only that one takes it out again.
 enum class flow_owner : std::uint8_t { caller, rtp, translation };
 
-struct flow_entry {
+struct flow_entry
+{
     stored<qx_flow_t> flow;
     flow_key key{};
     std::uint32_t added = 0; ///< tick of the device
@@ -56,18 +61,21 @@ struct flow_entry {
 
 using rule_key = stored<qx_rule_hash_key_t>; ///< padding cleared
 
-struct rule_entry {
+struct rule_entry
+{
     stored<qx_rule_hash_t> rule;
     rule_key key;
 };
 
-struct rtp_entry {
+struct rtp_entry
+{
     stored<qx_rtp_cfg_t> cfg;
     std::uint16_t flow_slot = 0;
     std::uint32_t added = 0; ///< tick of the device
 };
 
-struct translation_entry {
+struct translation_entry
+{
     stored<qx_ip_translate_cfg_t> cfg;
     std::uint32_t flows = 0; ///< flows bound to it
 };
@@ -75,32 +83,37 @@ struct translation_entry {
 // -------------------------------------------------------------------------------------- layer 3
 
 /// Identity of a next hop, in the order in which next hops are walked.
-struct nexthop_key {
+struct nexthop_key
+{
     std::uint32_t type = 0;
     address_key address;
     std::uint32_t interface = 0;
     auto operator<=>(const nexthop_key &) const = default;
 };
 
-struct nexthop_entry {
+struct nexthop_entry
+{
     stored<qx_l3_nexthop_t> nexthop;
     std::uint32_t index = 0;
     std::uint32_t routes = 0; ///< routes that lead to it
     bool added = false;       ///< by a call of its own; otherwise it goes with its last route
 };
 
-struct route_entry {
+struct route_entry
+{
     stored<qx_l3_route_t> route; ///< the next hop in it is not kept up to date
     nexthop_key nexthop;
 };
 
-struct subnet_key {
+struct subnet_key
+{
     std::uint32_t interface = 0;
     prefix_key prefix;
     auto operator<=>(const subnet_key &) const = default;
 };
 
-struct port_encap_key {
+struct port_encap_key
+{
     std::uint32_t port = 0;
     std::uint32_t encap = 0;
     auto operator<=>(const port_encap_key &) const = default;
@@ -108,49 +121,57 @@ struct port_encap_key {
 
 // ------------------------------------------------------------------ tunnels and what they carry
 
-struct tunnel_entry {
+struct tunnel_entry
+{
     stored<qx_tunnel_cfg_t> cfg;
     std::uint16_t mtu = mtu_default;
 };
 
-struct session_key {
+struct session_key
+{
     std::uint32_t tunnel = 0;
     std::uint32_t session = 0;
     auto operator<=>(const session_key &) const = default;
 };
 
-struct session_prefix_key {
+struct session_prefix_key
+{
     session_key session;
     prefix_key prefix;
     auto operator<=>(const session_prefix_key &) const = default;
 };
 
-struct spd_entry {
+struct spd_entry
+{
     std::uint32_t direction = 0; ///< 0 inbound, 1 outbound
     std::uint32_t id = 0;
 };
 
-struct policy_entry {
+struct policy_entry
+{
     std::uint32_t spd = 0;
     stored<qx_ipsec_policy_t> policy;
     std::uint32_t first_sa = 0; ///< head of its chain; 0: none
 };
 
 /// Associations that were added together.
-struct sa_entry {
+struct sa_entry
+{
     std::uint32_t policy = 0;
     std::uint32_t next = 0; ///< the entry after it in the policy's chain; 0 at the end
     std::uint32_t count = 0;
     std::array<stored<qx_ipsec_sa_t>, sa_bundle_limit> associations{};
 };
 
-struct pptp_key {
+struct pptp_key
+{
     std::uint32_t id = 0;
     std::uint32_t direction = 0; ///< 0 ingress, 1 egress
     auto operator<=>(const pptp_key &) const = default;
 };
 
-struct pppoe_entry {
+struct pppoe_entry
+{
     std::uint16_t port = 0;
     bool configured = false;
     stored<qx_pppoe_port_cfg_t> cfg;
@@ -159,7 +180,8 @@ struct pppoe_entry {
 // ----------------------------------------------------------------------------------- the device
 
 /// One device. Making one takes all its memory and may throw std::bad_alloc.
-struct device {
+struct device
+{
     explicit device(unsigned number);
 
     unsigned number;
@@ -195,10 +217,29 @@ struct device {
 };
 
 /// Serial numbers above these bases: an id of one kind or device is never one of another.
-constexpr std::uint32_t rtp_base(unsigned device) { return device << 16; }
-constexpr std::uint32_t spd_base(unsigned device) { return 0x01000000U | device << 16; }
-constexpr std::uint32_t policy_base(unsigned device) { return 0x02000000U | device << 16; }
-constexpr std::uint32_t sa_base(unsigned device) { return 0x03000000U | device << 16; }
+constexpr std::uint32_t rtp_base(unsigned device)
+{
+    return device << 16;
+}
+constexpr std::uint32_t spd_base(unsigned device)
+{
+    return 0x01000000U | device << 16;
+}
+constexpr std::uint32_t policy_base(unsigned device)
+{
+    return 0x02000000U | device << 16;
+}
+constexpr std::uint32_t sa_base(unsigned device)
+{
+    return 0x03000000U | device << 16;
+}
+
+/// The status of a delete that finds nothing: deleted already, or unknown.
+template <typename Table, typename Key>
+qx_status missing(const Table &table, const Key &key, qx_status unknown) noexcept
+{
+    return was_removed(table, key) ? QX_DELETED : unknown;
+}
 
 /// The device with a number below device_count; made when it is first asked for (which may throw).
 device &device_numbered(unsigned number);

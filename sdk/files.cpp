@@ -23,14 +23,17 @@ void complain(const char *format, ...) noexcept
 
 static int open_file(const std::string &name, int flags) noexcept
 {
-    const int file = open(name.c_str(), flags | O_WRONLY | O_CREAT | O_CLOEXEC | O_NOCTTY,
-                          S_IRUSR | S_IWUSR);
+    const int file =
+        open(name.c_str(), flags | O_WRONLY | O_CREAT | O_CLOEXEC | O_NOCTTY, S_IRUSR | S_IWUSR);
     if (file < 0)
         complain("cannot write %s: %s", name.c_str(), std::strerror(errno));
     return file;
 }
 
-int open_log(const std::string &name) noexcept { return open_file(name, O_APPEND); }
+int open_log(const std::string &name) noexcept
+{
+    return open_file(name, O_APPEND);
+}
 
 bool write_all(int file, const std::string &text) noexcept
 {

@@ -145,7 +145,7 @@ qx_status flow_delete(device &here, unsigned short flow_id)
 {
     const std::uint16_t *const slot = here.flow_slots.find(flow_id);
     if (slot == nullptr)
-        return QX_NO_FLOW;
+        return missing(here.flow_slots, flow_id, QX_NO_FLOW);
     if (here.flows.find(*slot)->owner != flow_owner::caller)
         return QX_IN_USE;
     remove_flow(here, *slot);

@@ -38,7 +38,7 @@ qx_status ipsec_spd_delete(device &here, unsigned int spd_handle)
     if (!here.ipsec_initialised)
         return QX_NOT_INITIALISED;
     if (here.spds.find(spd_handle) == nullptr)
-        return QX_NO_SPD;
+        return missing(here.spds, spd_handle, QX_NO_SPD);
     const auto inside = [&](const policy_entry &entry) { return entry.spd == spd_handle; };
     if (find_row(here.policies, inside) != nullptr)
         return QX_IN_USE;
@@ -116,6 +116,8 @@ qx_status ipsec_policy_delete(device &here, unsigned int spd_handle, unsigned in
 {
     policy_entry *policy = nullptr;
     const qx_status status = find_policy(here, spd_handle, policy_handle, policy);
+    if (status == QX_NO_POLICY)
+        return missing(here.policies, policy_handle, QX_NO_POLICY);
     if (status != QX_OK)
         return status;
     if (policy->first_sa != 0 || protects_tunnel(here, policy_handle))
@@ -160,7 +162,9 @@ static qx_status check_new(const device &here, const sa_entry &added, std::uint3
             return QX_BAD_DIRECTION;
         sa_entry before = added;
         before.count = index;
-        const auto same = [&](const sa_entry &entry) { return has_association(entry, association); };
+        const auto same = [&](const sa_entry &entry) {
+            return has_association(entry, association);
+        };
         if (same(before) || find_row(here.associations, same) != nullptr)
             return QX_EXISTS;
     }
@@ -211,7 +215,7 @@ qx_status ipsec_sa_delete(device &here, unsigned int spd_handle, unsigned int po
         return status;
     const sa_entry *const entry = here.associations.find(sa_handle);
     if (entry == nullptr || entry->policy != policy_handle)
-        return QX_NO_SA;
+        return missing(here.associations, sa_handle, QX_NO_SA);
     const auto bound = [&](const nexthop_entry &nexthop) {
         return nexthop.nexthop->nhid.nhop_type == nexthop_by_sa &&
                nexthop.nexthop->id.ipsec_said == sa_handle;

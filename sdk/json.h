@@ -43,12 +43,16 @@ public:
         return end();
     }
     /// A member with a number.
-    json_text &member(const char *its_name, std::uint64_t value) { return name(its_name).number(value); }
+    json_text &member(const char *its_name, std::uint64_t value)
+    {
+        return name(its_name).number(value);
+    }
 
     const std::string &text() const noexcept { return text_; }
 
 private:
-    struct level {
+    struct level
+    {
         char closing;
         layout style;
         bool empty = true;

@@ -48,6 +48,8 @@ qx_status l2tp_session_delete(device &here, unsigned int tunnel_id, unsigned sho
 {
     const session_key key{tunnel_id, session_id};
     const qx_status status = check_session(here, key);
+    if (status == QX_NO_SESSION)
+        return missing(here.sessions, key, QX_NO_SESSION);
     if (status != QX_OK)
         return status;
     if (std::any_of(here.prefixes.begin(), here.prefixes.end(),
@@ -92,7 +94,10 @@ qx_status ipv6_over_l2tp_delete(device &here, unsigned int tunnel_id, unsigned s
     const qx_status status = check_session(here, key.session);
     if (status != QX_OK)
         return status;
-    return here.prefixes.remove(key) ? QX_OK : QX_NO_PREFIX;
+    if (here.prefixes.find(key) == nullptr)
+        return missing(here.prefixes, key, QX_NO_PREFIX);
+    here.prefixes.remove(key);
+    return QX_OK;
 }
 
 // An IPv4 record, such as a new one of zeros, comes before all prefixes: the walk starts with it.

@@ -1,5 +1,5 @@
-// Layer 3: routes with longest-prefix matching, next hops counted by the routes that lead to them, walks
-// in the order of the keys. NAT subnets and port MTUs are in l3_ports.cpp.
+// Layer 3: routes with longest-prefix matching, next hops counted by the routes that lead to them,
+// walks in the order of the keys. NAT subnets and port MTUs are in l3_ports.cpp.
 #include "l3.h"
 
 #include "codes.h"
@@ -121,7 +121,7 @@ qx_status l3_route_delete(device &here, const qx_l3_route_t &route)
         return QX_NOT_INITIALISED;
     const prefix_key prefix = prefix_of(route.prefix);
     if (here.routes.find(prefix) == nullptr)
-        return QX_NO_ROUTE;
+        return missing(here.routes, prefix, QX_NO_ROUTE);
     remove_route(here, prefix);
     return QX_OK;
 }
@@ -151,7 +151,8 @@ qx_status l3_route_show(device &here, qx_l3_route_t &route, unsigned char next)
         return QX_BAD_ADDRESS;
     if (!here.l3_running)
         return QX_NOT_INITIALISED;
-    const auto *const row = next == 0 ? here.routes.first() : here.routes.next(prefix_of(route.prefix));
+    const auto *const row =
+        next == 0 ? here.routes.first() : here.routes.next(prefix_of(route.prefix));
     if (row == nullptr)
         return QX_NO_MORE;
     show_route(here, row->entry, route);
@@ -162,7 +163,9 @@ qx_status l3_nhintf_all_route_delete(device &here, unsigned int intf_id)
 {
     if (!here.l3_running)
         return QX_NOT_INITIALISED;
-    const auto leads_there = [&](const route_entry &entry) { return entry.nexthop.interface == intf_id; };
+    const auto leads_there = [&](const route_entry &entry) {
+        return entry.nexthop.interface == intf_id;
+    };
     for (auto *row = find_row(here.routes, leads_there); row != nullptr;
          row = find_row(here.routes, leads_there))
         remove_route(here, prefix_key{row->key});
@@ -207,7 +210,7 @@ qx_status l3_nexthop_delete(device &here, const qx_l3_nexthop_t &nexthop)
     const nexthop_key key = key_of(nexthop);
     nexthop_entry *const entry = here.nexthops.find(key);
     if (entry == nullptr)
-        return QX_NO_NEXTHOP;
+        return missing(here.nexthops, key, QX_NO_NEXTHOP);
     if (entry->routes != 0 || used_by_tunnel(here, entry->index))
         return QX_IN_USE;
     entry->added = false;

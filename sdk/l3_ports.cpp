@@ -22,7 +22,11 @@ qx_status nat_subnet_delete(device &here, unsigned int intf_id, const qx_ip_addr
 {
     if (!valid_address(nat_subnet))
         return QX_BAD_ADDRESS;
-    return here.subnets.remove({intf_id, prefix_of(nat_subnet)}) ? QX_OK : QX_NO_SUBNET;
+    const subnet_key key{intf_id, prefix_of(nat_subnet)};
+    if (here.subnets.find(key) == nullptr)
+        return missing(here.subnets, key, QX_NO_SUBNET);
+    here.subnets.remove(key);
+    return QX_OK;
 }
 
 static qx_status check_encap(unsigned port, unsigned encap) noexcept
@@ -52,7 +56,11 @@ qx_status port_encap_ip_mtu_delete(device &here, unsigned short port_id, unsigne
     const qx_status status = check_encap(port_id, encap);
     if (status != QX_OK)
         return status;
-    return here.port_mtus.remove({port_id, encap}) ? QX_OK : QX_NO_MTU;
+    const port_encap_key key{port_id, encap};
+    if (here.port_mtus.find(key) == nullptr)
+        return missing(here.port_mtus, key, QX_NO_MTU);
+    here.port_mtus.remove(key);
+    return QX_OK;
 }
 
 qx_status port_encap_ip_mtu_get(device &here, unsigned short port_id, unsigned int encap,

@@ -167,11 +167,16 @@ void write_devices(json_text &json)
     json.end();
 }
 
-// ------------------------------------------------------------------------------ what moves by itself
+// ------------------------------------------------------------------------------ what moves by
+// itself
 
 template <typename Table> void write_use(json_text &json, const char *name, const Table &table)
 {
-    json.name(name).object().member("used", table.size()).member("capacity", table.capacity()).end();
+    json.name(name)
+        .object()
+        .member("used", table.size())
+        .member("capacity", table.capacity())
+        .end();
 }
 
 void write_activity(json_text &json, const device &here)

@@ -30,11 +30,12 @@ private:
     std::uint32_t all_ = 0;
 };
 
-/// What calls have put into the devices and can take out again, nothing else: devices that are in the
-/// same configuration give the same text. Keys are written as lengths unless `keys` is true.
+/// What calls have put into the devices and can take out again, nothing else: devices that are in
+/// the same configuration give the same text. Keys are written as lengths unless `keys` is true.
 std::string snapshot_text(bool keys);
 
-/// The snapshot, and what moves by itself: clocks, counters, use of the tables, calls by function, rules.
+/// The snapshot, and what moves by itself: clocks, counters, use of the tables, calls by function,
+/// rules.
 std::string state_text(bool keys, const call_counts &counts,
                        const std::vector<fault_rule> &environment,
                        const std::vector<fault_rule> &file);

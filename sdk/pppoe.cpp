@@ -18,7 +18,10 @@ qx_status pppoe_port_add(device &here, unsigned short port_id, unsigned short pp
 
 qx_status pppoe_port_delete(device &here, unsigned short pppoe_port_id)
 {
-    return here.pppoe.remove(pppoe_port_id) ? QX_OK : QX_NO_PPPOE_PORT;
+    if (here.pppoe.find(pppoe_port_id) == nullptr)
+        return missing(here.pppoe, pppoe_port_id, QX_NO_PPPOE_PORT);
+    here.pppoe.remove(pppoe_port_id);
+    return QX_OK;
 }
 
 qx_status pppoe_port_config_get(device &here, unsigned short pppoe_port_id,

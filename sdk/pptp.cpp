@@ -50,7 +50,7 @@ qx_status pptp_session_delete(device &here, unsigned short sa_id, unsigned char 
         return QX_BAD_DIRECTION;
     const pptp_key key{sa_id, direction};
     if (here.pptp.find(key) == nullptr)
-        return QX_NO_SESSION;
+        return missing(here.pptp, key, QX_NO_SESSION);
     if (used_by_tunnel(here, key))
         return QX_IN_USE;
     here.pptp.remove(key);

@@ -1,30 +1,31 @@
 /* The statuses of the simulated device: what the SDK functions return here.
- * A status keeps its number for good; docs/simulator.md says which function returns which, and when.
- * Each line below has one status and its meaning; the status names of the library and of the script
- * package qx_sim are read from these lines.
+ * A status keeps its number for good; docs/simulator.md says which function returns which, and
+ * when. Each line below has one status and its meaning; the status names of the library and of the
+ * script package qx_sim are read from these lines.
  */
 #ifndef QX_STATUS_H
 #define QX_STATUS_H
 
 typedef enum qx_status {
-    QX_OK = 0,              /* the call did what it says */
+    QX_OK = 0, /* the call did what it says */
 
     /* Any function. */
-    QX_BAD_DEVICE = 1,      /* no device has this number */
-    QX_NULL_POINTER = 2,    /* a pointer argument is null */
-    QX_NO_MEMORY = 3,       /* the process has no memory left */
+    QX_BAD_DEVICE = 1,   /* no device has this number */
+    QX_NULL_POINTER = 2, /* a pointer argument is null */
+    QX_NO_MEMORY = 3,    /* the process has no memory left */
 
     /* The state of a table or an area does not allow it. */
-    QX_EXISTS = 10,         /* the same thing is already there */
-    QX_TABLE_FULL = 11,     /* the table holds as many entries as it can */
-    QX_NO_SLOT = 12,        /* every slot that the hash offers is taken by another flow */
-    QX_IN_USE = 13,         /* something else still uses it */
-    QX_CONFLICT = 14,       /* a next hop of the same identity has other contents */
-    QX_NO_MORE = 15,        /* a walk has come to its end */
+    QX_EXISTS = 10,          /* the same thing is already there */
+    QX_TABLE_FULL = 11,      /* the table holds as many entries as it can */
+    QX_NO_SLOT = 12,         /* every slot that the hash offers is taken by another flow */
+    QX_IN_USE = 13,          /* something else still uses it */
+    QX_CONFLICT = 14,        /* a next hop of the same identity has other contents */
+    QX_NO_MORE = 15,         /* a walk has come to its end */
     QX_NOT_INITIALISED = 16, /* the area is not initialised yet, or was shut down */
-    QX_INITIALISED = 17,    /* the area is initialised already */
-    QX_NOT_SUSPENDED = 18,  /* the network engine has to be suspended before the system */
-    QX_BOOT_CPU = 19,       /* CPU 0 runs the caller and cannot stop */
+    QX_INITIALISED = 17,     /* the area is initialised already */
+    QX_NOT_SUSPENDED = 18,   /* the network engine has to be suspended before the system */
+    QX_BOOT_CPU = 19,        /* CPU 0 runs the caller and cannot stop */
+    QX_DELETED = 20,         /* it was there and has been deleted already */
 
     /* It is not there, or what the call builds on is not there. */
     QX_NO_FLOW = 30,        /* no such flow */

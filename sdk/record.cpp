@@ -7,7 +7,8 @@ namespace qxsim {
 
 static_assert(std::endian::native == std::endian::little);
 
-std::uint32_t read_field(const void *record, const field_description &field, unsigned index) noexcept
+std::uint32_t read_field(const void *record, const field_description &field,
+                         unsigned index) noexcept
 {
     const unsigned char *const place =
         static_cast<const unsigned char *>(record) + field.offset + std::size_t{index} * field.size;

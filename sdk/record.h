@@ -40,8 +40,7 @@ template <typename Record> class record_array
 public:
     record_array(const void *start, std::size_t size) noexcept
         : start_(static_cast<const unsigned char *>(start)), size_(size)
-    {
-    }
+    {}
     std::size_t size() const noexcept { return size_; }
 
     /// A copy of the record at an index below size().
@@ -60,7 +59,8 @@ private:
 struct record_description;
 
 /// One field of a record.
-struct field_description {
+struct field_description
+{
     const char *name;
     std::uint16_t offset;             ///< bytes from the record's start
     std::uint8_t size;                ///< bytes of a scalar or of a bit-field's unit; 0 for records
@@ -71,14 +71,16 @@ struct field_description {
     const record_description *record; ///< what the field is made of; null for scalars
 };
 
-struct record_description {
+struct record_description
+{
     const char *name;
     std::uint32_t size; ///< bytes
     std::span<const field_description> fields;
 };
 
 /// The scalar or bit-field of a record at any address; `index` counts array elements.
-std::uint32_t read_field(const void *record, const field_description &field, unsigned index) noexcept;
+std::uint32_t read_field(const void *record, const field_description &field,
+                         unsigned index) noexcept;
 
 /// Sets the bytes of a record copy that belong to no field to zero, so that copies of equal fields
 /// are equal bytes. For records of up to 256 bytes.

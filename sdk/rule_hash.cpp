@@ -32,7 +32,10 @@ qx_status rule_hash_delete_by_hash_index(device &here, unsigned short hash_index
 {
     if (hash_index >= rule_slot_count)
         return QX_BAD_INDEX;
-    return here.rules.remove(hash_index) ? QX_OK : QX_NO_RULE;
+    if (here.rules.find(hash_index) == nullptr)
+        return missing(here.rules, hash_index, QX_NO_RULE);
+    here.rules.remove(hash_index);
+    return QX_OK;
 }
 
 qx_status rule_hash_get_by_hash_index(device &here, unsigned short hash_index,

@@ -118,7 +118,8 @@ std::uint32_t fault_for(std::vector<fault_rule> &rules, std::string_view functio
     return status;
 }
 
-std::uint32_t latency_for(const std::vector<latency_rule> &rules, std::string_view function) noexcept
+std::uint32_t latency_for(const std::vector<latency_rule> &rules,
+                          std::string_view function) noexcept
 {
     for (const latency_rule &rule : rules)
         if (fits(rule.pattern, function))

@@ -1,5 +1,5 @@
-// Rules that single out calls: faults, which answer a call with a status in place of the device, and
-// latencies, which delay it. Written as words, in the environment and in the control file.
+// Rules that single out calls: faults, which answer a call with a status in place of the device,
+// and latencies, which delay it. Written as words, in the environment and in the control file.
 #pragma once
 
 #include <cstdint>
@@ -17,7 +17,8 @@ bool fits_any(std::string_view pattern) noexcept;
 
 /// "fault PATTERN WHEN STATUS": the WHENth call that fits (`3`), that and all later ones (`3+`), or
 /// every one (`*`) gets the status.
-struct fault_rule {
+struct fault_rule
+{
     std::string pattern;
     std::uint32_t first = 1;
     bool once = false;        ///< only the call with that number
@@ -32,7 +33,8 @@ struct fault_rule {
 };
 
 /// "latency PATTERN MICROSECONDS": each call that fits takes at least that long.
-struct latency_rule {
+struct latency_rule
+{
     std::string pattern;
     std::uint32_t microseconds = 0; ///< up to ten seconds
 };
@@ -45,6 +47,7 @@ bool read_latency(const std::vector<std::string> &words, latency_rule &rule, std
 std::uint32_t fault_for(std::vector<fault_rule> &rules, std::string_view function) noexcept;
 
 /// The delay of the first rule that fits, in microseconds; else 0.
-std::uint32_t latency_for(const std::vector<latency_rule> &rules, std::string_view function) noexcept;
+std::uint32_t latency_for(const std::vector<latency_rule> &rules,
+                          std::string_view function) noexcept;
 
 } // namespace qxsim

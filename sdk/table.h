@@ -1,5 +1,6 @@
-// Bounded tables: rows in the order of their keys, in memory that is taken once. What every table of
-// the simulated device is made of. Relies on the standard library only.
+// Bounded tables: rows in the order of their keys, and the last rows that were removed, in memory
+// that is taken once. What every table of the simulated device is made of. Relies on the standard
+// library.
 #pragma once
 
 #include <algorithm>
@@ -16,12 +17,17 @@ namespace qxsim {
 template <typename Key, typename Entry> class bounded_table
 {
 public:
-    struct row {
+    struct row
+    {
         Key key;
         Entry entry;
     };
 
-    explicit bounded_table(std::size_t capacity) : capacity_(capacity) { rows_.reserve(capacity); }
+    explicit bounded_table(std::size_t capacity) : capacity_(capacity)
+    {
+        rows_.reserve(capacity);
+        removed_.reserve(capacity);
+    }
 
     std::size_t capacity() const noexcept { return capacity_; }
     std::size_t size() const noexcept { return rows_.size(); }
@@ -45,9 +51,9 @@ public:
     /// The first row whose key is greater, whether or not the key itself is there; null at the end.
     const row *next(const Key &key) const noexcept
     {
-        const auto place = std::upper_bound(
-            rows_.begin(), rows_.end(), key,
-            [](const Key &left, const row &right) { return left < right.key; });
+        const auto place =
+            std::upper_bound(rows_.begin(), rows_.end(), key,
+                             [](const Key &left, const row &right) { return left < right.key; });
         return place == rows_.end() ? nullptr : &*place;
     }
 
@@ -55,6 +61,7 @@ public:
     Entry &add(const Key &key, const Entry &entry) noexcept
     {
         assert(!full() && find(key) == nullptr);
+        std::erase_if(removed_, [&](const row &one) { return one.key == key; });
         const auto place = rows_.begin() + static_cast<std::ptrdiff_t>(position(key));
         return rows_.insert(place, row{key, entry})->entry;
     }
@@ -65,11 +72,21 @@ public:
         const auto place = position(key);
         if (place == rows_.size() || !(rows_[place].key == key))
             return false;
+        keep_removed(rows_[place]);
         rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(place));
         return true;
     }
 
-    void clear() noexcept { rows_.clear(); }
+    /// Removes all rows.
+    void clear() noexcept
+    {
+        for (const row &one : rows_)
+            keep_removed(one);
+        rows_.clear();
+    }
+
+    /// The rows that were removed and not added again, oldest first: as many as the table holds.
+    const std::vector<row> &removed() const noexcept { return removed_; }
 
     // Rows in the order of their keys; entries may be changed, keys not.
     auto begin() noexcept { return rows_.begin(); }
@@ -78,24 +95,40 @@ public:
     auto end() const noexcept { return rows_.end(); }
 
 private:
+    void keep_removed(const row &one) noexcept
+    {
+        if (removed_.size() == capacity_)
+            removed_.erase(removed_.begin());
+        removed_.push_back(one);
+    }
+
     /// Where a key is, or would be put.
     std::size_t position(const Key &key) const noexcept
     {
-        const auto place = std::lower_bound(
-            rows_.begin(), rows_.end(), key,
-            [](const row &left, const Key &right) { return left.key < right; });
+        const auto place =
+            std::lower_bound(rows_.begin(), rows_.end(), key,
+                             [](const row &left, const Key &right) { return left.key < right; });
         return static_cast<std::size_t>(place - rows_.begin());
     }
 
     std::size_t capacity_;
     std::vector<row> rows_;
+    std::vector<row> removed_;
 };
 
-/// The row that a condition on its entry holds for, the first in order; null if none.
-template <typename Table, typename Condition> auto find_row(Table &table, Condition holds)
+/// True if a key is one of those removed lately.
+template <typename Table, typename Key>
+bool was_removed(const Table &table, const Key &key) noexcept
 {
-    const auto place = std::find_if(table.begin(), table.end(),
-                                    [&](const auto &row) { return holds(row.entry); });
+    return std::any_of(table.removed().begin(), table.removed().end(),
+                       [&](const auto &row) { return row.key == key; });
+}
+
+/// The row that a condition on its entry holds for, the first in order; null if none.
+template <typename Rows, typename Condition> auto find_row(Rows &table, Condition holds)
+{
+    const auto place =
+        std::find_if(table.begin(), table.end(), [&](const auto &row) { return holds(row.entry); });
     return place == table.end() ? nullptr : &*place;
 }
 

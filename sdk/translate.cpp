@@ -1,5 +1,6 @@
-// RTP and IP translations. Their flows stand in the flow table and belong to them: an RTP translation
-// has exactly one, an IP translation any number, and only the translation takes them out again.
+// RTP and IP translations. Their flows stand in the flow table and belong to them: an RTP
+// translation has exactly one, an IP translation any number, and only the translation takes them
+// out again.
 #include "codes.h"
 #include "flow.h"
 #include "sdk_calls.h"
@@ -18,9 +19,10 @@ static bool same_rewriting(const qx_rtp_cfg_t &left, const qx_rtp_cfg_t &right) 
            left.input_ssrc == right.input_ssrc && left.output_ssrc == right.output_ssrc;
 }
 
-static auto find_rtp(device &here, const qx_rtp_cfg_t &cfg) noexcept
+// In the table or among what was removed from it.
+template <typename Rows> static auto find_rtp(Rows &rows, const qx_rtp_cfg_t &cfg) noexcept
 {
-    return find_row(here.rtps, [&](const rtp_entry &entry) { return same_rewriting(*entry.cfg, cfg); });
+    return find_row(rows, [&](const rtp_entry &entry) { return same_rewriting(*entry.cfg, cfg); });
 }
 
 qx_status rtp_translate_add(device &here, const qx_rtp_cfg_t &p_rtp_cfg,
@@ -29,7 +31,7 @@ qx_status rtp_translate_add(device &here, const qx_rtp_cfg_t &p_rtp_cfg,
     qx_status status = check_flow(p_flow_entry);
     if (status != QX_OK)
         return status;
-    if (find_rtp(here, p_rtp_cfg) != nullptr)
+    if (find_rtp(here.rtps, p_rtp_cfg) != nullptr)
         return QX_EXISTS;
     if (here.rtps.full())
         return QX_TABLE_FULL;
@@ -46,7 +48,7 @@ qx_status rtp_translate_delete_by_id(device &here, unsigned int rtp_id)
 {
     const rtp_entry *const entry = here.rtps.find(rtp_id);
     if (entry == nullptr)
-        return QX_NO_RTP;
+        return missing(here.rtps, rtp_id, QX_NO_RTP);
     remove_flow(here, entry->flow_slot);
     here.rtps.remove(rtp_id);
     return QX_OK;
@@ -54,8 +56,10 @@ qx_status rtp_translate_delete_by_id(device &here, unsigned int rtp_id)
 
 qx_status rtp_translate_delete(device &here, const qx_rtp_cfg_t &p_rtp_cfg)
 {
-    const auto *const row = find_rtp(here, p_rtp_cfg);
-    return row == nullptr ? QX_NO_RTP : rtp_translate_delete_by_id(here, row->key);
+    const auto *const row = find_rtp(here.rtps, p_rtp_cfg);
+    if (row == nullptr)
+        return find_rtp(here.rtps.removed(), p_rtp_cfg) != nullptr ? QX_DELETED : QX_NO_RTP;
+    return rtp_translate_delete_by_id(here, row->key);
 }
 
 // The id says which device it is; its clock goes on as in a call that names it.
@@ -107,7 +111,7 @@ qx_status ip_translate_del(device &here, unsigned int ip_translate_id)
 {
     const translation_entry *const entry = here.translations.find(ip_translate_id);
     if (entry == nullptr)
-        return QX_NO_TRANSLATION;
+        return missing(here.translations, ip_translate_id, QX_NO_TRANSLATION);
     if (entry->flows != 0)
         return QX_IN_USE;
     here.translations.remove(ip_translate_id);
@@ -151,10 +155,16 @@ qx_status ip_translate_flow_del(device &here, unsigned int ip_translate_id,
     translation_entry *const entry = here.translations.find(ip_translate_id);
     if (entry == nullptr)
         return QX_NO_TRANSLATION;
+    const flow_key key = flow_key_of(p_flow_entry.ingress_pkt);
+    const auto bound = [&](const flow_entry &flow) {
+        return flow.key == key && flow.owner == flow_owner::translation &&
+               flow.owner_id == ip_translate_id;
+    };
     std::uint16_t slot = 0;
-    const flow_entry *const flow = find_flow(here, flow_key_of(p_flow_entry.ingress_pkt), slot);
-    if (flow == nullptr || flow->owner != flow_owner::translation ||
-        flow->owner_id != ip_translate_id)
+    const flow_entry *const flow = find_flow(here, key, slot);
+    if (flow == nullptr)
+        return find_row(here.flows.removed(), bound) != nullptr ? QX_DELETED : QX_NO_FLOW;
+    if (!bound(*flow))
         return QX_NO_FLOW;
     remove_flow(here, slot);
     --entry->flows;

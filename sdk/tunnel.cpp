@@ -35,12 +35,13 @@ static bool same_kind_settings(const qx_tunnel_cfg_t &left, const qx_tunnel_cfg_
     }
 }
 
-// Two configurations of one tunnel: kind, end points, direction, and the identifiers of the kind.
-static auto find_tunnel(device &here, const qx_tunnel_cfg_t &cfg) noexcept
+// Configurations of one tunnel, there or removed: kind, end points, direction, and the identifiers
+// of the kind.
+template <typename Rows> static auto find_tunnel(Rows &rows, const qx_tunnel_cfg_t &cfg) noexcept
 {
     const address_key dest = address_of(cfg.dest_addr);
     const address_key src = address_of(cfg.src_addr);
-    return find_row(here.tunnels, [&](const tunnel_entry &entry) {
+    return find_row(rows, [&](const tunnel_entry &entry) {
         const qx_tunnel_cfg_t &other = *entry.cfg;
         return other.type == cfg.type && other.dir == cfg.dir &&
                address_of(other.dest_addr) == dest && address_of(other.src_addr) == src &&
@@ -86,14 +87,16 @@ static qx_status check_references(const device &here, const qx_tunnel_cfg_t &cfg
     case tunnel_l2tp:
         return check_policy(here, cfg.tunnel.l2tp.ipsec_policy);
     case tunnel_gre: {
-        const qx_status status = check_overlay(here, cfg.tunnel.gre.overlay_tunnel_ingress, inbound);
+        const qx_status status =
+            check_overlay(here, cfg.tunnel.gre.overlay_tunnel_ingress, inbound);
         if (status != QX_OK)
             return status;
         return check_overlay(here, cfg.tunnel.gre.overlay_tunnel_egress, outbound);
     }
     case tunnel_ipsec:
-        return cfg.tunnel.ipsec.ipsec_policy == 0 ? QX_NO_POLICY
-                                                   : check_policy(here, cfg.tunnel.ipsec.ipsec_policy);
+        return cfg.tunnel.ipsec.ipsec_policy == 0
+                   ? QX_NO_POLICY
+                   : check_policy(here, cfg.tunnel.ipsec.ipsec_policy);
     default:
         return check_policy(here, cfg.tunnel.etherip.ipsec_policy);
     }
@@ -120,7 +123,7 @@ qx_status tunnel_add(device &here, const qx_tunnel_cfg_t &p_tunnel_cfg, unsigned
     const qx_status status = check_ranges(p_tunnel_cfg);
     if (status != QX_OK)
         return status;
-    if (find_tunnel(here, p_tunnel_cfg) != nullptr)
+    if (find_tunnel(here.tunnels, p_tunnel_cfg) != nullptr)
         return QX_EXISTS;
     const qx_status reference = check_references(here, p_tunnel_cfg);
     if (reference != QX_OK)
@@ -135,7 +138,7 @@ qx_status tunnel_delete_by_idx(device &here, unsigned int tunnel_id)
 {
     const tunnel_entry *const entry = here.tunnels.find(tunnel_id);
     if (entry == nullptr)
-        return QX_NO_TUNNEL;
+        return missing(here.tunnels, tunnel_id, QX_NO_TUNNEL);
     if (used_by_nexthop(here, tunnel_id) || has_sessions(here, tunnel_id))
         return QX_IN_USE;
     const std::uint32_t nexthop = entry->cfg->nexthop_id;
@@ -149,8 +152,11 @@ qx_status tunnel_delete(device &here, const qx_tunnel_cfg_t &p_tunnel_cfg)
     const qx_status status = check_ranges(p_tunnel_cfg);
     if (status != QX_OK)
         return status;
-    const auto *const row = find_tunnel(here, p_tunnel_cfg);
-    return row == nullptr ? QX_NO_TUNNEL : tunnel_delete_by_idx(here, row->key);
+    const auto *const row = find_tunnel(here.tunnels, p_tunnel_cfg);
+    if (row == nullptr)
+        return find_tunnel(here.tunnels.removed(), p_tunnel_cfg) != nullptr ? QX_DELETED
+                                                                            : QX_NO_TUNNEL;
+    return tunnel_delete_by_idx(here, row->key);
 }
 
 qx_status tunnel_get(device &here, unsigned int tunnel_id, qx_tunnel_cfg_t &p_tunnel_cfg)
