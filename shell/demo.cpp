@@ -7,16 +7,21 @@
 #include "runtime/known_objects.h"
 #include "types.h"
 
+#include <atomic>
+
 // There are no constants yet; the step that installs them is complete.
 static const swig_const_info swig_constants[] = {
     {SWIG_END_OF_CONSTANTS, nullptr, 0, 0.0, nullptr, nullptr},
 };
 
 // The module's tables are not locked: the first thread that loads it is the only one that may.
+// Two threads may ask at the same moment.
 static bool in_first_thread()
 {
-    static const Tcl_ThreadId first = Tcl_GetCurrentThread();
-    return Tcl_GetCurrentThread() == first;
+    static constinit std::atomic<Tcl_ThreadId> first = nullptr;
+    Tcl_ThreadId known = nullptr;
+    const Tcl_ThreadId here = Tcl_GetCurrentThread();
+    return first.compare_exchange_strong(known, here) || known == here;
 }
 
 static void propagate_client_data_once()
