@@ -14,7 +14,9 @@ proc generate {catalogue output} {
 # All files under a folder, as sorted relative names.
 proc files_under {folder} {
     set found {}
-    foreach file [glob -nocomplain -directory $folder -types f *] { lappend found [file tail $file] }
+    foreach file [glob -nocomplain -directory $folder -types f *] {
+        lappend found [file tail $file]
+    }
     foreach inner [glob -nocomplain -directory $folder -types d *] {
         foreach file [files_under $inner] { lappend found [file join [file tail $inner] $file] }
     }

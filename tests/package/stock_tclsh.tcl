@@ -4,7 +4,6 @@
 # The words that start tclsh, which finds the package of the build (or of the folder given).
 proc tclsh_command {{environment {}} {folder {}}} {
     if {$folder eq {}} { set folder [file dirname [file dirname $::env(QXSH_PACKAGE)]] }
-    # The preloaded library goes last: programs before tclsh are other builds' and need none.
     set words [concat [list TCLLIBPATH=[list $folder]] $environment $::env(QXSH_TCLSH_PRELOAD)]
     return [concat [launcher $words] [list $::env(QXSH_TARGET_TCLSH)]]
 }

@@ -1,5 +1,5 @@
-# Named cases: one run of the shell carries out the probes of all cases of a file, and each case is a test.
-# Relies on shell.tcl and probes.tcl.
+# Named cases: one run of the shell carries out the probes of all cases of a file, and each case is
+# a test. Relies on shell.tcl and probes.tcl.
 #
 #   case NAME DESCRIPTION { ok ...; fails_with ... }     then, at the end of the file, run_cases
 #   prepare SCRIPT                          runs in the shell before the probes that follow
@@ -23,7 +23,9 @@ proc case {name description probes} {
 
 proc prepare {script} { probes::setup $script }
 proc ok {command result {printed {}}} { probes::returns $cases::current $command $result $printed }
-proc like {command pattern {printed {}}} { probes::returns_like $cases::current $command $pattern $printed }
+proc like {command pattern {printed {}}} {
+    probes::returns_like $cases::current $command $pattern $printed
+}
 
 proc conversion_error {category command number type} {
     probes::fails $cases::current $command [list SWIG $category] \

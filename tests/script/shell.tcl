@@ -1,6 +1,7 @@
-# Helpers of the script tests: run the shell under test as a child process, read the tables of expected values.
-# Relies on the environment that tests/CMakeLists.txt sets: QXSH_SHELL, QXSH_BUILD, QXSH_LAUNCHER, QXSH_SANITIZED.
-# Every run is written to a transcript, addresses replaced, so that builds can be compared byte for byte.
+# Helpers of the script tests: run the shell under test as a child process, read the tables of
+# expected values. Relies on the environment that tests/CMakeLists.txt sets: QXSH_SHELL, QXSH_BUILD,
+# QXSH_LAUNCHER, QXSH_SANITIZED. Every run is written to a transcript, addresses replaced, so that
+# builds can be compared byte for byte.
 
 package require Tcl 8.5
 package require tcltest 2.3
@@ -45,7 +46,8 @@ testConstraint unsanitized [expr {$env(QXSH_SANITIZED) ne "ON"}]
 # The rows of a table in tests/expected, comments left out.
 proc expected {name} {
     set rows {}
-    foreach line [split [string trimright [file_text [file join [project] tests expected $name]] \n] \n] {
+    set text [file_text [file join [project] tests expected $name]]
+    foreach line [split [string trimright $text \n] \n] {
         if {![string match #* $line]} { lappend rows [split $line \t] }
     }
     return $rows
@@ -105,7 +107,8 @@ proc run_command {command} {
     return [dict create out $out status $status]
 }
 
-# Runs a script of sh in the run's folder, `$1` and so on being the words: pipes and files of its own.
+# Runs a script of sh in the run's folder, `$1` and so on being the words: pipes and files of its
+# own.
 proc run_sh {script args} { run_command [concat [list sh -c $script sh] $args] }
 
 # What the shell prints, for tests that expect success.

@@ -1,7 +1,8 @@
-# A person at a terminal: runs the shell on a pseudo-terminal and types at its prompt. Relies on shell.tcl
-# and on the package Expect.
+# A person at a terminal: runs the shell on a pseudo-terminal and types at its prompt. Relies on
+# shell.tcl and on the package Expect.
 
-constraint terminal {![catch {package require Expect}]} "tclsh has no package Expect (package tcl-expect)"
+constraint terminal {![catch {package require Expect}]} \
+    "tclsh has no package Expect (package tcl-expect)"
 if {[testConstraint terminal]} { log_user 0 }
 
 # A home folder with this rc file, or with none.
@@ -13,9 +14,10 @@ proc home_with {{rc {}}} {
     return $home
 }
 
-# One run on a terminal: each line is typed when the prompt has come; the last one has to end the shell.
-# A line of several lines is typed with a wait for the second prompt in between. -> dict: out (as on the
-# screen, line ends as \n; Tcl ends lines with CR LF there), status. Words go to the shell, for runs that need no typing.
+# One run on a terminal: each line is typed when the prompt has come; the last one has to end the
+# shell. A line of several lines is typed with a wait for the second prompt in between. -> dict: out
+# (as on the screen, line ends as \n; Tcl ends lines with CR LF there), status. Words go to the
+# shell, for runs that need no typing.
 proc at_terminal {environment lines {words {}}} {
     global spawn_id stty_init timeout
     set stty_init {rows 24 cols 200}
@@ -46,7 +48,8 @@ proc wait_for {pattern} {
     global spawn_id timeout
     expect {
         -re $pattern { return $expect_out(buffer) }
-        eof          { error "the shell has ended instead of \"$pattern\": \"$expect_out(buffer)\"" }
+        eof          \
+            { error "the shell has ended instead of \"$pattern\": \"$expect_out(buffer)\"" }
         timeout      { error "nothing matches \"$pattern\": \"$expect_out(buffer)\"" }
     }
 }

@@ -1,5 +1,5 @@
-// Every table filled to its capacity, refused there, and usable again after one entry went. Then all of
-// it is taken away and nothing is left.
+// Every table filled to its capacity, refused there, and usable again after one entry went. Then
+// all of it is taken away and nothing is left.
 #include "capacities.h"
 #include "simulated.h"
 
@@ -35,7 +35,10 @@ protected:
     }
 };
 
-unsigned short narrow(unsigned number) { return static_cast<unsigned short>(number); }
+unsigned short narrow(unsigned number)
+{
+    return static_cast<unsigned short>(number);
+}
 
 } // namespace
 
@@ -45,7 +48,8 @@ TEST_F(capacity, of_flows)
         qx_flow_t one = flow(narrow(number));
         return qx_flow_add(0, &one);
     };
-    fill(qxsim::flow_capacity, add, [](unsigned number) { return qx_flow_delete(0, narrow(number)); });
+    fill(qxsim::flow_capacity, add,
+         [](unsigned number) { return qx_flow_delete(0, narrow(number)); });
 }
 
 TEST_F(capacity, of_rules)
@@ -92,22 +96,31 @@ TEST_F(capacity, of_routes_and_next_hops)
         qx_l3_route_t one = with(number, 0);
         return qx_l3_route_delete(0, &one);
     };
-    fill(qxsim::route_capacity, [&](unsigned number) {
-        qx_l3_route_t one = with(number, 0);
-        return qx_l3_route_add(0, &one);
-    }, remove);
-    fill(qxsim::nexthop_capacity, [&](unsigned number) {
-        qx_l3_route_t one = with(number, number);
-        return qx_l3_route_add(0, &one);
-    }, remove);
-    fill(qxsim::nexthop_capacity, [](unsigned number) {
-        qx_l3_nexthop_t one = nexthop(number);
-        unsigned index = 0;
-        return qx_l3_nexthop_add(0, &one, &index);
-    }, [](unsigned number) {
-        qx_l3_nexthop_t one = nexthop(number);
-        return qx_l3_nexthop_delete(0, &one);
-    });
+    fill(
+        qxsim::route_capacity,
+        [&](unsigned number) {
+            qx_l3_route_t one = with(number, 0);
+            return qx_l3_route_add(0, &one);
+        },
+        remove);
+    fill(
+        qxsim::nexthop_capacity,
+        [&](unsigned number) {
+            qx_l3_route_t one = with(number, number);
+            return qx_l3_route_add(0, &one);
+        },
+        remove);
+    fill(
+        qxsim::nexthop_capacity,
+        [](unsigned number) {
+            qx_l3_nexthop_t one = nexthop(number);
+            unsigned index = 0;
+            return qx_l3_nexthop_add(0, &one, &index);
+        },
+        [](unsigned number) {
+            qx_l3_nexthop_t one = nexthop(number);
+            return qx_l3_nexthop_delete(0, &one);
+        });
 }
 
 TEST_F(capacity, of_subnets)
@@ -137,56 +150,74 @@ TEST_F(capacity, of_port_mtus_is_every_port_and_encapsulation)
 TEST_F(capacity, of_tunnels_and_what_they_carry)
 {
     std::vector<unsigned> ids(100);
-    fill(qxsim::tunnel_capacity, [&](unsigned number) {
-        qx_tunnel_cfg_t one = gre_tunnel(number);
-        return qx_tunnel_add(0, &one, &ids[number]);
-    }, [&](unsigned number) { return qx_tunnel_delete_by_idx(0, ids[number]); });
+    fill(
+        qxsim::tunnel_capacity,
+        [&](unsigned number) {
+            qx_tunnel_cfg_t one = gre_tunnel(number);
+            return qx_tunnel_add(0, &one, &ids[number]);
+        },
+        [&](unsigned number) { return qx_tunnel_delete_by_idx(0, ids[number]); });
 
     qx_tunnel_cfg_t cfg = l2tp_tunnel(1);
     unsigned tunnel = 0;
     ASSERT_EQ(QX_OK, qx_tunnel_add(0, &cfg, &tunnel));
-    fill(qxsim::l2tp_session_capacity,
-         [&](unsigned number) { return qx_l2tp_session_add(0, tunnel, narrow(number + 1)); },
-         [&](unsigned number) { return qx_l2tp_session_delete(0, tunnel, narrow(number + 1)); });
+    fill(
+        qxsim::l2tp_session_capacity,
+        [&](unsigned number) { return qx_l2tp_session_add(0, tunnel, narrow(number + 1)); },
+        [&](unsigned number) { return qx_l2tp_session_delete(0, tunnel, narrow(number + 1)); });
     ASSERT_EQ(QX_OK, qx_l2tp_session_add(0, tunnel, 1));
-    fill(qxsim::l2tp_prefix_capacity, [&](unsigned number) {
-        qx_ip_address_t one = ipv6({number, 0, 0, 0}, 32);
-        return qx_ipv6_over_l2tp_add(0, tunnel, 1, &one);
-    }, [&](unsigned number) {
-        qx_ip_address_t one = ipv6({number, 0, 0, 0}, 32);
-        return qx_ipv6_over_l2tp_delete(0, tunnel, 1, &one);
-    });
+    fill(
+        qxsim::l2tp_prefix_capacity,
+        [&](unsigned number) {
+            qx_ip_address_t one = ipv6({number, 0, 0, 0}, 32);
+            return qx_ipv6_over_l2tp_add(0, tunnel, 1, &one);
+        },
+        [&](unsigned number) {
+            qx_ip_address_t one = ipv6({number, 0, 0, 0}, 32);
+            return qx_ipv6_over_l2tp_delete(0, tunnel, 1, &one);
+        });
 }
 
 TEST_F(capacity, of_ipsec)
 {
     ASSERT_EQ(QX_OK, qx_ipsec_init(0));
     std::vector<unsigned> handles(200);
-    fill(qxsim::spd_capacity,
-         [&](unsigned number) { return qx_ipsec_spd_add(0, 0, number, &handles[number]); },
-         [&](unsigned number) { return qx_ipsec_spd_delete(0, handles[number]); });
+    fill(
+        qxsim::spd_capacity,
+        [&](unsigned number) { return qx_ipsec_spd_add(0, 0, number, &handles[number]); },
+        [&](unsigned number) { return qx_ipsec_spd_delete(0, handles[number]); });
     unsigned spd = 0;
     ASSERT_EQ(QX_OK, qx_ipsec_spd_add(0, 0, 1, &spd));
-    fill(qxsim::policy_capacity, [&](unsigned number) {
-        qx_ipsec_policy_t one = policy(number);
-        return qx_ipsec_policy_add(0, spd, &one, &handles[number]);
-    }, [&](unsigned number) { return qx_ipsec_policy_delete(0, spd, handles[number]); });
+    fill(
+        qxsim::policy_capacity,
+        [&](unsigned number) {
+            qx_ipsec_policy_t one = policy(number);
+            return qx_ipsec_policy_add(0, spd, &one, &handles[number]);
+        },
+        [&](unsigned number) { return qx_ipsec_policy_delete(0, spd, handles[number]); });
     unsigned parent = 0;
     qx_ipsec_policy_t one = policy(1);
     ASSERT_EQ(QX_OK, qx_ipsec_policy_add(0, spd, &one, &parent));
-    fill(qxsim::sa_capacity, [&](unsigned number) {
-        qx_ipsec_sa_t sa = association(256 + number, 0);
-        return qx_ipsec_sa_add(0, spd, parent, 1, &sa, 0, &handles[number]);
-    }, [&](unsigned number) { return qx_ipsec_sa_delete(0, spd, parent, handles[number]); });
+    fill(
+        qxsim::sa_capacity,
+        [&](unsigned number) {
+            qx_ipsec_sa_t sa = association(256 + number, 0);
+            return qx_ipsec_sa_add(0, spd, parent, 1, &sa, 0, &handles[number]);
+        },
+        [&](unsigned number) { return qx_ipsec_sa_delete(0, spd, parent, handles[number]); });
 }
 
 TEST_F(capacity, of_pptp_and_pppoe)
 {
-    fill(qxsim::pptp_capacity, [](unsigned number) {
-        qx_pptp_sa_t one = pptp(narrow(number + 1), 0);
-        return qx_pptp_session_add(0, &one);
-    }, [](unsigned number) { return qx_pptp_session_delete(0, narrow(number + 1), 0); });
-    fill(qxsim::pppoe_capacity,
-         [](unsigned number) { return qx_pppoe_port_add(0, 1, narrow(number)); },
-         [](unsigned number) { return qx_pppoe_port_delete(0, narrow(number)); });
+    fill(
+        qxsim::pptp_capacity,
+        [](unsigned number) {
+            qx_pptp_sa_t one = pptp(narrow(number + 1), 0);
+            return qx_pptp_session_add(0, &one);
+        },
+        [](unsigned number) { return qx_pptp_session_delete(0, narrow(number + 1), 0); });
+    fill(
+        qxsim::pppoe_capacity,
+        [](unsigned number) { return qx_pppoe_port_add(0, 1, narrow(number)); },
+        [](unsigned number) { return qx_pppoe_port_delete(0, narrow(number)); });
 }

@@ -140,8 +140,8 @@ TEST_F(control, state_lists_what_a_snapshot_leaves_out)
     qx_flow_t one = flow(1);
     EXPECT_EQ(QX_OK, qx_flow_add(1, &one));
     order("fault qx_flow_add 9 2\n");
-    const std::string all = file_text((order("fault qx_flow_add 9 2\nstate " + folder() + "/all\n"),
-                                       folder() + "/all"));
+    const std::string all = file_text(
+        (order("fault qx_flow_add 9 2\nstate " + folder() + "/all\n"), folder() + "/all"));
     EXPECT_EQ(3U, number_in(all, "\"device\": 1", "ticks"));
     EXPECT_EQ(1U, number_in(all, "\"flows\": {\"used\": 1,", "used"));
     EXPECT_EQ(1024U, number_in(all, "\"flows\": {\"used\": 1,", "capacity"));
@@ -157,7 +157,8 @@ TEST_F(control, files_are_their_owners_alone)
     EXPECT_EQ(QX_OK, suspended());
     umask(before);
     for (const char *name : {"/new.log", "/new.json"}) {
-        struct stat file{};
+        struct stat file
+        {};
         ASSERT_EQ(0, stat((folder() + name).c_str(), &file));
         EXPECT_EQ(0600U, file.st_mode & 07777U);
     }

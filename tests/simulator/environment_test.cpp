@@ -1,5 +1,5 @@
-// The environment switches, which are read at the first SDK call of a process: each test makes that call
-// in a child process of its own, and the parent makes none.
+// The environment switches, which are read at the first SDK call of a process: each test makes that
+// call in a child process of its own, and the parent makes none.
 #include "qx_sdk.h"
 #include "qx_status.h"
 
@@ -8,10 +8,12 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <functional>
 #include <iterator>
 #include <string>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -22,8 +24,8 @@ class environment : public ::testing::Test
 protected:
     void SetUp() override
     {
-        for (const char *name : {"QX_SIM_CONTROL", "QX_SIM_FAULT", "QX_SIM_LATENCY", "QX_SIM_LOG",
-                                 "QX_SIM_KEYS"})
+        for (const char *name :
+             {"QX_SIM_CONTROL", "QX_SIM_FAULT", "QX_SIM_LATENCY", "QX_SIM_LOG", "QX_SIM_KEYS"})
             unsetenv(name);
         char name[] = "/tmp/qx_sim_file.XXXXXX";
         close(mkstemp(name));
@@ -67,14 +69,16 @@ unsigned suspended(unsigned short device = 0)
 
 TEST_F(environment, without_switches_nothing_is_controlled)
 {
-    EXPECT_TRUE(in_child([&] {
-        if (suspended() != QX_OK)
-            return false;
-        // Too late: the environment was read.
-        setenv("QX_SIM_FAULT", "* * 5", 1);
-        setenv("QX_SIM_LOG", file_.c_str(), 1);
-        return suspended() == QX_OK && suspended(65535) == QX_BAD_DEVICE;
-    }, file_));
+    EXPECT_TRUE(in_child(
+        [&] {
+            if (suspended() != QX_OK)
+                return false;
+            // Too late: the environment was read.
+            setenv("QX_SIM_FAULT", "* * 5", 1);
+            setenv("QX_SIM_LOG", file_.c_str(), 1);
+            return suspended() == QX_OK && suspended(65535) == QX_BAD_DEVICE;
+        },
+        file_));
     EXPECT_EQ("", text());
 }
 
@@ -144,6 +148,41 @@ TEST_F(environment, a_log_that_cannot_be_written_ends_with_one_complaint)
     setenv("QX_SIM_LOG", "/dev/full", 1);
     EXPECT_TRUE(in_child([] { return suspended() == QX_OK && suspended() == QX_OK; }, file_));
     EXPECT_EQ("qx_sim: cannot write /dev/full; the call log ends here\n", text());
+}
+
+// The address space is cut to what the process has, and all that malloc still has is used up.
+TEST_F(environment, without_memory_there_is_a_status_and_nothing_else)
+{
+#if defined(__SANITIZE_ADDRESS__)
+    GTEST_SKIP() << "AddressSanitizer ends a program that has no memory left";
+#endif
+    EXPECT_TRUE(in_child(
+        [] {
+            const rlimit none{1, RLIM_INFINITY};
+            if (setrlimit(RLIMIT_AS, &none) != 0)
+                return false;
+            void *held = nullptr;
+            for (std::size_t size = 1 << 20; size >= 16; size /= 2)
+                while (void *const one = std::malloc(size)) {
+                    std::memcpy(one, &held, sizeof held);
+                    held = one;
+                    if (size == 1 << 20) {
+                        std::fputs("not enforced", stderr); // as under an emulator
+                        _exit(0);
+                    }
+                }
+            const bool refused = suspended() == QX_NO_MEMORY && suspended() == QX_NO_MEMORY;
+            while (held != nullptr) {
+                void *const one = held;
+                std::memcpy(&held, one, sizeof held);
+                std::free(one);
+            }
+            const rlimit all{RLIM_INFINITY, RLIM_INFINITY};
+            return refused && setrlimit(RLIMIT_AS, &all) == 0 && suspended() == QX_OK;
+        },
+        file_));
+    if (text() == "not enforced")
+        GTEST_SKIP() << "this system does not limit the memory of a process";
 }
 
 TEST_F(environment, a_control_file_may_appear_later)

@@ -12,8 +12,7 @@ using namespace simulated;
 namespace {
 
 class flows : public devices
-{
-};
+{};
 
 // A flow other than the given ones whose hash names this slot.
 qx_flow_t flow_for_slot(unsigned slot, unsigned short id, std::uint32_t &seed)

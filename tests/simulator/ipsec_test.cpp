@@ -168,7 +168,8 @@ TEST_F(ipsec, mistakes_have_their_statuses)
     EXPECT_EQ(QX_BAD_ADDRESS, qx_ipsec_policy_add(0, spd, &bad, &written));
     bad.selector_count = 3;
     bad.policy_id = 1;
-    EXPECT_EQ(QX_EXISTS, qx_ipsec_policy_add(0, spd, &bad, &written)) << "the fourth does not count";
+    EXPECT_EQ(QX_EXISTS, qx_ipsec_policy_add(0, spd, &bad, &written))
+        << "the fourth does not count";
 
     qx_ipsec_sa_t sas[5];
     for (unsigned index = 0; index < 5; ++index)

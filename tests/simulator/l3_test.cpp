@@ -8,8 +8,7 @@ using namespace simulated;
 namespace {
 
 class l3 : public devices
-{
-};
+{};
 
 qx_l3_route_t host(std::uint32_t address)
 {
@@ -22,7 +21,7 @@ TEST_F(l3, a_route_brings_its_next_hop_and_takes_it_along)
 {
     const std::string before = snapshot();
     qx_l3_route_t added = route(ipv4(0x0a000000, 8), nexthop(0xc0a80001));
-    reinterpret_cast<unsigned char *>(&added)[22] = 7; // padding behind the prefix
+    reinterpret_cast<unsigned char *>(&added)[22] = 7;      // padding behind the prefix
     reinterpret_cast<unsigned char *>(&added)[24 + 26] = 8; // padding in the next hop's identity
     ASSERT_EQ(QX_OK, qx_l3_route_add(0, &added));
     qx_l3_route_t got = host(0x0a010203);

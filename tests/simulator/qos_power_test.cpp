@@ -1,5 +1,5 @@
-// QoS maps and power states: values at the start, what a set changes, and the statuses of what is out of
-// range.
+// QoS maps and power states: values at the start, what a set changes, and the statuses of what is
+// out of range.
 #include "simulated.h"
 
 using namespace simulated;
@@ -7,11 +7,9 @@ using namespace simulated;
 namespace {
 
 class qos : public devices
-{
-};
+{};
 class power : public devices
-{
-};
+{};
 
 unsigned map_mode(unsigned short device, unsigned short port)
 {

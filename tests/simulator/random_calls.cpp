@@ -87,7 +87,8 @@ qx_ipsec_sa_t world::any_association(unsigned way)
 
 qx_pptp_sa_t world::any_pptp()
 {
-    qx_pptp_sa_t one = pptp(static_cast<unsigned short>(below(20)), rarely() ? number(3) : below(2));
+    qx_pptp_sa_t one =
+        pptp(static_cast<unsigned short>(below(20)), rarely() ? number(3) : below(2));
     one.keylen = byte(18);
     one.crypto_type = below(3);
     return one;
@@ -161,6 +162,9 @@ unsigned world::call(const char *&name, bool &quiet)
     quiet = status == QX_OK || untouched_outputs();
     return status;
 }
+
+// One call a line.
+// clang-format off
 
 unsigned world::call_fixed(unsigned which, const char *&name)
 {
@@ -273,7 +277,8 @@ unsigned world::call_tunnels(unsigned which, const char *&name)
     case 6: return CALL(qx_ipsec_init, device());
     case 7: return gives(spd_id, CALL(qx_ipsec_spd_add, device(), number(3), below(12), &cell_));
     case 8: return CALL(qx_ipsec_spd_delete, device(), id(spd_id));
-    case 9: case 13: return gives(policy_id, CALL(qx_ipsec_policy_add, device(), id(spd_id), &rule, &cell_));
+    case 9: case 13: return gives(policy_id, CALL(qx_ipsec_policy_add, device(), id(spd_id), &rule,
+                                                  &cell_));
     case 10: return CALL(qx_ipsec_policy_delete, device(), id(spd_id), id(policy_id));
     default: return gives(sa_id, CALL(qx_ipsec_sa_add, device(), id(spd_id), id(policy_id), byte(5),
                                       sas, below(2) == 0 ? 0 : id(sa_id), &cell_));
@@ -311,5 +316,7 @@ unsigned world::call_sessions(unsigned which, const char *&name)
     case 3: return CALL(qx_pppoe_port_encap_set, device(), number_of_port, &cfg);
     }
 }
+
+// clang-format on
 
 } // namespace simulated

@@ -1,5 +1,5 @@
-// Random calls of all 83 functions on one device: a world of records, cells and ids from which each call
-// takes its arguments, mostly sensible ones, so that calls succeed and fail in turn.
+// Random calls of all 83 functions on one device: a world of records, cells and ids from which each
+// call takes its arguments, mostly sensible ones, so that calls succeed and fail in turn.
 #pragma once
 
 #include "simulated.h"
@@ -17,8 +17,8 @@ class world
 public:
     explicit world(std::uint32_t seed) : random_(seed) {}
 
-    /// One random call; `name` receives the function's name. True in `quiet` if the call failed and wrote
-    /// nothing, or succeeded.
+    /// One random call; `name` receives the function's name. True in `quiet` if the call failed and
+    /// wrote nothing, or succeeded.
     unsigned call(const char *&name, bool &quiet);
 
     /// To be called when the devices were reset: no id is known any more.
@@ -28,7 +28,10 @@ private:
     unsigned below(unsigned limit) { return random_() % limit; }
     bool rarely() { return below(16) == 0; }
     /// A number below a limit, now and then one far beyond.
-    unsigned number(unsigned limit) { return rarely() ? below(2) * 0x7fffff00U + below(300) : below(limit); }
+    unsigned number(unsigned limit)
+    {
+        return rarely() ? below(2) * 0x7fffff00U + below(300) : below(limit);
+    }
     unsigned short word(unsigned limit) { return static_cast<unsigned short>(number(limit)); }
     unsigned char byte(unsigned limit) { return static_cast<unsigned char>(number(limit)); }
     unsigned short device() { return below(8) == 0 ? word(6) : static_cast<unsigned short>(0); }

@@ -1,5 +1,5 @@
-// Random calls of all functions: statuses are documented ones, failing calls change nothing, memory does
-// not grow, and two runs with the same calls end in the same state.
+// Random calls of all functions: statuses are documented ones, failing calls change nothing, memory
+// does not grow, and two runs with the same calls end in the same state.
 #include "random_calls.h"
 
 #include <fstream>
@@ -9,7 +9,10 @@
 
 #if defined(__SANITIZE_ADDRESS__)
 extern "C" std::size_t __sanitizer_get_current_allocated_bytes(); // GCC installs no header for it
-static std::size_t memory_in_use() { return __sanitizer_get_current_allocated_bytes(); }
+static std::size_t memory_in_use()
+{
+    return __sanitizer_get_current_allocated_bytes();
+}
 #else
 #include <malloc.h>
 static std::size_t memory_in_use()
@@ -24,8 +27,7 @@ using namespace simulated;
 namespace {
 
 class random_calls : public devices
-{
-};
+{};
 
 using statuses = std::set<std::string>;
 
@@ -68,7 +70,10 @@ constexpr unsigned short_run = 100'000;
 constexpr unsigned long_run = 1'000'000;
 constexpr unsigned life = 2000;
 
-unsigned rounds() { return long_tests() ? long_run : short_run; }
+unsigned rounds()
+{
+    return long_tests() ? long_run : short_run;
+}
 
 } // namespace
 
@@ -82,7 +87,8 @@ TEST_F(random_calls, answer_what_is_documented_and_fail_without_a_trace)
     world all{5};
     std::size_t memory = 0;
     for (unsigned round = 0; round < rounds(); ++round) {
-        // Ids get lost and tables fill up: every so often all devices are new again, and as large as before.
+        // Ids get lost and tables fill up: every so often all devices are new again, and as large
+        // as before.
         if (round % life == 0) {
             order("reset\n");
             all.forget();

@@ -1,5 +1,5 @@
-// Routes against a plain model: a list that is searched from its start to its end. Next hops against
-// counts over that list.
+// Routes against a plain model: a list that is searched from its start to its end. Next hops
+// against counts over that list.
 #include "simulated.h"
 
 #include <algorithm>
@@ -11,8 +11,7 @@ using namespace simulated;
 namespace {
 
 class route_model : public devices
-{
-};
+{};
 
 // Bit `place` of an address, counted from its start.
 bool bit(const qx_ip_address_t &address, unsigned place)
@@ -45,7 +44,8 @@ public:
 
 private:
     qx_ip_address_t prefix();
-    static std::size_t place_in(const std::vector<qx_l3_route_t> &routes, const qx_ip_address_t &wanted);
+    static std::size_t place_in(const std::vector<qx_l3_route_t> &routes,
+                                const qx_ip_address_t &wanted);
     const qx_l3_route_t *exact(const qx_ip_address_t &wanted) const;
     qx_l3_route_t *longest(const qx_ip_address_t &wanted);
 
@@ -68,9 +68,8 @@ qx_ip_address_t table::prefix()
 std::size_t table::place_in(const std::vector<qx_l3_route_t> &routes, const qx_ip_address_t &wanted)
 {
     std::size_t place = 0;
-    while (place < routes.size() &&
-           !(routes[place].prefix.addr_len == wanted.addr_len &&
-             agree(routes[place].prefix, wanted, wanted.addr_len)))
+    while (place < routes.size() && !(routes[place].prefix.addr_len == wanted.addr_len &&
+                                      agree(routes[place].prefix, wanted, wanted.addr_len)))
         ++place;
     return place;
 }

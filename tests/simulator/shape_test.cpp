@@ -1,5 +1,6 @@
-// What all functions have in common: records at any address, failing calls that write nothing, statuses of
-// the device number before those of pointers. (That each of the 83 checks both is tested by script.)
+// What all functions have in common: records at any address, failing calls that write nothing,
+// statuses of the device number before those of pointers. (That each of the 83 checks both is
+// tested by script.)
 #include "simulated.h"
 
 using namespace simulated;
@@ -7,8 +8,7 @@ using namespace simulated;
 namespace {
 
 class shape : public devices
-{
-};
+{};
 
 // A record at an odd address, with guard bytes around it.
 template <typename Record> class misplaced
@@ -71,7 +71,8 @@ TEST_F(shape, records_may_lie_anywhere)
 
 TEST_F(shape, arrays_may_lie_anywhere)
 {
-    struct pair {
+    struct pair
+    {
         qx_ipsec_sa_t first;
         qx_ipsec_sa_t second;
     };
@@ -94,6 +95,13 @@ TEST_F(shape, one_record_may_be_read_and_written)
     qx_l3_nexthop_t hop = nexthop(1);
     ASSERT_EQ(QX_OK, qx_l3_nexthop_add(0, &hop, &hop.nhid.intf_id));
     EXPECT_EQ(1U, hop.nhid.intf_id);
+}
+
+extern "C" unsigned int called_from_c(void);
+
+TEST_F(shape, the_headers_serve_c_as_well)
+{
+    EXPECT_EQ(QX_OK, called_from_c());
 }
 
 TEST_F(shape, devices_are_apart)

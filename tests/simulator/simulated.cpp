@@ -12,7 +12,8 @@ namespace simulated {
 namespace {
 
 // Made before main and thus before the first SDK call, when the simulator reads the environment.
-struct own_folder {
+struct own_folder
+{
     std::string name;
 
     own_folder()
@@ -34,7 +35,10 @@ struct own_folder {
 
 } // namespace
 
-const std::string &folder() { return own.name; }
+const std::string &folder()
+{
+    return own.name;
+}
 
 void order(const std::string &lines)
 {
@@ -58,8 +62,14 @@ static std::string listing(const std::string &what)
     return file_text(answer);
 }
 
-std::string snapshot() { return listing("snapshot"); }
-std::string state() { return listing("state"); }
+std::string snapshot()
+{
+    return listing("snapshot");
+}
+std::string state()
+{
+    return listing("state");
+}
 
 unsigned number_in(const std::string &listing, const std::string &from, const std::string &name)
 {

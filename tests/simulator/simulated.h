@@ -1,6 +1,6 @@
-// What the simulator's tests share: the control file, snapshots, and records with something in them.
-// Every test of the class starts with all devices as new. Relies on nothing of the simulator but its
-// public headers and its control interface.
+// What the simulator's tests share: the control file, snapshots, and records with something in
+// them. Every test of the class starts with all devices as new. Relies on nothing of the simulator
+// but its public headers and its control interface.
 #pragma once
 
 #include "qx_sdk.h"

@@ -7,14 +7,11 @@ using namespace simulated;
 namespace {
 
 class rules : public devices
-{
-};
+{};
 class rtps : public devices
-{
-};
+{};
 class translations : public devices
-{
-};
+{};
 
 unsigned add_rtp(unsigned short device, std::uint32_t ssrc, unsigned short flow_id)
 {

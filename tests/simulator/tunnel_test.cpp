@@ -1,5 +1,5 @@
-// Tunnels: identity by configuration, what they refer to and who uses them, and their MTU. L2TP sessions
-// and prefixes, PPTP sessions and PPPoE ports.
+// Tunnels: identity by configuration, what they refer to and who uses them, and their MTU. L2TP
+// sessions and prefixes, PPTP sessions and PPPoE ports.
 #include "simulated.h"
 
 using namespace simulated;
@@ -7,11 +7,9 @@ using namespace simulated;
 namespace {
 
 class tunnels : public devices
-{
-};
+{};
 class sessions : public devices
-{
-};
+{};
 
 unsigned add(qx_tunnel_cfg_t cfg, unsigned short device = 0)
 {

@@ -11,6 +11,14 @@
 #include <random>
 #include <vector>
 
+#ifdef QXSH_SANITIZED
+// Without this the sanitizer's allocator ends the process where malloc gives null.
+extern "C" const char *__asan_default_options()
+{
+    return "allocator_may_return_null=1";
+}
+#endif
+
 namespace {
 
 using namespace qxsh;
@@ -70,9 +78,6 @@ TEST(blocks, of_2_gib_and_more_do_not_exist)
 // The system refuses; afterwards all is as before.
 TEST(blocks, without_memory)
 {
-#if defined QXSH_SANITIZED && UINTPTR_MAX == UINT32_MAX
-    GTEST_SKIP() << "the sanitizer's allocator ends the process when the system refuses";
-#endif
     constexpr std::uint32_t size = 100000000;
     free_block(allocate_block(1)); // what exists only once is there now
     rlimit limit;
@@ -238,7 +243,7 @@ unsigned char read(const unsigned char *where)
 // Each report takes a while, so only the byte behind the block is tried for every size.
 TEST(sanitized_blocks_DeathTest, are_not_overrun)
 {
-    for (const std::uint32_t size : {0u, 1u, 3u, 7u, 8u, 12u, 21u, 212u, 5000u}) {
+    for (const std::uint32_t size : {1u, 3u, 7u, 8u, 12u, 21u, 212u, 5000u}) {
         const block room{size};
         EXPECT_DEATH(write(room.at(size)), "AddressSanitizer") << size;
         for (std::uint32_t i = 0; i < size; ++i)

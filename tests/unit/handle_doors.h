@@ -1,7 +1,8 @@
-// A fixture for handle conversion: each text goes through both doors, as text and as an object (fresh, again,
-// and shared), and all have to give the same.
+// A fixture for handle conversion: each text goes through all doors, as text, as an object and as a word of a
+// command (fresh, again, and shared), and all have to give the same.
 #pragma once
 
+#include "runtime/command_words.h"
 #include "runtime/handle.h"
 #include "tests/unit/interpreter.h"
 #include "tests/unit/sample_module.h"
@@ -23,6 +24,8 @@ protected:
             EXPECT_EQ(again, pointer) << text;
             EXPECT_EQ(word.text(), text);
         }
+        if (flags == 0)
+            convert_words(text, type, pointer);
         return pointer;
     }
 
@@ -39,7 +42,40 @@ protected:
             EXPECT_EQ(word.text(), text);
         }
         EXPECT_EQ(tcl_.result(), "");
+        if (flags == 0)
+            refuse_words(text, type);
     }
 
     interpreter tcl_;
+
+private:
+    // A command's only word, as a handle of the type or of any.
+    bool get(const word_list &words, swig_type_record *type, void *&pointer)
+    {
+        const qxsh::command_words call{tcl_, words.count(), words.data(), "o:qx_door word "};
+        return type != nullptr ? call.get(1, pointer, type) : call.get(1, pointer);
+    }
+
+    void convert_words(const std::string &text, swig_type_record *type, void *right)
+    {
+        const word_list words{"qx_door", text};
+        for (int time = 0; time < 3; ++time) {
+            void *pointer = at(0x77777777);
+            EXPECT_TRUE(get(words, type, pointer)) << text;
+            EXPECT_EQ(pointer, right) << text;
+            EXPECT_EQ(words[1].text(), text);
+        }
+    }
+
+    void refuse_words(const std::string &text, swig_type_record *type)
+    {
+        const word_list words{"qx_door", text};
+        for (int time = 0; time < 3; ++time) {
+            void *pointer;
+            EXPECT_FALSE(get(words, type, pointer)) << text;
+            EXPECT_EQ(tcl_.result(), std::string{"TypeError in method 'qx_door', argument 1 of type '"} +
+                                         (type != nullptr ? type->str : "void *") + "'");
+            Tcl_ResetResult(tcl_);
+        }
+    }
 };

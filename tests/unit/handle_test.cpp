@@ -5,6 +5,7 @@
 
 #include <climits>
 #include <cstring>
+#include <random>
 
 namespace {
 
@@ -191,6 +192,43 @@ TEST_F(conversion, of_damaged_handles_fails)
           "_0xb0a201_p_qx_flow_t", "_g0a20100_p_qx_flow_t", "_b0a2010g_p_qx_flow_t",
           "_b0a20100_p_qx_flow_t_p_qx_flow_t"})
         expect_refused(text, flow_);
+}
+
+// Every character at every place of the eight digits.
+TEST_F(conversion, of_all_digits_and_what_is_none)
+{
+    const std::string good = "_0123cdef_p_qx_flow_t";
+    for (std::size_t place = 1; place <= 8; ++place) {
+        for (int c = 1; c <= UCHAR_MAX; ++c) {
+            auto text = good;
+            text[place] = static_cast<char>(c);
+            unsigned char bytes[4] = {};
+            const bool digits = swig_unpack_hex(text.c_str() + 1, bytes, 4) != nullptr;
+            std::uint32_t address;
+            std::memcpy(&address, bytes, sizeof address);
+            void *pointer;
+            // As a text only: not every byte can stand in an object.
+            EXPECT_EQ(SWIG_Tcl_ConvertPtrFromString(tcl_, text.c_str(), &pointer, flow_, 0),
+                      digits ? 0 : -1);
+            EXPECT_EQ(SWIG_Tcl_ConvertPtrFromString(tcl_, text.c_str(), &pointer, nullptr, 0), 0);
+            EXPECT_EQ(pointer, at(address)) << text;
+            if (c <= SCHAR_MAX && digits) {
+                EXPECT_EQ(convert(text, flow_), at(address));
+            } else if (c <= SCHAR_MAX) {
+                expect_refused(text, flow_);
+                EXPECT_EQ(convert(text, nullptr), at(address));
+            }
+        }
+    }
+}
+
+TEST_F(conversion, of_random_addresses)
+{
+    std::mt19937 random{5};
+    for (int time = 0; time < 10000; ++time) {
+        const auto address = static_cast<std::uint32_t>(random() | 1);
+        ASSERT_EQ(convert(made(at(address), flow_), flow_), at(address));
+    }
 }
 
 TEST_F(conversion, of_handles_with_a_leading_blank_fails)
