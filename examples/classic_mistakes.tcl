@@ -45,7 +45,7 @@ mistake "adding a flow that is there" QX_EXISTS qx_flow_add $device $flow
 
 # --- Two places that clean up.
 must qx_flow_delete $device 17
-mistake "deleting it twice" QX_NO_FLOW qx_flow_delete $device 17
+mistake "deleting it twice" QX_DELETED qx_flow_delete $device 17
 
 # --- IPsec has to be told to begin, once, before anything else of it.
 mistake "a policy database before qx_ipsec_init" QX_NOT_INITIALISED \

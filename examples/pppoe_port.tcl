@@ -53,7 +53,7 @@ puts "pro on the wire: [format %04x [swapped [qx_ppp_hdr_get_pro $ppp]]]"
 
 foreach encap {0 1} { must qx_port_encap_ip_mtu_delete $device $port $encap }
 must qx_pppoe_port_delete $device $pppoe_port
-puts "deleted; once more: [expect QX_NO_PPPOE_PORT qx_pppoe_port_delete $device $pppoe_port]"
+puts "deleted; once more: [expect QX_DELETED qx_pppoe_port_delete $device $pppoe_port]"
 
 release $cfg $found $header $ppp
 puts done
