@@ -138,7 +138,8 @@ proc bench::pieces {rounds} {
     set program [file join [counter::tools pc] benchmarks]
     if {![file executable $program]} { return {} }
     set found [json::read [exec $program --benchmark_format=json --benchmark_min_time=0.05 \
-        --benchmark_repetitions=[expr {max($rounds, 3)}] --benchmark_report_aggregates_only=true 2>/dev/null]]
+        --benchmark_repetitions=[expr {max($rounds, 3)}] \
+        --benchmark_report_aggregates_only=true 2>/dev/null]]
     set values {}
     foreach each [dict get $found benchmarks] {
         if {[dict get $each aggregate_name] ne "median"} continue

@@ -1,5 +1,6 @@
-// What the shell does with its interpreter: Tcl, then the module, then the name of the rc file; and where it
-// stops when a step fails. The tests run in order: a failure has to come before the first success.
+// What the shell does with its interpreter: Tcl, then the module, then the name of the rc file; and
+// where it stops when a step fails. The tests run in order: a failure has to come before the first
+// success.
 #include "shell/demo.h"
 #include "tests/unit/interpreter.h"
 #include "types.h"
@@ -49,10 +50,11 @@ TEST(app_start_2, the_name_of_the_rc_file_is_global)
     interpreter tcl;
     Tcl_CreateObjCommand(
         tcl, "start",
-        [](ClientData, Tcl_Interp *interp, int, Tcl_Obj *const *) { return Demo_AppInit(interp); }, nullptr,
-        nullptr);
-    EXPECT_EQ(tcl.value("proc local {} { set tcl_rcFileName mine; start; set tcl_rcFileName }; local"),
-              "mine");
+        [](ClientData, Tcl_Interp *interp, int, Tcl_Obj *const *) { return Demo_AppInit(interp); },
+        nullptr, nullptr);
+    EXPECT_EQ(
+        tcl.value("proc local {} { set tcl_rcFileName mine; start; set tcl_rcFileName }; local"),
+        "mine");
     EXPECT_EQ(tcl.variable("tcl_rcFileName"), "~/.myapprc");
 }
 

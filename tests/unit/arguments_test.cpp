@@ -42,7 +42,8 @@ TEST_F(arguments, word_count_messages)
     expect_error({"cmd", "1", "2"}, "Wrong # args.:qx_int32_create data  argument 2",
                  "o:qx_int32_create data ", none_);
     expect_error({"cmd", "1"}, "Wrong # args.:qx_flow_create  argument 1", ":qx_flow_create ");
-    expect_error({"cmd", "1"}, "Wrong number of arguments :qx_flow_add device_id p_flow  argument 2",
+    expect_error({"cmd", "1"},
+                 "Wrong number of arguments :qx_flow_add device_id p_flow  argument 2",
                  "oo:qx_flow_add device_id p_flow ", none_, none_);
     expect_error({"cmd", "1", "2", "3", "4"},
                  "Wrong # args.:qx_flow_add device_id p_flow  argument 3",
@@ -81,7 +82,8 @@ TEST_F(arguments, numbers_of_arguments_have_as_many_digits_as_they_need)
     word_list words{"cmd"};
     for (int i = 1; i < 12; ++i)
         words.add(held_object{"x"});
-    EXPECT_EQ(qxsh::check_word_count(tcl_, words.count(), words.data(), "oooooooooooo:c "), TCL_ERROR);
+    EXPECT_EQ(qxsh::check_word_count(tcl_, words.count(), words.data(), "oooooooooooo:c "),
+              TCL_ERROR);
     EXPECT_EQ(tcl_.result(), "Wrong number of arguments :c  argument 12");
     EXPECT_EQ(qxsh::check_word_count(tcl_, words.count(), words.data(), "ooooooooooo:c "), TCL_OK);
 }
@@ -92,7 +94,8 @@ TEST_F(arguments, optional_words)
     int two = -1;
     int three = -1;
     const char *const format = "i|ii:c a b d ";
-    expect_error({"cmd"}, "Wrong number of arguments :c a b d  argument 1", format, &one, &two, &three);
+    expect_error({"cmd"}, "Wrong number of arguments :c a b d  argument 1", format, &one, &two,
+                 &three);
     EXPECT_EQ(parse({"cmd", "1"}, format, &one, &two, &three), TCL_OK);
     EXPECT_EQ(one, 1);
     EXPECT_EQ(two, -1);
@@ -101,8 +104,8 @@ TEST_F(arguments, optional_words)
     EXPECT_EQ(three, -1);
     EXPECT_EQ(parse({"cmd", "1", "2", "3"}, format, &one, &two, &three), TCL_OK);
     EXPECT_EQ(three, 3);
-    expect_error({"cmd", "1", "2", "3", "4"}, "Wrong # args.:c a b d  argument 4", format, &one, &two,
-                 &three);
+    expect_error({"cmd", "1", "2", "3", "4"}, "Wrong # args.:c a b d  argument 4", format, &one,
+                 &two, &three);
     EXPECT_EQ(parse({"cmd"}, "|i:c ", &one), TCL_OK);
     EXPECT_EQ(parse({"cmd"}, "|:c "), TCL_OK);
     EXPECT_EQ(parse({"cmd"}, "||i:c ", &one), TCL_OK);
@@ -136,14 +139,16 @@ TEST_F(arguments, integers)
     EXPECT_EQ(l, -8);
     EXPECT_EQ(h, -9);
     EXPECT_EQ(b, 10);
-    EXPECT_EQ(parse({"cmd", "0x7fffffff", "0x80000000", "0x12345", "0x1ff"}, "ilhb:c ", &i, &l, &h, &b),
-              TCL_OK);
+    EXPECT_EQ(
+        parse({"cmd", "0x7fffffff", "0x80000000", "0x12345", "0x1ff"}, "ilhb:c ", &i, &l, &h, &b),
+        TCL_OK);
     EXPECT_EQ(i, 2147483647);
     EXPECT_EQ(l, -2147483647 - 1); // the board's long has 32 bits
     EXPECT_EQ(h, 0x2345);
     EXPECT_EQ(b, 0xff);
-    EXPECT_EQ(parse({"cmd", "4294967295", "-4294967295", "0x8000", "-1"}, "ilhb:c ", &i, &l, &h, &b),
-              TCL_OK);
+    EXPECT_EQ(
+        parse({"cmd", "4294967295", "-4294967295", "0x8000", "-1"}, "ilhb:c ", &i, &l, &h, &b),
+        TCL_OK);
     EXPECT_EQ(i, -1);
     EXPECT_EQ(l, 1);
     EXPECT_EQ(h, -32768);
@@ -153,16 +158,20 @@ TEST_F(arguments, integers)
 // A store is as wide as the letter's type and no wider.
 TEST_F(arguments, neighbours_of_targets_are_kept)
 {
-    struct {
+    struct
+    {
         unsigned char before, value, after;
     } bytes{1, 2, 3};
-    struct {
+    struct
+    {
         short before, value, after;
     } shorts{1, 2, 3};
-    struct {
+    struct
+    {
         float before, value, after;
     } floats{1, 2, 3};
-    struct {
+    struct
+    {
         char before, value, after;
     } chars{'1', '2', '3'};
     EXPECT_EQ(parse({"cmd", "-1", "-1", "0.5", "xyz"}, "bhfc:c ", &bytes.value, &shorts.value,
@@ -180,23 +189,28 @@ TEST_F(arguments, neighbours_of_targets_are_kept)
 TEST_F(arguments, bad_integers_keep_tcls_message)
 {
     int i = 5;
-    for (const char *format : {"i:c a ", "l:c a ", "h:c a ", "b:c a ", "I:c a ", "L:c a ", "H:c a ", "B:c a "}) {
-        expect_error({"cmd", "abc"}, "expected integer but got \"abc\":c a  argument 1", format, &i);
-        expect_error({"cmd", "4294967296"},
-                     "integer value too large to represent:c a  argument 1", format, &i);
-        expect_error({"cmd", "1.5"}, "expected integer but got \"1.5\":c a  argument 1", format, &i);
+    for (const char *format :
+         {"i:c a ", "l:c a ", "h:c a ", "b:c a ", "I:c a ", "L:c a ", "H:c a ", "B:c a "}) {
+        expect_error({"cmd", "abc"}, "expected integer but got \"abc\":c a  argument 1", format,
+                     &i);
+        expect_error({"cmd", "4294967296"}, "integer value too large to represent:c a  argument 1",
+                     format, &i);
+        expect_error({"cmd", "1.5"}, "expected integer but got \"1.5\":c a  argument 1", format,
+                     &i);
     }
     EXPECT_EQ(i, 5);
-    expect_error({"cmd", "1", ""}, "expected integer but got \"\":c  argument 2", "oi:c ", none_, &i);
+    expect_error({"cmd", "1", ""}, "expected integer but got \"\":c  argument 2", "oi:c ", none_,
+                 &i);
 }
 
 TEST_F(arguments, too_large_integers_set_tcls_error_code)
 {
     int i;
-    for (const char *word : {"4294967296", "-5000000000", "18446744073709551615", "99999999999999999999"}) {
-        expect_error({"cmd", word}, "integer value too large to represent:c  argument 1", "i:c ", &i);
-        EXPECT_EQ(tcl_.error_code(),
-                  "ARITH IOVERFLOW {integer value too large to represent}");
+    for (const char *word :
+         {"4294967296", "-5000000000", "18446744073709551615", "99999999999999999999"}) {
+        expect_error({"cmd", word}, "integer value too large to represent:c  argument 1", "i:c ",
+                     &i);
+        EXPECT_EQ(tcl_.error_code(), "ARITH IOVERFLOW {integer value too large to represent}");
     }
 }
 
@@ -210,8 +224,8 @@ TEST_F(arguments, floating)
     EXPECT_EQ(parse({"cmd", "7", "0x10"}, "FD:c ", &f, &d), TCL_OK);
     EXPECT_EQ(f, 7.0f);
     EXPECT_EQ(d, 16.0);
-    expect_error({"cmd", "abc"}, "expected floating-point number but got \"abc\":c  argument 1", "f:c ",
-                 &f);
+    expect_error({"cmd", "abc"}, "expected floating-point number but got \"abc\":c  argument 1",
+                 "f:c ", &f);
     expect_error({"cmd", "1", "x"}, "expected floating-point number but got \"x\":c  argument 2",
                  "fd:c ", &f, &d);
     EXPECT_EQ(d, 16.0);
@@ -265,8 +279,10 @@ TEST_F(arguments, pointers)
     EXPECT_EQ(after, 9);
     EXPECT_EQ(parse({"cmd", "_b0a2zz"}, "p:c ", &one, none_), TCL_OK);
     EXPECT_EQ(one, at(0xa2b0));
-    expect_error({"cmd", "_b0a20100_p_qx_vlan_t"}, ":c  argument 1", "p:c ", &one, flow.operator->());
-    expect_error({"cmd", "1", "nothing"}, ":c  argument 2", "op:c ", none_, &one, flow.operator->());
+    expect_error({"cmd", "_b0a20100_p_qx_vlan_t"}, ":c  argument 1", "p:c ", &one,
+                 flow.operator->());
+    expect_error({"cmd", "1", "nothing"}, ":c  argument 2", "op:c ", none_, &one,
+                 flow.operator->());
 }
 
 TEST_F(arguments, other_letters_take_a_word_and_a_target)
@@ -305,7 +321,8 @@ TEST_F(arguments, stores_before_a_failure_stay)
 {
     int one = 0;
     int two = 0;
-    expect_error({"cmd", "1", "x"}, "expected integer but got \"x\":c  argument 2", "ii:c ", &one, &two);
+    expect_error({"cmd", "1", "x"}, "expected integer but got \"x\":c  argument 2", "ii:c ", &one,
+                 &two);
     EXPECT_EQ(one, 1);
     EXPECT_EQ(two, 0);
 }

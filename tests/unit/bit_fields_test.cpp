@@ -1,5 +1,5 @@
-// Every bit-field of every record through its commands: the setter reaches exactly its bits, the getter reads
-// them, and the places are those of the independent table of fields.
+// Every bit-field of every record through its commands: the setter reaches exactly its bits, the
+// getter reads them, and the places are those of the independent table of fields.
 #include "helpers/block_memory.h"
 #include "runtime/handle.h"
 #include "shell/demo.h"
@@ -13,7 +13,8 @@
 
 namespace {
 
-struct bit_field {
+struct bit_field
+{
     std::string record;
     std::string field;
     unsigned offset;
@@ -27,7 +28,9 @@ std::vector<bit_field> expected_bit_fields()
     std::vector<bit_field> result;
     for (const auto &row : read_expected("fields.tsv")) {
         if (row[3] != "-") {
-            const auto number = [&](int column) { return static_cast<unsigned>(std::stoul(row[column])); };
+            const auto number = [&](int column) {
+                return static_cast<unsigned>(std::stoul(row[column]));
+            };
             result.push_back({row[0], row[1], number(2), number(3), number(4),
                               static_cast<unsigned>(std::stoul(row[6].substr(1)))});
         }

@@ -1,4 +1,5 @@
-// A block of block memory that a test fills and compares, and that is given back when it goes out of scope.
+// A block of block memory that a test fills and compares, and that is given back when it goes out
+// of scope.
 #pragma once
 
 #include "helpers/block_memory.h"

@@ -1,5 +1,5 @@
-// Block memory: places, sizes, zeroes, many blocks, no memory; what happens to a program that frees what is no
-// block; and what the sanitizers see of it.
+// Block memory: places, sizes, zeroes, many blocks, no memory; what happens to a program that frees
+// what is no block; and what the sanitizers see of it.
 #include "helpers/block_memory.h"
 #include "tests/unit/block.h"
 
@@ -71,7 +71,8 @@ TEST(blocks, of_size_0_are_distinct)
 
 TEST(blocks, of_2_gib_and_more_do_not_exist)
 {
-    for (const std::uint32_t size : {0x80000000u, 0x80000001u, 0xc0000000u, 0xfffffff0u, UINT32_MAX})
+    for (const std::uint32_t size :
+         {0x80000000u, 0x80000001u, 0xc0000000u, 0xfffffff0u, UINT32_MAX})
         EXPECT_EQ(allocate_block(size), nullptr) << size;
 }
 
@@ -109,7 +110,8 @@ TEST(blocks, null_is_freed_without_effect)
 // 100,000 blocks of all sizes; each is filled with a pattern of its own, which has to last.
 TEST(blocks, do_not_overlap)
 {
-    struct entry {
+    struct entry
+    {
         unsigned char *start;
         std::uint32_t size;
         unsigned char pattern;
@@ -165,7 +167,8 @@ TEST(blocks, of_many_megabytes)
     }
 }
 
-// What the process says when it stops: our own words on 64 bits, else those of the C library or the sanitizer.
+// What the process says when it stops: our own words on 64 bits, else those of the C library or the
+// sanitizer.
 #if UINTPTR_MAX > UINT32_MAX
 constexpr const char *double_free = "is no live block";
 constexpr const char *bad_free = double_free;
@@ -190,7 +193,8 @@ TEST(blocks_DeathTest, freed_twice)
 TEST(blocks_DeathTest, a_bad_free_aborts)
 {
     void *const start = allocate_block(100);
-    EXPECT_EXIT((free_block(start), free_block(start)), testing::KilledBySignal(SIGABRT), double_free);
+    EXPECT_EXIT((free_block(start), free_block(start)), testing::KilledBySignal(SIGABRT),
+                double_free);
     free_block(start);
 }
 #endif

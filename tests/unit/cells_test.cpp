@@ -1,4 +1,5 @@
-// Cells and arrays of cells: values, null, sizes and indices modulo 2^32, the printing of 64-bit reads.
+// Cells and arrays of cells: values, null, sizes and indices modulo 2^32, the printing of 64-bit
+// reads.
 #include "helpers/cells.h"
 #include "tests/unit/block.h"
 #include "tests/unit/captured_output.h"
@@ -19,12 +20,17 @@ protected:
     static std::vector<Number> values()
     {
         using limits = std::numeric_limits<Number>;
-        return {0, 1, static_cast<Number>(0x1122334455667788), limits::max(), limits::min(),
+        return {0,
+                1,
+                static_cast<Number>(0x1122334455667788),
+                limits::max(),
+                limits::min(),
                 static_cast<Number>(-1)};
     }
 };
 
-using cell_types = testing::Types<int, unsigned int, unsigned short, unsigned char, unsigned long long>;
+using cell_types =
+    testing::Types<int, unsigned int, unsigned short, unsigned char, unsigned long long>;
 TYPED_TEST_SUITE(cells, cell_types);
 
 TYPED_TEST(cells, hold_what_they_are_created_with)
@@ -74,7 +80,8 @@ TYPED_TEST(cells, indices_count_modulo_2_to_the_32)
     write_cell(array + 2, TypeParam{99}, 4294967295);
     EXPECT_EQ(read_cell(array, 1), 99);
     if (sizeof(TypeParam) > 1) {
-        constexpr auto around = static_cast<std::uint32_t>((std::uint64_t{1} << 32) / sizeof(TypeParam));
+        constexpr auto around =
+            static_cast<std::uint32_t>((std::uint64_t{1} << 32) / sizeof(TypeParam));
         EXPECT_EQ(read_cell(array, around), 10);
         EXPECT_EQ(read_cell(array, around + 3), 13);
         write_cell(array, TypeParam{77}, around + 2);
@@ -89,9 +96,11 @@ TYPED_TEST(cells, arrays_whose_size_wraps_do_not_exist)
     for (const std::uint64_t count :
          {(std::uint64_t{1} << 31) / bytes, (std::uint64_t{1} << 32) / bytes - 1,
           (std::uint64_t{1} << 32) / bytes, (std::uint64_t{1} << 32) / bytes + 1,
-          (std::uint64_t{1} << 32) / bytes + 64, std::uint64_t{0x80000000}, std::uint64_t{UINT32_MAX}}) {
+          (std::uint64_t{1} << 32) / bytes + 64, std::uint64_t{0x80000000},
+          std::uint64_t{UINT32_MAX}}) {
         // Volatile, or the compiler warns of a size that it takes for real.
-        const volatile auto cut = static_cast<std::uint32_t>(std::min<std::uint64_t>(count, UINT32_MAX));
+        const volatile auto cut =
+            static_cast<std::uint32_t>(std::min<std::uint64_t>(count, UINT32_MAX));
         EXPECT_EQ(create_cell_array(TypeParam{1}, cut), nullptr) << count;
     }
 }

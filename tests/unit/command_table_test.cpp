@@ -58,7 +58,8 @@ TEST_F(command_table, groups_of_records)
     std::size_t records = 0;
     for (const auto &row : read_expected("records.tsv")) {
         const auto &record = row[0];
-        const auto stem = (record.ends_with("_t") ? record.substr(0, record.size() - 2) : record) + "_";
+        const auto stem =
+            (record.ends_with("_t") ? record.substr(0, record.size() - 2) : record) + "_";
         std::vector<std::string> group = {stem + "create"};
         if (row[1] == "record")
             group.push_back(stem + "init");

@@ -1,7 +1,8 @@
-// The installation of constants and their lookup by upper-case letters of formats. A program of its own, since
-// the table of constants is the process's and its first use counts; the tests run in order.
-#include "runtime/constants.h"
+// The installation of constants and their lookup by upper-case letters of formats. A program of its
+// own, since the table of constants is the process's and its first use counts; the tests run in
+// order.
 #include "runtime/arguments.h"
+#include "runtime/constants.h"
 #include "tests/unit/interpreter.h"
 #include "tests/unit/sample_module.h"
 
@@ -74,8 +75,8 @@ TEST_F(constants_3, kinds_4_and_5_become_variables)
     EXPECT_EQ(tcl.variable("BYTES"), "_01ab7f_p_word");
     EXPECT_EQ(tcl.variable("NO_BYTES"), "__p_qx_flow_t");
     EXPECT_EQ(tcl.variable("space::inner"), "_10000000_p_qx_flow_t");
-    for (const char *name : {"TOO_LONG", "NEGATIVE", "INTEGER", "FLOATING", "STRING", "OTHER", "BELOW",
-                             "BEHIND_THE_END"})
+    for (const char *name : {"TOO_LONG", "NEGATIVE", "INTEGER", "FLOATING", "STRING", "OTHER",
+                             "BELOW", "BEHIND_THE_END"})
         EXPECT_EQ(tcl.variable(name), "(unset)") << name;
     EXPECT_EQ(qxsh::constant_count(), 5);
     EXPECT_EQ(tcl.value("info commands _*"), "");
@@ -107,7 +108,8 @@ TEST_F(constants_3, installing_again_replaces_the_values)
     const swig_const_info other[] = {{4, "POINTER", 0, 0.0, at(0x30), types_}, end_of_table};
     swig_install_constants(tcl, other);
     EXPECT_EQ(tcl.variable("POINTER"), "_30000000_p_qx_flow_t");
-    EXPECT_EQ(held_object{qxsh::constant_for(held_object{"POINTER"})}.text(), "_30000000_p_qx_flow_t");
+    EXPECT_EQ(held_object{qxsh::constant_for(held_object{"POINTER"})}.text(),
+              "_30000000_p_qx_flow_t");
     EXPECT_EQ(qxsh::constant_count(), 5);
     install(tcl);
     EXPECT_EQ(tcl.variable("POINTER"), "_b0a20100_p_qx_flow_t");
@@ -120,7 +122,8 @@ TEST_F(constants_3, a_name_that_is_no_variable)
     tcl.value("array set ARRAY {a 1}");
     const swig_const_info table[] = {{4, "ARRAY", 0, 0.0, at(0x40), types_}, end_of_table};
     swig_install_constants(tcl, table);
-    EXPECT_EQ(held_object{qxsh::constant_for(held_object{"ARRAY"})}.text(), "_40000000_p_qx_flow_t");
+    EXPECT_EQ(held_object{qxsh::constant_for(held_object{"ARRAY"})}.text(),
+              "_40000000_p_qx_flow_t");
     EXPECT_EQ(qxsh::constant_count(), 6);
 }
 
@@ -136,8 +139,8 @@ TEST_F(constants_3, upper_case_letters_take_the_value)
     char letter = '?';
     int length = -1;
     Tcl_Obj *same = nullptr;
-    EXPECT_EQ(swig_get_args(tcl, words.count(), words.data(), "POS#CSO:c ", &pointer, types_[0], &object,
-                            &text, &length, &letter, &text, &same),
+    EXPECT_EQ(swig_get_args(tcl, words.count(), words.data(), "POS#CSO:c ", &pointer, types_[0],
+                            &object, &text, &length, &letter, &text, &same),
               TCL_OK)
         << tcl.result();
     EXPECT_EQ(pointer, at(0x0001a2b0));

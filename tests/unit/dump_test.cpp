@@ -24,22 +24,14 @@ constexpr field_layout view_fields[] = {
 constexpr record_layout view = {4, view_fields};
 
 constexpr field_layout lamp_fields[] = {
-    {"id", 0, 2, 0, 0, 0, nullptr, true},
-    {"mode", 2, 1, 0, 3, 0, nullptr, true},
-    {"group", 2, 1, 3, 5, 0, nullptr, true},
-    {"half", 3, 2, 5, 9, 0, nullptr, true},
-    {"serial", 5, 4, 0, 30, 0, nullptr, true},
-    {"kind", 5, 4, 30, 2, 0, nullptr, true},
-    {"whole", 9, 4, 0, 32, 0, nullptr, true},
-    {"bytes", 13, 1, 0, 0, 6, nullptr, true},
-    {"shorts", 19, 2, 0, 0, 2, nullptr, true},
-    {"words", 23, 4, 0, 0, 12, nullptr, true},
-    {"single", 71, 1, 0, 0, 1, nullptr, true},
-    {"secret", 72, 4, 0, 0, 0, nullptr, false},
-    {"secrets", 76, 1, 0, 0, 4, nullptr, false},
-    {"hidden", 80, 0, 0, 0, 0, &tag, false},
-    {"now", 83, 0, 0, 0, 0, &view, true},
-    {"palette", 87, 0, 0, 0, 3, &tag, true},
+    {"id", 0, 2, 0, 0, 0, nullptr, true},        {"mode", 2, 1, 0, 3, 0, nullptr, true},
+    {"group", 2, 1, 3, 5, 0, nullptr, true},     {"half", 3, 2, 5, 9, 0, nullptr, true},
+    {"serial", 5, 4, 0, 30, 0, nullptr, true},   {"kind", 5, 4, 30, 2, 0, nullptr, true},
+    {"whole", 9, 4, 0, 32, 0, nullptr, true},    {"bytes", 13, 1, 0, 0, 6, nullptr, true},
+    {"shorts", 19, 2, 0, 0, 2, nullptr, true},   {"words", 23, 4, 0, 0, 12, nullptr, true},
+    {"single", 71, 1, 0, 0, 1, nullptr, true},   {"secret", 72, 4, 0, 0, 0, nullptr, false},
+    {"secrets", 76, 1, 0, 0, 4, nullptr, false}, {"hidden", 80, 0, 0, 0, 0, &tag, false},
+    {"now", 83, 0, 0, 0, 0, &view, true},        {"palette", 87, 0, 0, 0, 3, &tag, true},
     {"program", 96, 0, 0, 0, 2, &view, true},
 };
 constexpr record_layout lamp = {104, lamp_fields};
@@ -111,9 +103,10 @@ TEST(dumps, of_arrays_count_from_zero_without_a_blank)
     static constexpr field_layout fields[] = {{"a", 0, 1, 0, 0, 12, nullptr, true}};
     const block record{byte_list{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 255}};
     dump_record(record, {12, fields});
-    EXPECT_EQ(output.take(), "a[0] = 0\na[1] = 0x1\na[2] = 0x2\na[3] = 0x3\na[4] = 0x4\na[5] = 0x5\n"
-                             "a[6] = 0x6\na[7] = 0x7\na[8] = 0x8\na[9] = 0x9\na[10] = 0xa\n"
-                             "a[11] = 0xff\n");
+    EXPECT_EQ(output.take(),
+              "a[0] = 0\na[1] = 0x1\na[2] = 0x2\na[3] = 0x3\na[4] = 0x4\na[5] = 0x5\n"
+              "a[6] = 0x6\na[7] = 0x7\na[8] = 0x8\na[9] = 0x9\na[10] = 0xa\n"
+              "a[11] = 0xff\n");
 }
 
 TEST(dumps, of_random_records_are_what_printf_prints)

@@ -1,6 +1,6 @@
 // Error categories and messages, and what commands say about their words.
-#include "runtime/errors.h"
 #include "runtime/command_words.h"
+#include "runtime/errors.h"
 #include "runtime/known_objects.h"
 #include "runtime/numbers.h"
 #include "tests/unit/interpreter.h"
@@ -56,7 +56,8 @@ protected:
 
     void expect_message(const std::string &category, const std::string &type)
     {
-        EXPECT_EQ(tcl_.result(), category + " in method 'qx_sample', argument 1 of type '" + type + "'");
+        EXPECT_EQ(tcl_.result(),
+                  category + " in method 'qx_sample', argument 1 of type '" + type + "'");
         EXPECT_EQ(tcl_.error_code(), "SWIG " + category);
     }
 
@@ -68,7 +69,8 @@ protected:
     }
 
     template <class Number>
-    void expect_refusal(const std::string &word, const std::string &category, const std::string &type)
+    void expect_refusal(const std::string &word, const std::string &category,
+                        const std::string &type)
     {
         Number value = 77;
         EXPECT_FALSE(words(word).get(1, value)) << word;
@@ -109,7 +111,8 @@ TEST_F(command_errors, unsigned_long_long)
     expect_number<unsigned long long>("-1", 4294967295u);
     expect_number<unsigned long long>("18446744073709551615", ULLONG_MAX);
     expect_refusal<unsigned long long>("-5000000000", "OverflowError", "unsigned long long");
-    expect_refusal<unsigned long long>("18446744073709551616", "OverflowError", "unsigned long long");
+    expect_refusal<unsigned long long>("18446744073709551616", "OverflowError",
+                                       "unsigned long long");
     expect_refusal<unsigned long long>("x", "TypeError", "unsigned long long");
 }
 
@@ -161,8 +164,9 @@ TEST_F(command_errors, word_counts)
     EXPECT_TRUE((command_words{tcl_, none.count(), none.data(), ":qx_none "}.count(0)));
 }
 
-// Results are put into whatever object the interpreter has for them: a fresh one, which is filled, one with an
-// earlier result, or one that a script holds, too. Before the module's start none counts as fresh.
+// Results are put into whatever object the interpreter has for them: a fresh one, which is filled,
+// one with an earlier result, or one that a script holds, too. Before the module's start none
+// counts as fresh.
 class command_results : public command_errors, public testing::WithParamInterface<bool>
 {
 protected:
@@ -173,9 +177,11 @@ protected:
     }
 
     // The result that `set` leaves, in each of these cases.
-    template <class Set> void expect_result(Set set, const std::string &text, const std::string &type)
+    template <class Set>
+    void expect_result(Set set, const std::string &text, const std::string &type)
     {
-        for (const char *script : {"", "set a {an earlier result}", "expr 1+1", "list a b", "format {}"}) {
+        for (const char *script :
+             {"", "set a {an earlier result}", "expr 1+1", "list a b", "format {}"}) {
             tcl_.value(script);
             for (int time = 0; time < 2; ++time) {
                 const held_object earlier{Tcl_GetObjResult(tcl_)};
@@ -190,7 +196,8 @@ protected:
             Tcl_ResetResult(tcl_);
             EXPECT_EQ(set(words("")), TCL_OK);
             EXPECT_EQ(held_object{Tcl_GetObjResult(tcl_)}.type(), type);
-            EXPECT_EQ(tcl_.result(), text); // after the type: asking for the text changes the object
+            EXPECT_EQ(tcl_.result(),
+                      text); // after the type: asking for the text changes the object
             Tcl_ResetResult(tcl_);
             EXPECT_EQ(tcl_.result(), "");
         }
@@ -204,7 +211,8 @@ TEST_P(command_results, numbers)
     expect_result([](auto words) { return words.int_result(-5); }, "-5", "int");
     expect_result([](auto words) { return words.int_result(INT_MAX); }, "2147483647", "int");
     expect_result([](auto words) { return words.unsigned_result(0); }, "0", "int");
-    expect_result([](auto words) { return words.unsigned_result(2147483646); }, "2147483646", "int");
+    expect_result([](auto words) { return words.unsigned_result(2147483646); }, "2147483646",
+                  "int");
     expect_result([](auto words) { return words.unsigned_result(2147483647); }, "2147483647", "");
     expect_result([](auto words) { return words.unsigned_result(UINT_MAX); }, "4294967295", "");
 }

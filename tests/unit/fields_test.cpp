@@ -1,5 +1,5 @@
-// Fields at byte offsets and bit-fields, against models that count bytes and bits one by one. The compiler's
-// own bit-fields are asked where they lie.
+// Fields at byte offsets and bit-fields, against models that count bytes and bits one by one. The
+// compiler's own bit-fields are asked where they lie.
 #include "helpers/fields.h"
 #include "tests/unit/bit_field_place.h"
 #include "tests/unit/block.h"
@@ -18,9 +18,9 @@ TEST(fields, are_little_endian_at_any_offset)
     for (std::uint32_t offset = 0; offset < 5; ++offset) {
         EXPECT_EQ(load<std::uint8_t>(record, offset), bytes[offset]);
         EXPECT_EQ(load<std::uint16_t>(record, offset), bytes[offset] + 0x100u * bytes[offset + 1]);
-        EXPECT_EQ(load<std::uint32_t>(record, offset),
-                  bytes[offset] + 0x100u * bytes[offset + 1] + 0x10000u * bytes[offset + 2] +
-                      0x1000000u * bytes[offset + 3]);
+        EXPECT_EQ(load<std::uint32_t>(record, offset), bytes[offset] + 0x100u * bytes[offset + 1] +
+                                                           0x10000u * bytes[offset + 2] +
+                                                           0x1000000u * bytes[offset + 3]);
     }
 }
 
@@ -70,8 +70,8 @@ bool bit_of(const byte_list &bytes, std::size_t number)
 void set_bit_of(byte_list &bytes, std::size_t number, bool value)
 {
     const auto mask = static_cast<unsigned char>(1u << (number % 8));
-    bytes[number / 8] = static_cast<unsigned char>(value ? bytes[number / 8] | mask
-                                                         : bytes[number / 8] & ~mask);
+    bytes[number / 8] =
+        static_cast<unsigned char>(value ? bytes[number / 8] | mask : bytes[number / 8] & ~mask);
 }
 
 // The bytes after `width` bits of `value` went to `first` and up.
@@ -82,7 +82,8 @@ byte_list with_bits(byte_list bytes, std::size_t first, unsigned width, std::uin
     return bytes;
 }
 
-constexpr std::uint32_t patterns[] = {0, UINT32_MAX, 0x55555555, 0xaaaaaaaa, 0x12345678, 1, 0x80000000};
+constexpr std::uint32_t patterns[] = {0,          UINT32_MAX, 0x55555555, 0xaaaaaaaa,
+                                      0x12345678, 1,          0x80000000};
 
 template <class Storage> void expect_bits()
 {
@@ -120,8 +121,8 @@ TEST(bits, lie_where_the_compiler_puts_them)
             for (const auto value : patterns) {
                 block record{room};
                 record.fill(background);
-                const auto right = with_bits(record.bytes(), 8 * place->offset + place->bit,
-                                             place->width, value);
+                const auto right =
+                    with_bits(record.bytes(), 8 * place->offset + place->bit, place->width, value);
                 place->store(record, value);
                 ASSERT_EQ(record.bytes(), right) << place->name;
             }

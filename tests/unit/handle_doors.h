@@ -1,5 +1,5 @@
-// A fixture for handle conversion: each text goes through all doors, as text, as an object and as a word of a
-// command (fresh, again, and shared), and all have to give the same.
+// A fixture for handle conversion: each text goes through all doors, as text, as an object and as a
+// word of a command (fresh, again, and shared), and all have to give the same.
 #pragma once
 
 #include "runtime/command_words.h"
@@ -73,8 +73,9 @@ private:
         for (int time = 0; time < 3; ++time) {
             void *pointer;
             EXPECT_FALSE(get(words, type, pointer)) << text;
-            EXPECT_EQ(tcl_.result(), std::string{"TypeError in method 'qx_door', argument 1 of type '"} +
-                                         (type != nullptr ? type->str : "void *") + "'");
+            EXPECT_EQ(tcl_.result(),
+                      std::string{"TypeError in method 'qx_door', argument 1 of type '"} +
+                          (type != nullptr ? type->str : "void *") + "'");
             Tcl_ResetResult(tcl_);
         }
     }

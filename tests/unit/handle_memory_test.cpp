@@ -1,5 +1,6 @@
-// What an object remembers of its handle must never show: a remembered handle behaves as its text does. The
-// six rules of handle.cpp, one test or more each, and what else may happen to an object in a script.
+// What an object remembers of its handle must never show: a remembered handle behaves as its text
+// does. The six rules of handle.cpp, one test or more each, and what else may happen to an object
+// in a script.
 #include "runtime/handle.h"
 #include "tests/unit/interpreter.h"
 #include "tests/unit/sample_module.h"
@@ -26,7 +27,8 @@ protected:
 TEST_F(handle_memory, rule_1_null_is_plain_text_without_type)
 {
     const held_object null{swig_new_pointer_obj(nullptr, flow_)};
-    for (swig_type_record *type : {flow_.operator->(), vlan_.operator->(), static_cast<swig_type_record *>(nullptr)}) {
+    for (swig_type_record *type :
+         {flow_.operator->(), vlan_.operator->(), static_cast<swig_type_record *>(nullptr)}) {
         EXPECT_EQ(convert(null, type), 0);
         EXPECT_EQ(pointer_, nullptr);
         EXPECT_EQ(null.type(), "");
@@ -161,7 +163,8 @@ TEST_F(handle_memory, rule_4_a_cast_taken_away_counts)
 
 TEST_F(handle_memory, rule_5_failures_are_not_remembered)
 {
-    for (const char *text : {flow_text, "_b0a20100_p_qx_vlan_tx", "_b0a2", "_", "", "abc", "NULL "}) {
+    for (const char *text :
+         {flow_text, "_b0a20100_p_qx_vlan_tx", "_b0a2", "_", "", "abc", "NULL "}) {
         const held_object word{text};
         EXPECT_EQ(convert(word, vlan_), -1);
         EXPECT_EQ(word.type(), "") << text;
@@ -206,7 +209,8 @@ TEST_F(handle_memory, duplicates_remember_and_show_the_same)
     EXPECT_EQ(handle.text(), flow_text);
 }
 
-// Scripts look at handles as lists, dictionaries, numbers, commands; each takes the object's memory over.
+// Scripts look at handles as lists, dictionaries, numbers, commands; each takes the object's memory
+// over.
 TEST_F(handle_memory, objects_that_tcl_used_otherwise)
 {
     const held_object handle{swig_new_pointer_obj(at(0x0001a2b0), flow_)};

@@ -1,4 +1,5 @@
-// Packing and unpacking of hexadecimal digits, the making of handles, and the conversion of handle texts.
+// Packing and unpacking of hexadecimal digits, the making of handles, and the conversion of handle
+// texts.
 #include "runtime/handle.h"
 #include "runtime/object_command.h"
 #include "tests/unit/handle_doors.h"
@@ -131,7 +132,7 @@ TEST(packed_handles, hold_the_bytes_and_the_type)
 TEST(packed_handles, have_at_most_1000_characters)
 {
     const std::vector<unsigned char> data(1000, 0x5a);
-    plain_type odd{"_p_odd_length"}; // 13 characters
+    plain_type odd{"_p_odd_length"};   // 13 characters
     plain_type even{"_p_evenlength_"}; // 14 characters
     const held_object longest{swig_new_packed_obj(data.data(), 493, odd)};
     ASSERT_NE(longest.get(), nullptr);
@@ -182,15 +183,31 @@ TEST_F(conversion, of_other_spellings_of_null_fails)
 
 TEST_F(conversion, of_damaged_handles_fails)
 {
-    for (const char *text :
-         {"_B0A20100_p_qx_flow_t", "_b0A20100_p_qx_flow_t", "_b0a2010F_p_qx_flow_t",
-          "_b0a20100_p_qx_flow_tx", "_b0a20100_p_qx_flow_", "_b0a20100_p_qx_flow_t ",
-          "_b0a20100_p_qx_flow_t\n", "_b0a20100 _p_qx_flow_t", "_b0a20100_P_qx_flow_t",
-          "_b0a2_p_qx_flow_t", "_b0a2010_p_qx_flow_t", "_b0a201000_p_qx_flow_t",
-          "_b0a2010000000000_p_qx_flow_t", "_b0a20100", "_b0a20100_", "_", "__", "__p_qx_flow_t",
-          "__b0a20100_p_qx_flow_t", "_p_qx_flow_t", "_-0a20100_p_qx_flow_t",
-          "_0xb0a201_p_qx_flow_t", "_g0a20100_p_qx_flow_t", "_b0a2010g_p_qx_flow_t",
-          "_b0a20100_p_qx_flow_t_p_qx_flow_t"})
+    for (const char *text : {"_B0A20100_p_qx_flow_t",
+                             "_b0A20100_p_qx_flow_t",
+                             "_b0a2010F_p_qx_flow_t",
+                             "_b0a20100_p_qx_flow_tx",
+                             "_b0a20100_p_qx_flow_",
+                             "_b0a20100_p_qx_flow_t ",
+                             "_b0a20100_p_qx_flow_t\n",
+                             "_b0a20100 _p_qx_flow_t",
+                             "_b0a20100_P_qx_flow_t",
+                             "_b0a2_p_qx_flow_t",
+                             "_b0a2010_p_qx_flow_t",
+                             "_b0a201000_p_qx_flow_t",
+                             "_b0a2010000000000_p_qx_flow_t",
+                             "_b0a20100",
+                             "_b0a20100_",
+                             "_",
+                             "__",
+                             "__p_qx_flow_t",
+                             "__b0a20100_p_qx_flow_t",
+                             "_p_qx_flow_t",
+                             "_-0a20100_p_qx_flow_t",
+                             "_0xb0a201_p_qx_flow_t",
+                             "_g0a20100_p_qx_flow_t",
+                             "_b0a2010g_p_qx_flow_t",
+                             "_b0a20100_p_qx_flow_t_p_qx_flow_t"})
         expect_refused(text, flow_);
 }
 
@@ -267,7 +284,8 @@ TEST_F(conversion, of_zero_addresses)
 TEST_F(conversion, without_interpreter)
 {
     void *pointer = at(5);
-    EXPECT_EQ(SWIG_Tcl_ConvertPtrFromString(nullptr, "_b0a20100_p_qx_flow_t", &pointer, flow_, 0), 0);
+    EXPECT_EQ(SWIG_Tcl_ConvertPtrFromString(nullptr, "_b0a20100_p_qx_flow_t", &pointer, flow_, 0),
+              0);
     EXPECT_EQ(pointer, at(0x0001a2b0));
     EXPECT_EQ(SWIG_Tcl_ConvertPtrFromString(nullptr, "NULL", &pointer, flow_, 0), 0);
     EXPECT_EQ(pointer, nullptr);

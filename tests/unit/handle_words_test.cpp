@@ -1,4 +1,5 @@
-// Words that do not begin with "_": commands that answer " cget -this" stand for the handle that they answer.
+// Words that do not begin with "_": commands that answer " cget -this" stand for the handle that
+// they answer.
 #include "runtime/handle.h"
 #include "tests/unit/handle_doors.h"
 
@@ -170,7 +171,8 @@ TEST_F(handle_words, brackets_and_variables_are_evaluated)
 {
     tcl_.value("set evaluated 0; set name box");
     void *pointer;
-    EXPECT_EQ(SWIG_Tcl_ConvertPtrFromString(tcl_, "[incr evaluated; set name]", &pointer, flow_, 0), 0);
+    EXPECT_EQ(SWIG_Tcl_ConvertPtrFromString(tcl_, "[incr evaluated; set name]", &pointer, flow_, 0),
+              0);
     EXPECT_EQ(pointer, at(0x0001a2b0));
     EXPECT_EQ(tcl_.variable("evaluated"), "2");
     EXPECT_EQ(answer("$name", flow_), at(0x0001a2b0));
@@ -215,8 +217,12 @@ TEST_F(handle_words, a_command_that_deletes_itself)
 
 TEST_F(handle_words, words_of_other_languages)
 {
-    tcl_.value("proc \xc3\xbc" "ber args { return $::content }");
-    EXPECT_EQ(answer("\xc3\xbc" "ber", flow_), at(0x0001a2b0));
+    tcl_.value("proc \xc3\xbc"
+               "ber args { return $::content }");
+    EXPECT_EQ(answer("\xc3\xbc"
+                     "ber",
+                     flow_),
+              at(0x0001a2b0));
 }
 
 } // namespace

@@ -1,4 +1,5 @@
-// What tests hold of Tcl: interpreters, objects and words that are released when they go out of scope.
+// What tests hold of Tcl: interpreters, objects and words that are released when they go out of
+// scope.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-// Start-up of the module in an interpreter where another module was before: its types stand for ours. The
-// tests run in order, since only the first start resolves types.
+// Start-up of the module in an interpreter where another module was before: its types stand for
+// ours. The tests run in order, since only the first start resolves types.
 #include "helpers/block_memory.h"
 #include "runtime/handle.h"
 #include "shell/demo.h"
@@ -56,7 +56,8 @@ TEST(joined_start_1, types_of_an_earlier_module_stand_for_ours)
     for (int index = 0; index < type_count; ++index) {
         const bool shared = index == type_char || index == type_int || index == type_qx_flow_t;
         EXPECT_EQ(swig_types[index] == swig_module.type_initial[index], !shared);
-        EXPECT_LT(std::string{index > 0 ? swig_types[index - 1]->name : ""}, swig_types[index]->name);
+        EXPECT_LT(std::string{index > 0 ? swig_types[index - 1]->name : ""},
+                  swig_types[index]->name);
     }
     EXPECT_EQ(swig_types[type_count], nullptr);
 }
@@ -128,7 +129,8 @@ TEST(joined_start_4, an_interpreter_with_another_ring)
     // A handle is a handle, whoever made it.
     const auto vlan = tcl.value("qx_vlan_create");
     void *pointer;
-    EXPECT_EQ(swig_convert_ptr(tcl, held_object{vlan}, &pointer, elsewhere().own("_p_qx_vlan_t"), 0), 0);
+    EXPECT_EQ(
+        swig_convert_ptr(tcl, held_object{vlan}, &pointer, elsewhere().own("_p_qx_vlan_t"), 0), 0);
     const held_object handle{swig_new_pointer_obj(pointer, elsewhere().own("_p_qx_vlan_t"))};
     Tcl_SetVar2Ex(tcl, "vlan", nullptr, handle, TCL_GLOBAL_ONLY);
     EXPECT_EQ(tcl.value("qx_vlan_set_vlan_id $vlan 99; qx_vlan_get_vlan_id " + vlan), "99");

@@ -1,5 +1,5 @@
-// The entry of the test programs that use Tcl: readies the library before the tests and puts it away after
-// them, so that a leak checker sees only what tests have lost.
+// The entry of the test programs that use Tcl: readies the library before the tests and puts it
+// away after them, so that a leak checker sees only what tests have lost.
 #include <gtest/gtest.h>
 #include <tcl.h>
 

@@ -10,7 +10,8 @@ namespace {
 
 template <class Number> using converter = int (*)(Tcl_Interp *, Tcl_Obj *, Number *);
 
-template <class Number> std::string reading(Tcl_Interp *interp, converter<Number> convert, Tcl_Obj *object)
+template <class Number>
+std::string reading(Tcl_Interp *interp, converter<Number> convert, Tcl_Obj *object)
 {
     Tcl_SetResult(interp, const_cast<char *>("untouched"), TCL_STATIC);
     constexpr Number untouched = 77;

@@ -1,6 +1,6 @@
-// Runs on 32-bit builds, where Tcl and the C library themselves say how a word reads: the number table has
-// to be what they say. With QXSH_RENEW_NUMBERS=1 in the environment it is written again, so that a new word
-// needs only a line with the quoted word.
+// Runs on 32-bit builds, where Tcl and the C library themselves say how a word reads: the number
+// table has to be what they say. With QXSH_RENEW_NUMBERS=1 in the environment it is written again,
+// so that a new word needs only a line with the quoted word.
 #include "runtime/numbers.h"
 #include "tests/unit/interpreter.h"
 #include "tests/unit/number_readings.h"
@@ -36,8 +36,10 @@ TEST(number_reference, computed_numbers_read_as_their_text)
         const held_object number{value};
         Tcl_DecrRefCount(value);
         const held_object text{number.text()};
-        EXPECT_EQ(number_line(reference_readings(tcl, number)), number_line(reference_readings(tcl, text)));
-        EXPECT_EQ(number_line(converter_readings(tcl, number)), number_line(reference_readings(tcl, text)));
+        EXPECT_EQ(number_line(reference_readings(tcl, number)),
+                  number_line(reference_readings(tcl, text)));
+        EXPECT_EQ(number_line(converter_readings(tcl, number)),
+                  number_line(reference_readings(tcl, text)));
     }
 }
 

@@ -19,7 +19,8 @@ enum number_reading {
 };
 
 /// One word: per reading a decimal number, or why there is none.
-struct number_row {
+struct number_row
+{
     std::string word;
     std::array<std::string, number_readings> readings;
 };

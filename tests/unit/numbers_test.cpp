@@ -1,5 +1,5 @@
-// Every word of the number table through every converter, as a fresh object and as one that Tcl or a
-// converter has looked at before: on each build the answers are the board's.
+// Every word of the number table through every converter, as a fresh object and as one that Tcl or
+// a converter has looked at before: on each build the answers are the board's.
 #include "tests/unit/interpreter.h"
 #include "tests/unit/number_readings.h"
 

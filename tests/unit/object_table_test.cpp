@@ -67,7 +67,8 @@ TEST_F(disowning, takes_the_pointer_out_of_the_table)
     EXPECT_EQ(convert_text("_10000000_p_qx_flow_t", flow_, swig_disown), 0);
     EXPECT_EQ(pointer_, at(0x10));
     EXPECT_FALSE(object_table::owned(at(0x10)));
-    EXPECT_EQ(convert_text("_10000000_p_qx_flow_t", flow_, swig_disown), 0); // none is left: no matter
+    EXPECT_EQ(convert_text("_10000000_p_qx_flow_t", flow_, swig_disown),
+              0); // none is left: no matter
 }
 
 TEST_F(disowning, needs_bit_0_of_the_flags)

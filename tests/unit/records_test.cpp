@@ -1,5 +1,5 @@
-// What record helpers share: creation, slots, nested records, elements; null rules, index rules, copies that
-// overlap, and arithmetic modulo 2^32.
+// What record helpers share: creation, slots, nested records, elements; null rules, index rules,
+// copies that overlap, and arithmetic modulo 2^32.
 #include "helpers/records.h"
 #include "tests/unit/block.h"
 #include "tests/unit/captured_output.h"
@@ -50,7 +50,8 @@ TEST(record_creation, of_arrays_whose_size_wraps)
 TEST(record_creation, of_empty_arrays)
 {
     // 65536 * 65536 is 0, too.
-    for (const auto &[count, size] : {std::pair{0u, 88u}, {0u, 1u}, {65536u, 65536u}, {0x80000000u, 2u}}) {
+    for (const auto &[count, size] :
+         {std::pair{0u, 88u}, {0u, 1u}, {65536u, 65536u}, {0x80000000u, 2u}}) {
         void *const array = create_record_array(count, size);
         EXPECT_NE(array, nullptr);
         free_block(array);
@@ -59,7 +60,7 @@ TEST(record_creation, of_empty_arrays)
 
 TEST(record_creation, without_memory)
 {
-    EXPECT_EQ(create_record_array(24403224, 88), nullptr);  // 2^31 + 64
+    EXPECT_EQ(create_record_array(24403224, 88), nullptr); // 2^31 + 64
     EXPECT_EQ(create_record_array(1, 0x80000000), nullptr);
     EXPECT_EQ(create_record_array(UINT32_MAX, 1), nullptr);
     EXPECT_EQ(create_record_array(UINT32_MAX, 12), nullptr); // 2^32 - 12
@@ -192,7 +193,8 @@ TEST_F(record_elements, of_each_index)
 TEST_F(record_elements, all_ones_mean_every_element)
 {
     set(record_, source_, 4294967295);
-    EXPECT_EQ(record_.bytes(), (byte_list{0, 0, 0, 0, 1, 2, 3, 4, 1, 2, 3, 4, 1, 2, 3, 4, 0, 0, 0, 0}));
+    EXPECT_EQ(record_.bytes(),
+              (byte_list{0, 0, 0, 0, 1, 2, 3, 4, 1, 2, 3, 4, 1, 2, 3, 4, 0, 0, 0, 0}));
     EXPECT_EQ(output_.take(), "");
 }
 

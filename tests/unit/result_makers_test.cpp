@@ -1,4 +1,5 @@
-// The makers of number results: an integer object as long as 2147483646 is not exceeded, then a plain string.
+// The makers of number results: an integer object as long as 2147483646 is not exceeded, then a
+// plain string.
 #include "runtime/numbers.h"
 #include "tests/unit/interpreter.h"
 
@@ -33,7 +34,8 @@ TEST(result_makers, int_results_are_integer_objects)
 
 TEST(result_makers, unsigned_results_up_to_2147483646_are_integer_objects)
 {
-    for (const unsigned long value : {0ul, 1ul, 255ul, 65535ul, 65536ul, 2147483645ul, 2147483646ul})
+    for (const unsigned long value :
+         {0ul, 1ul, 255ul, 65535ul, 65536ul, 2147483645ul, 2147483646ul})
         expect_integer(swig_from_unsigned_long(value), std::to_string(value));
 }
 
@@ -56,10 +58,12 @@ TEST(result_makers, unsigned_long_long_results)
 // What a command returns can be given to the next one.
 TEST(result_makers, results_read_back)
 {
-    for (const std::uint32_t value : {0u, 255u, 2147483646u, 2147483647u, 2147483648u, UINT32_MAX}) {
+    for (const std::uint32_t value :
+         {0u, 255u, 2147483646u, 2147483647u, 2147483648u, UINT32_MAX}) {
         unsigned int back;
-        ASSERT_EQ(swig_as_val_unsigned_int(nullptr, held_object{swig_from_unsigned_long(value)}, &back),
-                  SWIG_OK);
+        ASSERT_EQ(
+            swig_as_val_unsigned_int(nullptr, held_object{swig_from_unsigned_long(value)}, &back),
+            SWIG_OK);
         EXPECT_EQ(back, value);
     }
     unsigned long long back;

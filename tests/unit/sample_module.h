@@ -53,7 +53,8 @@ public:
     explicit plain_type(const std::string &name) : sample_type(name) { accept(*this); }
 };
 
-/// The sources in a type's cast list, by name, in order; "broken" where the two directions disagree.
+/// The sources in a type's cast list, by name, in order; "broken" where the two directions
+/// disagree.
 inline std::vector<std::string> sources_of(const swig_type_record *type)
 {
     std::vector<std::string> names;
@@ -122,10 +123,7 @@ public:
     }
 
     /// The record that stands for a type after linking.
-    swig_type_record *resolved(std::size_t number)
-    {
-        return types_[number];
-    }
+    swig_type_record *resolved(std::size_t number) { return types_[number]; }
 
 private:
     std::deque<std::string> texts_;

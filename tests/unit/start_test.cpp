@@ -1,5 +1,5 @@
-// Start-up of the module when it is the first and only one of the process. The tests run in order: what the
-// very first call does happens once.
+// Start-up of the module when it is the first and only one of the process. The tests run in order:
+// what the very first call does happens once.
 #include "commands/command_table.h"
 #include "runtime/constants.h"
 #include "shell/demo.h"
@@ -129,7 +129,9 @@ TEST(start_3, safe_interpreters_have_all_commands)
     ASSERT_EQ(Demo_SafeInit(tcl), TCL_OK) << tcl.result();
     ASSERT_TRUE(Tcl_IsSafe(tcl));
     expect_started(tcl);
-    EXPECT_EQ(tcl.value("set h [qx_uint8_create 255]; set v [qx_uint8_get $h]; qx_data_free $h; set v"), "255");
+    EXPECT_EQ(
+        tcl.value("set h [qx_uint8_create 255]; set v [qx_uint8_get $h]; qx_data_free $h; set v"),
+        "255");
     EXPECT_EQ(tcl.error("open /dev/null"), "invalid command name \"open\"");
     EXPECT_EQ(tcl.value("interp hidden {}").find("qx_"), std::string::npos);
 }
@@ -166,12 +168,14 @@ TEST(start_3, earlier_commands_of_a_name_are_replaced)
     static int deleted;
     deleted = 0;
     Tcl_CreateObjCommand(
-        tcl, "qx_flow_create", [](ClientData, Tcl_Interp *, int, Tcl_Obj *const *) { return TCL_OK; },
-        nullptr, [](ClientData) { ++deleted; });
+        tcl, "qx_flow_create",
+        [](ClientData, Tcl_Interp *, int, Tcl_Obj *const *) { return TCL_OK; }, nullptr,
+        [](ClientData) { ++deleted; });
     tcl.value("proc qx_uint8_create args { return mine }");
     ASSERT_EQ(Demo_Init(tcl), TCL_OK);
     EXPECT_EQ(deleted, 1);
-    EXPECT_EQ(tcl.error("qx_uint8_create"), "Wrong number of arguments :qx_uint8_create data  argument 1");
+    EXPECT_EQ(tcl.error("qx_uint8_create"),
+              "Wrong number of arguments :qx_uint8_create data  argument 1");
     const auto handle = tcl.value("qx_flow_create");
     EXPECT_EQ(handle.substr(9), "_p_qx_flow_t");
     tcl.value("qx_data_free " + handle);

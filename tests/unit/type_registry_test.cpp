@@ -1,7 +1,7 @@
-// The type registry: rings of modules, types resolved by name, casts, client data. Every test has modules
-// and interpreters of its own.
-#include "runtime/type_registry.h"
+// The type registry: rings of modules, types resolved by name, casts, client data. Every test has
+// modules and interpreters of its own.
 #include "runtime/handle.h"
+#include "runtime/type_registry.h"
 #include "tests/unit/interpreter.h"
 #include "tests/unit/sample_module.h"
 
@@ -169,9 +169,10 @@ TEST(type_registry, garbage_in_the_variable_is_replaced)
     sample_module other{"_p_x"};
     const auto good = published_text(other.record());
     for (const auto &garbage :
-         {std::string{}, std::string{"_"}, std::string{"garbage"}, std::string{"NULL"}, good.substr(1),
-          good.substr(0, good.size() - 1), good + "0", "x" + good.substr(1), " " + good,
-          "_" + std::string(2 * sizeof(void *), 'g'), "_" + std::string(2 * sizeof(void *), 'A'),
+         {std::string{}, std::string{"_"}, std::string{"garbage"}, std::string{"NULL"},
+          good.substr(1), good.substr(0, good.size() - 1), good + "0", "x" + good.substr(1),
+          " " + good, "_" + std::string(2 * sizeof(void *), 'g'),
+          "_" + std::string(2 * sizeof(void *), 'A'),
           "_" + std::string(2 * sizeof(void *) - 1, '0') + "_", good + "_p_x"}) {
         interpreter tcl;
         sample_module module{"_p_a"};
@@ -198,9 +199,11 @@ TEST(type_registry, the_variable_is_the_global_one)
         },
         nullptr, nullptr);
     const std::string name = variable_name;
-    EXPECT_EQ(tcl.value("namespace eval inner { variable " + name + " garbage; link; set " + name + " }"),
-              "garbage");
-    EXPECT_EQ(tcl.value("proc local {} { set " + name + " local; link; set " + name + " }; local"), "local");
+    EXPECT_EQ(
+        tcl.value("namespace eval inner { variable " + name + " garbage; link; set " + name + " }"),
+        "garbage");
+    EXPECT_EQ(tcl.value("proc local {} { set " + name + " local; link; set " + name + " }; local"),
+              "local");
     EXPECT_EQ(tcl.variable(variable_name), published_text(first.record()));
 }
 
@@ -284,7 +287,8 @@ TEST(type_check, finds_the_exact_name_only)
 {
     plain_type flow{"_p_qx_flow_t"};
     EXPECT_EQ(swig_type_check("_p_qx_flow_t", flow), flow->cast);
-    for (const char *name : {"", "_p_qx_flow", "_p_qx_flow_tx", "_p_QX_flow_t", "p_qx_flow_t", "qx_flow_t *"})
+    for (const char *name :
+         {"", "_p_qx_flow", "_p_qx_flow_tx", "_p_QX_flow_t", "p_qx_flow_t", "qx_flow_t *"})
         EXPECT_EQ(swig_type_check(name, flow), nullptr) << name;
 }
 
@@ -315,7 +319,8 @@ TEST(type_query, searches_the_modules_up_to_the_end)
     b.link(tcl);
     c.link(tcl);
     auto *const start = a.record();
-    for (const auto &[name, module] : {std::pair{"_p_a", &a}, {"_p_e", &a}, {"_p_b", &b}, {"_p_c", &c}, {"_p_d", &c}})
+    for (const auto &[name, module] :
+         {std::pair{"_p_a", &a}, {"_p_e", &a}, {"_p_b", &b}, {"_p_c", &c}, {"_p_d", &c}})
         EXPECT_EQ(swig_type_query_mangled(start, start, name), module->own(name));
     for (const char *name : {"", "_p_", "_p_0", "_p_aa", "_p_bb", "_p_f", "_p_z", "~"})
         EXPECT_EQ(swig_type_query_mangled(start, start, name), nullptr) << name;
@@ -333,8 +338,9 @@ TEST(type_query, finds_every_name_of_a_sorted_table)
     sample_module module{"_p_A", "_p_Z", "_p__", "_p_a", "_p_a_b", "_p_ab", "_p_b", "_p_\xc3\xbc"};
     module.link(tcl);
     for (unsigned i = 0; i < module.record()->size; ++i)
-        EXPECT_EQ(swig_type_query_mangled(module.record(), module.record(), module.resolved(i)->name),
-                  module.resolved(i));
+        EXPECT_EQ(
+            swig_type_query_mangled(module.record(), module.record(), module.resolved(i)->name),
+            module.resolved(i));
 }
 
 TEST(type_query, of_an_empty_module)

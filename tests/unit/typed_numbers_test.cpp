@@ -1,5 +1,5 @@
-// Numbers that a script has computed: objects that hold a number and get their text from it. They read as
-// their text does, and the number table has each of these texts.
+// Numbers that a script has computed: objects that hold a number and get their text from it. They
+// read as their text does, and the number table has each of these texts.
 #include "tests/unit/interpreter.h"
 #include "tests/unit/number_readings.h"
 
@@ -38,9 +38,10 @@ protected:
 std::map<std::string, std::string> typed_numbers::by_word_;
 
 constexpr std::int64_t wide_values[] = {
-    0, 1, -1, 5, -5, 255, 256, 65535, 65536, 2147483646, 2147483647, 2147483648, -2147483648,
-    -2147483649, 4294967294, 4294967295, 4294967296, -4294967294, -4294967295, -4294967296,
-    -5000000000, INT64_MAX, INT64_MIN};
+    0,           1,           -1,          5,          -5,         255,
+    256,         65535,       65536,       2147483646, 2147483647, 2147483648,
+    -2147483648, -2147483649, 4294967294,  4294967295, 4294967296, -4294967294,
+    -4294967295, -4294967296, -5000000000, INT64_MAX,  INT64_MIN};
 
 TEST_F(typed_numbers, wide_objects)
 {
@@ -62,7 +63,8 @@ TEST_F(typed_numbers, int_and_long_objects)
 
 TEST_F(typed_numbers, double_objects)
 {
-    for (const double value : {0.0, 5.0, -1.0, 1000.0, 0.5, 4294967295.0, 1e20, HUGE_VAL, -HUGE_VAL})
+    for (const double value :
+         {0.0, 5.0, -1.0, 1000.0, 0.5, 4294967295.0, 1e20, HUGE_VAL, -HUGE_VAL})
         expect_board_readings(held_object{Tcl_NewDoubleObj(value)});
 }
 
@@ -78,12 +80,43 @@ TEST_F(typed_numbers, list_and_byte_objects)
 // What `expr` gives, without a text of its own.
 TEST_F(typed_numbers, expressions)
 {
-    for (const char *expression :
-         {"4294967295", "65535*65537", "-65535*65537", "1<<31", "(1<<31)-1", "-(1<<31)",
-          "-(1<<31)-1", "1<<32", "-(1<<32)", "-5000000000", "(1<<63)-1", "1<<63", "-(1<<63)",
-          "-(1<<63)-1", "(1<<64)-1", "1<<64", "-(1<<64)+1", "-(1<<64)", "0xff", "0b11", "0o17",
-          "5.0", "1e3", "double(4294967295)", "round(4294967295.0)", "entier(1e20)", "wide(5)",
-          "1==1", "!1", "255+1", "+5", "-5", "2**16", "2**16-1", "2**64", "7/2", "1e3==1000"}) {
+    for (const char *expression : {"4294967295",
+                                   "65535*65537",
+                                   "-65535*65537",
+                                   "1<<31",
+                                   "(1<<31)-1",
+                                   "-(1<<31)",
+                                   "-(1<<31)-1",
+                                   "1<<32",
+                                   "-(1<<32)",
+                                   "-5000000000",
+                                   "(1<<63)-1",
+                                   "1<<63",
+                                   "-(1<<63)",
+                                   "-(1<<63)-1",
+                                   "(1<<64)-1",
+                                   "1<<64",
+                                   "-(1<<64)+1",
+                                   "-(1<<64)",
+                                   "0xff",
+                                   "0b11",
+                                   "0o17",
+                                   "5.0",
+                                   "1e3",
+                                   "double(4294967295)",
+                                   "round(4294967295.0)",
+                                   "entier(1e20)",
+                                   "wide(5)",
+                                   "1==1",
+                                   "!1",
+                                   "255+1",
+                                   "+5",
+                                   "-5",
+                                   "2**16",
+                                   "2**16-1",
+                                   "2**64",
+                                   "7/2",
+                                   "1e3==1000"}) {
         Tcl_Obj *value;
         ASSERT_EQ(Tcl_ExprObj(tcl_, held_object{expression}, &value), TCL_OK) << tcl_.result();
         const held_object number{value};
