@@ -23,17 +23,27 @@ constexpr field_layout view_fields[] = {
 };
 constexpr record_layout view = {4, view_fields};
 
+// clang-format off
 constexpr field_layout lamp_fields[] = {
-    {"id", 0, 2, 0, 0, 0, nullptr, true},        {"mode", 2, 1, 0, 3, 0, nullptr, true},
-    {"group", 2, 1, 3, 5, 0, nullptr, true},     {"half", 3, 2, 5, 9, 0, nullptr, true},
-    {"serial", 5, 4, 0, 30, 0, nullptr, true},   {"kind", 5, 4, 30, 2, 0, nullptr, true},
-    {"whole", 9, 4, 0, 32, 0, nullptr, true},    {"bytes", 13, 1, 0, 0, 6, nullptr, true},
-    {"shorts", 19, 2, 0, 0, 2, nullptr, true},   {"words", 23, 4, 0, 0, 12, nullptr, true},
-    {"single", 71, 1, 0, 0, 1, nullptr, true},   {"secret", 72, 4, 0, 0, 0, nullptr, false},
-    {"secrets", 76, 1, 0, 0, 4, nullptr, false}, {"hidden", 80, 0, 0, 0, 0, &tag, false},
-    {"now", 83, 0, 0, 0, 0, &view, true},        {"palette", 87, 0, 0, 0, 3, &tag, true},
+    {"id", 0, 2, 0, 0, 0, nullptr, true},
+    {"mode", 2, 1, 0, 3, 0, nullptr, true},
+    {"group", 2, 1, 3, 5, 0, nullptr, true},
+    {"half", 3, 2, 5, 9, 0, nullptr, true},
+    {"serial", 5, 4, 0, 30, 0, nullptr, true},
+    {"kind", 5, 4, 30, 2, 0, nullptr, true},
+    {"whole", 9, 4, 0, 32, 0, nullptr, true},
+    {"bytes", 13, 1, 0, 0, 6, nullptr, true},
+    {"shorts", 19, 2, 0, 0, 2, nullptr, true},
+    {"words", 23, 4, 0, 0, 12, nullptr, true},
+    {"single", 71, 1, 0, 0, 1, nullptr, true},
+    {"secret", 72, 4, 0, 0, 0, nullptr, false},
+    {"secrets", 76, 1, 0, 0, 4, nullptr, false},
+    {"hidden", 80, 0, 0, 0, 0, &tag, false},
+    {"now", 83, 0, 0, 0, 0, &view, true},
+    {"palette", 87, 0, 0, 0, 3, &tag, true},
     {"program", 96, 0, 0, 0, 2, &view, true},
 };
+// clang-format on
 constexpr record_layout lamp = {104, lamp_fields};
 
 void append_line(std::string &text, const char *format, const char *name, unsigned first,

@@ -181,33 +181,21 @@ TEST_F(conversion, of_other_spellings_of_null_fails)
     }
 }
 
+// clang-format off
+constexpr const char *damaged[] = {
+    "_B0A20100_p_qx_flow_t", "_b0A20100_p_qx_flow_t", "_b0a2010F_p_qx_flow_t",
+    "_b0a20100_p_qx_flow_tx", "_b0a20100_p_qx_flow_", "_b0a20100_p_qx_flow_t ",
+    "_b0a20100_p_qx_flow_t\n", "_b0a20100 _p_qx_flow_t", "_b0a20100_P_qx_flow_t",
+    "_b0a2_p_qx_flow_t", "_b0a2010_p_qx_flow_t", "_b0a201000_p_qx_flow_t",
+    "_b0a2010000000000_p_qx_flow_t", "_b0a20100", "_b0a20100_", "_", "__", "__p_qx_flow_t",
+    "__b0a20100_p_qx_flow_t", "_p_qx_flow_t", "_-0a20100_p_qx_flow_t", "_0xb0a201_p_qx_flow_t",
+    "_g0a20100_p_qx_flow_t", "_b0a2010g_p_qx_flow_t", "_b0a20100_p_qx_flow_t_p_qx_flow_t",
+};
+// clang-format on
+
 TEST_F(conversion, of_damaged_handles_fails)
 {
-    for (const char *text : {"_B0A20100_p_qx_flow_t",
-                             "_b0A20100_p_qx_flow_t",
-                             "_b0a2010F_p_qx_flow_t",
-                             "_b0a20100_p_qx_flow_tx",
-                             "_b0a20100_p_qx_flow_",
-                             "_b0a20100_p_qx_flow_t ",
-                             "_b0a20100_p_qx_flow_t\n",
-                             "_b0a20100 _p_qx_flow_t",
-                             "_b0a20100_P_qx_flow_t",
-                             "_b0a2_p_qx_flow_t",
-                             "_b0a2010_p_qx_flow_t",
-                             "_b0a201000_p_qx_flow_t",
-                             "_b0a2010000000000_p_qx_flow_t",
-                             "_b0a20100",
-                             "_b0a20100_",
-                             "_",
-                             "__",
-                             "__p_qx_flow_t",
-                             "__b0a20100_p_qx_flow_t",
-                             "_p_qx_flow_t",
-                             "_-0a20100_p_qx_flow_t",
-                             "_0xb0a201_p_qx_flow_t",
-                             "_g0a20100_p_qx_flow_t",
-                             "_b0a2010g_p_qx_flow_t",
-                             "_b0a20100_p_qx_flow_t_p_qx_flow_t"})
+    for (const char *text : damaged)
         expect_refused(text, flow_);
 }
 
