@@ -26,14 +26,16 @@ static Tcl_Channel tcl_stdout()
     return known_channel;
 }
 
-// From this size on a text goes to the device at once: Tcl's copying takes longer than the system call.
+// From this size on a text goes to the device at once: Tcl's copying takes longer than the system
+// call.
 constexpr std::size_t large_text = 1024;
 
 static bool line_ends_stay(Tcl_Channel channel)
 {
     Tcl_DString translation;
     Tcl_DStringInit(&translation);
-    const bool known = Tcl_GetChannelOption(nullptr, channel, "-translation", &translation) == TCL_OK;
+    const bool known =
+        Tcl_GetChannelOption(nullptr, channel, "-translation", &translation) == TCL_OK;
     const bool stay = known && std::strcmp(Tcl_DStringValue(&translation), "lf") == 0;
     Tcl_DStringFree(&translation);
     return stay;

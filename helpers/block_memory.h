@@ -7,8 +7,8 @@
 namespace qxsh {
 
 /// A block of `size` bytes, all zero, aligned for every cell type; null if there is no memory (or,
-/// as with the C library of the board, if `size` is 2 GiB or more). Size 0 gives a block of its own.
-/// The caller owns it and gives it back with free_block.
+/// as with the C library of the board, if `size` is 2 GiB or more). Size 0 gives a block of its
+/// own. The caller owns it and gives it back with free_block.
 void *allocate_block(std::uint32_t size);
 
 /// Gives a block back. Null does nothing. An address that is no live block is reported on stderr

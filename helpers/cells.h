@@ -1,5 +1,6 @@
 // Cells: bare blocks of one or more numbers of one type, used as out-parameters.
-// They carry no length, so an index is only computed with; a null cell reads as 0 and ignores writes.
+// They carry no length, so an index is only computed with; a null cell reads as 0 and ignores
+// writes.
 #pragma once
 
 #include "helpers/addresses.h"

@@ -1,4 +1,5 @@
-// Dumps: a record's fields as text, one line a scalar, "<field> = <hex> \n", and one an array element,
+// Dumps: a record's fields as text, one line a scalar, "<field> = <hex> \n", and one an array
+// element,
 // "<field>[<index>] = <hex>\n" (without the blank), nested records through their own fields.
 #pragma once
 

@@ -1,7 +1,8 @@
 // Block memory for 64-bit builds: the standard library's pools over mappings below 4 GiB.
-// Each block has a header of eight bytes in front, since a pool wants the size back when a block is freed.
-// Small blocks that were freed wait in a list of their size for the next of that size: a pool takes longer.
-// With QXSH_MEMORY_TOOLS the sanitizer and valgrind see the blocks as they see malloc's.
+// Each block has a header of eight bytes in front, since a pool wants the size back when a block is
+// freed. Small blocks that were freed wait in a list of their size for the next of that size: a
+// pool takes longer. With QXSH_MEMORY_TOOLS the sanitizer and valgrind see the blocks as they see
+// malloc's.
 #include "helpers/block_memory.h"
 
 #include <sys/mman.h>
@@ -82,7 +83,10 @@ private:
         last_size_ = 0;
     }
 
-    bool do_is_equal(const memory_resource &other) const noexcept override { return this == &other; }
+    bool do_is_equal(const memory_resource &other) const noexcept override
+    {
+        return this == &other;
+    }
 
     static std::uintptr_t round_up(std::uintptr_t value, std::uintptr_t unit)
     {

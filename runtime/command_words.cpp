@@ -83,8 +83,8 @@ template bool convert_word(Tcl_Interp *, words_array, int, const char *, unsigne
 template bool convert_word(Tcl_Interp *, words_array, int, const char *, unsigned char &);
 template bool convert_word(Tcl_Interp *, words_array, int, const char *, unsigned long long &);
 
-// The interpreter's own result object, if it is as fresh as Tcl leaves it: filling it is cheaper than a
-// new object. Its text is Tcl's shared empty one and need not be freed.
+// The interpreter's own result object, if it is as fresh as Tcl leaves it: filling it is cheaper
+// than a new object. Its text is Tcl's shared empty one and need not be freed.
 static inline Tcl_Obj *fresh_result(Tcl_Interp *interp)
 {
     Tcl_Obj *const result = Tcl_GetObjResult(interp);
@@ -125,7 +125,8 @@ int set_low32_result(Tcl_Interp *interp, unsigned long long value)
 {
     // The sign is meant: 2^31 gives 18446744071562067968.
     const auto widened = static_cast<long long>(static_cast<std::int32_t>(value));
-    Tcl_SetObjResult(interp, swig_from_unsigned_long_long(static_cast<unsigned long long>(widened)));
+    Tcl_SetObjResult(interp,
+                     swig_from_unsigned_long_long(static_cast<unsigned long long>(widened)));
     return TCL_OK;
 }
 

@@ -1,7 +1,7 @@
-// One call of a command: its words, checked and converted in order, and its result. Every wrapper is
-// written with this class; a failed step has already left the message that the script sees.
-// What nearly every call needs (a handle that is remembered, a small number) is decided inline;
-// the rest is in command_words.cpp. The object itself never leaves the registers.
+// One call of a command: its words, checked and converted in order, and its result. Every wrapper
+// is written with this class; a failed step has already left the message that the script sees. What
+// nearly every call needs (a handle that is remembered, a small number) is decided inline; the rest
+// is in command_words.cpp. The object itself never leaves the registers.
 #pragma once
 
 #include "runtime/handle.h"
@@ -93,7 +93,8 @@ public:
             return set_int_result(interp_, static_cast<int>(value));
         return set_great_result(interp_, value);
     }
-    /// The low 32 bits with their sign, as an unsigned 64-bit number: all that a command keeps of one.
+    /// The low 32 bits with their sign, as an unsigned 64-bit number: all that a command keeps of
+    /// one.
     int low32_result(unsigned long long value) const { return set_low32_result(interp_, value); }
     /// The low 16 bits of an SDK function's status.
     int status_result(unsigned int status) const { return unsigned_result(status & 0xffff); }

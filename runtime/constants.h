@@ -1,4 +1,5 @@
-// Constants: script variables that stand for native pointers and data, and the table that finds them by name.
+// Constants: script variables that stand for native pointers and data, and the table that finds
+// them by name.
 #pragma once
 
 #include "runtime/type_registry.h"
@@ -21,8 +22,8 @@ struct swig_const_info {
     swig_type_record **type; ///< a place in a type table, resolved when the constant is made
 };
 
-/// Sets a global variable for each constant that has a value and enters the value in the process-wide
-/// table, which is made on the first call even if there are no constants.
+/// Sets a global variable for each constant that has a value and enters the value in the
+/// process-wide table, which is made on the first call even if there are no constants.
 void swig_install_constants(Tcl_Interp *interp, const swig_const_info *constants);
 
 namespace qxsh {

@@ -1,4 +1,5 @@
-// Errors of commands as scripts see them: a category, a message, the error code list {SWIG category}.
+// Errors of commands as scripts see them: a category, a message, the error code list {SWIG
+// category}.
 #pragma once
 
 #include <tcl.h>

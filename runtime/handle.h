@@ -14,13 +14,13 @@
 /// Writes two lower-case digits per byte, no terminator; returns the position behind them.
 char *swig_pack_hex(char *text, const void *data, std::size_t size);
 
-/// Reads two lower-case digits per byte; returns the position behind them, or null at a bad digit (the
-/// bytes before it are written).
+/// Reads two lower-case digits per byte; returns the position behind them, or null at a bad digit
+/// (the bytes before it are written).
 const char *swig_unpack_hex(const char *text, void *data, std::size_t size);
 
 /// A new object (reference count 0) that stands for the pointer; its text is made when first asked
-/// for. Null when the type's name is too long for a handle. A pointer at or above 4 GiB has no handle:
-/// "NULL", and an assertion in debug builds.
+/// for. Null when the type's name is too long for a handle. A pointer at or above 4 GiB has no
+/// handle: "NULL", and an assertion in debug builds.
 Tcl_Obj *swig_new_pointer_obj(void *pointer, swig_type_record *type);
 
 /// A new object with any bytes in handle form, or null when the text would exceed 1000 characters.
@@ -29,9 +29,9 @@ Tcl_Obj *swig_new_packed_obj(const void *data, std::size_t size, swig_type_recor
 /// `flags` of the conversions: take the pointer out of the object table.
 constexpr int swig_disown = 1;
 
-/// Converts a handle's text, or the name of a command that answers " cget -this" with one, to a pointer.
-/// `type` is the expected type; null accepts any, even malformed digits. Returns 0, or -1 without a
-/// message (the interpreter's result is then reset if anything was evaluated).
+/// Converts a handle's text, or the name of a command that answers " cget -this" with one, to a
+/// pointer. `type` is the expected type; null accepts any, even malformed digits. Returns 0, or -1
+/// without a message (the interpreter's result is then reset if anything was evaluated).
 /// `*pointer` is meaningless after a failure.
 int SWIG_Tcl_ConvertPtrFromString(Tcl_Interp *interp, const char *text, void **pointer,
                                   swig_type_record *type, int flags);
@@ -42,8 +42,8 @@ int swig_convert_ptr(Tcl_Interp *interp, Tcl_Obj *object, void **pointer, swig_t
 
 namespace qxsh {
 
-/// The type of objects that remember what their handle text stands for: twoPtrValue holds the address and
-/// the record of the type that the text names.
+/// The type of objects that remember what their handle text stands for: twoPtrValue holds the
+/// address and the record of the type that the text names.
 extern const Tcl_ObjType handle_type;
 
 /// Whether the object remembers a handle of exactly this type; gives the pointer if so.
@@ -56,9 +56,10 @@ inline bool remembers(const Tcl_Obj *object, const swig_type_record *type, void 
     return true;
 }
 
-/// The short way for an object that remembers nothing yet: if its text is a well-formed handle of the
-/// source type that `type` matched last, and needs no converter, the object remembers it and the pointer
-/// is given. False, with the object unchanged: it has to go the long way, swig_convert_ptr.
+/// The short way for an object that remembers nothing yet: if its text is a well-formed handle of
+/// the source type that `type` matched last, and needs no converter, the object remembers it and
+/// the pointer is given. False, with the object unchanged: it has to go the long way,
+/// swig_convert_ptr.
 bool read_plain_handle(Tcl_Obj *object, const swig_type_record *type, void **pointer);
 
 /// Whether the pointer has a handle other than "NULL": it is not null and lies below 4 GiB.
@@ -77,8 +78,8 @@ inline void become_handle(Tcl_Obj *object, void *pointer, swig_type_record *type
     object->typePtr = &handle_type;
 }
 
-/// How often a word may lead to another one (a command whose " cget -this" names a command ...) before
-/// its conversion fails.
+/// How often a word may lead to another one (a command whose " cget -this" names a command ...)
+/// before its conversion fails.
 constexpr int max_indirections = 64;
 
 } // namespace qxsh

@@ -1,4 +1,5 @@
-// What the runtime knows of Tcl's own objects: looked up once, then compared with on nearly every call.
+// What the runtime knows of Tcl's own objects: looked up once, then compared with on nearly every
+// call.
 #pragma once
 
 #include <tcl.h>

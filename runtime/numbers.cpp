@@ -31,7 +31,8 @@ void report_too_large(Tcl_Interp *interp)
 
 bool is_blank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
-// strtoul with base 0 over a whole text, for any width: blanks, a sign, then 0x, 0 (octal) or decimal.
+// strtoul with base 0 over a whole text, for any width: blanks, a sign, then 0x, 0 (octal) or
+// decimal.
 template <class Unsigned> int parse(std::string_view text, Unsigned &value)
 {
     const char *position = text.data();

@@ -23,15 +23,16 @@ enum swig_error : int {
     SWIG_MemoryError = -12,
 };
 
-// Each converter gives SWIG_OK and stores the number, or gives SWIG_TypeError or SWIG_OverflowError and
-// stores nothing. A null `value` only checks. The interpreter is not used; no message is left.
+// Each converter gives SWIG_OK and stores the number, or gives SWIG_TypeError or SWIG_OverflowError
+// and stores nothing. A null `value` only checks. The interpreter is not used; no message is left.
 
 /// Any integer from -4294967295 to 4294967295; those outside -2147483648 to 2147483647 wrap.
 int swig_as_val_long(Tcl_Interp *interp, Tcl_Obj *object, long *value);
 int swig_as_val_int(Tcl_Interp *interp, Tcl_Obj *object, int *value);
 
-/// 0 to 4294967295. A word that is no 32-bit long, or a negative one, is read again as text with the rules of
-/// strtoul and base 0: so " -1", with a blank before it, is 4294967295, while "-1" overflows.
+/// 0 to 4294967295. A word that is no 32-bit long, or a negative one, is read again as text with
+/// the rules of strtoul and base 0: so " -1", with a blank before it, is 4294967295, while "-1"
+/// overflows.
 int swig_as_val_unsigned_long(Tcl_Interp *interp, Tcl_Obj *object, unsigned long *value);
 int swig_as_val_unsigned_int(Tcl_Interp *interp, Tcl_Obj *object, unsigned int *value);
 
@@ -39,12 +40,13 @@ int swig_as_val_unsigned_int(Tcl_Interp *interp, Tcl_Obj *object, unsigned int *
 int swig_as_val_unsigned_short(Tcl_Interp *interp, Tcl_Obj *object, unsigned short *value);
 int swig_as_val_unsigned_char(Tcl_Interp *interp, Tcl_Obj *object, unsigned char *value);
 
-/// 0 to 18446744073709551615. A word that is a 32-bit long counts as its low 32 bits, negative ones too:
+/// 0 to 18446744073709551615. A word that is a 32-bit long counts as its low 32 bits, negative ones
+/// too:
 /// "-1" is 4294967295.
 int swig_as_val_unsigned_long_long(Tcl_Interp *interp, Tcl_Obj *object, unsigned long long *value);
 
-// Result makers. Each gives a new object with reference count 0: an integer object up to 2147483646,
-// above that a string object with the decimal digits.
+// Result makers. Each gives a new object with reference count 0: an integer object up to
+// 2147483646, above that a string object with the decimal digits.
 
 Tcl_Obj *swig_from_int(int value);
 Tcl_Obj *swig_from_unsigned_long(unsigned long value);

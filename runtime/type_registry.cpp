@@ -8,7 +8,8 @@
 
 static constexpr const char *registry_variable = "swig_runtime_data_type_pointer4";
 
-// The variable holds "_" and the bytes of a whole native pointer, as the modules of this process share it.
+// The variable holds "_" and the bytes of a whole native pointer, as the modules of this process
+// share it.
 swig_module_record *swig_published_module(Tcl_Interp *interp)
 {
     const char *const text = Tcl_GetVar(interp, registry_variable, TCL_GLOBAL_ONLY);

@@ -1,5 +1,5 @@
-// The registry of pointer types: one record per type, with the list of types whose handles it accepts,
-// and the ring through which the binding modules of an interpreter share their records.
+// The registry of pointer types: one record per type, with the list of types whose handles it
+// accepts, and the ring through which the binding modules of an interpreter share their records.
 // Process-wide, for one thread. The records' layouts are shared with other modules and fixed.
 #pragma once
 
@@ -34,22 +34,26 @@ struct swig_module_record {
     unsigned int size;        ///< number of types
     swig_module_record *next; ///< ring; null until first linked
     swig_type_record *const *type_initial; ///< the module's own records, in the same order
-    swig_cast_record *const *cast_initial; ///< per type an array of casts that ends with a null type
+    swig_cast_record *const
+        *cast_initial; ///< per type an array of casts that ends with a null type
     void *client_data;
 };
 
 /// Brings the module into the ring that the interpreter's global variable
 /// "swig_runtime_data_type_pointer4" publishes, or publishes it there. The first call for a module
-/// also resolves its types against the other modules of the ring, by mangled name, and links its casts.
+/// also resolves its types against the other modules of the ring, by mangled name, and links its
+/// casts.
 void swig_link_module(Tcl_Interp *interp, swig_module_record *module);
 
 /// A module of the ring that the interpreter's registry variable publishes, or null.
 swig_module_record *swig_published_module(Tcl_Interp *interp);
 
-/// Hands each type's client data to the source types of its casts without a converter that have none.
+/// Hands each type's client data to the source types of its casts without a converter that have
+/// none.
 void swig_propagate_client_data(swig_module_record *module);
 
-/// The cast of `type` whose source has exactly this mangled name, moved to the head of the list; or null.
+/// The cast of `type` whose source has exactly this mangled name, moved to the head of the list; or
+/// null.
 swig_cast_record *swig_type_check(const char *name, swig_type_record *type);
 
 /// The type of this mangled name in the modules from `start` up to, not including, `end` (all when
