@@ -1,13 +1,18 @@
-# Helpers of the tests of sharing: the interpreters in which modules meet, and what scripts there can ask.
-# Relies on tests/package/stock_tclsh.tcl.
+# Helpers of the tests of sharing: the interpreters in which modules meet, and what scripts there
+# can ask. Relies on tests/package/stock_tclsh.tcl.
 source [file join [project] tests package stock_tclsh.tcl]
 
-# What every script begins with: `load_meter`, `load_package` and `load_view` for any interpreter ({} is the own one),
-# and the address behind a handle.
+# What every script begins with: `load_meter`, `load_package` and `load_view` for any interpreter
+# ({} is the own one), and the address behind a handle.
 proc preamble {} {
     set quoted [list]
-    foreach {name file prefix} {meter QXSH_METER Meter package QXSH_PACKAGE Demo view QXSH_REGISTRY_VIEW Registry_view} {
-        lappend quoted "proc load_$name {{interp {}}} { load [list $::env($file)] $prefix \$interp }"
+    foreach {name file prefix} {
+        meter   QXSH_METER         Meter
+        package QXSH_PACKAGE       Demo
+        view    QXSH_REGISTRY_VIEW Registry_view
+    } {
+        set body "load [list $::env($file)] $prefix \$interp"
+        lappend quoted [list proc load_$name {{interp {}}} $body]
     }
     lappend quoted {proc address {handle} {
         binary scan [binary format H8 [string range $handle 1 8]] i address
@@ -32,6 +37,7 @@ proc order_test {name description script package_first {meter_first {}}} {
         package_first tclsh {load_package; load_meter; load_view} $package_first \
         meter_first   tclsh {load_meter; load_package; load_view} $meter_first \
         shell         shell {load_meter; load_view}               $package_first] {
-        test $name-$order "$description ($order)" -body [list in_$host $setup\n$script] -result $result
+        test $name-$order "$description ($order)" \
+            -body [list in_$host $setup\n$script] -result $result
     }
 }

@@ -1,5 +1,5 @@
-// A second binding module, for tests: it measures flows. Six types, two of which the package has as well,
-// and casts between them. Relies on a copy of the runtime of its own.
+// A second binding module, for tests: it measures flows. Six types, two of which the package has as
+// well, and casts between them. Relies on a copy of the runtime of its own.
 //
 //   meter_new TYPE BYTES         the handle of a new block of zeroes
 //   meter_free HANDLE            releases such a block
@@ -27,8 +27,14 @@ swig_type_record flow_type = {"_p_qx_flow_t", "qx_flow_t *", nullptr, nullptr, n
 swig_type_record vlan_type = {"_p_qx_vlan_t", "qx_vlan_t *", nullptr, nullptr, nullptr, 0};
 
 // A flow's reading lies 16 bytes into it, and a tag's VLAN 4 bytes.
-void *reading_of_flow(void *flow, int *) { return static_cast<char *>(flow) + 16; }
-void *vlan_of_tag(void *tag, int *) { return static_cast<char *>(tag) + 4; }
+void *reading_of_flow(void *flow, int *)
+{
+    return static_cast<char *>(flow) + 16;
+}
+void *vlan_of_tag(void *tag, int *)
+{
+    return static_cast<char *>(tag) + 4;
+}
 
 // Nobody can take the new memory, so nobody may offer it.
 void *flow_of_copy(void *copy, int *new_memory)
@@ -117,7 +123,8 @@ int report_words(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[]
 
 constexpr swig_method methods[] = {{"words", report_words}, {nullptr, nullptr}};
 swig_type_record *described;
-swig_class description = {"meter", &described, nullptr, nullptr, methods, nullptr, nullptr, nullptr};
+swig_class description = {"meter", &described, nullptr, nullptr,
+                          methods, nullptr,    nullptr, nullptr};
 
 int describe(ClientData, Tcl_Interp *interp, int, Tcl_Obj *const objv[])
 {
@@ -147,4 +154,7 @@ extern "C" DLLEXPORT int Meter_Init(Tcl_Interp *interp)
     return Tcl_PkgProvide(interp, "meter", "1.0");
 }
 
-extern "C" DLLEXPORT int Meter_SafeInit(Tcl_Interp *interp) { return Meter_Init(interp); }
+extern "C" DLLEXPORT int Meter_SafeInit(Tcl_Interp *interp)
+{
+    return Meter_Init(interp);
+}

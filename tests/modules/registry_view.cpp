@@ -1,5 +1,6 @@
-// An extension for tests that looks at an interpreter's registry of types without being a member: commands
-// registry::modules, types, record, own, sources, described. It reads the variable on its own.
+// An extension for tests that looks at an interpreter's registry of types without being a member:
+// commands registry::modules, types, record, own, sources, described. It reads the variable on its
+// own.
 #include "runtime/type_registry.h"
 
 #include <tcl.h>
@@ -57,7 +58,8 @@ template <class Record> const Record *record_at(Tcl_Obj *object)
 // "_" and the bytes of the pointer in memory order, two lower-case digits each.
 const swig_module_record *published(Tcl_Interp *interp)
 {
-    const char *const value = Tcl_GetVar(interp, "swig_runtime_data_type_pointer4", TCL_GLOBAL_ONLY);
+    const char *const value =
+        Tcl_GetVar(interp, "swig_runtime_data_type_pointer4", TCL_GLOBAL_ONLY);
     const std::string text = value != nullptr ? value : "";
     if (text.size() != 1 + 2 * word || text[0] != '_' ||
         text.find_first_not_of("0123456789abcdef", 1) != text.npos)
@@ -149,7 +151,8 @@ int list_sources(ClientData, Tcl_Interp *interp, int, Tcl_Obj *const objv[])
     for (const auto *cast = record_at<swig_type_record>(objv[1])->cast; cast != nullptr;
          before = cast, cast = cast->next)
         Tcl_ListObjAppendElement(
-            nullptr, list, Tcl_NewStringObj(cast->prev == before ? cast->type->name : "broken", -1));
+            nullptr, list,
+            Tcl_NewStringObj(cast->prev == before ? cast->type->name : "broken", -1));
     Tcl_SetObjResult(interp, list);
     return TCL_OK;
 }

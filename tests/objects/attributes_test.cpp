@@ -63,8 +63,10 @@ protected:
 
 TEST_F(attributes, this_is_a_copy_of_the_handle)
 {
-    EXPECT_EQ(value("cget -this"), name_);
+    EXPECT_EQ(tcl_.eval(name_ + " cget -this"), TCL_OK);
     EXPECT_NE(Tcl_GetObjResult(tcl_), instance_of(name_)->handle);
+    EXPECT_EQ(tcl_.result(), name_);
+    EXPECT_EQ(instance_of(name_)->handle->refCount, 1);
     EXPECT_EQ(tcl_.value("set copy [" + name_ + " cget -this]; append copy !"), name_ + "!");
     EXPECT_EQ(value("cget -this"), name_);
 }
@@ -124,7 +126,8 @@ TEST_F(attributes, accessors_get_the_command_and_the_handle)
 
 TEST_F(attributes, accessors_get_the_handle_object)
 {
-    static std::vector<std::pair<Tcl_Obj *, int>> seen; // the object and how often it is referred to
+    static std::vector<std::pair<Tcl_Obj *, int>>
+        seen; // the object and how often it is referred to
     seen.clear();
     plain_type watched{"_p_watched"};
     sample_class watched_class{"watched"};
@@ -146,7 +149,8 @@ TEST_F(attributes, that_nobody_has)
     for (const char *name : {"-height", "width", "-widt", "-widths", "-Width", "{}", "-words -"})
         if (std::string(name).find(' ') == std::string::npos) {
             EXPECT_EQ(error("cget " + std::string(name)), "Invalid attribute name.") << name;
-            EXPECT_EQ(error("configure " + std::string(name) + " 1"), "Invalid attribute name.") << name;
+            EXPECT_EQ(error("configure " + std::string(name) + " 1"), "Invalid attribute name.")
+                << name;
         }
     EXPECT_EQ(tcl_.error_code(), "NONE");
 }
@@ -205,7 +209,8 @@ TEST_F(attributes, accessors_end_the_command_with_their_status)
         .attach(odd);
     const auto name = held_object{swig_new_instance_obj(tcl_, at(0x10), odd, 0)}.text();
     EXPECT_EQ(tcl_.value("catch {" + name + " cget -odd}"), "42");
-    EXPECT_EQ(tcl_.value("catch {" + name + " configure -odd 1 -odd 2}"), std::to_string(TCL_BREAK));
+    EXPECT_EQ(tcl_.value("catch {" + name + " configure -odd 1 -odd 2}"),
+              std::to_string(TCL_BREAK));
     EXPECT_EQ(calls, 1);
 }
 

@@ -1,10 +1,11 @@
-// Methods and attributes of bases: in which order classes are searched, and how a base is found by its name
-// in the modules that the interpreter's registry holds.
+// Methods and attributes of bases: in which order classes are searched, and how a base is found by
+// its name in the modules that the interpreter's registry holds.
 #include "tests/objects/sample_class.h"
 
 namespace {
 
-constexpr const char *invalid = "Invalid method. Must be one of: configure cget -acquire -disown -delete";
+constexpr const char *invalid =
+    "Invalid method. Must be one of: configure cget -acquire -disown -delete";
 constexpr const char *registry = "swig_runtime_data_type_pointer4";
 
 template <char Id> int answer(ClientData, Tcl_Interp *interp, int, Tcl_Obj *const[])
@@ -14,8 +15,8 @@ template <char Id> int answer(ClientData, Tcl_Interp *interp, int, Tcl_Obj *cons
     return TCL_OK;
 }
 
-// Types _p_left, _p_right, _p_root and _p_third of one module. The class of _p_thing has no base until
-// a test names some.
+// Types _p_left, _p_right, _p_root and _p_third of one module. The class of _p_thing has no base
+// until a test names some.
 class bases : public object_commands
 {
 protected:
@@ -129,7 +130,8 @@ TEST_F(bases, do_not_destroy)
     thing::destroy(object);
 }
 
-// ------------------------------------------------------------------------------- bases known by name only
+// ------------------------------------------------------------------------------- bases known by
+// name only
 
 TEST_F(bases, are_looked_up_when_they_are_needed)
 {

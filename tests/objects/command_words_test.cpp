@@ -1,5 +1,6 @@
-// The module's own commands with types that have classes: what they return becomes object commands, and
-// such commands are words that other commands take. Two types are given classes for the time of a test.
+// The module's own commands with types that have classes: what they return becomes object commands,
+// and such commands are words that other commands take. Two types are given classes for the time of
+// a test.
 #include "shell/demo.h"
 #include "tests/objects/sample_class.h"
 
@@ -14,7 +15,8 @@ protected:
     {
         ASSERT_EQ(Demo_Init(tcl_), TCL_OK);
         // Handles and numbers are read as text and as whatever Tcl makes of them.
-        tcl_.value("proc objects {} { lsort [info commands {" + std::string(handle_pattern) + "}] }\n"
+        tcl_.value("proc objects {} { lsort [info commands {" + std::string(handle_pattern) +
+                   "}] }\n"
                    "proc unknown args { error {the unknown handler was called} }");
     }
     void TearDown() override
@@ -55,7 +57,8 @@ protected:
 TEST_F(command_words, without_classes_nothing_becomes_a_command)
 {
     const auto before = tcl_.value("lsort [info commands]");
-    tcl_.value("set flow [qx_flow_create]; set cell [qx_uint32_create 1]; set array [qx_flow_array_create 2]\n"
+    tcl_.value("set flow [qx_flow_create]; set cell [qx_uint32_create 1]; set array "
+               "[qx_flow_array_create 2]\n"
                "qx_flow_get_ingress_pkt $flow; qx_flow_array_get $array 1");
     EXPECT_EQ(tcl_.value("lsort [info commands]"), before);
     tcl_.value("qx_data_free $flow; qx_data_free $cell; qx_data_free $array");
@@ -77,7 +80,8 @@ TEST_F(command_words, with_a_class_a_returned_pointer_becomes_one)
 TEST_F(command_words, each_type_for_itself)
 {
     attach_flow();
-    tcl_.value("set flow [qx_flow_create]; set vlan [qx_vlan_create]; set packet [qx_flow_get_ingress_pkt $flow]");
+    tcl_.value("set flow [qx_flow_create]; set vlan [qx_vlan_create]; set packet "
+               "[qx_flow_get_ingress_pkt $flow]");
     EXPECT_EQ(tcl_.value("objects"), tcl_.value("set flow"));
     attach(packet_, "_p_qx_pkt_info_t");
     tcl_.value("qx_flow_get_ingress_pkt $flow");
@@ -107,7 +111,8 @@ TEST_F(command_words, a_null_result_becomes_none)
     EXPECT_EQ(tcl_.value("info commands {NULL*}"), "");
 }
 
-// ------------------------------------------------------------------------------- objects as arguments
+// ------------------------------------------------------------------------------- objects as
+// arguments
 
 class object_words : public command_words
 {
@@ -116,8 +121,9 @@ protected:
     {
         command_words::SetUp();
         attach_flow();
-        handle_ = tcl_.value("set handle [qx_flow_create]; qx_flow_set_flow_id $handle 7; rename $handle flow\n"
-                             "set handle");
+        handle_ = tcl_.value(
+            "set handle [qx_flow_create]; qx_flow_set_flow_id $handle 7; rename $handle flow\n"
+            "set handle");
     }
     void TearDown() override
     {
@@ -145,7 +151,8 @@ TEST_F(object_words, leave_no_result)
     EXPECT_EQ(outcome("qx_flow_set_ingress_pkt flow [qx_flow_get_ingress_pkt flow]"), "0 {}");
     EXPECT_EQ(tcl_.value("qx_flow_get_flow_id $handle"), "9");
     EXPECT_EQ(outcome("proc set_it {} { qx_flow_set_flow_id flow 10 }; set_it"), "0 {}");
-    EXPECT_EQ(outcome("list [qx_flow_set_flow_id flow 11] [qx_flow_set_flow_id flow 12]"), "0 {{} {}}");
+    EXPECT_EQ(outcome("list [qx_flow_set_flow_id flow 11] [qx_flow_set_flow_id flow 12]"),
+              "0 {{} {}}");
 }
 
 TEST_F(object_words, leave_no_result_of_a_command_that_frees)
@@ -159,8 +166,9 @@ TEST_F(object_words, of_another_type_are_refused)
     EXPECT_EQ(tcl_.error("qx_vlan_get_priority flow"),
               "TypeError in method 'qx_vlan_get_priority', argument 1 of type 'qx_vlan_t *'");
     EXPECT_EQ(tcl_.error_code(), "SWIG TypeError");
-    EXPECT_EQ(tcl_.error("qx_flow_set_ingress_pkt flow flow"),
-              "TypeError in method 'qx_flow_set_ingress_pkt', argument 2 of type 'qx_pkt_info_t *'");
+    EXPECT_EQ(
+        tcl_.error("qx_flow_set_ingress_pkt flow flow"),
+        "TypeError in method 'qx_flow_set_ingress_pkt', argument 2 of type 'qx_pkt_info_t *'");
     EXPECT_EQ(outcome("qx_uint8_array_get flow 0").substr(0, 2), "1 ");
 }
 
@@ -168,7 +176,8 @@ TEST_F(object_words, of_any_type_where_any_is_taken)
 {
     tcl_.value("set other [qx_flow_create]; rename $other other");
     EXPECT_EQ(outcome("qx_data_free other"), "0 {}");
-    EXPECT_EQ(tcl_.value("other cget -this"), tcl_.value("set other")); // a command without a record
+    EXPECT_EQ(tcl_.value("other cget -this"),
+              tcl_.value("set other")); // a command without a record
 }
 
 TEST_F(object_words, that_are_gone)
@@ -220,7 +229,8 @@ TEST_F(object_words, made_in_a_namespace)
 // Words that are converted one after the other do not disturb each other.
 TEST_F(object_words, several_in_one_command)
 {
-    tcl_.value("set other [qx_flow_array_create 2]; rename $other other; proc one args { return 1 }");
+    tcl_.value(
+        "set other [qx_flow_array_create 2]; rename $other other; proc one args { return 1 }");
     EXPECT_EQ(outcome("qx_flow_array_set other flow 1"), "0 {}");
     EXPECT_EQ(outcome("qx_flow_get_flow_id [qx_flow_array_get other 1]"), "0 7");
     EXPECT_EQ(tcl_.error("qx_flow_array_set other flow 4294967296"),
@@ -240,7 +250,8 @@ TEST_F(object_words, of_another_interpreter)
     EXPECT_EQ(outcome("child eval {qx_flow_create}; llength [child eval {info commands {" +
                       std::string(handle_pattern) + "}}]"),
               "0 1");
-    tcl_.value("qx_data_free [child eval {lindex [info commands {" + std::string(handle_pattern) + "}] 0}]");
+    tcl_.value("qx_data_free [child eval {lindex [info commands {" + std::string(handle_pattern) +
+               "}] 0}]");
     tcl_.value("interp delete child");
     EXPECT_EQ(tcl_.value("qx_flow_get_flow_id flow"), "15");
 }

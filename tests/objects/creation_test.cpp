@@ -113,7 +113,8 @@ TEST_F(creation, gives_no_object_when_the_name_is_too_long)
         EXPECT_EQ(swig_new_instance_obj(tcl_, at(0x20), too_long, flags), nullptr);
         EXPECT_EQ(commands(), handle.text());
         EXPECT_FALSE(owned(at(0x20)));
-        EXPECT_EQ(held_object{swig_new_instance_obj(tcl_, nullptr, too_long, flags)}.text(), "NULL");
+        EXPECT_EQ(held_object{swig_new_instance_obj(tcl_, nullptr, too_long, flags)}.text(),
+                  "NULL");
         tcl_.value(handle.text() + " -delete");
     }
 }
@@ -202,8 +203,9 @@ TEST_F(creation, leaves_or_replaces_commands_of_others)
     tcl_.value("_10000000_p_thing -disown");
 }
 
-// The command is global, whoever asks. So is the one that is looked for: another command of that name in
-// the namespace of the moment neither stands in its way nor hides the owner that has to give up.
+// The command is global, whoever asks. So is the one that is looked for: another command of that
+// name in the namespace of the moment neither stands in its way nor hides the owner that has to
+// give up.
 class in_a_namespace : public creation
 {
 protected:
@@ -215,8 +217,8 @@ protected:
         Tcl_CreateObjCommand(
             tcl_, "return_it",
             [](ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const *) {
-                Tcl_SetObjResult(interp, swig_new_instance_obj(interp, self->object_, self->type_,
-                                                               objc - 1));
+                Tcl_SetObjResult(
+                    interp, swig_new_instance_obj(interp, self->object_, self->type_, objc - 1));
                 return TCL_OK;
             },
             nullptr, nullptr);

@@ -1,5 +1,6 @@
-// Commands that end while they run: in a method, in an accessor, between two accessors, in a deletion trace,
-// in the destructor, with their interpreter. Memory checkers see what is touched afterwards.
+// Commands that end while they run: in a method, in an accessor, between two accessors, in a
+// deletion trace, in the destructor, with their interpreter. Memory checkers see what is touched
+// afterwards.
 #include "tests/objects/sample_class.h"
 
 namespace {
@@ -42,8 +43,8 @@ protected:
                     [](ClientData data, Tcl_Interp *interp, int, Tcl_Obj *const[]) {
                         const auto &instance = *static_cast<swig_instance *>(data);
                         auto *const type = *instance.class_description->type;
-                        Tcl_SetObjResult(
-                            interp, swig_new_instance_obj(interp, instance.pointer, type, 1));
+                        Tcl_SetObjResult(interp,
+                                         swig_new_instance_obj(interp, instance.pointer, type, 1));
                         return TCL_OK;
                     })
             .attribute("-eval", evaluate_text, evaluate)
@@ -65,8 +66,12 @@ protected:
 };
 
 constexpr const char *endings[] = {
-    "$object -delete", "rename $object {}", "proc $object args {}", "$object eval {$object -delete}",
-    "$object eval {rename $object other}; other -delete", "$object -disown; $object -acquire; $object -delete",
+    "$object -delete",
+    "rename $object {}",
+    "proc $object args {}",
+    "$object eval {$object -delete}",
+    "$object eval {rename $object other}; other -delete",
+    "$object -disown; $object -acquire; $object -delete",
 };
 
 TEST_F(lifetime, ends_in_a_method)
@@ -107,13 +112,15 @@ TEST_F(lifetime, ends_in_the_last_setter)
     for (const auto *ending : endings) {
         const auto name = make();
         const int before = thing::destroyed;
-        EXPECT_EQ(tcl_.value(name + " configure -width 1 -eval {" + ending + "; set done yes}"), "yes");
+        EXPECT_EQ(tcl_.value(name + " configure -width 1 -eval {" + ending + "; set done yes}"),
+                  "yes");
         EXPECT_EQ(thing::destroyed, before + 1) << ending;
         tcl_.eval("rename " + name + " {}");
     }
 }
 
-// What remains to be set is refused, as it would be in a configure of its own: there is no object any more.
+// What remains to be set is refused, as it would be in a configure of its own: there is no object
+// any more.
 TEST_F(lifetime, ends_between_two_setters)
 {
     for (const auto *ending : endings) {
@@ -186,12 +193,13 @@ TEST_F(lifetime, ends_in_another_objects_method)
 // Tcl still knows the command while a trace says that it goes.
 TEST_F(lifetime, is_used_in_a_deletion_trace)
 {
-    for (const char *use : {"$object -delete", "$object eval {$object -delete}", "rename $object {}",
-                            "$object configure -width 1", "lappend seen [$object cget -this]",
-                            "$object -acquire"}) {
+    for (const char *use :
+         {"$object -delete", "$object eval {$object -delete}", "rename $object {}",
+          "$object configure -width 1", "lappend seen [$object cget -this]", "$object -acquire"}) {
         const auto name = make();
         const int before = thing::destroyed;
-        tcl_.value("trace add command " + name + " delete {apply {args {global object; " + use + "}}}");
+        tcl_.value("trace add command " + name + " delete {apply {args {global object; " + use +
+                   "}}}");
         tcl_.value(name + " -delete");
         EXPECT_EQ(thing::destroyed, before + 1) << use;
         EXPECT_FALSE(is_command(name));
@@ -239,8 +247,9 @@ TEST_F(in_a_destructor, the_command_is_still_there)
 
 TEST_F(in_a_destructor, another_deletion_does_nothing)
 {
-    for (const char *script : {"$object -delete", "rename $object {}", "$object eval {$object -delete}",
-                               "$object -delete; catch {$object -delete}; set none {}"}) {
+    for (const char *script :
+         {"$object -delete", "rename $object {}", "$object eval {$object -delete}",
+          "$object -delete; catch {$object -delete}; set none {}"}) {
         const auto name = make(script);
         const int before = thing::destroyed;
         tcl_.value(name + " -delete");
@@ -250,7 +259,8 @@ TEST_F(in_a_destructor, another_deletion_does_nothing)
     }
 }
 
-// ---------------------------------------------------------------------------------- with the interpreter
+// ---------------------------------------------------------------------------------- with the
+// interpreter
 
 class with_interpreter : public lifetime
 {

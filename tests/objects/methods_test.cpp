@@ -1,4 +1,5 @@
-// The first word of an object command: the built-in methods, those of the class, and what is said about others.
+// The first word of an object command: the built-in methods, those of the class, and what is said
+// about others.
 #include "tests/objects/sample_class.h"
 
 namespace {
@@ -15,7 +16,8 @@ template <int Status> int end_with(ClientData, Tcl_Interp *interp, int, Tcl_Obj 
     return Status;
 }
 
-constexpr const char *invalid = "Invalid method. Must be one of: configure cget -acquire -disown -delete";
+constexpr const char *invalid =
+    "Invalid method. Must be one of: configure cget -acquire -disown -delete";
 
 class methods : public object_commands
 {
@@ -152,17 +154,20 @@ TEST_F(methods, of_a_class_stand_behind_those_with_a_dash)
 
 TEST_F(methods, have_whole_names)
 {
-    class_.method("press", end_with<TCL_OK>).method("", report_words).method("two words", report_words);
+    class_.method("press", end_with<TCL_OK>)
+        .method("", report_words)
+        .method("two words", report_words);
     make();
     EXPECT_EQ(value("press"), "0");
     EXPECT_EQ(value("{}"), name_ + " " + name_);
     EXPECT_EQ(value("{two words} x"), name_ + " " + name_ + " x");
-    for (const char *word : {"pres", "presss", "PRESS", "{press }", "{ press}", "-delet", "-deleted",
-                             "-Delete", "acquire", "two"})
+    for (const char *word : {"pres", "presss", "PRESS", "{press }", "{ press}", "-delet",
+                             "-deleted", "-Delete", "acquire", "two"})
         EXPECT_EQ(error(word).substr(0, 15), "Invalid method.") << word;
 }
 
-// ------------------------------------------------------------------------------------------ other words
+// ------------------------------------------------------------------------------------------ other
+// words
 
 TEST_F(methods, of_a_class_without_any)
 {
@@ -212,7 +217,8 @@ TEST_F(methods, are_listed_as_elements_of_a_list)
         .method("back\\slash", report_words);
     make();
     EXPECT_EQ(error("pull"),
-              std::string(invalid) + " {two words} {} {a$b} open\\{ #remark {semi;colon} {back\\slash}");
+              std::string(invalid) +
+                  " {two words} {} {a$b} open\\{ #remark {semi;colon} {back\\slash}");
     EXPECT_EQ(tcl_.value("catch {" + name_ + " pull} text; lrange $text end-6 end"),
               "{two words} {} {a$b} open\\{ #remark {semi;colon} {back\\slash}");
 }
@@ -266,9 +272,12 @@ TEST_F(methods, with_blanks_are_repeated)
 // Only blanks part words.
 TEST_F(methods, with_other_white_space)
 {
-    class_.method("tab\tbed", report_words).method("tab\tbed", report_words).method("tab", report_words);
+    class_.method("tab\tbed", report_words)
+        .method("tab\tbed", report_words)
+        .method("{tab", report_words)
+        .method("tab", report_words);
     make();
-    EXPECT_EQ(error("pull"), std::string(invalid) + " {tab\tbed} {tab\tbed} tab");
+    EXPECT_EQ(error("pull"), std::string(invalid) + " {tab\tbed} {tab\tbed} \\{tab tab");
 }
 
 TEST_F(methods, are_many)

@@ -1,5 +1,5 @@
-// Object commands under other names and in other places: renamed, in namespaces, imported, behind aliases; and
-// as words that stand for their handles.
+// Object commands under other names and in other places: renamed, in namespaces, imported, behind
+// aliases; and as words that stand for their handles.
 #include "runtime/handle.h"
 #include "tests/objects/sample_class.h"
 
@@ -32,8 +32,9 @@ protected:
         if (swig_convert_ptr(interp, objv[1], &pointer, self.type_, 0) != 0)
             Tcl_AppendResult(interp, "refused", nullptr);
         else
-            Tcl_AppendResult(interp, held_object{swig_new_pointer_obj(pointer, self.type_)}
-                                         .text().c_str(), nullptr);
+            Tcl_AppendResult(interp,
+                             held_object{swig_new_pointer_obj(pointer, self.type_)}.text().c_str(),
+                             nullptr);
         return TCL_OK;
     }
 
@@ -74,7 +75,8 @@ TEST_F(names, that_begin_with_an_underscore_are_no_commands)
 
 TEST_F(names, lead_on_from_one_to_the_next)
 {
-    tcl_.value("rename " + name_ + " flow; proc box args { return flow }; proc outer args { return box }");
+    tcl_.value("rename " + name_ +
+               " flow; proc box args { return flow }; proc outer args { return box }");
     EXPECT_EQ(tcl_.value("pointer outer"), name_);
 }
 

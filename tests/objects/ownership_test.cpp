@@ -1,5 +1,5 @@
-// Who destroys an object, and that it happens once: -acquire, -disown and -delete in every order, objects
-// of several commands and of several interpreters.
+// Who destroys an object, and that it happens once: -acquire, -disown and -delete in every order,
+// objects of several commands and of several interpreters.
 #include "runtime/handle.h"
 #include "tests/objects/sample_class.h"
 
@@ -52,7 +52,8 @@ TEST_F(ownership, ends_however_the_command_ends)
     tcl_.value("proc " + returned(thing::make(), 1) + " args {}");
     EXPECT_EQ(thing::destroyed, 2);
     const auto name = returned(thing::make(), 1);
-    tcl_.value("namespace eval inner {}; rename " + name + " inner::object; namespace delete inner");
+    tcl_.value("namespace eval inner {}; rename " + name +
+               " inner::object; namespace delete inner");
     EXPECT_EQ(thing::destroyed, 3);
     Tcl_DeleteCommand(tcl_, returned(thing::make(), 1).c_str());
     EXPECT_EQ(thing::destroyed, 4);
@@ -67,7 +68,8 @@ TEST_F(ownership, without_a_destructor)
     thing::destroy(object);
 }
 
-// A model of two bits, the command's flag and the table's entry, against every sequence of up to five steps.
+// A model of two bits, the command's flag and the table's entry, against every sequence of up to
+// five steps.
 TEST_F(ownership, in_every_order)
 {
     enum step { acquire, disown, taken_over, entered_by_others, steps };
@@ -210,7 +212,8 @@ TEST_F(ownership, ends_with_the_interpreter)
             other.value(returned(other, given_up, 1) + " -disown");
             borrowed.push_back(given_up);
             other.value(returned(other, thing::make(), 0) + " -acquire");
-            other.value("rename " + returned(other, thing::make(), 1) + " object" + std::to_string(i));
+            other.value("rename " + returned(other, thing::make(), 1) + " object" +
+                        std::to_string(i));
         }
         EXPECT_EQ(thing::destroyed, 0);
     }

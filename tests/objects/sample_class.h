@@ -1,5 +1,5 @@
-// Classes made up by tests, on types of their own, and the objects that such tests make commands of.
-// Relies on the block memory: objects lie where handles can name them.
+// Classes made up by tests, on types of their own, and the objects that such tests make commands
+// of. Relies on the block memory: objects lie where handles can name them.
 #pragma once
 
 #include "helpers/block_memory.h"
@@ -11,9 +11,10 @@
 #include <memory>
 #include <new>
 
-/// An object of a test. Its text lives in memory of its own, so that the memory checkers notice whoever
-/// touches an object that was destroyed.
-struct thing {
+/// An object of a test. Its text lives in memory of its own, so that the memory checkers notice
+/// whoever touches an object that was destroyed.
+struct thing
+{
     std::string *text;
     int width;
 

@@ -1,5 +1,5 @@
-// The package was loaded in the main thread: every other thread is refused, with a clear message and without a
-// trace, and the main thread goes on undisturbed.
+// The package was loaded in the main thread: every other thread is refused, with a clear message
+// and without a trace, and the main thread goes on undisturbed.
 #include "tests/package/tcl_thread.h"
 
 namespace {
@@ -35,7 +35,8 @@ TEST_F(main_thread, leaves_no_trace_elsewhere)
 {
     in_a_thread([] {
         interpreter tcl;
-        const std::string state = "list [lsort [info commands]] [lsort [info globals]] [package provide demo]";
+        const std::string state =
+            "list [lsort [info commands]] [lsort [info globals]] [package provide demo]";
         const auto before = tcl.value("catch {error x}; " + state);
         EXPECT_EQ(try_script(tcl, load_package), refused);
         EXPECT_EQ(tcl.value(state), before);

@@ -1,5 +1,5 @@
-// The package was not loaded in the main thread first: whoever loads it first has it, and the main thread is
-// refused as any other. One test after the other; the process remembers.
+// The package was not loaded in the main thread first: whoever loads it first has it, and the main
+// thread is refused as any other. One test after the other; the process remembers.
 #include "tests/package/tcl_thread.h"
 
 #include <atomic>
@@ -41,7 +41,8 @@ TEST(other_thread, the_main_thread_comes_too_late)
     EXPECT_EQ(tcl.value(count_commands), "0");
 }
 
-// A system may give a new thread the name of one that has ended. Then the package is its own, and sound.
+// A system may give a new thread the name of one that has ended. Then the package is its own, and
+// sound.
 TEST(other_thread, a_later_thread_is_refused_or_has_it_alone)
 {
     for (int i = 0; i < 5; ++i)

@@ -1,5 +1,6 @@
-# Helpers of tests that load the package: scripts in a stock tclsh of the build's processor, whole interpreters
-# compared. Relies on tests/script/shell.tcl and on QXSH_TARGET_TCLSH, QXSH_TCLSH_PRELOAD and QXSH_PACKAGE.
+# Helpers of tests that load the package: scripts in a stock tclsh of the build's processor, whole
+# interpreters compared. Relies on tests/script/shell.tcl and on QXSH_TARGET_TCLSH,
+# QXSH_TCLSH_PRELOAD and QXSH_PACKAGE.
 
 # The words that start tclsh, which finds the package of the build (or of the folder given).
 proc tclsh_command {{environment {}} {folder {}}} {

@@ -10,7 +10,8 @@
 #include <string>
 
 /// What Tcl's `catch` says of a script: its status and its result.
-struct outcome {
+struct outcome
+{
     int status;
     std::string result;
     bool operator==(const outcome &) const = default;
@@ -33,8 +34,8 @@ class tcl_thread
 public:
     explicit tcl_thread(std::function<void()> task) : task_(std::move(task))
     {
-        const int status = Tcl_CreateThread(&id_, run, this, TCL_THREAD_STACK_DEFAULT,
-                                            TCL_THREAD_JOINABLE);
+        const int status =
+            Tcl_CreateThread(&id_, run, this, TCL_THREAD_STACK_DEFAULT, TCL_THREAD_JOINABLE);
         EXPECT_EQ(status, TCL_OK);
     }
     tcl_thread(const tcl_thread &) = delete;
@@ -57,9 +58,13 @@ private:
 };
 
 /// Runs a task in a thread and waits for its end.
-inline void in_a_thread(const std::function<void()> &task) { tcl_thread{task}; }
+inline void in_a_thread(const std::function<void()> &task)
+{
+    tcl_thread{task};
+}
 
-/// Keeps the library when Tcl unloads it at its end: a leak checker must still see what its pools hold.
+/// Keeps the library when Tcl unloads it at its end: a leak checker must still see what its pools
+/// hold.
 [[maybe_unused]] static void *const kept_library = dlopen(QXSH_PACKAGE, RTLD_NOW | RTLD_LOCAL);
 
 inline const std::string load_package = "load {" QXSH_PACKAGE "} Demo";
