@@ -10,20 +10,19 @@
 
 namespace qxsh {
 
-// Tcl's stdout as long as it is open; asking for it anew takes longer than the flush it is for.
-static Tcl_Channel known_channel = nullptr;
-static bool c_output_unbuffered = false;
+constinit output_state output = {nullptr, false};
 
-static void forget_channel(ClientData) { known_channel = nullptr; }
+static void forget_channel(ClientData) { output.tcl_stdout = nullptr; }
 
+// Asking for the channel anew takes longer than the flush it is for.
 static Tcl_Channel tcl_stdout()
 {
-    if (known_channel == nullptr) {
-        known_channel = Tcl_GetStdChannel(TCL_STDOUT);
-        if (known_channel != nullptr)
-            Tcl_CreateCloseHandler(known_channel, forget_channel, nullptr);
+    if (output.tcl_stdout == nullptr) {
+        output.tcl_stdout = Tcl_GetStdChannel(TCL_STDOUT);
+        if (output.tcl_stdout != nullptr)
+            Tcl_CreateCloseHandler(output.tcl_stdout, forget_channel, nullptr);
     }
-    return known_channel;
+    return output.tcl_stdout;
 }
 
 // From this size on a text goes to the device at once: Tcl's copying takes longer than the system
@@ -77,21 +76,16 @@ void send_output_to_tcl() { set_output(write_to_tcl_stdout); }
 
 void unbuffer_c_output()
 {
-    c_output_unbuffered = std::setvbuf(stdout, nullptr, _IONBF, 0) == 0;
+    output.c_stdout_is_direct = std::setvbuf(stdout, nullptr, _IONBF, 0) == 0;
 }
 
-sdk_output::sdk_output()
+void flush_tcl_output()
 {
     Tcl_Channel channel = tcl_stdout();
     if (channel != nullptr && Tcl_OutputBuffered(channel) > 0)
         Tcl_Flush(channel);
 }
 
-// Costs no system call when the SDK printed nothing.
-sdk_output::~sdk_output()
-{
-    if (!c_output_unbuffered)
-        std::fflush(stdout);
-}
+void flush_c_output() { std::fflush(stdout); }
 
 } // namespace qxsh

@@ -2,6 +2,8 @@
 // call of the SDK, which prints through C's stdout, whatever is buffered comes out first.
 #pragma once
 
+#include <tcl.h>
+
 namespace qxsh {
 
 /// Points the helpers' output at Tcl's stdout channel, whatever it is at the time of printing. With
@@ -13,14 +15,17 @@ void send_output_to_tcl();
 /// instead.
 void unbuffer_c_output();
 
-/// Stands around one SDK call: before it Tcl's stdout is flushed, after it C's.
-class sdk_output
-{
-public:
-    sdk_output();
-    ~sdk_output();
-    sdk_output(const sdk_output &) = delete;
-    sdk_output &operator=(const sdk_output &) = delete;
+/// What the two below look at, on every call of the SDK.
+struct output_state {
+    Tcl_Channel tcl_stdout;  ///< as long as it is open; null: not known yet, or none
+    bool c_stdout_is_direct; ///< C's stdout holds nothing back
 };
+extern output_state output;
+
+/// Writes out what Tcl's stdout holds back.
+void flush_tcl_output();
+
+/// Writes out what C's stdout holds back. Costs no system call if that is nothing.
+void flush_c_output();
 
 } // namespace qxsh

@@ -6,13 +6,12 @@
 
 namespace qxsh {
 
-/// The address `bytes` behind `base`, modulo 2^32. `bytes` may be a wrapped product.
-/// A base at or above 4 GiB, which only tests of a 64-bit build can have, keeps its upper half.
+/// The address `bytes` behind `base`, modulo 2^32. `bytes` may be a wrapped product. The base lies
+/// below 4 GiB.
 inline void *address_at(void *base, std::uint32_t bytes)
 {
-    const auto address = reinterpret_cast<std::uintptr_t>(base);
-    const auto low = static_cast<std::uint32_t>(address) + bytes;
-    return reinterpret_cast<void *>((address & ~std::uintptr_t{UINT32_MAX}) | low);
+    const auto address = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(base));
+    return reinterpret_cast<void *>(static_cast<std::uintptr_t>(address + bytes));
 }
 
 } // namespace qxsh

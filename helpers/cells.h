@@ -5,9 +5,10 @@
 
 #include "helpers/addresses.h"
 #include "helpers/block_memory.h"
+#include "helpers/fields.h"
 
 #include <cstdint>
-#include <cstring>
+#include <type_traits>
 
 namespace qxsh {
 
@@ -23,25 +24,39 @@ template <class Number> void *cell_address(Number *cell, std::uint32_t index)
 /// Element `index`; 0 for a null cell.
 template <class Number> Number read_cell(Number *cell, std::uint32_t index)
 {
-    Number value = 0;
-    if (cell != nullptr)
-        std::memcpy(&value, cell_address(cell, index), sizeof value);
-    return value;
+    if (cell == nullptr)
+        return 0;
+    const void *const address = cell_address(cell, index);
+    if constexpr (sizeof(Number) <= 4) {
+        return static_cast<Number>(load<std::make_unsigned_t<Number>>(address, 0));
+    } else {
+        const Number low = load<std::uint32_t>(address, 0);
+        return low | static_cast<Number>(load<std::uint32_t>(address, 4)) << 32;
+    }
 }
 
 /// The same, and prints the whole value: the command's result has room for its low half only.
+/// Nothing is printed if there is no such memory.
 template <class Number> Number read_printed_cell(Number *cell, std::uint32_t index)
 {
     const Number value = read_cell(cell, index);
-    print_number(value);
+    if (!pending_fault.happened)
+        print_number(value);
     return value;
 }
 
 /// Element `index` becomes `value`; nothing for a null cell.
 template <class Number> void write_cell(Number *cell, Number value, std::uint32_t index)
 {
-    if (cell != nullptr)
-        std::memcpy(cell_address(cell, index), &value, sizeof value);
+    if (cell == nullptr)
+        return;
+    void *const address = cell_address(cell, index);
+    if constexpr (sizeof(Number) <= 4) {
+        store<std::make_unsigned_t<Number>>(address, 0, static_cast<std::uint32_t>(value));
+    } else {
+        store<std::uint32_t>(address, 0, static_cast<std::uint32_t>(value));
+        store<std::uint32_t>(address, 4, static_cast<std::uint32_t>(value >> 32));
+    }
 }
 
 /// A new cell holding `value`, owned by the caller; null without memory.

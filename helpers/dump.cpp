@@ -1,11 +1,16 @@
-// The dump writer; see dump.h. Text is collected in one buffer and written once.
+// The dump writer; see dump.h. What does not change from dump to dump - names, indices, line ends,
+// where the values lie - is worked out once per record type; after that a dump is a copy of the
+// record, a loop over its values, and one write.
 #include "helpers/dump.h"
 
 #include "helpers/fields.h"
+#include "helpers/guarded_memory.h"
 #include "helpers/output.h"
 
 #include <bit>
 #include <cstring>
+#include <map>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -13,124 +18,144 @@ namespace qxsh {
 
 namespace {
 
-// Collects lines. The buffer stays for the next dump; dumps do not nest, as records do.
-class dump_text
-{
-public:
-    dump_text() : position_(buffer_.data()) {}
-
-    std::string_view text() const
-    {
-        return {buffer_.data(), static_cast<std::size_t>(position_ - buffer_.data())};
-    }
-
-    /// "<name> = <hex> \n"
-    void add_scalar(const field_name &name, std::uint32_t value)
-    {
-        char *const at = put(put_name(name), " = ");
-        position_ = put(put_hex(at, value), " \n");
-    }
-
-    /// "<name>[<index>] = <hex>\n"
-    void add_element(const field_name &name, unsigned index, std::uint32_t value)
-    {
-        char *const at = put(put_decimal(put(put_name(name), "["), index), "] = ");
-        position_ = put(put_hex(at, value), "\n");
-    }
-
-private:
-    // A name's room, an index of up to five digits, a value of up to ten, eight others.
-    static constexpr std::size_t longest_line = field_name::room + 24;
-
-    char *put_name(const field_name &name)
-    {
-        const auto used = static_cast<std::size_t>(position_ - buffer_.data());
-        if (buffer_.size() - used < longest_line) [[unlikely]] {
-            buffer_.resize(2 * buffer_.size());
-            position_ = buffer_.data() + used;
-        }
-        std::memcpy(position_, name.text, field_name::room); // what is too much is written over
-        return position_ + name.length;
-    }
-
-    template <std::size_t Size> static char *put(char *at, const char (&literal)[Size])
-    {
-        std::memcpy(at, literal, Size - 1);
-        return at + Size - 1;
-    }
-
-    // What "%#x" prints: 0 for zero, else 0x and lower-case digits.
-    static char *put_hex(char *at, std::uint32_t value)
-    {
-        if (value == 0) {
-            *at = '0';
-            return at + 1;
-        }
-        at = put(at, "0x");
-        char *const end = at + (std::bit_width(value) + 3) / 4;
-        for (char *digit = end; digit != at; value >>= 4)
-            *--digit = "0123456789abcdef"[value & 15];
-        return end;
-    }
-
-    static char *put_decimal(char *at, unsigned value)
-    {
-        if (value >= 10)
-            at = put_decimal(at, value / 10);
-        *at = static_cast<char>('0' + value % 10);
-        return at + 1;
-    }
-
-    static std::vector<char> buffer_;
-    char *position_;
+/// One value of a dump, and the length of the text in front of it.
+struct dump_step {
+    std::uint32_t mask; ///< of the value, once it is shifted down
+    std::uint16_t offset;
+    std::uint8_t shift;
+    std::uint8_t text_length;
 };
 
-std::vector<char> dump_text::buffer_(4096);
-
-std::uint32_t load_sized(const unsigned char *element, unsigned size)
+/// All that a dump of one record type needs. Nested records and arrays are laid out flat.
+class dump_plan
 {
-    switch (size) {
-    case 1:  return load<std::uint8_t>(element, 0);
-    case 2:  return load<std::uint16_t>(element, 0);
-    default: return load<std::uint32_t>(element, 0);
+public:
+    explicit dump_plan(const record_layout &layout)
+    {
+        add_record(layout, 0);
+        text_ += gap_;
     }
+
+    const std::vector<dump_step> &steps() const { return steps_; }
+    /// The texts in front of the values, one after the other, and the end of the last line.
+    const std::string &text() const { return text_; }
+    /// Characters of the longest dump there can be.
+    std::size_t longest() const { return text_.size() + longest_value * steps_.size(); }
+
+    static constexpr std::size_t longest_value = 10; // 0x and eight digits
+
+private:
+    void add_record(const record_layout &layout, std::size_t offset)
+    {
+        for (const auto &field : layout.fields) {
+            if (field.dumped)
+                add_field(field, offset + field.offset);
+        }
+    }
+
+    void add_field(const field_layout &field, std::size_t offset)
+    {
+        if (field.nested != nullptr) {
+            const unsigned elements = field.count != 0 ? field.count : 1;
+            for (unsigned index = 0; index < elements; ++index, offset += field.nested->size)
+                add_record(*field.nested, offset);
+        } else if (field.count != 0) {
+            for (unsigned index = 0; index < field.count; ++index, offset += field.size)
+                add_value(field, "[" + std::to_string(index) + "]", offset, "\n");
+        } else {
+            add_value(field, "", offset, " \n"); // the blank is meant
+        }
+    }
+
+    // `gap_` is what ends the line before.
+    void add_value(const field_layout &field, const std::string &index, std::size_t offset,
+                   const char *line_end)
+    {
+        const auto text = gap_ + field.name.text + index + " = ";
+        const unsigned width = field.width != 0 ? field.width : 8u * field.size;
+        steps_.push_back({bit_mask(0, width), static_cast<std::uint16_t>(offset), field.bit,
+                          static_cast<std::uint8_t>(text.size())});
+        text_ += text;
+        gap_ = line_end;
+    }
+
+    std::vector<dump_step> steps_;
+    std::string text_;
+    std::string gap_;
+};
+
+// Made when a type is dumped first; a flow's takes about 4 KiB.
+const dump_plan &plan_for(const record_layout &layout)
+{
+    static std::map<const record_layout *, dump_plan> plans;
+    return plans.try_emplace(&layout, layout).first->second;
 }
 
-void add_record(dump_text &text, const unsigned char *record, const record_layout &layout);
-
-void add_field(dump_text &text, const unsigned char *element, const field_layout &field)
+// Four bytes at any alignment. The compiler makes one instruction of it where the processor can.
+std::uint32_t compose(const unsigned char *bytes)
 {
-    if (field.nested != nullptr) {
-        const unsigned elements = field.count != 0 ? field.count : 1;
-        for (unsigned index = 0; index < elements; ++index, element += field.nested->size)
-            add_record(text, element, *field.nested);
-    } else if (field.count != 0) {
-        for (unsigned index = 0; index < field.count; ++index, element += field.size)
-            text.add_element(field.name, index, load_sized(element, field.size));
-    } else {
-        const auto value = load_sized(element, field.size);
-        const auto mask = bit_mask(field.bit, field.width != 0 ? field.width : 8 * field.size);
-        text.add_scalar(field.name, (value & mask) >> field.bit);
-    }
+    return bytes[0] | static_cast<std::uint32_t>(bytes[1]) << 8 |
+           static_cast<std::uint32_t>(bytes[2]) << 16 | static_cast<std::uint32_t>(bytes[3]) << 24;
 }
 
-void add_record(dump_text &text, const unsigned char *record, const record_layout &layout)
+// Four hexadecimal digits, the highest first, all at once: a digit in each byte.
+char *put_four_digits(char *at, std::uint32_t value)
 {
-    for (const auto &field : layout.fields) {
-        if (field.dumped)
-            add_field(text, record + field.offset, field);
-    }
+    constexpr std::uint32_t each = 0x01010101;
+    const std::uint32_t pairs = value >> 8 | (value & 0xff) << 16;
+    const std::uint32_t digits = (pairs >> 4 & 0x000f000f) | (pairs & 0x000f000f) << 8;
+    const std::uint32_t letters = (digits + 6 * each) >> 4 & each;
+    const std::uint32_t text = digits + '0' * each + ('a' - '0' - 10) * letters;
+    at[0] = static_cast<char>(text);
+    at[1] = static_cast<char>(text >> 8);
+    at[2] = static_cast<char>(text >> 16);
+    at[3] = static_cast<char>(text >> 24);
+    return at + 4;
+}
+
+// What "%#x" prints: 0 for zero, else 0x and lower-case digits. Writes up to two bytes too many.
+char *put_hex(char *at, std::uint32_t value)
+{
+    at[0] = '0';
+    if (value == 0)
+        return at + 1;
+    at[1] = 'x';
+    at += 2;
+    const unsigned digits = (static_cast<unsigned>(std::bit_width(value)) + 3) / 4;
+    value <<= 32 - 4 * digits;
+    put_four_digits(at, value >> 16);
+    if (digits > 4)
+        put_four_digits(at + 4, value & 0xffff);
+    return at + digits;
 }
 
 } // namespace
 
 void dump_record(const void *record, const record_layout &layout)
 {
-    if (record == nullptr)
+    if (record == nullptr || !can_read(record, layout.size))
         return;
-    dump_text text;
-    add_record(text, static_cast<const unsigned char *>(record), layout);
-    write_output(text.text());
+    const auto &plan = plan_for(layout);
+    // Kept for the next dump.
+    static std::vector<unsigned char> values;
+    static std::vector<char> lines;
+    // A value is read as four bytes, wherever it ends, and written with four digits at least.
+    values.resize(layout.size + 3);
+    lines.resize(plan.longest() + 4);
+    std::memcpy(values.data(), record, layout.size);
+
+    const char *text = plan.text().data();
+    char *at = lines.data();
+    for (const auto &step : plan.steps()) {
+        std::memcpy(at, text, step.text_length);
+        at += step.text_length;
+        text += step.text_length;
+        at = put_hex(at, compose(values.data() + step.offset) >> step.shift & step.mask);
+    }
+    const auto rest = static_cast<std::size_t>(plan.text().data() + plan.text().size() - text);
+    std::memcpy(at, text, rest);
+    at += rest;
+    write_output({lines.data(), static_cast<std::size_t>(at - lines.data())});
 }
 
 } // namespace qxsh

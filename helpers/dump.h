@@ -1,6 +1,6 @@
 // Dumps: a record's fields as text, one line a scalar, "<field> = <hex> \n", and one an array
-// element,
-// "<field>[<index>] = <hex>\n" (without the blank), nested records through their own fields.
+// element, "<field>[<index>] = <hex>\n" (without the blank), nested records through their own
+// fields.
 #pragma once
 
 #include <cstddef>
@@ -11,20 +11,17 @@ namespace qxsh {
 
 struct record_layout;
 
-/// A field's name, in a room of one size, so that it is copied without a loop.
+/// A field's name, in place: a pointer would be one more thing to relocate at every start.
 struct field_name {
-    static constexpr std::size_t room = 32;
-
     template <std::size_t Size>
-    consteval field_name(const char (&literal)[Size]) : length(Size - 1)
+    consteval field_name(const char (&literal)[Size])
     {
-        static_assert(Size <= room, "names of fields have at most 31 characters");
-        for (std::size_t i = 0; i < Size - 1; ++i)
+        static_assert(Size <= sizeof text, "names of fields have at most 31 characters");
+        for (std::size_t i = 0; i < Size; ++i)
             text[i] = literal[i];
     }
 
-    char text[room] = {};
-    std::uint8_t length;
+    char text[32] = {};
 };
 
 /// One field as a dump needs it.
@@ -44,7 +41,8 @@ struct record_layout {
     std::span<const field_layout> fields;
 };
 
-/// Prints all fields of a record in declaration order, in one piece; nothing for null.
+/// Prints all fields of a record in declaration order, in one piece; nothing for null, or where
+/// there is no memory. The layout has to stay: what follows from it is kept.
 void dump_record(const void *record, const record_layout &layout);
 
 } // namespace qxsh

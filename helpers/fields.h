@@ -2,6 +2,8 @@
 // Records are never reached through members: packed and overlapping layouts read and write alike.
 #pragma once
 
+#include "helpers/guarded_memory.h"
+
 #include <bit>
 #include <cstdint>
 #include <cstring>
@@ -13,16 +15,38 @@ static_assert(std::endian::native == std::endian::little, "records are little-en
 /// Reads the unsigned Storage at `offset` of a record that is not null.
 template <class Storage> Storage load(const void *record, std::uint32_t offset)
 {
-    Storage value;
-    std::memcpy(&value, static_cast<const unsigned char *>(record) + offset, sizeof value);
-    return value;
+    static_assert(sizeof(Storage) <= 4);
+    const auto *const address = static_cast<const unsigned char *>(record) + offset;
+    if constexpr (sizeof(Storage) == 1)
+        return load_8(address);
+    else if constexpr (sizeof(Storage) == 2)
+        return load_16(address);
+    else
+        return load_32(address);
 }
 
 /// Writes `value`, cut to the Storage's width, at `offset` of a record that is not null.
 template <class Storage> void store(void *record, std::uint32_t offset, std::uint32_t value)
 {
-    const auto cut = static_cast<Storage>(value);
-    std::memcpy(static_cast<unsigned char *>(record) + offset, &cut, sizeof cut);
+    static_assert(sizeof(Storage) <= 4);
+    auto *const address = static_cast<unsigned char *>(record) + offset;
+    if constexpr (sizeof(Storage) == 1)
+        store_8(address, value);
+    else if constexpr (sizeof(Storage) == 2)
+        store_16(address, value);
+    else
+        store_32(address, value);
+}
+
+/// The same where can_write() has said that the memory is there.
+template <class Storage> void put(void *record, std::uint32_t offset, std::uint32_t value)
+{
+    if constexpr (any_alignment) {
+        const auto cut = static_cast<Storage>(value);
+        std::memcpy(static_cast<unsigned char *>(record) + offset, &cut, sizeof cut);
+    } else {
+        store<Storage>(record, offset, value);
+    }
 }
 
 /// `width` ones above `bit`; width 1 to 32, bit + width at most 32.

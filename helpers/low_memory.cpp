@@ -1,7 +1,7 @@
 // Block memory for 64-bit builds: the standard library's pools over mappings below 4 GiB.
 // Each block has a header of eight bytes in front, since a pool wants the size back when a block is
-// freed. Small blocks that were freed wait in a list of their size for the next of that size: a
-// pool takes longer. With QXSH_MEMORY_TOOLS the sanitizer and valgrind see the blocks as they see
+// freed. Small blocks are cut from greater ones of the pool: it would round up their sizes, and
+// takes longer. With QXSH_MEMORY_TOOLS the sanitizer and valgrind see the blocks as they see
 // malloc's.
 #include "helpers/block_memory.h"
 
@@ -148,14 +148,25 @@ std::pmr::memory_resource &pool()
     return *instance;
 }
 
-// Free blocks of up to this many bytes wait in lists.
-constexpr std::size_t listed_bytes = 1024;
-header *free_lists[listed_bytes / alignment + 1];
+// Blocks of up to this many bytes are cut from chunks, to their very size; when they are free they
+// wait in a list of that size. Greater ones are the pool's.
+constexpr std::size_t small_bytes = 1024;
+constexpr std::size_t chunk_bytes = 256 * 1024;
+header *free_lists[small_bytes / alignment + 1];
+char *chunk; // what is left of the newest one
+std::size_t chunk_left;
+
+void add_to_list(header *head, std::size_t bytes)
+{
+    header *&list = free_lists[bytes / alignment];
+    head->size = no_block;
+    head->check = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(list));
+    list = head;
+    ASAN_POISON_MEMORY_REGION(head, bytes);
+}
 
 header *take_from_list(std::size_t bytes)
 {
-    if (bytes > listed_bytes)
-        return nullptr;
     header *&list = free_lists[bytes / alignment];
     header *const head = list;
     if (head != nullptr) {
@@ -174,6 +185,36 @@ header *take_from_pool(std::size_t bytes)
     } catch (const std::bad_alloc &) {
         return nullptr;
     }
+}
+
+bool start_chunk()
+{
+    void *const memory = take_from_pool(chunk_bytes);
+    if (memory == nullptr)
+        return false;
+    if (chunk_left >= sizeof(header)) // the rest of the old one is a free block as any other
+        add_to_list(reinterpret_cast<header *>(chunk), chunk_left);
+    chunk = static_cast<char *>(memory);
+    chunk_left = chunk_bytes;
+    return true;
+}
+
+header *cut_from_chunk(std::size_t bytes)
+{
+    if (chunk_left < bytes && !start_chunk())
+        return nullptr;
+    auto *const head = reinterpret_cast<header *>(chunk);
+    chunk += bytes;
+    chunk_left -= bytes;
+    return head;
+}
+
+header *take_memory(std::size_t bytes)
+{
+    if (bytes > small_bytes)
+        return take_from_pool(bytes);
+    header *const head = take_from_list(bytes);
+    return head != nullptr ? head : cut_from_chunk(bytes);
 }
 
 std::size_t bytes_for(std::uint32_t size)
@@ -203,9 +244,7 @@ void *allocate_block(std::uint32_t size)
     if (size > INT32_MAX)
         return nullptr;
     const auto bytes = bytes_for(size);
-    auto *head = take_from_list(bytes);
-    if (head == nullptr)
-        head = take_from_pool(bytes);
+    header *const head = take_memory(bytes);
     if (head == nullptr)
         return nullptr;
     VALGRIND_MAKE_MEM_DEFINED(head, sizeof *head);
@@ -230,16 +269,14 @@ void free_block(void *block)
     if (head->size == no_block || head->check != check_word(head, head->size))
         report_bad_free(block);
     const auto bytes = bytes_for(head->size);
-    head->size = no_block;
     VALGRIND_FREELIKE_BLOCK(block, red_zone);
-    if (bytes <= listed_bytes) {
-        header *&list = free_lists[bytes / alignment];
-        head->check = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(list));
-        list = head;
-    }
-    ASAN_POISON_MEMORY_REGION(head, bytes);
-    if (bytes > listed_bytes)
+    if (bytes <= small_bytes) {
+        add_to_list(head, bytes);
+    } else {
+        head->size = no_block;
+        ASAN_POISON_MEMORY_REGION(head, bytes);
         pool().deallocate(head, bytes, alignment);
+    }
 }
 
 } // namespace qxsh

@@ -20,7 +20,7 @@ void *create_record_array(std::uint32_t count, std::uint32_t size)
 void set_record_slot(void *array, const void *item, std::uint32_t index, std::uint32_t size)
 {
     if (array != nullptr && item != nullptr)
-        std::memmove(address_at(array, index * size), item, size);
+        copy_bytes(address_at(array, index * size), item, size);
 }
 
 void set_record_element(void *record, std::uint32_t offset, std::uint32_t count, const void *source,

@@ -29,10 +29,25 @@ inline void *record_slot(void *array, std::uint32_t index, std::uint32_t size)
 /// Copies `item` into slot `index`; nothing if either is null.
 void set_record_slot(void *array, const void *item, std::uint32_t index, std::uint32_t size);
 
+/// Copies a record of up to 4096 bytes; they may overlap. Neither is null. All of it or, where
+/// there is no memory, nothing.
+inline void copy_bytes(void *target, const void *source, std::uint32_t size)
+{
+    if (can_copy(target, source, size))
+        std::memmove(target, source, size);
+}
+
 /// Copies a whole nested record from `source` to `offset`; they may overlap. Neither is null.
 inline void copy_record(void *record, std::uint32_t offset, const void *source, std::uint32_t size)
 {
-    std::memmove(address_at(record, offset), source, size);
+    copy_bytes(address_at(record, offset), source, size);
+}
+
+/// The same where can_write() has said that the record is there.
+inline void put_record(void *record, std::uint32_t offset, const void *source, std::uint32_t size)
+{
+    if (can_read(source, size))
+        std::memmove(address_at(record, offset), source, size);
 }
 
 /// Copies a nested record in; nothing if either pointer is null.

@@ -1,145 +1,82 @@
-// Conversion of a command's words, its error messages and its result; see command_words.h.
+// Conversion of a command's words and its messages; see command_words.h.
 #include "runtime/command_words.h"
 
-#include "runtime/arguments.h"
 #include "runtime/errors.h"
-#include "runtime/known_objects.h"
-#include "runtime/object_command.h"
+#include "runtime/numbers.h"
 
-#include <cstring>
 #include <string>
 
 namespace qxsh {
 
-bool count_words(Tcl_Interp *interp, int objc, Tcl_Obj *const words[], const char *format)
+const Tcl_ObjType converted_number = {"", nullptr, nullptr, nullptr, nullptr};
+
+static const char *native_name(word_kind kind, const swig_type_record *type)
 {
-    return check_word_count(interp, objc, words, format) == TCL_OK;
+    switch (kind) {
+    case word_unsigned_char:      return "unsigned char";
+    case word_unsigned_short:     return "unsigned short";
+    case word_unsigned_int:       return "unsigned int";
+    case word_int:                return "int";
+    case word_unsigned_long_long: return "unsigned long long";
+    case word_any_handle:         return "void *";
+    default:                      return type->str;
+    }
 }
 
-// The usage holds the command's name, between the colon and the first blank.
-static std::string name_in(const char *format)
-{
-    const char *const name = std::strchr(format, ':') + 1;
-    return {name, std::strcspn(name, " ")};
-}
-
-static bool refuse(Tcl_Interp *interp, int number, const char *format, int code,
+static bool refuse(Tcl_Interp *interp, int number, const char *usage, int code,
                    const char *native_type)
 {
-    const auto message = "in method '" + name_in(format) + "', argument " +
+    const auto message = "in method '" + method_name(usage) + "', argument " +
                          std::to_string(number) + " of type '" + native_type + "'";
     swig_set_error_msg(interp, swig_error_type_name(code == SWIG_ERROR ? SWIG_TypeError : code),
                        message.c_str());
     return false;
 }
 
-bool convert_word(Tcl_Interp *interp, Tcl_Obj *const words[], int number, const char *format,
-                  void **pointer, swig_type_record *type)
-{
-    if (type != nullptr && read_plain_handle(words[number], type, pointer))
-        return true;
-    const int code = swig_convert_ptr(interp, words[number], pointer, type, 0);
-    return code == SWIG_OK ||
-           refuse(interp, number, format, code, type != nullptr ? type->str : "void *");
-}
-
-static int convert(Tcl_Obj *word, int *value) { return swig_as_val_int(nullptr, word, value); }
-static int convert(Tcl_Obj *word, unsigned int *value)
-{
-    return swig_as_val_unsigned_int(nullptr, word, value);
-}
-static int convert(Tcl_Obj *word, unsigned short *value)
-{
-    return swig_as_val_unsigned_short(nullptr, word, value);
-}
-static int convert(Tcl_Obj *word, unsigned char *value)
-{
-    return swig_as_val_unsigned_char(nullptr, word, value);
-}
-static int convert(Tcl_Obj *word, unsigned long long *value)
-{
-    return swig_as_val_unsigned_long_long(nullptr, word, value);
-}
-
-template <class Number> constexpr const char *native_name = nullptr;
-template <> constexpr const char *native_name<int> = "int";
-template <> constexpr const char *native_name<unsigned int> = "unsigned int";
-template <> constexpr const char *native_name<unsigned short> = "unsigned short";
-template <> constexpr const char *native_name<unsigned char> = "unsigned char";
-template <> constexpr const char *native_name<unsigned long long> = "unsigned long long";
-
+// Reads the word as a number of the type that `read` gives.
 template <class Number>
-bool convert_word(Tcl_Interp *interp, Tcl_Obj *const words[], int number, const char *format,
-                  Number &value)
+static int convert_number(int (*read)(Tcl_Interp *, Tcl_Obj *, Number *), Tcl_Obj *word,
+                          Tcl_Obj &converted)
 {
-    const int code = convert(words[number], &value);
-    return code == SWIG_OK || refuse(interp, number, format, code, native_name<Number>);
+    Number value = 0;
+    const int code = read(nullptr, word, &value);
+    converted.typePtr = &converted_number;
+    converted.internalRep.wideValue = static_cast<Tcl_WideInt>(value);
+    return code;
 }
 
-using words_array = Tcl_Obj *const[];
-template bool convert_word(Tcl_Interp *, words_array, int, const char *, int &);
-template bool convert_word(Tcl_Interp *, words_array, int, const char *, unsigned int &);
-template bool convert_word(Tcl_Interp *, words_array, int, const char *, unsigned short &);
-template bool convert_word(Tcl_Interp *, words_array, int, const char *, unsigned char &);
-template bool convert_word(Tcl_Interp *, words_array, int, const char *, unsigned long long &);
-
-// The interpreter's own result object, if it is as fresh as Tcl leaves it: filling it is cheaper
-// than a new object. Its text is Tcl's shared empty one and need not be freed.
-static inline Tcl_Obj *fresh_result(Tcl_Interp *interp)
+static int convert(Tcl_Interp *interp, Tcl_Obj *word, word_kind kind, swig_type_record *type,
+                   Tcl_Obj &converted)
 {
-    Tcl_Obj *const result = Tcl_GetObjResult(interp);
-    if (result->refCount > 1 || result->typePtr != nullptr || result->bytes != known.empty_text)
-        return nullptr;
-    result->bytes = nullptr;
-    return result;
-}
-
-int set_int_result(Tcl_Interp *interp, int value)
-{
-    if (Tcl_Obj *const result = fresh_result(interp); result != nullptr) {
-        result->internalRep.longValue = value;
-        result->typePtr = known.integer_type;
-    } else {
-        Tcl_SetObjResult(interp, swig_from_int(value));
+    void *pointer;
+    int code = SWIG_OK;
+    switch (kind) {
+    case word_unsigned_char:
+        return convert_number(swig_as_val_unsigned_char, word, converted);
+    case word_unsigned_short:
+        return convert_number(swig_as_val_unsigned_short, word, converted);
+    case word_unsigned_int:
+        return convert_number(swig_as_val_unsigned_int, word, converted);
+    case word_int:
+        return convert_number(swig_as_val_int, word, converted);
+    case word_unsigned_long_long:
+        return convert_number(swig_as_val_unsigned_long_long, word, converted);
+    case word_any_handle:
+        code = swig_convert_ptr(interp, word, &pointer, nullptr, 0);
+        break;
+    default:
+        code = swig_convert_ptr(interp, word, &pointer, type, 0);
     }
-    return TCL_OK;
+    if (code == SWIG_OK)
+        become_handle(&converted, pointer, type);
+    return code;
 }
 
-int set_great_result(Tcl_Interp *interp, unsigned int value)
+bool convert_word(Tcl_Interp *interp, Tcl_Obj *word, int number, const char *usage, word_kind kind,
+                  swig_type_record *type, Tcl_Obj &converted)
 {
-    constexpr int digits = 10; // of every 32-bit number beyond the integer objects
-    if (Tcl_Obj *const result = fresh_result(interp); result != nullptr) {
-        char *const text = Tcl_Alloc(digits + 1);
-        for (int i = digits; i-- > 0; value /= 10)
-            text[i] = static_cast<char>('0' + value % 10);
-        text[digits] = '\0';
-        result->bytes = text;
-        result->length = digits;
-    } else {
-        Tcl_SetObjResult(interp, swig_from_unsigned_long(value));
-    }
-    return TCL_OK;
-}
-
-int set_low32_result(Tcl_Interp *interp, unsigned long long value)
-{
-    // The sign is meant: 2^31 gives 18446744071562067968.
-    const auto widened = static_cast<long long>(static_cast<std::int32_t>(value));
-    Tcl_SetObjResult(interp,
-                     swig_from_unsigned_long_long(static_cast<unsigned long long>(widened)));
-    return TCL_OK;
-}
-
-int set_pointer_result(Tcl_Interp *interp, void *pointer, swig_type_record *type)
-{
-    Tcl_Obj *result = nullptr;
-    if (has_handle(pointer) && type->client_data == nullptr)
-        result = fresh_result(interp);
-    if (result != nullptr)
-        become_handle(result, pointer, type);
-    else
-        Tcl_SetObjResult(interp, swig_new_instance_obj(interp, pointer, type, 0));
-    return TCL_OK;
+    const int code = convert(interp, word, kind, type, converted);
+    return code == SWIG_OK || refuse(interp, number, usage, code, native_name(kind, type));
 }
 
 } // namespace qxsh

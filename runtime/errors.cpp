@@ -3,6 +3,8 @@
 
 #include "runtime/numbers.h"
 
+#include <cstring>
+
 const char *swig_error_type_name(int code)
 {
     switch (code) {
@@ -26,4 +28,11 @@ void swig_set_error_msg(Tcl_Interp *interp, const char *category, const char *me
     Tcl_ResetResult(interp);
     Tcl_SetErrorCode(interp, "SWIG", category, nullptr);
     Tcl_AppendResult(interp, category, " ", message, nullptr);
+}
+
+// It stands between the colon and the first blank.
+std::string qxsh::method_name(const char *usage)
+{
+    const char *const name = std::strchr(usage, ':') + 1;
+    return {name, std::strcspn(name, " ")};
 }

@@ -4,8 +4,17 @@
 
 #include <tcl.h>
 
+#include <string>
+
 /// The category of an error code; "RuntimeError" for a code without one.
 const char *swig_error_type_name(int code);
 
 /// Makes "<category> <message>" the interpreter's result and {SWIG <category>} its error code.
 void swig_set_error_msg(Tcl_Interp *interp, const char *category, const char *message);
+
+namespace qxsh {
+
+/// The command's name in its usage, e.g. "oo:qx_flow_add device_id p_flow ".
+std::string method_name(const char *usage);
+
+} // namespace qxsh

@@ -228,18 +228,20 @@ const char *swig_unpack_hex(const char *text, void *data, std::size_t size)
 // Not registered with Tcl, so nothing but this module converts objects to it.
 const Tcl_ObjType qxsh::handle_type = {"qx_handle", nullptr, copy_memory, make_text, nullptr};
 
-bool qxsh::read_plain_handle(Tcl_Obj *object, const swig_type_record *type, void **pointer)
+bool qxsh::read_plain_handle(Tcl_Obj *object, const swig_type_record *type)
 {
-    const swig_cast_record *const cast = type->cast;
     const char *const text = object->bytes;
-    std::uint32_t address;
-    if (object->typePtr == &handle_type || text == nullptr || text[0] != '_' ||
-        object->length <= static_cast<int>(address_digits) || cast == nullptr ||
-        cast->converter != nullptr || !unpack_address(text + 1, address) ||
-        std::strcmp(text + 1 + address_digits, cast->type->name) != 0)
+    if (text == nullptr || text[0] != '_' || object->length <= static_cast<int>(address_digits))
         return false;
-    *pointer = pointer_to(address);
-    remember(object, address, cast->type);
+    const swig_cast_record *const cast = type->cast;
+    if (cast == nullptr || cast->converter != nullptr || object->typePtr == &handle_type)
+        return false;
+    swig_type_record *const source = cast->type;
+    std::uint32_t address;
+    if (std::strcmp(text + 1 + address_digits, source->name) != 0 ||
+        !unpack_address(text + 1, address))
+        return false;
+    remember(object, address, source);
     return true;
 }
 

@@ -44,23 +44,12 @@ namespace qxsh {
 
 /// The type of objects that remember what their handle text stands for: twoPtrValue holds the
 /// address and the record of the type that the text names.
-extern const Tcl_ObjType handle_type;
-
-/// Whether the object remembers a handle of exactly this type; gives the pointer if so.
-inline bool remembers(const Tcl_Obj *object, const swig_type_record *type, void **pointer)
-{
-    const auto &memory = object->internalRep.twoPtrValue;
-    if (object->typePtr != &handle_type || memory.ptr2 != type)
-        return false;
-    *pointer = memory.ptr1;
-    return true;
-}
+[[gnu::visibility("hidden")]] extern const Tcl_ObjType handle_type;
 
 /// The short way for an object that remembers nothing yet: if its text is a well-formed handle of
-/// the source type that `type` matched last, and needs no converter, the object remembers it and
-/// the pointer is given. False, with the object unchanged: it has to go the long way,
-/// swig_convert_ptr.
-bool read_plain_handle(Tcl_Obj *object, const swig_type_record *type, void **pointer);
+/// the source type that `type` matched last, and needs no converter, the object remembers it.
+/// False, with the object unchanged: it has to go the long way, swig_convert_ptr.
+bool read_plain_handle(Tcl_Obj *object, const swig_type_record *type);
 
 /// Whether the pointer has a handle other than "NULL": it is not null and lies below 4 GiB.
 inline bool has_handle(const void *pointer)

@@ -13,7 +13,7 @@ struct known_objects {
 };
 
 /// Until learn_known_objects() has run, its members equal nothing that an object can hold.
-extern known_objects known;
+[[gnu::visibility("hidden")]] extern known_objects known;
 
 /// Fills `known` unless that was done. Needs Tcl's stub table.
 void learn_known_objects();

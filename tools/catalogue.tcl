@@ -11,6 +11,7 @@ namespace eval catalogue {
         i32 {4 int}
         u64 {8 {unsigned long long}}
     }
+    variable most_bytes 4096 ;# of a record: a page, so that it touches two at most
     variable cell_operations {create get array_create array_get array_set}
     # Names that a field or an argument cannot have: words of C and C++, macros that a user of the
     # header may meet, and what the generated functions call their own arguments and locals.
@@ -24,7 +25,7 @@ namespace eval catalogue {
         static_cast struct switch template this thread_local throw true try typedef typeid typename
         union unsigned using virtual void volatile wchar_t while xor xor_eq
         EOF NULL errno linux stderr stdin stdout unix
-        arr cfg idx interp item objc objv output swig_types words
+        arr block cfg idx interp item kinds objc objv swig_types usage
     }
 }
 

@@ -9,28 +9,14 @@
 # arguments, records and cells by reference. Relies on catalogue.tcl; a file whose content would stay the
 # same is not touched.
 
-source [file join [file dirname [file normalize [info script]]] catalogue.tcl]
+foreach part {catalogue.tcl generate/text.tcl} {
+    source [file join [file dirname [file normalize [info script]]] $part]
+}
 
 namespace eval generate_sdk {
     variable note "Generated from the catalogue by tools/generate_sdk.tcl; changes belong there."
     # Arrays of bytes with these names hold keys.
     variable secrets {ekey akey key}
-}
-
-proc generate_sdk::write {name text} {
-    variable folder
-    set file [file join $folder $name]
-    file mkdir [file dirname $file]
-    if {[file exists $file]} {
-        set channel [open $file]
-        set old [read $channel]
-        close $channel
-        if {$old eq $text} return
-    }
-    set channel [open $file w]
-    fconfigure $channel -encoding utf-8 -translation lf
-    puts -nonewline $channel $text
-    close $channel
 }
 
 # ------------------------------------------------------------------------------- the statuses
@@ -234,7 +220,7 @@ proc generate_sdk::header {} {
     append text "\n"
     foreach call [catalogue::calls] { append text "[declaration $call]\n" }
     append text "\n} // namespace qxsim\n"
-    write sdk_calls.h $text
+    generate::write sdk_calls.h $text
 }
 
 proc generate_sdk::definitions {statuses} {
@@ -255,11 +241,11 @@ proc generate_sdk::definitions {statuses} {
     append text "\};\nconst std::span<const status_description> status_descriptions = statuses;\n"
     append text "\n} // namespace qxsim\n\nusing namespace qxsim;\n"
     foreach call [catalogue::calls] { append text \n[entry $call] }
-    write sdk_calls.cpp $text
+    generate::write sdk_calls.cpp $text
 }
 
 proc generate_sdk::main {catalogue_folder status_file output_folder} {
-    variable folder $output_folder
+    set generate::folder $output_folder
     catalogue::load $catalogue_folder
     set statuses [read_statuses $status_file]
     header

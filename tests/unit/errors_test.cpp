@@ -1,16 +1,13 @@
 // Error categories and messages, and what commands say about their words.
-#include "runtime/command_words.h"
 #include "runtime/errors.h"
-#include "runtime/known_objects.h"
 #include "runtime/numbers.h"
+#include "tests/unit/command_call.h"
 #include "tests/unit/interpreter.h"
 #include "tests/unit/sample_module.h"
 
 #include <climits>
 
 namespace {
-
-using qxsh::command_words;
 
 TEST(error_names, by_code)
 {
@@ -48,7 +45,7 @@ class command_errors : public testing::Test
 {
 protected:
     // A call of "qx_sample" with one word behind its name.
-    command_words words(const std::string &word)
+    command_call words(const std::string &word)
     {
         words_ = {"called otherwise", word};
         return {tcl_, words_.count(), words_.data(), "o:qx_sample argument "};
@@ -144,8 +141,8 @@ TEST_F(command_errors, pointers)
 TEST_F(command_errors, numbers_of_arguments)
 {
     const word_list list{"renamed", "1", "2", "x"};
-    const command_words call{tcl_, list.count(), list.data(), "ooo:qx_three a b c "};
-    EXPECT_TRUE(call.count(3));
+    const command_call call{tcl_, list.count(), list.data(), "ooo:qx_three a b c "};
+    EXPECT_TRUE(call.count());
     int value;
     EXPECT_TRUE(call.get(1, value));
     EXPECT_FALSE(call.get(3, value));
@@ -155,113 +152,13 @@ TEST_F(command_errors, numbers_of_arguments)
 TEST_F(command_errors, word_counts)
 {
     const word_list two{"c", "1", "2"};
-    const command_words call{tcl_, two.count(), two.data(), "o:qx_one a "};
-    EXPECT_FALSE(call.count(1));
+    const command_call call{tcl_, two.count(), two.data(), "o:qx_one a "};
+    EXPECT_FALSE(call.count());
     EXPECT_EQ(tcl_.result(), "Wrong # args.:qx_one a  argument 2");
     const word_list none{"c"};
-    EXPECT_FALSE((command_words{tcl_, none.count(), none.data(), "o:qx_one a "}.count(1)));
+    EXPECT_FALSE((command_call{tcl_, none.count(), none.data(), "o:qx_one a "}.count()));
     EXPECT_EQ(tcl_.result(), "Wrong number of arguments :qx_one a  argument 1");
-    EXPECT_TRUE((command_words{tcl_, none.count(), none.data(), ":qx_none "}.count(0)));
-}
-
-// Results are put into whatever object the interpreter has for them: a fresh one, which is filled,
-// one with an earlier result, or one that a script holds, too. Before the module's start none
-// counts as fresh.
-class command_results : public command_errors, public testing::WithParamInterface<bool>
-{
-protected:
-    void SetUp() override
-    {
-        if (GetParam())
-            qxsh::learn_known_objects();
-    }
-
-    // The result that `set` leaves, in each of these cases.
-    template <class Set>
-    void expect_result(Set set, const std::string &text, const std::string &type)
-    {
-        for (const char *script :
-             {"", "set a {an earlier result}", "expr 1+1", "list a b", "format {}"}) {
-            tcl_.value(script);
-            for (int time = 0; time < 2; ++time) {
-                const held_object earlier{Tcl_GetObjResult(tcl_)};
-                const auto earlier_text = earlier.text();
-                EXPECT_EQ(set(words("")), TCL_OK);
-                const held_object result{Tcl_GetObjResult(tcl_)};
-                EXPECT_EQ(result.type(), type);
-                EXPECT_EQ(result.text(), text);
-                EXPECT_EQ(tcl_.result(), text);
-                EXPECT_EQ(earlier.text(), earlier_text);
-            }
-            Tcl_ResetResult(tcl_);
-            EXPECT_EQ(set(words("")), TCL_OK);
-            EXPECT_EQ(held_object{Tcl_GetObjResult(tcl_)}.type(), type);
-            EXPECT_EQ(tcl_.result(),
-                      text); // after the type: asking for the text changes the object
-            Tcl_ResetResult(tcl_);
-            EXPECT_EQ(tcl_.result(), "");
-        }
-    }
-};
-
-INSTANTIATE_TEST_SUITE_P(before_and_after_the_start, command_results, testing::Values(false, true));
-
-TEST_P(command_results, numbers)
-{
-    expect_result([](auto words) { return words.int_result(-5); }, "-5", "int");
-    expect_result([](auto words) { return words.int_result(INT_MAX); }, "2147483647", "int");
-    expect_result([](auto words) { return words.unsigned_result(0); }, "0", "int");
-    expect_result([](auto words) { return words.unsigned_result(2147483646); }, "2147483646",
-                  "int");
-    expect_result([](auto words) { return words.unsigned_result(2147483647); }, "2147483647", "");
-    expect_result([](auto words) { return words.unsigned_result(UINT_MAX); }, "4294967295", "");
-}
-
-TEST_P(command_results, status_keeps_16_bits)
-{
-    EXPECT_EQ(words("").status_result(0), TCL_OK);
-    EXPECT_EQ(tcl_.result(), "0");
-    words("").status_result(65537);
-    EXPECT_EQ(tcl_.result(), "1");
-    words("").status_result(UINT_MAX);
-    EXPECT_EQ(tcl_.result(), "65535");
-    words("").status_result(0x80000000);
-    EXPECT_EQ(tcl_.result(), "0");
-}
-
-TEST_P(command_results, long_long_keeps_32_bits_with_their_sign)
-{
-    const std::pair<unsigned long long, const char *> cases[] = {
-        {0, "0"},
-        {4294967301, "5"},
-        {2147483646, "2147483646"},
-        {2147483647, "2147483647"},
-        {2147483648, "18446744071562067968"},
-        {4294967295, "18446744073709551615"},
-        {ULLONG_MAX, "18446744073709551615"},
-        {0xffffffff00000000, "0"},
-    };
-    for (const auto &[value, text] : cases) {
-        EXPECT_EQ(words("").low32_result(value), TCL_OK);
-        EXPECT_EQ(tcl_.result(), text);
-    }
-}
-
-TEST_P(command_results, pointers)
-{
-    plain_type flow{"_p_qx_flow_t"};
-    expect_result([&](auto words) { return words.pointer_result(at(0x0001a2b0), flow); },
-                  "_b0a20100_p_qx_flow_t", "qx_handle");
-    expect_result([&](auto words) { return words.pointer_result(at(UINT32_MAX), flow); },
-                  "_ffffffff_p_qx_flow_t", "qx_handle");
-    expect_result([&](auto words) { return words.pointer_result(nullptr, flow); }, "NULL", "");
-}
-
-TEST_P(command_results, none_leaves_the_result_alone)
-{
-    Tcl_ResetResult(tcl_);
-    EXPECT_EQ(words("").none(), TCL_OK);
-    EXPECT_EQ(tcl_.result(), "");
+    EXPECT_TRUE((command_call{tcl_, none.count(), none.data(), ":qx_none "}.count()));
 }
 
 } // namespace

@@ -2,8 +2,8 @@
 // word of a command (fresh, again, and shared), and all have to give the same.
 #pragma once
 
-#include "runtime/command_words.h"
 #include "runtime/handle.h"
+#include "tests/unit/command_call.h"
 #include "tests/unit/interpreter.h"
 #include "tests/unit/sample_module.h"
 
@@ -52,7 +52,7 @@ private:
     // A command's only word, as a handle of the type or of any.
     bool get(const word_list &words, swig_type_record *type, void *&pointer)
     {
-        const qxsh::command_words call{tcl_, words.count(), words.data(), "o:qx_door word "};
+        const command_call call{tcl_, words.count(), words.data(), "o:qx_door word "};
         return type != nullptr ? call.get(1, pointer, type) : call.get(1, pointer);
     }
 

@@ -121,6 +121,11 @@ proc catalogue::check_layout {name} {
         fail [dict get $record place] "$name has size [dict get $record size], but the C layout\
             of its fields gives $size"
     }
+    # Helpers look at the first and the last byte to see whether a record is there.
+    variable most_bytes
+    if {$size > $most_bytes} {
+        fail [dict get $record place] "$name has size $size, and $most_bytes is the most"
+    }
 }
 
 proc catalogue::check_bit_field {field packed bits next} {

@@ -16,6 +16,9 @@ enum type_index {
     type_count
 };
 
+/// Of the command with the longest usage.
+constexpr int most_arguments = 9;
+
 /// The types as resolved when the module was first linked; ends with a null.
-extern swig_type_record *swig_types[type_count + 1];
+[[gnu::visibility("hidden")]] extern swig_type_record *swig_types[type_count + 1];
 extern swig_module_record swig_module;

@@ -2,266 +2,288 @@
 // Generated from the catalogue by tools/generate.tcl; changes belong there.
 #include "test_wrap.h"
 
-#include "commands/sdk_output.h"
+#include "commands/sdk_call.h"
+#include "commands/wrapper.h"
 #include "helpers.h"
-#include "runtime/command_words.h"
-#include "types.h"
 
 using namespace qxsh;
 
 int wrap_qx_data_free(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "o:qx_data_free data "};
+    static constexpr char usage[] = "o:qx_data_free data ";
+    static constexpr word_kind kinds[] = {word_any_handle, word_end};
     void *data;
-    if (!words.count(1) || !words.get(1, data))
-        return TCL_ERROR;
+    if (objc != 2 || !ready(objv[1], data))
+        return call_converted(wrap_qx_data_free, interp, objc, objv, usage, kinds);
+    begin_call(interp, objc, objv, usage);
     qx_data_free(data);
-    return words.none();
+    end_call();
+    return TCL_OK;
 }
 
 int wrap_qx_uint64_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "o:qx_uint64_create data "};
+    static constexpr char usage[] = "o:qx_uint64_create data ";
+    static constexpr word_kind kinds[] = {word_unsigned_long_long, word_end};
     unsigned long long data;
-    if (!words.count(1) || !words.get(1, data))
-        return TCL_ERROR;
-    return words.pointer_result(qx_uint64_create(data),
-        swig_types[type_unsigned_long_long]);
+    if (objc != 2 || !ready(objv[1], data))
+        return call_converted(wrap_qx_uint64_create, interp, objc, objv, usage, kinds);
+    begin_call(interp, objc, objv, usage);
+    auto *const block = qx_uint64_create(data);
+    end_call();
+    return set_pointer_result(interp, block, swig_types[type_unsigned_long_long]);
 }
 
 int wrap_qx_uint64_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "o:qx_uint64_get ptr "};
+    static constexpr char usage[] = "o:qx_uint64_get ptr ";
+    static constexpr word_kind kinds[] = {handle_of(type_unsigned_long_long), word_end};
     unsigned long long *ptr;
-    if (!words.count(1) || !words.get(1, ptr, swig_types[type_unsigned_long_long]))
-        return TCL_ERROR;
-    return words.low32_result(qx_uint64_get(ptr));
+    if (objc != 2 || !ready(objv[1], ptr, swig_types[type_unsigned_long_long]))
+        return call_converted(wrap_qx_uint64_get, interp, objc, objv, usage, kinds);
+    return finish(interp, usage, qx_uint64_get(ptr));
 }
 
 int wrap_qx_uint32_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "o:qx_uint32_create data "};
+    static constexpr char usage[] = "o:qx_uint32_create data ";
+    static constexpr word_kind kinds[] = {word_unsigned_int, word_end};
     unsigned int data;
-    if (!words.count(1) || !words.get(1, data))
-        return TCL_ERROR;
-    return words.pointer_result(qx_uint32_create(data),
-        swig_types[type_unsigned_int]);
+    if (objc != 2 || !ready(objv[1], data))
+        return call_converted(wrap_qx_uint32_create, interp, objc, objv, usage, kinds);
+    begin_call(interp, objc, objv, usage);
+    auto *const block = qx_uint32_create(data);
+    end_call();
+    return set_pointer_result(interp, block, swig_types[type_unsigned_int]);
 }
 
 int wrap_qx_uint32_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "o:qx_uint32_get ptr "};
+    static constexpr char usage[] = "o:qx_uint32_get ptr ";
+    static constexpr word_kind kinds[] = {handle_of(type_unsigned_int), word_end};
     unsigned int *ptr;
-    if (!words.count(1) || !words.get(1, ptr, swig_types[type_unsigned_int]))
-        return TCL_ERROR;
-    return words.unsigned_result(qx_uint32_get(ptr));
+    if (objc != 2 || !ready(objv[1], ptr, swig_types[type_unsigned_int]))
+        return call_converted(wrap_qx_uint32_get, interp, objc, objv, usage, kinds);
+    return finish(interp, usage, qx_uint32_get(ptr));
 }
 
 int wrap_qx_uint32_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "oo:qx_uint32_array_create data size "};
+    static constexpr char usage[] = "oo:qx_uint32_array_create data size ";
+    static constexpr word_kind kinds[] = {word_unsigned_int, word_unsigned_int, word_end};
     unsigned int data;
     unsigned int size;
-    if (!words.count(2) || !words.get(1, data) || !words.get(2, size))
-        return TCL_ERROR;
-    return words.pointer_result(qx_uint32_array_create(data, size),
-        swig_types[type_unsigned_int]);
+    if (objc != 3 || !ready(objv[1], data) || !ready(objv[2], size))
+        return call_converted(wrap_qx_uint32_array_create, interp, objc, objv, usage, kinds);
+    begin_call(interp, objc, objv, usage);
+    auto *const block = qx_uint32_array_create(data, size);
+    end_call();
+    return set_pointer_result(interp, block, swig_types[type_unsigned_int]);
 }
 
 int wrap_qx_uint32_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "oo:qx_uint32_array_get ptr index "};
+    static constexpr char usage[] = "oo:qx_uint32_array_get ptr index ";
+    static constexpr word_kind kinds[] = {handle_of(type_unsigned_int), word_unsigned_int,
+        word_end};
     unsigned int *ptr;
     unsigned int index;
-    if (!words.count(2) ||
-        !words.get(1, ptr, swig_types[type_unsigned_int]) ||
-        !words.get(2, index))
-        return TCL_ERROR;
-    return words.unsigned_result(qx_uint32_array_get(ptr, index));
+    if (objc != 3 || !ready(objv[1], ptr, swig_types[type_unsigned_int]) || !ready(objv[2], index))
+        return call_converted(wrap_qx_uint32_array_get, interp, objc, objv, usage, kinds);
+    return finish(interp, usage, qx_uint32_array_get(ptr, index));
 }
 
 int wrap_qx_uint32_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "ooo:qx_uint32_array_set ptr data index "};
+    static constexpr char usage[] = "ooo:qx_uint32_array_set ptr data index ";
+    static constexpr word_kind kinds[] = {handle_of(type_unsigned_int), word_unsigned_int,
+        word_unsigned_int, word_end};
     unsigned int *ptr;
     unsigned int data;
     unsigned int index;
-    if (!words.count(3) ||
-        !words.get(1, ptr, swig_types[type_unsigned_int]) ||
-        !words.get(2, data) ||
-        !words.get(3, index))
-        return TCL_ERROR;
+    if (objc != 4 ||
+        !ready(objv[1], ptr, swig_types[type_unsigned_int]) ||
+        !ready(objv[2], data) ||
+        !ready(objv[3], index))
+        return call_converted(wrap_qx_uint32_array_set, interp, objc, objv, usage, kinds);
     qx_uint32_array_set(ptr, data, index);
-    return words.none();
+    return finish(interp, usage);
 }
 
 int wrap_qx_uint64_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "oo:qx_uint64_array_create data size "};
+    static constexpr char usage[] = "oo:qx_uint64_array_create data size ";
+    static constexpr word_kind kinds[] = {word_unsigned_long_long, word_unsigned_int, word_end};
     unsigned long long data;
     unsigned int size;
-    if (!words.count(2) || !words.get(1, data) || !words.get(2, size))
-        return TCL_ERROR;
-    return words.pointer_result(qx_uint64_array_create(data, size),
-        swig_types[type_unsigned_long_long]);
+    if (objc != 3 || !ready(objv[1], data) || !ready(objv[2], size))
+        return call_converted(wrap_qx_uint64_array_create, interp, objc, objv, usage, kinds);
+    begin_call(interp, objc, objv, usage);
+    auto *const block = qx_uint64_array_create(data, size);
+    end_call();
+    return set_pointer_result(interp, block, swig_types[type_unsigned_long_long]);
 }
 
 int wrap_qx_uint64_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "oo:qx_uint64_array_get ptr index "};
+    static constexpr char usage[] = "oo:qx_uint64_array_get ptr index ";
+    static constexpr word_kind kinds[] = {handle_of(type_unsigned_long_long), word_unsigned_int,
+        word_end};
     unsigned long long *ptr;
     unsigned int index;
-    if (!words.count(2) ||
-        !words.get(1, ptr, swig_types[type_unsigned_long_long]) ||
-        !words.get(2, index))
-        return TCL_ERROR;
-    return words.low32_result(qx_uint64_array_get(ptr, index));
+    if (objc != 3 ||
+        !ready(objv[1], ptr, swig_types[type_unsigned_long_long]) ||
+        !ready(objv[2], index))
+        return call_converted(wrap_qx_uint64_array_get, interp, objc, objv, usage, kinds);
+    return finish(interp, usage, qx_uint64_array_get(ptr, index));
 }
 
 int wrap_qx_uint64_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "ooo:qx_uint64_array_set ptr data index "};
+    static constexpr char usage[] = "ooo:qx_uint64_array_set ptr data index ";
+    static constexpr word_kind kinds[] = {handle_of(type_unsigned_long_long),
+        word_unsigned_long_long, word_unsigned_int, word_end};
     unsigned long long *ptr;
     unsigned long long data;
     unsigned int index;
-    if (!words.count(3) ||
-        !words.get(1, ptr, swig_types[type_unsigned_long_long]) ||
-        !words.get(2, data) ||
-        !words.get(3, index))
-        return TCL_ERROR;
+    if (objc != 4 ||
+        !ready(objv[1], ptr, swig_types[type_unsigned_long_long]) ||
+        !ready(objv[2], data) ||
+        !ready(objv[3], index))
+        return call_converted(wrap_qx_uint64_array_set, interp, objc, objv, usage, kinds);
     qx_uint64_array_set(ptr, data, index);
-    return words.none();
+    return finish(interp, usage);
 }
 
 int wrap_qx_uint8_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "o:qx_uint8_create data "};
+    static constexpr char usage[] = "o:qx_uint8_create data ";
+    static constexpr word_kind kinds[] = {word_unsigned_char, word_end};
     unsigned char data;
-    if (!words.count(1) || !words.get(1, data))
-        return TCL_ERROR;
-    return words.pointer_result(qx_uint8_create(data),
-        swig_types[type_unsigned_char]);
+    if (objc != 2 || !ready(objv[1], data))
+        return call_converted(wrap_qx_uint8_create, interp, objc, objv, usage, kinds);
+    begin_call(interp, objc, objv, usage);
+    auto *const block = qx_uint8_create(data);
+    end_call();
+    return set_pointer_result(interp, block, swig_types[type_unsigned_char]);
 }
 
 int wrap_qx_uint8_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "o:qx_uint8_get ptr "};
+    static constexpr char usage[] = "o:qx_uint8_get ptr ";
+    static constexpr word_kind kinds[] = {handle_of(type_unsigned_char), word_end};
     unsigned char *ptr;
-    if (!words.count(1) || !words.get(1, ptr, swig_types[type_unsigned_char]))
-        return TCL_ERROR;
-    return words.unsigned_result(qx_uint8_get(ptr));
+    if (objc != 2 || !ready(objv[1], ptr, swig_types[type_unsigned_char]))
+        return call_converted(wrap_qx_uint8_get, interp, objc, objv, usage, kinds);
+    return finish(interp, usage, qx_uint8_get(ptr));
 }
 
 int wrap_qx_uint8_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "oo:qx_uint8_array_create data size "};
+    static constexpr char usage[] = "oo:qx_uint8_array_create data size ";
+    static constexpr word_kind kinds[] = {word_unsigned_char, word_unsigned_int, word_end};
     unsigned char data;
     unsigned int size;
-    if (!words.count(2) || !words.get(1, data) || !words.get(2, size))
-        return TCL_ERROR;
-    return words.pointer_result(qx_uint8_array_create(data, size),
-        swig_types[type_unsigned_char]);
+    if (objc != 3 || !ready(objv[1], data) || !ready(objv[2], size))
+        return call_converted(wrap_qx_uint8_array_create, interp, objc, objv, usage, kinds);
+    begin_call(interp, objc, objv, usage);
+    auto *const block = qx_uint8_array_create(data, size);
+    end_call();
+    return set_pointer_result(interp, block, swig_types[type_unsigned_char]);
 }
 
 int wrap_qx_uint8_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "oo:qx_uint8_array_get ptr index "};
+    static constexpr char usage[] = "oo:qx_uint8_array_get ptr index ";
+    static constexpr word_kind kinds[] = {handle_of(type_unsigned_char), word_unsigned_int,
+        word_end};
     unsigned char *ptr;
     unsigned int index;
-    if (!words.count(2) ||
-        !words.get(1, ptr, swig_types[type_unsigned_char]) ||
-        !words.get(2, index))
-        return TCL_ERROR;
-    return words.unsigned_result(qx_uint8_array_get(ptr, index));
+    if (objc != 3 ||
+        !ready(objv[1], ptr, swig_types[type_unsigned_char]) ||
+        !ready(objv[2], index))
+        return call_converted(wrap_qx_uint8_array_get, interp, objc, objv, usage, kinds);
+    return finish(interp, usage, qx_uint8_array_get(ptr, index));
 }
 
 int wrap_qx_uint8_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "ooo:qx_uint8_array_set ptr data index "};
+    static constexpr char usage[] = "ooo:qx_uint8_array_set ptr data index ";
+    static constexpr word_kind kinds[] = {handle_of(type_unsigned_char), word_unsigned_char,
+        word_unsigned_int, word_end};
     unsigned char *ptr;
     unsigned char data;
     unsigned int index;
-    if (!words.count(3) ||
-        !words.get(1, ptr, swig_types[type_unsigned_char]) ||
-        !words.get(2, data) ||
-        !words.get(3, index))
-        return TCL_ERROR;
+    if (objc != 4 ||
+        !ready(objv[1], ptr, swig_types[type_unsigned_char]) ||
+        !ready(objv[2], data) ||
+        !ready(objv[3], index))
+        return call_converted(wrap_qx_uint8_array_set, interp, objc, objv, usage, kinds);
     qx_uint8_array_set(ptr, data, index);
-    return words.none();
+    return finish(interp, usage);
 }
 
 int wrap_qx_int32_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "o:qx_int32_create data "};
+    static constexpr char usage[] = "o:qx_int32_create data ";
+    static constexpr word_kind kinds[] = {word_int, word_end};
     int data;
-    if (!words.count(1) || !words.get(1, data))
-        return TCL_ERROR;
-    return words.pointer_result(qx_int32_create(data),
-        swig_types[type_int]);
+    if (objc != 2 || !ready(objv[1], data))
+        return call_converted(wrap_qx_int32_create, interp, objc, objv, usage, kinds);
+    begin_call(interp, objc, objv, usage);
+    auto *const block = qx_int32_create(data);
+    end_call();
+    return set_pointer_result(interp, block, swig_types[type_int]);
 }
 
 int wrap_qx_int32_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "o:qx_int32_get ptr "};
+    static constexpr char usage[] = "o:qx_int32_get ptr ";
+    static constexpr word_kind kinds[] = {handle_of(type_int), word_end};
     int *ptr;
-    if (!words.count(1) || !words.get(1, ptr, swig_types[type_int]))
-        return TCL_ERROR;
-    return words.int_result(qx_int32_get(ptr));
+    if (objc != 2 || !ready(objv[1], ptr, swig_types[type_int]))
+        return call_converted(wrap_qx_int32_get, interp, objc, objv, usage, kinds);
+    return finish(interp, usage, qx_int32_get(ptr));
 }
 
 int wrap_qx_int32_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "oo:qx_int32_array_create data size "};
+    static constexpr char usage[] = "oo:qx_int32_array_create data size ";
+    static constexpr word_kind kinds[] = {word_int, word_unsigned_int, word_end};
     int data;
     unsigned int size;
-    if (!words.count(2) || !words.get(1, data) || !words.get(2, size))
-        return TCL_ERROR;
-    return words.pointer_result(qx_int32_array_create(data, size),
-        swig_types[type_int]);
+    if (objc != 3 || !ready(objv[1], data) || !ready(objv[2], size))
+        return call_converted(wrap_qx_int32_array_create, interp, objc, objv, usage, kinds);
+    begin_call(interp, objc, objv, usage);
+    auto *const block = qx_int32_array_create(data, size);
+    end_call();
+    return set_pointer_result(interp, block, swig_types[type_int]);
 }
 
 int wrap_qx_int32_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "oo:qx_int32_array_get ptr index "};
+    static constexpr char usage[] = "oo:qx_int32_array_get ptr index ";
+    static constexpr word_kind kinds[] = {handle_of(type_int), word_unsigned_int, word_end};
     int *ptr;
     unsigned int index;
-    if (!words.count(2) || !words.get(1, ptr, swig_types[type_int]) || !words.get(2, index))
-        return TCL_ERROR;
-    return words.int_result(qx_int32_array_get(ptr, index));
+    if (objc != 3 || !ready(objv[1], ptr, swig_types[type_int]) || !ready(objv[2], index))
+        return call_converted(wrap_qx_int32_array_get, interp, objc, objv, usage, kinds);
+    return finish(interp, usage, qx_int32_array_get(ptr, index));
 }
 
 int wrap_qx_int32_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "ooo:qx_int32_array_set ptr data index "};
+    static constexpr char usage[] = "ooo:qx_int32_array_set ptr data index ";
+    static constexpr word_kind kinds[] = {handle_of(type_int), word_int, word_unsigned_int,
+        word_end};
     int *ptr;
     int data;
     unsigned int index;
-    if (!words.count(3) ||
-        !words.get(1, ptr, swig_types[type_int]) ||
-        !words.get(2, data) ||
-        !words.get(3, index))
-        return TCL_ERROR;
+    if (objc != 4 ||
+        !ready(objv[1], ptr, swig_types[type_int]) ||
+        !ready(objv[2], data) ||
+        !ready(objv[3], index))
+        return call_converted(wrap_qx_int32_array_set, interp, objc, objv, usage, kinds);
     qx_int32_array_set(ptr, data, index);
-    return words.none();
+    return finish(interp, usage);
 }

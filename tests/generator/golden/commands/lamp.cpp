@@ -2,264 +2,283 @@
 // Generated from the catalogue by tools/generate.tcl; changes belong there.
 #include "test_wrap.h"
 
-#include "commands/sdk_output.h"
+#include "commands/sdk_call.h"
+#include "commands/wrapper.h"
 #include "helpers.h"
-#include "runtime/command_words.h"
-#include "types.h"
 
 using namespace qxsh;
 
 int wrap_qx_lamp_colour_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        ":qx_lamp_colour_create "};
-    if (!words.count(0))
-        return TCL_ERROR;
-    return words.pointer_result(qx_lamp_colour_create(),
-        swig_types[type_qx_lamp_colour_t]);
+    static constexpr char usage[] = ":qx_lamp_colour_create ";
+    static constexpr word_kind kinds[] = {word_end};
+    if (objc != 1)
+        return call_converted(wrap_qx_lamp_colour_create, interp, objc, objv, usage, kinds);
+    begin_call(interp, objc, objv, usage);
+    auto *const block = qx_lamp_colour_create();
+    end_call();
+    return set_pointer_result(interp, block, swig_types[type_qx_lamp_colour_t]);
 }
 
 int wrap_qx_lamp_colour_init(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "ooo:qx_lamp_colour_init cfg hue level "};
+    static constexpr char usage[] = "ooo:qx_lamp_colour_init cfg hue level ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_colour_t), word_unsigned_char,
+        word_unsigned_short, word_end};
     qx_lamp_colour_t *cfg;
     unsigned char hue;
     unsigned short level;
-    if (!words.count(3) ||
-        !words.get(1, cfg, swig_types[type_qx_lamp_colour_t]) ||
-        !words.get(2, hue) ||
-        !words.get(3, level))
-        return TCL_ERROR;
+    if (objc != 4 ||
+        !ready(objv[1], cfg, swig_types[type_qx_lamp_colour_t]) ||
+        !ready(objv[2], hue) ||
+        !ready(objv[3], level))
+        return call_converted(wrap_qx_lamp_colour_init, interp, objc, objv, usage, kinds);
     qx_lamp_colour_init(cfg, hue, level);
-    return words.none();
+    return finish(interp, usage);
 }
 
 int wrap_qx_lamp_colour_dump(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "o:qx_lamp_colour_dump cfg "};
+    static constexpr char usage[] = "o:qx_lamp_colour_dump cfg ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_colour_t), word_end};
     qx_lamp_colour_t *cfg;
-    if (!words.count(1) || !words.get(1, cfg, swig_types[type_qx_lamp_colour_t]))
-        return TCL_ERROR;
+    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_colour_t]))
+        return call_converted(wrap_qx_lamp_colour_dump, interp, objc, objv, usage, kinds);
     qx_lamp_colour_dump(cfg);
-    return words.none();
+    return finish(interp, usage);
 }
 
 int wrap_qx_lamp_colour_set_hue(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "oo:qx_lamp_colour_set_hue cfg hue "};
+    static constexpr char usage[] = "oo:qx_lamp_colour_set_hue cfg hue ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_colour_t), word_unsigned_char,
+        word_end};
     qx_lamp_colour_t *cfg;
     unsigned char hue;
-    if (!words.count(2) ||
-        !words.get(1, cfg, swig_types[type_qx_lamp_colour_t]) ||
-        !words.get(2, hue))
-        return TCL_ERROR;
+    if (objc != 3 ||
+        !ready(objv[1], cfg, swig_types[type_qx_lamp_colour_t]) ||
+        !ready(objv[2], hue))
+        return call_converted(wrap_qx_lamp_colour_set_hue, interp, objc, objv, usage, kinds);
     qx_lamp_colour_set_hue(cfg, hue);
-    return words.none();
+    return finish(interp, usage);
 }
 
 int wrap_qx_lamp_colour_get_hue(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "o:qx_lamp_colour_get_hue cfg "};
+    static constexpr char usage[] = "o:qx_lamp_colour_get_hue cfg ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_colour_t), word_end};
     qx_lamp_colour_t *cfg;
-    if (!words.count(1) || !words.get(1, cfg, swig_types[type_qx_lamp_colour_t]))
-        return TCL_ERROR;
-    return words.unsigned_result(qx_lamp_colour_get_hue(cfg));
+    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_colour_t]))
+        return call_converted(wrap_qx_lamp_colour_get_hue, interp, objc, objv, usage, kinds);
+    return finish(interp, usage, qx_lamp_colour_get_hue(cfg));
 }
 
 int wrap_qx_lamp_colour_set_level(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "oo:qx_lamp_colour_set_level cfg level "};
+    static constexpr char usage[] = "oo:qx_lamp_colour_set_level cfg level ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_colour_t), word_unsigned_short,
+        word_end};
     qx_lamp_colour_t *cfg;
     unsigned short level;
-    if (!words.count(2) ||
-        !words.get(1, cfg, swig_types[type_qx_lamp_colour_t]) ||
-        !words.get(2, level))
-        return TCL_ERROR;
+    if (objc != 3 ||
+        !ready(objv[1], cfg, swig_types[type_qx_lamp_colour_t]) ||
+        !ready(objv[2], level))
+        return call_converted(wrap_qx_lamp_colour_set_level, interp, objc, objv, usage, kinds);
     qx_lamp_colour_set_level(cfg, level);
-    return words.none();
+    return finish(interp, usage);
 }
 
 int wrap_qx_lamp_colour_get_level(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "o:qx_lamp_colour_get_level cfg "};
+    static constexpr char usage[] = "o:qx_lamp_colour_get_level cfg ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_colour_t), word_end};
     qx_lamp_colour_t *cfg;
-    if (!words.count(1) || !words.get(1, cfg, swig_types[type_qx_lamp_colour_t]))
-        return TCL_ERROR;
-    return words.unsigned_result(qx_lamp_colour_get_level(cfg));
+    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_colour_t]))
+        return call_converted(wrap_qx_lamp_colour_get_level, interp, objc, objv, usage, kinds);
+    return finish(interp, usage, qx_lamp_colour_get_level(cfg));
 }
 
 int wrap_qx_lamp_colour_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "o:qx_lamp_colour_array_create size "};
+    static constexpr char usage[] = "o:qx_lamp_colour_array_create size ";
+    static constexpr word_kind kinds[] = {word_unsigned_int, word_end};
     unsigned int size;
-    if (!words.count(1) || !words.get(1, size))
-        return TCL_ERROR;
-    return words.pointer_result(qx_lamp_colour_array_create(size),
-        swig_types[type_qx_lamp_colour_t]);
+    if (objc != 2 || !ready(objv[1], size))
+        return call_converted(wrap_qx_lamp_colour_array_create, interp, objc, objv, usage, kinds);
+    begin_call(interp, objc, objv, usage);
+    auto *const block = qx_lamp_colour_array_create(size);
+    end_call();
+    return set_pointer_result(interp, block, swig_types[type_qx_lamp_colour_t]);
 }
 
 int wrap_qx_lamp_colour_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "ooo:qx_lamp_colour_array_set arr item idx "};
+    static constexpr char usage[] = "ooo:qx_lamp_colour_array_set arr item idx ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_colour_t),
+        handle_of(type_qx_lamp_colour_t), word_unsigned_int, word_end};
     qx_lamp_colour_t *arr;
     qx_lamp_colour_t *item;
     unsigned int idx;
-    if (!words.count(3) ||
-        !words.get(1, arr, swig_types[type_qx_lamp_colour_t]) ||
-        !words.get(2, item, swig_types[type_qx_lamp_colour_t]) ||
-        !words.get(3, idx))
-        return TCL_ERROR;
+    if (objc != 4 ||
+        !ready(objv[1], arr, swig_types[type_qx_lamp_colour_t]) ||
+        !ready(objv[2], item, swig_types[type_qx_lamp_colour_t]) ||
+        !ready(objv[3], idx))
+        return call_converted(wrap_qx_lamp_colour_array_set, interp, objc, objv, usage, kinds);
     qx_lamp_colour_array_set(arr, item, idx);
-    return words.none();
+    return finish(interp, usage);
 }
 
 int wrap_qx_lamp_colour_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "oo:qx_lamp_colour_array_get arr idx "};
+    static constexpr char usage[] = "oo:qx_lamp_colour_array_get arr idx ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_colour_t), word_unsigned_int,
+        word_end};
     qx_lamp_colour_t *arr;
     unsigned int idx;
-    if (!words.count(2) ||
-        !words.get(1, arr, swig_types[type_qx_lamp_colour_t]) ||
-        !words.get(2, idx))
-        return TCL_ERROR;
-    return words.pointer_result(qx_lamp_colour_array_get(arr, idx),
+    if (objc != 3 ||
+        !ready(objv[1], arr, swig_types[type_qx_lamp_colour_t]) ||
+        !ready(objv[2], idx))
+        return call_converted(wrap_qx_lamp_colour_array_get, interp, objc, objv, usage, kinds);
+    return set_pointer_result(interp, qx_lamp_colour_array_get(arr, idx),
         swig_types[type_qx_lamp_colour_t]);
 }
 
 int wrap_qx_lamp_view_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        ":qx_lamp_view_create "};
-    if (!words.count(0))
-        return TCL_ERROR;
-    return words.pointer_result(qx_lamp_view_create(),
-        swig_types[type_qx_lamp_view_t]);
+    static constexpr char usage[] = ":qx_lamp_view_create ";
+    static constexpr word_kind kinds[] = {word_end};
+    if (objc != 1)
+        return call_converted(wrap_qx_lamp_view_create, interp, objc, objv, usage, kinds);
+    begin_call(interp, objc, objv, usage);
+    auto *const block = qx_lamp_view_create();
+    end_call();
+    return set_pointer_result(interp, block, swig_types[type_qx_lamp_view_t]);
 }
 
 int wrap_qx_lamp_view_dump(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "o:qx_lamp_view_dump cfg "};
+    static constexpr char usage[] = "o:qx_lamp_view_dump cfg ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_view_t), word_end};
     qx_lamp_view_t *cfg;
-    if (!words.count(1) || !words.get(1, cfg, swig_types[type_qx_lamp_view_t]))
-        return TCL_ERROR;
+    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_view_t]))
+        return call_converted(wrap_qx_lamp_view_dump, interp, objc, objv, usage, kinds);
     qx_lamp_view_dump(cfg);
-    return words.none();
+    return finish(interp, usage);
 }
 
 int wrap_qx_lamp_view_set_word(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "oo:qx_lamp_view_set_word cfg word "};
+    static constexpr char usage[] = "oo:qx_lamp_view_set_word cfg word ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_view_t), word_unsigned_int,
+        word_end};
     qx_lamp_view_t *cfg;
     unsigned int word;
-    if (!words.count(2) ||
-        !words.get(1, cfg, swig_types[type_qx_lamp_view_t]) ||
-        !words.get(2, word))
-        return TCL_ERROR;
+    if (objc != 3 ||
+        !ready(objv[1], cfg, swig_types[type_qx_lamp_view_t]) ||
+        !ready(objv[2], word))
+        return call_converted(wrap_qx_lamp_view_set_word, interp, objc, objv, usage, kinds);
     qx_lamp_view_set_word(cfg, word);
-    return words.none();
+    return finish(interp, usage);
 }
 
 int wrap_qx_lamp_view_get_word(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "o:qx_lamp_view_get_word cfg "};
+    static constexpr char usage[] = "o:qx_lamp_view_get_word cfg ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_view_t), word_end};
     qx_lamp_view_t *cfg;
-    if (!words.count(1) || !words.get(1, cfg, swig_types[type_qx_lamp_view_t]))
-        return TCL_ERROR;
-    return words.unsigned_result(qx_lamp_view_get_word(cfg));
+    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_view_t]))
+        return call_converted(wrap_qx_lamp_view_get_word, interp, objc, objv, usage, kinds);
+    return finish(interp, usage, qx_lamp_view_get_word(cfg));
 }
 
 int wrap_qx_lamp_view_set_colour(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "oo:qx_lamp_view_set_colour cfg colour "};
+    static constexpr char usage[] = "oo:qx_lamp_view_set_colour cfg colour ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_view_t),
+        handle_of(type_qx_lamp_colour_t), word_end};
     qx_lamp_view_t *cfg;
     qx_lamp_colour_t *colour;
-    if (!words.count(2) ||
-        !words.get(1, cfg, swig_types[type_qx_lamp_view_t]) ||
-        !words.get(2, colour, swig_types[type_qx_lamp_colour_t]))
-        return TCL_ERROR;
+    if (objc != 3 ||
+        !ready(objv[1], cfg, swig_types[type_qx_lamp_view_t]) ||
+        !ready(objv[2], colour, swig_types[type_qx_lamp_colour_t]))
+        return call_converted(wrap_qx_lamp_view_set_colour, interp, objc, objv, usage, kinds);
     qx_lamp_view_set_colour(cfg, colour);
-    return words.none();
+    return finish(interp, usage);
 }
 
 int wrap_qx_lamp_view_get_colour(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "o:qx_lamp_view_get_colour cfg "};
+    static constexpr char usage[] = "o:qx_lamp_view_get_colour cfg ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_view_t), word_end};
     qx_lamp_view_t *cfg;
-    if (!words.count(1) || !words.get(1, cfg, swig_types[type_qx_lamp_view_t]))
-        return TCL_ERROR;
-    return words.pointer_result(qx_lamp_view_get_colour(cfg),
+    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_view_t]))
+        return call_converted(wrap_qx_lamp_view_get_colour, interp, objc, objv, usage, kinds);
+    return set_pointer_result(interp, qx_lamp_view_get_colour(cfg),
         swig_types[type_qx_lamp_colour_t]);
 }
 
 int wrap_qx_lamp_view_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "o:qx_lamp_view_array_create size "};
+    static constexpr char usage[] = "o:qx_lamp_view_array_create size ";
+    static constexpr word_kind kinds[] = {word_unsigned_int, word_end};
     unsigned int size;
-    if (!words.count(1) || !words.get(1, size))
-        return TCL_ERROR;
-    return words.pointer_result(qx_lamp_view_array_create(size),
-        swig_types[type_qx_lamp_view_t]);
+    if (objc != 2 || !ready(objv[1], size))
+        return call_converted(wrap_qx_lamp_view_array_create, interp, objc, objv, usage, kinds);
+    begin_call(interp, objc, objv, usage);
+    auto *const block = qx_lamp_view_array_create(size);
+    end_call();
+    return set_pointer_result(interp, block, swig_types[type_qx_lamp_view_t]);
 }
 
 int wrap_qx_lamp_view_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "ooo:qx_lamp_view_array_set arr item idx "};
+    static constexpr char usage[] = "ooo:qx_lamp_view_array_set arr item idx ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_view_t),
+        handle_of(type_qx_lamp_view_t), word_unsigned_int, word_end};
     qx_lamp_view_t *arr;
     qx_lamp_view_t *item;
     unsigned int idx;
-    if (!words.count(3) ||
-        !words.get(1, arr, swig_types[type_qx_lamp_view_t]) ||
-        !words.get(2, item, swig_types[type_qx_lamp_view_t]) ||
-        !words.get(3, idx))
-        return TCL_ERROR;
+    if (objc != 4 ||
+        !ready(objv[1], arr, swig_types[type_qx_lamp_view_t]) ||
+        !ready(objv[2], item, swig_types[type_qx_lamp_view_t]) ||
+        !ready(objv[3], idx))
+        return call_converted(wrap_qx_lamp_view_array_set, interp, objc, objv, usage, kinds);
     qx_lamp_view_array_set(arr, item, idx);
-    return words.none();
+    return finish(interp, usage);
 }
 
 int wrap_qx_lamp_view_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "oo:qx_lamp_view_array_get arr idx "};
+    static constexpr char usage[] = "oo:qx_lamp_view_array_get arr idx ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_view_t), word_unsigned_int,
+        word_end};
     qx_lamp_view_t *arr;
     unsigned int idx;
-    if (!words.count(2) ||
-        !words.get(1, arr, swig_types[type_qx_lamp_view_t]) ||
-        !words.get(2, idx))
-        return TCL_ERROR;
-    return words.pointer_result(qx_lamp_view_array_get(arr, idx),
+    if (objc != 3 || !ready(objv[1], arr, swig_types[type_qx_lamp_view_t]) || !ready(objv[2], idx))
+        return call_converted(wrap_qx_lamp_view_array_get, interp, objc, objv, usage, kinds);
+    return set_pointer_result(interp, qx_lamp_view_array_get(arr, idx),
         swig_types[type_qx_lamp_view_t]);
 }
 
 int wrap_qx_lamp_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        ":qx_lamp_create "};
-    if (!words.count(0))
-        return TCL_ERROR;
-    return words.pointer_result(qx_lamp_create(),
-        swig_types[type_qx_lamp_t]);
+    static constexpr char usage[] = ":qx_lamp_create ";
+    static constexpr word_kind kinds[] = {word_end};
+    if (objc != 1)
+        return call_converted(wrap_qx_lamp_create, interp, objc, objv, usage, kinds);
+    begin_call(interp, objc, objv, usage);
+    auto *const block = qx_lamp_create();
+    end_call();
+    return set_pointer_result(interp, block, swig_types[type_qx_lamp_t]);
 }
 
 int wrap_qx_lamp_init(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "ooooooooo:qx_lamp_init cfg id mode group flags serial kind view secret "};
+    static constexpr char usage[] = "ooooooooo:qx_lamp_init cfg id mode group flags serial kind view secret ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_unsigned_short,
+        word_unsigned_char, word_unsigned_char, word_unsigned_char, word_unsigned_int,
+        word_unsigned_int, handle_of(type_qx_lamp_view_t), handle_of(type_qx_lamp_colour_t),
+        word_end};
     qx_lamp_t *cfg;
     unsigned short id;
     unsigned char mode;
@@ -269,393 +288,404 @@ int wrap_qx_lamp_init(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const o
     unsigned int kind;
     qx_lamp_view_t *view;
     qx_lamp_colour_t *secret;
-    if (!words.count(9) ||
-        !words.get(1, cfg, swig_types[type_qx_lamp_t]) ||
-        !words.get(2, id) ||
-        !words.get(3, mode) ||
-        !words.get(4, group) ||
-        !words.get(5, flags) ||
-        !words.get(6, serial) ||
-        !words.get(7, kind) ||
-        !words.get(8, view, swig_types[type_qx_lamp_view_t]) ||
-        !words.get(9, secret, swig_types[type_qx_lamp_colour_t]))
-        return TCL_ERROR;
+    if (objc != 10 ||
+        !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) ||
+        !ready(objv[2], id) ||
+        !ready(objv[3], mode) ||
+        !ready(objv[4], group) ||
+        !ready(objv[5], flags) ||
+        !ready(objv[6], serial) ||
+        !ready(objv[7], kind) ||
+        !ready(objv[8], view, swig_types[type_qx_lamp_view_t]) ||
+        !ready(objv[9], secret, swig_types[type_qx_lamp_colour_t]))
+        return call_converted(wrap_qx_lamp_init, interp, objc, objv, usage, kinds);
     qx_lamp_init(cfg, id, mode, group, flags, serial, kind, view, secret);
-    return words.none();
+    return finish(interp, usage);
 }
 
 int wrap_qx_lamp_dump(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "o:qx_lamp_dump cfg "};
+    static constexpr char usage[] = "o:qx_lamp_dump cfg ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_end};
     qx_lamp_t *cfg;
-    if (!words.count(1) || !words.get(1, cfg, swig_types[type_qx_lamp_t]))
-        return TCL_ERROR;
+    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]))
+        return call_converted(wrap_qx_lamp_dump, interp, objc, objv, usage, kinds);
     qx_lamp_dump(cfg);
-    return words.none();
+    return finish(interp, usage);
 }
 
 int wrap_qx_lamp_set_id(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "oo:qx_lamp_set_id cfg id "};
+    static constexpr char usage[] = "oo:qx_lamp_set_id cfg id ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_unsigned_short, word_end};
     qx_lamp_t *cfg;
     unsigned short id;
-    if (!words.count(2) || !words.get(1, cfg, swig_types[type_qx_lamp_t]) || !words.get(2, id))
-        return TCL_ERROR;
+    if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], id))
+        return call_converted(wrap_qx_lamp_set_id, interp, objc, objv, usage, kinds);
     qx_lamp_set_id(cfg, id);
-    return words.none();
+    return finish(interp, usage);
 }
 
 int wrap_qx_lamp_get_id(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "o:qx_lamp_get_id cfg "};
+    static constexpr char usage[] = "o:qx_lamp_get_id cfg ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_end};
     qx_lamp_t *cfg;
-    if (!words.count(1) || !words.get(1, cfg, swig_types[type_qx_lamp_t]))
-        return TCL_ERROR;
-    return words.unsigned_result(qx_lamp_get_id(cfg));
+    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]))
+        return call_converted(wrap_qx_lamp_get_id, interp, objc, objv, usage, kinds);
+    return finish(interp, usage, qx_lamp_get_id(cfg));
 }
 
 int wrap_qx_lamp_set_mode(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "oo:qx_lamp_set_mode cfg mode "};
+    static constexpr char usage[] = "oo:qx_lamp_set_mode cfg mode ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_unsigned_char, word_end};
     qx_lamp_t *cfg;
     unsigned char mode;
-    if (!words.count(2) || !words.get(1, cfg, swig_types[type_qx_lamp_t]) || !words.get(2, mode))
-        return TCL_ERROR;
+    if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], mode))
+        return call_converted(wrap_qx_lamp_set_mode, interp, objc, objv, usage, kinds);
     qx_lamp_set_mode(cfg, mode);
-    return words.none();
+    return finish(interp, usage);
 }
 
 int wrap_qx_lamp_get_mode(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "o:qx_lamp_get_mode cfg "};
+    static constexpr char usage[] = "o:qx_lamp_get_mode cfg ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_end};
     qx_lamp_t *cfg;
-    if (!words.count(1) || !words.get(1, cfg, swig_types[type_qx_lamp_t]))
-        return TCL_ERROR;
-    return words.unsigned_result(qx_lamp_get_mode(cfg));
+    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]))
+        return call_converted(wrap_qx_lamp_get_mode, interp, objc, objv, usage, kinds);
+    return finish(interp, usage, qx_lamp_get_mode(cfg));
 }
 
 int wrap_qx_lamp_set_group(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "oo:qx_lamp_set_group cfg group "};
+    static constexpr char usage[] = "oo:qx_lamp_set_group cfg group ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_unsigned_char, word_end};
     qx_lamp_t *cfg;
     unsigned char group;
-    if (!words.count(2) || !words.get(1, cfg, swig_types[type_qx_lamp_t]) || !words.get(2, group))
-        return TCL_ERROR;
+    if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], group))
+        return call_converted(wrap_qx_lamp_set_group, interp, objc, objv, usage, kinds);
     qx_lamp_set_group(cfg, group);
-    return words.none();
+    return finish(interp, usage);
 }
 
 int wrap_qx_lamp_get_group(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "o:qx_lamp_get_group cfg "};
+    static constexpr char usage[] = "o:qx_lamp_get_group cfg ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_end};
     qx_lamp_t *cfg;
-    if (!words.count(1) || !words.get(1, cfg, swig_types[type_qx_lamp_t]))
-        return TCL_ERROR;
-    return words.unsigned_result(qx_lamp_get_group(cfg));
+    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]))
+        return call_converted(wrap_qx_lamp_get_group, interp, objc, objv, usage, kinds);
+    return finish(interp, usage, qx_lamp_get_group(cfg));
 }
 
 int wrap_qx_lamp_set_flags(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "oo:qx_lamp_set_flags cfg flags "};
+    static constexpr char usage[] = "oo:qx_lamp_set_flags cfg flags ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_unsigned_char, word_end};
     qx_lamp_t *cfg;
     unsigned char flags;
-    if (!words.count(2) || !words.get(1, cfg, swig_types[type_qx_lamp_t]) || !words.get(2, flags))
-        return TCL_ERROR;
+    if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], flags))
+        return call_converted(wrap_qx_lamp_set_flags, interp, objc, objv, usage, kinds);
     qx_lamp_set_flags(cfg, flags);
-    return words.none();
+    return finish(interp, usage);
 }
 
 int wrap_qx_lamp_get_flags(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "o:qx_lamp_get_flags cfg "};
+    static constexpr char usage[] = "o:qx_lamp_get_flags cfg ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_end};
     qx_lamp_t *cfg;
-    if (!words.count(1) || !words.get(1, cfg, swig_types[type_qx_lamp_t]))
-        return TCL_ERROR;
-    return words.unsigned_result(qx_lamp_get_flags(cfg));
+    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]))
+        return call_converted(wrap_qx_lamp_get_flags, interp, objc, objv, usage, kinds);
+    return finish(interp, usage, qx_lamp_get_flags(cfg));
 }
 
 int wrap_qx_lamp_set_serial(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "oo:qx_lamp_set_serial cfg serial "};
+    static constexpr char usage[] = "oo:qx_lamp_set_serial cfg serial ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_unsigned_int, word_end};
     qx_lamp_t *cfg;
     unsigned int serial;
-    if (!words.count(2) || !words.get(1, cfg, swig_types[type_qx_lamp_t]) || !words.get(2, serial))
-        return TCL_ERROR;
+    if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], serial))
+        return call_converted(wrap_qx_lamp_set_serial, interp, objc, objv, usage, kinds);
     qx_lamp_set_serial(cfg, serial);
-    return words.none();
+    return finish(interp, usage);
 }
 
 int wrap_qx_lamp_get_serial(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "o:qx_lamp_get_serial cfg "};
+    static constexpr char usage[] = "o:qx_lamp_get_serial cfg ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_end};
     qx_lamp_t *cfg;
-    if (!words.count(1) || !words.get(1, cfg, swig_types[type_qx_lamp_t]))
-        return TCL_ERROR;
-    return words.unsigned_result(qx_lamp_get_serial(cfg));
+    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]))
+        return call_converted(wrap_qx_lamp_get_serial, interp, objc, objv, usage, kinds);
+    return finish(interp, usage, qx_lamp_get_serial(cfg));
 }
 
 int wrap_qx_lamp_set_kind(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "oo:qx_lamp_set_kind cfg kind "};
+    static constexpr char usage[] = "oo:qx_lamp_set_kind cfg kind ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_unsigned_int, word_end};
     qx_lamp_t *cfg;
     unsigned int kind;
-    if (!words.count(2) || !words.get(1, cfg, swig_types[type_qx_lamp_t]) || !words.get(2, kind))
-        return TCL_ERROR;
+    if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], kind))
+        return call_converted(wrap_qx_lamp_set_kind, interp, objc, objv, usage, kinds);
     qx_lamp_set_kind(cfg, kind);
-    return words.none();
+    return finish(interp, usage);
 }
 
 int wrap_qx_lamp_get_kind(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "o:qx_lamp_get_kind cfg "};
+    static constexpr char usage[] = "o:qx_lamp_get_kind cfg ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_end};
     qx_lamp_t *cfg;
-    if (!words.count(1) || !words.get(1, cfg, swig_types[type_qx_lamp_t]))
-        return TCL_ERROR;
-    return words.unsigned_result(qx_lamp_get_kind(cfg));
+    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]))
+        return call_converted(wrap_qx_lamp_get_kind, interp, objc, objv, usage, kinds);
+    return finish(interp, usage, qx_lamp_get_kind(cfg));
 }
 
 int wrap_qx_lamp_set_name(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "ooo:qx_lamp_set_name cfg name idx "};
+    static constexpr char usage[] = "ooo:qx_lamp_set_name cfg name idx ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_unsigned_char,
+        word_unsigned_int, word_end};
     qx_lamp_t *cfg;
     unsigned char name;
     unsigned int idx;
-    if (!words.count(3) ||
-        !words.get(1, cfg, swig_types[type_qx_lamp_t]) ||
-        !words.get(2, name) ||
-        !words.get(3, idx))
-        return TCL_ERROR;
+    if (objc != 4 ||
+        !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) ||
+        !ready(objv[2], name) ||
+        !ready(objv[3], idx))
+        return call_converted(wrap_qx_lamp_set_name, interp, objc, objv, usage, kinds);
     qx_lamp_set_name(cfg, name, idx);
-    return words.none();
+    return finish(interp, usage);
 }
 
 int wrap_qx_lamp_get_name(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "oo:qx_lamp_get_name cfg idx "};
+    static constexpr char usage[] = "oo:qx_lamp_get_name cfg idx ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_unsigned_int, word_end};
     qx_lamp_t *cfg;
     unsigned int idx;
-    if (!words.count(2) || !words.get(1, cfg, swig_types[type_qx_lamp_t]) || !words.get(2, idx))
-        return TCL_ERROR;
-    return words.unsigned_result(qx_lamp_get_name(cfg, idx));
+    if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], idx))
+        return call_converted(wrap_qx_lamp_get_name, interp, objc, objv, usage, kinds);
+    return finish(interp, usage, qx_lamp_get_name(cfg, idx));
 }
 
 int wrap_qx_lamp_set_hours(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "ooo:qx_lamp_set_hours cfg hours idx "};
+    static constexpr char usage[] = "ooo:qx_lamp_set_hours cfg hours idx ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_unsigned_char,
+        word_unsigned_int, word_end};
     qx_lamp_t *cfg;
     unsigned char hours;
     unsigned int idx;
-    if (!words.count(3) ||
-        !words.get(1, cfg, swig_types[type_qx_lamp_t]) ||
-        !words.get(2, hours) ||
-        !words.get(3, idx))
-        return TCL_ERROR;
+    if (objc != 4 ||
+        !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) ||
+        !ready(objv[2], hours) ||
+        !ready(objv[3], idx))
+        return call_converted(wrap_qx_lamp_set_hours, interp, objc, objv, usage, kinds);
     qx_lamp_set_hours(cfg, hours, idx);
-    return words.none();
+    return finish(interp, usage);
 }
 
 int wrap_qx_lamp_get_hours(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "oo:qx_lamp_get_hours cfg idx "};
+    static constexpr char usage[] = "oo:qx_lamp_get_hours cfg idx ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_unsigned_int, word_end};
     qx_lamp_t *cfg;
     unsigned int idx;
-    if (!words.count(2) || !words.get(1, cfg, swig_types[type_qx_lamp_t]) || !words.get(2, idx))
-        return TCL_ERROR;
-    return words.unsigned_result(qx_lamp_get_hours(cfg, idx));
+    if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], idx))
+        return call_converted(wrap_qx_lamp_get_hours, interp, objc, objv, usage, kinds);
+    return finish(interp, usage, qx_lamp_get_hours(cfg, idx));
 }
 
 int wrap_qx_lamp_set_view(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "oo:qx_lamp_set_view cfg view "};
+    static constexpr char usage[] = "oo:qx_lamp_set_view cfg view ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), handle_of(type_qx_lamp_view_t),
+        word_end};
     qx_lamp_t *cfg;
     qx_lamp_view_t *view;
-    if (!words.count(2) ||
-        !words.get(1, cfg, swig_types[type_qx_lamp_t]) ||
-        !words.get(2, view, swig_types[type_qx_lamp_view_t]))
-        return TCL_ERROR;
+    if (objc != 3 ||
+        !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) ||
+        !ready(objv[2], view, swig_types[type_qx_lamp_view_t]))
+        return call_converted(wrap_qx_lamp_set_view, interp, objc, objv, usage, kinds);
     qx_lamp_set_view(cfg, view);
-    return words.none();
+    return finish(interp, usage);
 }
 
 int wrap_qx_lamp_get_view(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "o:qx_lamp_get_view cfg "};
+    static constexpr char usage[] = "o:qx_lamp_get_view cfg ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_end};
     qx_lamp_t *cfg;
-    if (!words.count(1) || !words.get(1, cfg, swig_types[type_qx_lamp_t]))
-        return TCL_ERROR;
-    return words.pointer_result(qx_lamp_get_view(cfg),
+    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]))
+        return call_converted(wrap_qx_lamp_get_view, interp, objc, objv, usage, kinds);
+    return set_pointer_result(interp, qx_lamp_get_view(cfg),
         swig_types[type_qx_lamp_view_t]);
 }
 
 int wrap_qx_lamp_set_palette(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "ooo:qx_lamp_set_palette cfg palette idx "};
+    static constexpr char usage[] = "ooo:qx_lamp_set_palette cfg palette idx ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t),
+        handle_of(type_qx_lamp_colour_t), word_unsigned_int, word_end};
     qx_lamp_t *cfg;
     qx_lamp_colour_t *palette;
     unsigned int idx;
-    if (!words.count(3) ||
-        !words.get(1, cfg, swig_types[type_qx_lamp_t]) ||
-        !words.get(2, palette, swig_types[type_qx_lamp_colour_t]) ||
-        !words.get(3, idx))
-        return TCL_ERROR;
+    if (objc != 4 ||
+        !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) ||
+        !ready(objv[2], palette, swig_types[type_qx_lamp_colour_t]) ||
+        !ready(objv[3], idx))
+        return call_converted(wrap_qx_lamp_set_palette, interp, objc, objv, usage, kinds);
     qx_lamp_set_palette(cfg, palette, idx);
-    return words.none();
+    return finish(interp, usage);
 }
 
 int wrap_qx_lamp_get_palette(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "oo:qx_lamp_get_palette cfg idx "};
+    static constexpr char usage[] = "oo:qx_lamp_get_palette cfg idx ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_unsigned_int, word_end};
     qx_lamp_t *cfg;
     unsigned int idx;
-    if (!words.count(2) || !words.get(1, cfg, swig_types[type_qx_lamp_t]) || !words.get(2, idx))
-        return TCL_ERROR;
-    return words.pointer_result(qx_lamp_get_palette(cfg, idx),
+    if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], idx))
+        return call_converted(wrap_qx_lamp_get_palette, interp, objc, objv, usage, kinds);
+    return set_pointer_result(interp, qx_lamp_get_palette(cfg, idx),
         swig_types[type_qx_lamp_colour_t]);
 }
 
 int wrap_qx_lamp_set_program(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "ooo:qx_lamp_set_program cfg program idx "};
+    static constexpr char usage[] = "ooo:qx_lamp_set_program cfg program idx ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), handle_of(type_qx_lamp_view_t),
+        word_unsigned_int, word_end};
     qx_lamp_t *cfg;
     qx_lamp_view_t *program;
     unsigned int idx;
-    if (!words.count(3) ||
-        !words.get(1, cfg, swig_types[type_qx_lamp_t]) ||
-        !words.get(2, program, swig_types[type_qx_lamp_view_t]) ||
-        !words.get(3, idx))
-        return TCL_ERROR;
+    if (objc != 4 ||
+        !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) ||
+        !ready(objv[2], program, swig_types[type_qx_lamp_view_t]) ||
+        !ready(objv[3], idx))
+        return call_converted(wrap_qx_lamp_set_program, interp, objc, objv, usage, kinds);
     qx_lamp_set_program(cfg, program, idx);
-    return words.none();
+    return finish(interp, usage);
 }
 
 int wrap_qx_lamp_get_program(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "oo:qx_lamp_get_program cfg idx "};
+    static constexpr char usage[] = "oo:qx_lamp_get_program cfg idx ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_unsigned_int, word_end};
     qx_lamp_t *cfg;
     unsigned int idx;
-    if (!words.count(2) || !words.get(1, cfg, swig_types[type_qx_lamp_t]) || !words.get(2, idx))
-        return TCL_ERROR;
-    return words.pointer_result(qx_lamp_get_program(cfg, idx),
+    if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], idx))
+        return call_converted(wrap_qx_lamp_get_program, interp, objc, objv, usage, kinds);
+    return set_pointer_result(interp, qx_lamp_get_program(cfg, idx),
         swig_types[type_qx_lamp_view_t]);
 }
 
 int wrap_qx_lamp_set_secret(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "oo:qx_lamp_set_secret cfg secret "};
+    static constexpr char usage[] = "oo:qx_lamp_set_secret cfg secret ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t),
+        handle_of(type_qx_lamp_colour_t), word_end};
     qx_lamp_t *cfg;
     qx_lamp_colour_t *secret;
-    if (!words.count(2) ||
-        !words.get(1, cfg, swig_types[type_qx_lamp_t]) ||
-        !words.get(2, secret, swig_types[type_qx_lamp_colour_t]))
-        return TCL_ERROR;
+    if (objc != 3 ||
+        !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) ||
+        !ready(objv[2], secret, swig_types[type_qx_lamp_colour_t]))
+        return call_converted(wrap_qx_lamp_set_secret, interp, objc, objv, usage, kinds);
     qx_lamp_set_secret(cfg, secret);
-    return words.none();
+    return finish(interp, usage);
 }
 
 int wrap_qx_lamp_get_secret(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "o:qx_lamp_get_secret cfg "};
+    static constexpr char usage[] = "o:qx_lamp_get_secret cfg ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_end};
     qx_lamp_t *cfg;
-    if (!words.count(1) || !words.get(1, cfg, swig_types[type_qx_lamp_t]))
-        return TCL_ERROR;
-    return words.pointer_result(qx_lamp_get_secret(cfg),
+    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]))
+        return call_converted(wrap_qx_lamp_get_secret, interp, objc, objv, usage, kinds);
+    return set_pointer_result(interp, qx_lamp_get_secret(cfg),
         swig_types[type_qx_lamp_colour_t]);
 }
 
 int wrap_qx_lamp_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "o:qx_lamp_array_create size "};
+    static constexpr char usage[] = "o:qx_lamp_array_create size ";
+    static constexpr word_kind kinds[] = {word_unsigned_int, word_end};
     unsigned int size;
-    if (!words.count(1) || !words.get(1, size))
-        return TCL_ERROR;
-    return words.pointer_result(qx_lamp_array_create(size),
-        swig_types[type_qx_lamp_t]);
+    if (objc != 2 || !ready(objv[1], size))
+        return call_converted(wrap_qx_lamp_array_create, interp, objc, objv, usage, kinds);
+    begin_call(interp, objc, objv, usage);
+    auto *const block = qx_lamp_array_create(size);
+    end_call();
+    return set_pointer_result(interp, block, swig_types[type_qx_lamp_t]);
 }
 
 int wrap_qx_lamp_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "ooo:qx_lamp_array_set arr item idx "};
+    static constexpr char usage[] = "ooo:qx_lamp_array_set arr item idx ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), handle_of(type_qx_lamp_t),
+        word_unsigned_int, word_end};
     qx_lamp_t *arr;
     qx_lamp_t *item;
     unsigned int idx;
-    if (!words.count(3) ||
-        !words.get(1, arr, swig_types[type_qx_lamp_t]) ||
-        !words.get(2, item, swig_types[type_qx_lamp_t]) ||
-        !words.get(3, idx))
-        return TCL_ERROR;
+    if (objc != 4 ||
+        !ready(objv[1], arr, swig_types[type_qx_lamp_t]) ||
+        !ready(objv[2], item, swig_types[type_qx_lamp_t]) ||
+        !ready(objv[3], idx))
+        return call_converted(wrap_qx_lamp_array_set, interp, objc, objv, usage, kinds);
     qx_lamp_array_set(arr, item, idx);
-    return words.none();
+    return finish(interp, usage);
 }
 
 int wrap_qx_lamp_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "oo:qx_lamp_array_get arr idx "};
+    static constexpr char usage[] = "oo:qx_lamp_array_get arr idx ";
+    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_unsigned_int, word_end};
     qx_lamp_t *arr;
     unsigned int idx;
-    if (!words.count(2) || !words.get(1, arr, swig_types[type_qx_lamp_t]) || !words.get(2, idx))
-        return TCL_ERROR;
-    return words.pointer_result(qx_lamp_array_get(arr, idx),
+    if (objc != 3 || !ready(objv[1], arr, swig_types[type_qx_lamp_t]) || !ready(objv[2], idx))
+        return call_converted(wrap_qx_lamp_array_get, interp, objc, objv, usage, kinds);
+    return set_pointer_result(interp, qx_lamp_array_get(arr, idx),
         swig_types[type_qx_lamp_t]);
 }
 
 int wrap_qx_lamp_add(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "ooo:qx_lamp_add dev_id lamp lamp_id "};
+    static constexpr char usage[] = "ooo:qx_lamp_add dev_id lamp lamp_id ";
+    static constexpr word_kind kinds[] = {word_unsigned_short, handle_of(type_qx_lamp_t),
+        handle_of(type_unsigned_int), word_end};
     unsigned short dev_id;
     qx_lamp_t *lamp;
     unsigned int *lamp_id;
-    if (!words.count(3) ||
-        !words.get(1, dev_id) ||
-        !words.get(2, lamp, swig_types[type_qx_lamp_t]) ||
-        !words.get(3, lamp_id, swig_types[type_unsigned_int]))
-        return TCL_ERROR;
-    const sdk_output output;
-    return words.status_result(qx_lamp_add(dev_id, lamp, lamp_id));
+    if (objc != 4 ||
+        !ready(objv[1], dev_id) ||
+        !ready(objv[2], lamp, swig_types[type_qx_lamp_t]) ||
+        !ready(objv[3], lamp_id, swig_types[type_unsigned_int]))
+        return call_converted(wrap_qx_lamp_add, interp, objc, objv, usage, kinds);
+    begin_sdk_call(interp, objc, objv, usage);
+    return end_sdk_call(qx_lamp_add(dev_id, lamp, lamp_id));
 }
 
 int wrap_qx_lamp_tune(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    const command_words words{interp, objc, objv,
-        "oooo:qx_lamp_tune dev_id channel level lamp "};
+    static constexpr char usage[] = "oooo:qx_lamp_tune dev_id channel level lamp ";
+    static constexpr word_kind kinds[] = {word_unsigned_short, word_unsigned_char,
+        word_unsigned_int, handle_of(type_qx_lamp_t), word_end};
     unsigned short dev_id;
     unsigned char channel;
     unsigned int level;
     qx_lamp_t *lamp;
-    if (!words.count(4) ||
-        !words.get(1, dev_id) ||
-        !words.get(2, channel) ||
-        !words.get(3, level) ||
-        !words.get(4, lamp, swig_types[type_qx_lamp_t]))
-        return TCL_ERROR;
-    const sdk_output output;
-    return words.status_result(qx_lamp_tune(dev_id, channel, level, lamp));
+    if (objc != 5 ||
+        !ready(objv[1], dev_id) ||
+        !ready(objv[2], channel) ||
+        !ready(objv[3], level) ||
+        !ready(objv[4], lamp, swig_types[type_qx_lamp_t]))
+        return call_converted(wrap_qx_lamp_tune, interp, objc, objv, usage, kinds);
+    begin_sdk_call(interp, objc, objv, usage);
+    return end_sdk_call(qx_lamp_tune(dev_id, channel, level, lamp));
 }

@@ -20,10 +20,10 @@ qx_lamp_colour_t *qx_lamp_colour_create()
 
 void qx_lamp_colour_init(qx_lamp_colour_t *cfg, unsigned char hue, unsigned short level)
 {
-    if (cfg == nullptr)
+    if (cfg == nullptr || !can_write(cfg, 3))
         return;
-    store<std::uint8_t>(cfg, 0, hue);
-    store<std::uint16_t>(cfg, 1, level);
+    put<std::uint8_t>(cfg, 0, hue);
+    put<std::uint16_t>(cfg, 1, level);
 }
 
 void qx_lamp_colour_dump(qx_lamp_colour_t *cfg)
@@ -142,16 +142,16 @@ void qx_lamp_init(qx_lamp_t *cfg, unsigned short id, unsigned char mode, unsigne
     unsigned char flags, unsigned int serial, unsigned int kind, qx_lamp_view_t *view,
     qx_lamp_colour_t *secret)
 {
-    if (cfg == nullptr || view == nullptr || secret == nullptr)
+    if (cfg == nullptr || view == nullptr || secret == nullptr || !can_write(cfg, 56))
         return;
-    store<std::uint16_t>(cfg, 0, id);
+    put<std::uint16_t>(cfg, 0, id);
     store_bits<std::uint8_t>(cfg, 2, 0, 3, mode);
     store_bits<std::uint8_t>(cfg, 2, 3, 5, group);
-    store<std::uint8_t>(cfg, 3, flags);
+    put<std::uint8_t>(cfg, 3, flags);
     store_bits<std::uint32_t>(cfg, 4, 0, 30, serial);
     store_bits<std::uint32_t>(cfg, 4, 30, 2, kind);
-    copy_record(cfg, 20, view, 4);
-    copy_record(cfg, 52, secret, 3);
+    put_record(cfg, 20, view, 4);
+    put_record(cfg, 52, secret, 3);
 }
 
 void qx_lamp_dump(qx_lamp_t *cfg)

@@ -1,0 +1,227 @@
+// Accesses that a signal handler can leave; see guarded_memory.h. They lie in a section of their
+// own, by which the handler knows them. Each is compiled to a few instructions that call nothing
+// and use no stack, so that "return 0 to the caller" is a change of three registers. The names of
+// those in a signal's context are the kernel's; where they are not known here, or where the
+// compiler does not optimise, faults stay fatal.
+#ifndef _GNU_SOURCE
+#define _GNU_SOURCE // names of the registers in ucontext_t
+#endif
+#include "helpers/guarded_memory.h"
+
+#include <ucontext.h>
+
+#include <cstddef>
+#include <cstring>
+
+namespace qxsh {
+
+constinit memory_fault pending_fault = {false, 0};
+
+#define GUARDED [[gnu::section("qxsh_guarded"), gnu::noinline]]
+
+namespace {
+
+using byte = volatile unsigned char;
+
+// Where a processor wants numbers at their alignment and one is not, its bytes go one by one. To
+// leave that to memcpy would mean to call the C library there.
+constexpr std::uintptr_t alignment_mask = any_alignment ? 0 : ~std::uintptr_t{0};
+
+template <class Number> [[gnu::always_inline]] inline bool in_one_piece(const void *address)
+{
+    return (reinterpret_cast<std::uintptr_t>(address) & alignment_mask & (sizeof(Number) - 1)) == 0;
+}
+
+template <class Number> [[gnu::always_inline]] inline Number load_piece(const void *address)
+{
+    constexpr std::size_t alignment = any_alignment ? 1 : sizeof(Number);
+    Number value;
+    std::memcpy(&value, __builtin_assume_aligned(address, alignment), sizeof value);
+    return value;
+}
+
+template <class Number>
+[[gnu::always_inline]] inline void store_piece(void *address, Number value)
+{
+    constexpr std::size_t alignment = any_alignment ? 1 : sizeof(Number);
+    std::memcpy(__builtin_assume_aligned(address, alignment), &value, sizeof value);
+}
+
+} // namespace
+
+GUARDED std::uint8_t load_8(const void *address) { return load_piece<std::uint8_t>(address); }
+
+GUARDED std::uint16_t load_16(const void *address)
+{
+    if (in_one_piece<std::uint16_t>(address)) [[likely]]
+        return load_piece<std::uint16_t>(address);
+    const auto *const bytes = static_cast<const byte *>(address);
+    const unsigned low = bytes[0];
+    return static_cast<std::uint16_t>(low | static_cast<unsigned>(bytes[1]) << 8);
+}
+
+GUARDED std::uint32_t load_32(const void *address)
+{
+    if (in_one_piece<std::uint32_t>(address)) [[likely]]
+        return load_piece<std::uint32_t>(address);
+    const auto *const bytes = static_cast<const byte *>(address);
+    std::uint32_t value = bytes[0];
+    value |= static_cast<std::uint32_t>(bytes[1]) << 8;
+    value |= static_cast<std::uint32_t>(bytes[2]) << 16;
+    return value | static_cast<std::uint32_t>(bytes[3]) << 24;
+}
+
+GUARDED void store_8(void *address, std::uint32_t value)
+{
+    store_piece(address, static_cast<std::uint8_t>(value));
+}
+
+GUARDED void store_16(void *address, std::uint32_t value)
+{
+    if (in_one_piece<std::uint16_t>(address)) [[likely]] {
+        store_piece(address, static_cast<std::uint16_t>(value));
+        return;
+    }
+    auto *const bytes = static_cast<byte *>(address);
+    bytes[0] = static_cast<unsigned char>(value);
+    bytes[1] = static_cast<unsigned char>(value >> 8);
+}
+
+GUARDED void store_32(void *address, std::uint32_t value)
+{
+    if (in_one_piece<std::uint32_t>(address)) [[likely]] {
+        store_piece(address, value);
+        return;
+    }
+    auto *const bytes = static_cast<byte *>(address);
+    bytes[0] = static_cast<unsigned char>(value);
+    bytes[1] = static_cast<unsigned char>(value >> 8);
+    bytes[2] = static_cast<unsigned char>(value >> 16);
+    bytes[3] = static_cast<unsigned char>(value >> 24);
+}
+
+GUARDED bool can_read(const void *address, std::uint32_t size)
+{
+    const auto *const bytes = static_cast<const byte *>(address);
+    static_cast<void>(bytes[0]);
+    static_cast<void>(bytes[size - 1]);
+    return true;
+}
+
+GUARDED bool can_write(void *address, std::uint32_t size)
+{
+    auto *const bytes = static_cast<byte *>(address);
+    bytes[0] = bytes[0];
+    bytes[size - 1] = bytes[size - 1];
+    return true;
+}
+
+GUARDED bool can_copy(void *target, const void *source, std::uint32_t size)
+{
+    const auto *const from = static_cast<const byte *>(source);
+    auto *const to = static_cast<byte *>(target);
+    static_cast<void>(from[0]);
+    static_cast<void>(from[size - 1]);
+    to[0] = to[0];
+    to[size - 1] = to[size - 1];
+    return true;
+}
+
+// ------------------------------------------------------------------------------- the handler
+
+// Set by the linker.
+extern "C" [[gnu::visibility("hidden")]] const char __start_qxsh_guarded[];
+extern "C" [[gnu::visibility("hidden")]] const char __stop_qxsh_guarded[];
+
+// The registers that a return changes. Where the return address lies on the stack, the function
+// has pushed nothing above it.
+struct registers {
+    std::uintptr_t at; ///< the instruction that was interrupted
+    explicit registers(const ucontext_t &context);
+    static void return_zero(ucontext_t &context);
+};
+
+#if !defined(__OPTIMIZE__)
+
+static constexpr bool known_here = false;
+registers::registers(const ucontext_t &) : at(0) {}
+void registers::return_zero(ucontext_t &) {}
+
+#elif defined(__x86_64__)
+
+static constexpr bool known_here = true;
+
+registers::registers(const ucontext_t &context)
+    : at(static_cast<std::uintptr_t>(context.uc_mcontext.gregs[REG_RIP]))
+{}
+
+void registers::return_zero(ucontext_t &context)
+{
+    auto &all = context.uc_mcontext.gregs;
+    all[REG_RIP] = *reinterpret_cast<const greg_t *>(all[REG_RSP]);
+    all[REG_RSP] += 8;
+    all[REG_RAX] = 0;
+}
+
+#elif defined(__i386__)
+
+static constexpr bool known_here = true;
+
+registers::registers(const ucontext_t &context)
+    : at(static_cast<std::uintptr_t>(context.uc_mcontext.gregs[REG_EIP]))
+{}
+
+void registers::return_zero(ucontext_t &context)
+{
+    auto &all = context.uc_mcontext.gregs;
+    all[REG_EIP] = *reinterpret_cast<const greg_t *>(all[REG_ESP]);
+    all[REG_ESP] += 4;
+    all[REG_EAX] = 0;
+    all[REG_EDX] = 0;
+}
+
+#elif defined(__arm__)
+
+static constexpr bool known_here = true;
+
+registers::registers(const ucontext_t &context) : at(context.uc_mcontext.arm_pc) {}
+
+void registers::return_zero(ucontext_t &context)
+{
+    auto &all = context.uc_mcontext;
+    constexpr unsigned long thumb = 0x20;
+    constexpr unsigned long conditional = 0x0600fc00; // what is left of an IT block
+    all.arm_cpsr &= ~(thumb | conditional);
+    if ((all.arm_lr & 1) != 0)
+        all.arm_cpsr |= thumb;
+    all.arm_pc = all.arm_lr & ~1ul;
+    all.arm_r0 = 0;
+    all.arm_r1 = 0;
+}
+
+#else
+
+static constexpr bool known_here = false;
+registers::registers(const ucontext_t &) : at(0) {}
+void registers::return_zero(ucontext_t &) {}
+
+#endif
+
+bool leave_guarded_access(void *context, const void *address)
+{
+    if (!known_here)
+        return false;
+    auto &machine = *static_cast<ucontext_t *>(context);
+    const auto at = registers{machine}.at;
+    if (at < reinterpret_cast<std::uintptr_t>(__start_qxsh_guarded) ||
+        at >= reinterpret_cast<std::uintptr_t>(__stop_qxsh_guarded))
+        return false;
+    registers::return_zero(machine);
+    if (!pending_fault.happened) {
+        const auto low = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(address));
+        pending_fault = {true, low};
+    }
+    return true;
+}
+
+} // namespace qxsh

@@ -1,0 +1,72 @@
+// One call of a command as wrappers do it: each word is looked at, and converted first if it is not
+// ready. Results as wrappers leave them.
+#pragma once
+
+#include "runtime/arguments.h"
+#include "runtime/command_words.h"
+#include "runtime/results.h"
+
+#include <gtest/gtest.h>
+
+class command_call
+{
+public:
+    command_call(Tcl_Interp *interp, int objc, Tcl_Obj *const *objv, const char *usage)
+        : interp_(interp), objc_(objc), objv_(objv), usage_(usage)
+    {}
+
+    bool count() const
+    {
+        return qxsh::check_word_count(interp_, objc_, objv_, usage_) == TCL_OK;
+    }
+
+    template <class Number> bool get(int number, Number &value) const
+    {
+        Number found;
+        if (!qxsh::ready(objv_[number], found)) {
+            Tcl_Obj converted;
+            if (!convert(number, kind_of(value), nullptr, converted))
+                return false;
+            EXPECT_TRUE(qxsh::ready(&converted, found));
+        }
+        value = found;
+        return true;
+    }
+
+    bool get(int number, void *&pointer) const
+    {
+        if (qxsh::ready(objv_[number], pointer))
+            return true;
+        Tcl_Obj converted;
+        return convert(number, qxsh::word_any_handle, nullptr, converted) &&
+               qxsh::ready(&converted, pointer);
+    }
+
+    bool get(int number, void *&pointer, swig_type_record *type) const
+    {
+        if (qxsh::ready(objv_[number], pointer, type))
+            return true;
+        Tcl_Obj converted;
+        return convert(number, qxsh::word_handle, type, converted) &&
+               qxsh::ready(&converted, pointer, type);
+    }
+
+    Tcl_Interp *interp() const { return interp_; }
+
+private:
+    static qxsh::word_kind kind_of(unsigned char) { return qxsh::word_unsigned_char; }
+    static qxsh::word_kind kind_of(unsigned short) { return qxsh::word_unsigned_short; }
+    static qxsh::word_kind kind_of(unsigned int) { return qxsh::word_unsigned_int; }
+    static qxsh::word_kind kind_of(int) { return qxsh::word_int; }
+    static qxsh::word_kind kind_of(unsigned long long) { return qxsh::word_unsigned_long_long; }
+
+    bool convert(int number, qxsh::word_kind kind, swig_type_record *type, Tcl_Obj &to) const
+    {
+        return qxsh::convert_word(interp_, objv_[number], number, usage_, kind, type, to);
+    }
+
+    Tcl_Interp *interp_;
+    int objc_;
+    Tcl_Obj *const *objv_;
+    const char *usage_;
+};

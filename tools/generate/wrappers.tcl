@@ -1,0 +1,139 @@
+# The type table, the wrappers and the command table.
+
+proc generate::type_index {type} {
+    return type_[string map {{ } _} [catalogue::native [string trimright $type *]]]
+}
+
+proc generate::most_arguments {} {
+    set most 0
+    foreach command [catalogue::commands] {
+        set most [expr {max($most, [llength [dict get $command arguments]] / 2)}]
+    }
+    return $most
+}
+
+proc generate::types {} {
+    variable note
+    set header "// The pointer types of this module: their numbers in the type table, in its order.\n"
+    append header "// $note\n#pragma once\n\n#include \"runtime/type_registry.h\"\n\n"
+    append header "enum type_index {\n"
+    set text "// The type table and the module record.\n// $note\n#include \"types.h\"\n\n"
+    set records {}
+    set casts {}
+    foreach type [catalogue::types] {
+        set index [type_index $type]
+        set mangled [catalogue::mangled $type]
+        append header "    $index,\n"
+        append text "static swig_type_record record$mangled = \{\"$mangled\",\
+            \"[catalogue::native $type] *\",\n    nullptr, nullptr, nullptr, 0\};\n"
+        append text "static swig_cast_record casts$mangled\[\] = \{\n    \{&record$mangled,\
+            nullptr, nullptr, nullptr\}, \{nullptr, nullptr, nullptr, nullptr\}\};\n"
+        append records "    &record$mangled,\n"
+        append casts "    casts$mangled,\n"
+    }
+    append header "    type_count\n};\n\n"
+    append header "/// Of the command with the longest usage.\n"
+    append header "constexpr int most_arguments = [most_arguments];\n\n"
+    append header "/// The types as resolved when the module was first linked; ends with a null.\n"
+    append header "\[\[gnu::visibility(\"hidden\")\]\] "
+    append header "extern swig_type_record *swig_types\[type_count + 1\];\n"
+    append header "extern swig_module_record swig_module;\n"
+    append text "\nswig_type_record *swig_types\[type_count + 1\];\n"
+    append text "static swig_type_record *const type_initial\[\] = \{\n$records\};\n"
+    append text "static swig_cast_record *const cast_initial\[\] = \{\n$casts\};\n"
+    append text "swig_module_record swig_module = \{swig_types, type_count, nullptr, type_initial,\n"
+    append text "    cast_initial, nullptr\};\n"
+    write types.h $header
+    write types.cpp $text
+}
+
+proc generate::wrappers {} {
+    variable note
+    set declarations {}
+    set rows {}
+    foreach command [catalogue::commands] {
+        set area [dict get $command area]
+        set name [dict get $command name]
+        dict append texts $area \n[wrapper $command]
+        append declarations "Tcl_ObjCmdProc wrap_$name;\n"
+        append rows "    \{\"$name\", wrap_$name, nullptr\},\n"
+    }
+    foreach area [catalogue::areas] {
+        set text "// Commands of the area: [dict get [catalogue::area $area] text].\n// $note\n"
+        append text "#include \"test_wrap.h\"\n\n#include \"commands/sdk_call.h\"\n"
+        append text "#include \"commands/wrapper.h\"\n#include \"helpers.h\"\n"
+        append text "\nusing namespace qxsh;\n"
+        if {[dict exists $texts $area]} { append text [dict get $texts $area] }
+        write commands/$area.cpp $text
+    }
+    set text "// The wrappers, in the order of the command table.\n// $note\n#pragma once\n\n"
+    append text "#include \"commands/command_table.h\"\n\n$declarations"
+    write test_wrap.h $text
+    set text "// The command table, in the order of registration.\n// $note\n"
+    append text "#include \"test_wrap.h\"\n\nconst swig_command_info swig_commands\[\] = \{\n"
+    append text "$rows    \{nullptr, nullptr, nullptr\},\n\};\n"
+    write test_wrap.cpp $text
+}
+
+# One object command: its words, which are converted where they are not ready; one call; its result.
+proc generate::wrapper {command} {
+    set name [dict get $command name]
+    set arguments [dict get $command arguments]
+    set checks [list "objc != [expr {1 + [llength $arguments] / 2}]"]
+    set declarations {}
+    set names {}
+    set kinds {}
+    foreach {argument type} $arguments {
+        append declarations "    [declarator $type $argument];\n"
+        lappend names $argument
+        lappend kinds [word_kind $type]
+        set word "objv\[[llength $names]\], $argument"
+        if {[is_typed_pointer $type]} { append word ", swig_types\[[type_index $type]\]" }
+        lappend checks "!ready($word)"
+    }
+    lappend kinds word_end
+    set text "int wrap_$name\(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv\[\])\n\{\n"
+    append text "    static constexpr char usage\[\] = [quoted [catalogue::usage $command]];\n"
+    append text [wrapped "    static constexpr word_kind kinds\[\] = \{" $kinds "\};" 8]\n
+    append text $declarations [conditions $checks] \
+        "        return call_converted(wrap_$name, interp, objc, objv, usage, kinds);\n"
+    foreach line [call_and_result $command "$name\([join $names {, }])"] {
+        append text "    $line\n"
+    }
+    append text "\}\n"
+}
+
+proc generate::is_typed_pointer {type} { expr {$type ne "void*" && [string match {*[*]} $type]} }
+
+proc generate::word_kind {type} {
+    if {[is_typed_pointer $type]} { return "handle_of([type_index $type])" }
+    if {$type eq "void*"} { return word_any_handle }
+    return word_[string map {{ } _} [catalogue::native $type]]
+}
+
+proc generate::conditions {checks} {
+    set line "    if ([join $checks { || }])\n"
+    if {[string length $line] > 100} { set line "    if ([join $checks " ||\n        "])\n" }
+    return $line
+}
+
+# The last lines of a wrapper. Where a fault cannot be undone, in the SDK and in block memory, it is
+# noted that the command goes there.
+proc generate::call_and_result {command call} {
+    set begin "(interp, objc, objv, usage);"
+    set result [dict get $command result]
+    switch -glob -- [dict get $command shape] {
+        call { return [list "begin_sdk_call$begin" "return end_sdk_call($call);"] }
+        free { return [list "begin_call$begin" "$call;" "end_call();" "return TCL_OK;"] }
+        *create {
+            return [list "begin_call$begin" "auto *const block = $call;" "end_call();" \
+                "return set_pointer_result(interp, block, swig_types\[[type_index $result]\]);"]
+        }
+    }
+    if {$result eq "none"} { return [list "$call;" "return finish(interp, usage);"] }
+    if {[is_typed_pointer $result]} {
+        return [list "return set_pointer_result(interp, $call," \
+            "    swig_types\[[type_index $result]\]);"]
+    }
+    return [list "return finish(interp, usage, $call);"]
+}
