@@ -1,7 +1,7 @@
 // The command table: every command of the module with its wrapper, in the order of registration.
 #pragma once
 
-#include <tcl.h>
+#include "runtime/tcl_api.h"
 
 struct swig_command_info {
     const char *name; ///< null ends the table

@@ -2,7 +2,7 @@
 // whoever has to tell what happened.
 #pragma once
 
-#include <tcl.h>
+#include "runtime/tcl_api.h"
 
 #include <array>
 

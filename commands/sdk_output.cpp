@@ -2,8 +2,7 @@
 #include "commands/sdk_output.h"
 
 #include "helpers/output.h"
-
-#include <tcl.h>
+#include "runtime/tcl_api.h"
 
 #include <cstdio>
 #include <cstring>

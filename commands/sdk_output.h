@@ -2,7 +2,7 @@
 // call of the SDK, which prints through C's stdout, whatever is buffered comes out first.
 #pragma once
 
-#include <tcl.h>
+#include "runtime/tcl_api.h"
 
 namespace qxsh {
 

@@ -6,9 +6,8 @@
 #include "helpers/guarded_memory.h"
 #include "runtime/command_words.h"
 #include "runtime/results.h"
+#include "runtime/tcl_api.h"
 #include "types.h"
-
-#include <tcl.h>
 
 namespace qxsh {
 

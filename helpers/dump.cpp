@@ -18,7 +18,7 @@ namespace qxsh {
 
 namespace {
 
-/// One value of a dump, and the length of the text in front of it.
+/// One value of a dump, and the length of the text in front of it, which ends in "0x".
 struct dump_step {
     std::uint32_t mask; ///< of the value, once it is shifted down
     std::uint16_t offset;
@@ -42,7 +42,7 @@ public:
     /// Characters of the longest dump there can be.
     std::size_t longest() const { return text_.size() + longest_value * steps_.size(); }
 
-    static constexpr std::size_t longest_value = 10; // 0x and eight digits
+    static constexpr std::size_t longest_value = 8; // digits
 
 private:
     void add_record(const record_layout &layout, std::size_t offset)
@@ -71,7 +71,7 @@ private:
     void add_value(const field_layout &field, const std::string &index, std::size_t offset,
                    const char *line_end)
     {
-        const auto text = gap_ + field.name.text + index + " = ";
+        const auto text = gap_ + field.name.text + index + " = 0x";
         const unsigned width = field.width != 0 ? field.width : 8u * field.size;
         steps_.push_back({bit_mask(0, width), static_cast<std::uint16_t>(offset), field.bit,
                           static_cast<std::uint8_t>(text.size())});
@@ -99,7 +99,7 @@ std::uint32_t compose(const unsigned char *bytes)
 }
 
 // Four hexadecimal digits, the highest first, all at once: a digit in each byte.
-char *put_four_digits(char *at, std::uint32_t value)
+[[gnu::always_inline]] inline void put_four_digits(char *at, std::uint32_t value)
 {
     constexpr std::uint32_t each = 0x01010101;
     const std::uint32_t pairs = value >> 8 | (value & 0xff) << 16;
@@ -110,17 +110,14 @@ char *put_four_digits(char *at, std::uint32_t value)
     at[1] = static_cast<char>(text >> 8);
     at[2] = static_cast<char>(text >> 16);
     at[3] = static_cast<char>(text >> 24);
-    return at + 4;
 }
 
-// What "%#x" prints: 0 for zero, else 0x and lower-case digits. Writes up to two bytes too many.
-char *put_hex(char *at, std::uint32_t value)
+// What "%#x" prints, behind a "0x" that is there already: the digits, or for zero a step back, to
+// the "0". Writes up to three bytes too many.
+[[gnu::always_inline]] inline char *put_hex(char *at, std::uint32_t value)
 {
-    at[0] = '0';
     if (value == 0)
-        return at + 1;
-    at[1] = 'x';
-    at += 2;
+        return at - 1;
     const unsigned digits = (static_cast<unsigned>(std::bit_width(value)) + 3) / 4;
     value <<= 32 - 4 * digits;
     put_four_digits(at, value >> 16);
@@ -144,18 +141,18 @@ void dump_record(const void *record, const record_layout &layout)
     lines.resize(plan.longest() + 4);
     std::memcpy(values.data(), record, layout.size);
 
+    const unsigned char *const bytes = values.data();
     const char *text = plan.text().data();
     char *at = lines.data();
-    for (const auto &step : plan.steps()) {
+    for (const dump_step step : plan.steps()) {
         std::memcpy(at, text, step.text_length);
-        at += step.text_length;
         text += step.text_length;
-        at = put_hex(at, compose(values.data() + step.offset) >> step.shift & step.mask);
+        at += step.text_length;
+        at = put_hex(at, compose(bytes + step.offset) >> step.shift & step.mask);
     }
     const auto rest = static_cast<std::size_t>(plan.text().data() + plan.text().size() - text);
     std::memcpy(at, text, rest);
-    at += rest;
-    write_output({lines.data(), static_cast<std::size_t>(at - lines.data())});
+    write_output({lines.data(), static_cast<std::size_t>(at + rest - lines.data())});
 }
 
 } // namespace qxsh

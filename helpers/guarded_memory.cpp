@@ -51,19 +51,22 @@ template <class Number>
 
 GUARDED std::uint8_t load_8(const void *address) { return load_piece<std::uint8_t>(address); }
 
-GUARDED std::uint16_t load_16(const void *address)
+GUARDED void store_8(void *address, std::uint32_t value)
 {
-    if (in_one_piece<std::uint16_t>(address)) [[likely]]
-        return load_piece<std::uint16_t>(address);
+    store_piece(address, static_cast<std::uint8_t>(value));
+}
+
+// The unaligned ways are functions of their own, so that the compiler does not mix them with the
+// others.
+GUARDED static std::uint16_t load_two_bytes(const void *address)
+{
     const auto *const bytes = static_cast<const byte *>(address);
     const unsigned low = bytes[0];
     return static_cast<std::uint16_t>(low | static_cast<unsigned>(bytes[1]) << 8);
 }
 
-GUARDED std::uint32_t load_32(const void *address)
+GUARDED static std::uint32_t load_four_bytes(const void *address)
 {
-    if (in_one_piece<std::uint32_t>(address)) [[likely]]
-        return load_piece<std::uint32_t>(address);
     const auto *const bytes = static_cast<const byte *>(address);
     std::uint32_t value = bytes[0];
     value |= static_cast<std::uint32_t>(bytes[1]) << 8;
@@ -71,33 +74,48 @@ GUARDED std::uint32_t load_32(const void *address)
     return value | static_cast<std::uint32_t>(bytes[3]) << 24;
 }
 
-GUARDED void store_8(void *address, std::uint32_t value)
+GUARDED static void store_two_bytes(void *address, std::uint32_t value)
 {
-    store_piece(address, static_cast<std::uint8_t>(value));
-}
-
-GUARDED void store_16(void *address, std::uint32_t value)
-{
-    if (in_one_piece<std::uint16_t>(address)) [[likely]] {
-        store_piece(address, static_cast<std::uint16_t>(value));
-        return;
-    }
     auto *const bytes = static_cast<byte *>(address);
     bytes[0] = static_cast<unsigned char>(value);
     bytes[1] = static_cast<unsigned char>(value >> 8);
 }
 
-GUARDED void store_32(void *address, std::uint32_t value)
+GUARDED static void store_four_bytes(void *address, std::uint32_t value)
 {
-    if (in_one_piece<std::uint32_t>(address)) [[likely]] {
-        store_piece(address, value);
-        return;
-    }
     auto *const bytes = static_cast<byte *>(address);
     bytes[0] = static_cast<unsigned char>(value);
     bytes[1] = static_cast<unsigned char>(value >> 8);
     bytes[2] = static_cast<unsigned char>(value >> 16);
     bytes[3] = static_cast<unsigned char>(value >> 24);
+}
+
+GUARDED std::uint16_t load_16(const void *address)
+{
+    if (!in_one_piece<std::uint16_t>(address)) [[unlikely]]
+        return load_two_bytes(address);
+    return load_piece<std::uint16_t>(address);
+}
+
+GUARDED std::uint32_t load_32(const void *address)
+{
+    if (!in_one_piece<std::uint32_t>(address)) [[unlikely]]
+        return load_four_bytes(address);
+    return load_piece<std::uint32_t>(address);
+}
+
+GUARDED void store_16(void *address, std::uint32_t value)
+{
+    if (!in_one_piece<std::uint16_t>(address)) [[unlikely]]
+        return store_two_bytes(address, value);
+    store_piece(address, static_cast<std::uint16_t>(value));
+}
+
+GUARDED void store_32(void *address, std::uint32_t value)
+{
+    if (!in_one_piece<std::uint32_t>(address)) [[unlikely]]
+        return store_four_bytes(address, value);
+    store_piece(address, value);
 }
 
 GUARDED bool can_read(const void *address, std::uint32_t size)

@@ -3,7 +3,7 @@
 // with a blank.
 #pragma once
 
-#include <tcl.h>
+#include "runtime/tcl_api.h"
 
 /// Checks the words behind the command name against the format and stores them into the targets,
 /// one pointer per letter; null stores nothing:

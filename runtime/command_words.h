@@ -5,8 +5,7 @@
 
 #include "runtime/handle.h"
 #include "runtime/known_objects.h"
-
-#include <tcl.h>
+#include "runtime/tcl_api.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -34,15 +33,18 @@ consteval word_kind handle_of(int type) { return static_cast<word_kind>(word_han
 [[gnu::visibility("hidden")]] extern const Tcl_ObjType converted_number;
 
 /// Whether the word is a number that fits, as it stands; gives it if so.
-template <class Number> bool ready(const Tcl_Obj *word, Number &value)
+template <class Number>
+[[gnu::always_inline]] inline bool ready(const Tcl_Obj *word, Number &value)
 {
     // Beyond 2147483647 a board has no integer that is not negative.
     constexpr auto greatest =
         std::min<unsigned long long>(std::numeric_limits<Number>::max(), INT32_MAX);
     const auto integer = static_cast<unsigned long>(word->internalRep.longValue);
-    if (word->typePtr == known.integer_type && integer <= greatest) [[likely]] {
-        value = static_cast<Number>(integer);
-        return true;
+    if (word->typePtr == known.integer_type) [[likely]] {
+        if (integer <= greatest) [[likely]] {
+            value = static_cast<Number>(integer);
+            return true;
+        }
     }
     value = static_cast<Number>(word->internalRep.wideValue);
     return word->typePtr == &converted_number;

@@ -2,9 +2,8 @@
 // them by name.
 #pragma once
 
+#include "runtime/tcl_api.h"
 #include "runtime/type_registry.h"
-
-#include <tcl.h>
 
 /// Kinds of constants; a descriptor of kind 0 ends a table.
 enum swig_constant_kind : int {

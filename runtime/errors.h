@@ -2,7 +2,7 @@
 // category}.
 #pragma once
 
-#include <tcl.h>
+#include "runtime/tcl_api.h"
 
 #include <string>
 

@@ -3,9 +3,8 @@
 // 64-bit build keeps its blocks below 4 GiB.
 #pragma once
 
+#include "runtime/tcl_api.h"
 #include "runtime/type_registry.h"
-
-#include <tcl.h>
 
 #include <cassert>
 #include <cstddef>

@@ -2,7 +2,7 @@
 // call.
 #pragma once
 
-#include <tcl.h>
+#include "runtime/tcl_api.h"
 
 namespace qxsh {
 

@@ -2,7 +2,7 @@
 // board, whose long has 32 bits: every build accepts, wraps and refuses the same words.
 #pragma once
 
-#include <tcl.h>
+#include "runtime/tcl_api.h"
 
 #include <cstdint>
 

@@ -3,9 +3,8 @@
 // module's types has.
 #pragma once
 
+#include "runtime/tcl_api.h"
 #include "runtime/type_registry.h"
-
-#include <tcl.h>
 
 struct swig_class;
 

@@ -1,7 +1,7 @@
 // The object table, a Tcl hash table with one-word keys; see object_table.h.
 #include "runtime/object_table.h"
 
-#include <tcl.h>
+#include "runtime/tcl_api.h"
 
 namespace qxsh::object_table {
 

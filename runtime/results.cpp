@@ -7,7 +7,6 @@
 
 #include <array>
 #include <cstdint>
-#include <cstring>
 
 namespace qxsh {
 
@@ -53,13 +52,14 @@ int set_int_result(Tcl_Interp *interp, int value)
 }
 
 struct digit_pair {
-    char digits[2];
+    char high;
+    char low;
 };
 
 static constexpr auto two_digits = [] {
     std::array<digit_pair, 100> pairs{};
     for (unsigned i = 0; i < 100; ++i)
-        pairs[i] = {{static_cast<char>('0' + i / 10), static_cast<char>('0' + i % 10)}};
+        pairs[i] = {static_cast<char>('0' + i / 10), static_cast<char>('0' + i % 10)};
     return pairs;
 }();
 
@@ -71,8 +71,11 @@ int set_great_result(Tcl_Interp *interp, unsigned int value)
     constexpr int digits = 10; // of every 32-bit number beyond the integer objects
     char *const text = Tcl_Alloc(digits + 1);
 #pragma GCC unroll 5
-    for (int i = digits - 2; i >= 0; i -= 2, value /= 100)
-        std::memcpy(text + i, two_digits[value % 100].digits, 2);
+    for (int i = digits - 2; i >= 0; i -= 2, value /= 100) {
+        const digit_pair pair = two_digits[value % 100];
+        text[i] = pair.high;
+        text[i + 1] = pair.low;
+    }
     text[digits] = '\0';
     result->bytes = text;
     result->length = digits;

@@ -2,9 +2,8 @@
 #pragma once
 
 #include "runtime/numbers.h"
+#include "runtime/tcl_api.h"
 #include "runtime/type_registry.h"
-
-#include <tcl.h>
 
 namespace qxsh {
 

@@ -3,7 +3,7 @@
 // Process-wide, for one thread. The records' layouts are shared with other modules and fixed.
 #pragma once
 
-#include <tcl.h>
+#include "runtime/tcl_api.h"
 
 struct swig_type_record;
 

@@ -126,14 +126,14 @@ proc generate::call_and_result {command call} {
         call { return [list "begin_sdk_call$begin" "return end_sdk_call($call);"] }
         free { return [list "begin_call$begin" "$call;" "end_call();" "return TCL_OK;"] }
         *create {
-            return [list "begin_call$begin" "auto *const block = $call;" "end_call();" \
-                "return set_pointer_result(interp, block, swig_types\[[type_index $result]\]);"]
+            return [list "begin_call$begin" "auto *const result = $call;" "end_call();" \
+                "return set_pointer_result(interp, result, swig_types\[[type_index $result]\]);"]
         }
     }
     if {$result eq "none"} { return [list "$call;" "return finish(interp, usage);"] }
     if {[is_typed_pointer $result]} {
-        return [list "return set_pointer_result(interp, $call," \
-            "    swig_types\[[type_index $result]\]);"]
+        return [list "auto *const result = $call;" \
+            "return set_pointer_result(interp, result, swig_types\[[type_index $result]\]);"]
     }
     return [list "return finish(interp, usage, $call);"]
 }

@@ -6,7 +6,7 @@
 
 # `set -e` does not hold in here, since a leg runs in a condition: every step says `|| return`.
 
-all_legs=(release dev i686 i686-asan armhf compare valgrind)
+all_legs=(release dev i686 i686-asan armhf compare valgrind speed)
 long_legs=()
 
 leg_release() { preset_leg release; }
@@ -18,6 +18,18 @@ leg_compare() { compare_transcripts release i686 armhf; }
 leg_valgrind() {
     need_packages valgrind || skipped "not installed: ${missing[*]}" || return
     memcheck release unit objects
+}
+
+# Instructions and sizes against bench/bounds.tsv, of whatever can be built here; the values are printed.
+leg_speed() {
+    local targets=(pc) results=${log%.log}.results status=0
+    need_packages valgrind || skipped "not installed: ${missing[*]}" || return
+    if need_armhf; then targets+=(armhf); fi
+    "$project/bench/gate" "${targets[@]}" >"$results" 2>&1 || status=1
+    cat "$results" >>"$log"
+    cat "$results"
+    counts="$(grep -c ' ok$' "$results" || true) $(grep -c ' EXCEEDED$' "$results" || true) 0"
+    return $status
 }
 
 # skipped REASON : ends a leg that cannot run here, as `TRY || skipped "no valgrind" || return`.

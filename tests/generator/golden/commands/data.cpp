@@ -29,9 +29,9 @@ int wrap_qx_uint64_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *con
     if (objc != 2 || !ready(objv[1], data))
         return call_converted(wrap_qx_uint64_create, interp, objc, objv, usage, kinds);
     begin_call(interp, objc, objv, usage);
-    auto *const block = qx_uint64_create(data);
+    auto *const result = qx_uint64_create(data);
     end_call();
-    return set_pointer_result(interp, block, swig_types[type_unsigned_long_long]);
+    return set_pointer_result(interp, result, swig_types[type_unsigned_long_long]);
 }
 
 int wrap_qx_uint64_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
@@ -52,9 +52,9 @@ int wrap_qx_uint32_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *con
     if (objc != 2 || !ready(objv[1], data))
         return call_converted(wrap_qx_uint32_create, interp, objc, objv, usage, kinds);
     begin_call(interp, objc, objv, usage);
-    auto *const block = qx_uint32_create(data);
+    auto *const result = qx_uint32_create(data);
     end_call();
-    return set_pointer_result(interp, block, swig_types[type_unsigned_int]);
+    return set_pointer_result(interp, result, swig_types[type_unsigned_int]);
 }
 
 int wrap_qx_uint32_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
@@ -76,9 +76,9 @@ int wrap_qx_uint32_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Ob
     if (objc != 3 || !ready(objv[1], data) || !ready(objv[2], size))
         return call_converted(wrap_qx_uint32_array_create, interp, objc, objv, usage, kinds);
     begin_call(interp, objc, objv, usage);
-    auto *const block = qx_uint32_array_create(data, size);
+    auto *const result = qx_uint32_array_create(data, size);
     end_call();
-    return set_pointer_result(interp, block, swig_types[type_unsigned_int]);
+    return set_pointer_result(interp, result, swig_types[type_unsigned_int]);
 }
 
 int wrap_qx_uint32_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
@@ -119,9 +119,9 @@ int wrap_qx_uint64_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Ob
     if (objc != 3 || !ready(objv[1], data) || !ready(objv[2], size))
         return call_converted(wrap_qx_uint64_array_create, interp, objc, objv, usage, kinds);
     begin_call(interp, objc, objv, usage);
-    auto *const block = qx_uint64_array_create(data, size);
+    auto *const result = qx_uint64_array_create(data, size);
     end_call();
-    return set_pointer_result(interp, block, swig_types[type_unsigned_long_long]);
+    return set_pointer_result(interp, result, swig_types[type_unsigned_long_long]);
 }
 
 int wrap_qx_uint64_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
@@ -163,9 +163,9 @@ int wrap_qx_uint8_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *cons
     if (objc != 2 || !ready(objv[1], data))
         return call_converted(wrap_qx_uint8_create, interp, objc, objv, usage, kinds);
     begin_call(interp, objc, objv, usage);
-    auto *const block = qx_uint8_create(data);
+    auto *const result = qx_uint8_create(data);
     end_call();
-    return set_pointer_result(interp, block, swig_types[type_unsigned_char]);
+    return set_pointer_result(interp, result, swig_types[type_unsigned_char]);
 }
 
 int wrap_qx_uint8_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
@@ -187,9 +187,9 @@ int wrap_qx_uint8_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj
     if (objc != 3 || !ready(objv[1], data) || !ready(objv[2], size))
         return call_converted(wrap_qx_uint8_array_create, interp, objc, objv, usage, kinds);
     begin_call(interp, objc, objv, usage);
-    auto *const block = qx_uint8_array_create(data, size);
+    auto *const result = qx_uint8_array_create(data, size);
     end_call();
-    return set_pointer_result(interp, block, swig_types[type_unsigned_char]);
+    return set_pointer_result(interp, result, swig_types[type_unsigned_char]);
 }
 
 int wrap_qx_uint8_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
@@ -231,9 +231,9 @@ int wrap_qx_int32_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *cons
     if (objc != 2 || !ready(objv[1], data))
         return call_converted(wrap_qx_int32_create, interp, objc, objv, usage, kinds);
     begin_call(interp, objc, objv, usage);
-    auto *const block = qx_int32_create(data);
+    auto *const result = qx_int32_create(data);
     end_call();
-    return set_pointer_result(interp, block, swig_types[type_int]);
+    return set_pointer_result(interp, result, swig_types[type_int]);
 }
 
 int wrap_qx_int32_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
@@ -255,9 +255,9 @@ int wrap_qx_int32_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj
     if (objc != 3 || !ready(objv[1], data) || !ready(objv[2], size))
         return call_converted(wrap_qx_int32_array_create, interp, objc, objv, usage, kinds);
     begin_call(interp, objc, objv, usage);
-    auto *const block = qx_int32_array_create(data, size);
+    auto *const result = qx_int32_array_create(data, size);
     end_call();
-    return set_pointer_result(interp, block, swig_types[type_int]);
+    return set_pointer_result(interp, result, swig_types[type_int]);
 }
 
 int wrap_qx_int32_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])

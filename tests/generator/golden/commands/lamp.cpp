@@ -15,9 +15,9 @@ int wrap_qx_lamp_colour_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj
     if (objc != 1)
         return call_converted(wrap_qx_lamp_colour_create, interp, objc, objv, usage, kinds);
     begin_call(interp, objc, objv, usage);
-    auto *const block = qx_lamp_colour_create();
+    auto *const result = qx_lamp_colour_create();
     end_call();
-    return set_pointer_result(interp, block, swig_types[type_qx_lamp_colour_t]);
+    return set_pointer_result(interp, result, swig_types[type_qx_lamp_colour_t]);
 }
 
 int wrap_qx_lamp_colour_init(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
@@ -106,9 +106,9 @@ int wrap_qx_lamp_colour_array_create(ClientData, Tcl_Interp *interp, int objc, T
     if (objc != 2 || !ready(objv[1], size))
         return call_converted(wrap_qx_lamp_colour_array_create, interp, objc, objv, usage, kinds);
     begin_call(interp, objc, objv, usage);
-    auto *const block = qx_lamp_colour_array_create(size);
+    auto *const result = qx_lamp_colour_array_create(size);
     end_call();
-    return set_pointer_result(interp, block, swig_types[type_qx_lamp_colour_t]);
+    return set_pointer_result(interp, result, swig_types[type_qx_lamp_colour_t]);
 }
 
 int wrap_qx_lamp_colour_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
@@ -139,8 +139,8 @@ int wrap_qx_lamp_colour_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_
         !ready(objv[1], arr, swig_types[type_qx_lamp_colour_t]) ||
         !ready(objv[2], idx))
         return call_converted(wrap_qx_lamp_colour_array_get, interp, objc, objv, usage, kinds);
-    return set_pointer_result(interp, qx_lamp_colour_array_get(arr, idx),
-        swig_types[type_qx_lamp_colour_t]);
+    auto *const result = qx_lamp_colour_array_get(arr, idx);
+    return set_pointer_result(interp, result, swig_types[type_qx_lamp_colour_t]);
 }
 
 int wrap_qx_lamp_view_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
@@ -150,9 +150,9 @@ int wrap_qx_lamp_view_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *
     if (objc != 1)
         return call_converted(wrap_qx_lamp_view_create, interp, objc, objv, usage, kinds);
     begin_call(interp, objc, objv, usage);
-    auto *const block = qx_lamp_view_create();
+    auto *const result = qx_lamp_view_create();
     end_call();
-    return set_pointer_result(interp, block, swig_types[type_qx_lamp_view_t]);
+    return set_pointer_result(interp, result, swig_types[type_qx_lamp_view_t]);
 }
 
 int wrap_qx_lamp_view_dump(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
@@ -213,8 +213,8 @@ int wrap_qx_lamp_view_get_colour(ClientData, Tcl_Interp *interp, int objc, Tcl_O
     qx_lamp_view_t *cfg;
     if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_view_t]))
         return call_converted(wrap_qx_lamp_view_get_colour, interp, objc, objv, usage, kinds);
-    return set_pointer_result(interp, qx_lamp_view_get_colour(cfg),
-        swig_types[type_qx_lamp_colour_t]);
+    auto *const result = qx_lamp_view_get_colour(cfg);
+    return set_pointer_result(interp, result, swig_types[type_qx_lamp_colour_t]);
 }
 
 int wrap_qx_lamp_view_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
@@ -225,9 +225,9 @@ int wrap_qx_lamp_view_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl
     if (objc != 2 || !ready(objv[1], size))
         return call_converted(wrap_qx_lamp_view_array_create, interp, objc, objv, usage, kinds);
     begin_call(interp, objc, objv, usage);
-    auto *const block = qx_lamp_view_array_create(size);
+    auto *const result = qx_lamp_view_array_create(size);
     end_call();
-    return set_pointer_result(interp, block, swig_types[type_qx_lamp_view_t]);
+    return set_pointer_result(interp, result, swig_types[type_qx_lamp_view_t]);
 }
 
 int wrap_qx_lamp_view_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
@@ -256,8 +256,8 @@ int wrap_qx_lamp_view_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Ob
     unsigned int idx;
     if (objc != 3 || !ready(objv[1], arr, swig_types[type_qx_lamp_view_t]) || !ready(objv[2], idx))
         return call_converted(wrap_qx_lamp_view_array_get, interp, objc, objv, usage, kinds);
-    return set_pointer_result(interp, qx_lamp_view_array_get(arr, idx),
-        swig_types[type_qx_lamp_view_t]);
+    auto *const result = qx_lamp_view_array_get(arr, idx);
+    return set_pointer_result(interp, result, swig_types[type_qx_lamp_view_t]);
 }
 
 int wrap_qx_lamp_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
@@ -267,9 +267,9 @@ int wrap_qx_lamp_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const
     if (objc != 1)
         return call_converted(wrap_qx_lamp_create, interp, objc, objv, usage, kinds);
     begin_call(interp, objc, objv, usage);
-    auto *const block = qx_lamp_create();
+    auto *const result = qx_lamp_create();
     end_call();
-    return set_pointer_result(interp, block, swig_types[type_qx_lamp_t]);
+    return set_pointer_result(interp, result, swig_types[type_qx_lamp_t]);
 }
 
 int wrap_qx_lamp_init(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
@@ -524,8 +524,8 @@ int wrap_qx_lamp_get_view(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *con
     qx_lamp_t *cfg;
     if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]))
         return call_converted(wrap_qx_lamp_get_view, interp, objc, objv, usage, kinds);
-    return set_pointer_result(interp, qx_lamp_get_view(cfg),
-        swig_types[type_qx_lamp_view_t]);
+    auto *const result = qx_lamp_get_view(cfg);
+    return set_pointer_result(interp, result, swig_types[type_qx_lamp_view_t]);
 }
 
 int wrap_qx_lamp_set_palette(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
@@ -553,8 +553,8 @@ int wrap_qx_lamp_get_palette(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *
     unsigned int idx;
     if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], idx))
         return call_converted(wrap_qx_lamp_get_palette, interp, objc, objv, usage, kinds);
-    return set_pointer_result(interp, qx_lamp_get_palette(cfg, idx),
-        swig_types[type_qx_lamp_colour_t]);
+    auto *const result = qx_lamp_get_palette(cfg, idx);
+    return set_pointer_result(interp, result, swig_types[type_qx_lamp_colour_t]);
 }
 
 int wrap_qx_lamp_set_program(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
@@ -582,8 +582,8 @@ int wrap_qx_lamp_get_program(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *
     unsigned int idx;
     if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], idx))
         return call_converted(wrap_qx_lamp_get_program, interp, objc, objv, usage, kinds);
-    return set_pointer_result(interp, qx_lamp_get_program(cfg, idx),
-        swig_types[type_qx_lamp_view_t]);
+    auto *const result = qx_lamp_get_program(cfg, idx);
+    return set_pointer_result(interp, result, swig_types[type_qx_lamp_view_t]);
 }
 
 int wrap_qx_lamp_set_secret(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
@@ -608,8 +608,8 @@ int wrap_qx_lamp_get_secret(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *c
     qx_lamp_t *cfg;
     if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]))
         return call_converted(wrap_qx_lamp_get_secret, interp, objc, objv, usage, kinds);
-    return set_pointer_result(interp, qx_lamp_get_secret(cfg),
-        swig_types[type_qx_lamp_colour_t]);
+    auto *const result = qx_lamp_get_secret(cfg);
+    return set_pointer_result(interp, result, swig_types[type_qx_lamp_colour_t]);
 }
 
 int wrap_qx_lamp_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
@@ -620,9 +620,9 @@ int wrap_qx_lamp_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj 
     if (objc != 2 || !ready(objv[1], size))
         return call_converted(wrap_qx_lamp_array_create, interp, objc, objv, usage, kinds);
     begin_call(interp, objc, objv, usage);
-    auto *const block = qx_lamp_array_create(size);
+    auto *const result = qx_lamp_array_create(size);
     end_call();
-    return set_pointer_result(interp, block, swig_types[type_qx_lamp_t]);
+    return set_pointer_result(interp, result, swig_types[type_qx_lamp_t]);
 }
 
 int wrap_qx_lamp_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
@@ -650,8 +650,8 @@ int wrap_qx_lamp_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *co
     unsigned int idx;
     if (objc != 3 || !ready(objv[1], arr, swig_types[type_qx_lamp_t]) || !ready(objv[2], idx))
         return call_converted(wrap_qx_lamp_array_get, interp, objc, objv, usage, kinds);
-    return set_pointer_result(interp, qx_lamp_array_get(arr, idx),
-        swig_types[type_qx_lamp_t]);
+    auto *const result = qx_lamp_array_get(arr, idx);
+    return set_pointer_result(interp, result, swig_types[type_qx_lamp_t]);
 }
 
 int wrap_qx_lamp_add(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
