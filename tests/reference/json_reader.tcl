@@ -44,7 +44,8 @@ proc json_reader::value {} {
 proc json_reader::word {} {
     variable text
     variable at
-    if {![regexp -start $at {\A(?:true|false|null|-?(?:0|[1-9]\d*)(?:\.\d+)?)} $text word]} {
+    set form {\A(?:true|false|null|-?(?:0|[1-9]\d*)(?:\.\d+)?(?:[eE][+-]?\d+)?)}
+    if {![regexp -start $at $form $text word]} {
         fail "no value"
     }
     incr at [string length $word]

@@ -93,21 +93,21 @@ proc wording::purpose {command} {
         set part [expr {[dict get $field count] ? "one element of $name" : $name}]
     }
     switch -glob -- [dict get $command shape] {
-        create            { return "makes one $owner, all its bytes 0" }
-        init              { return "sets the fields of a $owner in one go" }
-        dump              { return "prints a $owner on standard output, a line for each value" }
-        set_*             { return "sets $part of a $owner: $text" }
-        get_*             { return "reads $part of a $owner: $text" }
-        array_create      { return "makes an array of $owner records, all their bytes 0" }
-        array_set         { return "copies a record into an array of $owner records" }
-        array_get         { return "finds one record in an array of $owner records" }
+        create            { return "make one $owner, all its bytes 0" }
+        init              { return "set the fields of a $owner in one go" }
+        dump              { return "print a $owner on standard output, a line for each value" }
+        set_*             { return "set $part of a $owner: $text" }
+        get_*             { return "read $part of a $owner: $text" }
+        array_create      { return "make an array of $owner records, all their bytes 0" }
+        array_set         { return "copy a record into an array of $owner records" }
+        array_get         { return "find one record in an array of $owner records" }
         call              { return [dict get [catalogue::call $owner] text] }
-        free              { return "releases a block that a command ending in _create has made" }
-        cell_create       { return "makes a cell that holds one [catalogue::native $owner]" }
-        cell_get          { return "reads a cell of one [catalogue::native $owner]" }
-        cell_array_create { return "makes an array of [catalogue::native $owner] cells, all alike" }
-        cell_array_get    { return "reads one element of an array of [catalogue::native $owner]" }
-        cell_array_set    { return "sets one element of an array of [catalogue::native $owner]" }
+        free              { return "release a block that a command ending in _create has made" }
+        cell_create       { return "make a cell that holds one [catalogue::native $owner]" }
+        cell_get          { return "read a cell of one [catalogue::native $owner]" }
+        cell_array_create { return "make an array of [catalogue::native $owner] cells, all alike" }
+        cell_array_get    { return "read one element of an array of [catalogue::native $owner]" }
+        cell_array_set    { return "set one element of an array of [catalogue::native $owner]" }
     }
     error "no words for the shape [dict get $command shape]"
 }
