@@ -4,10 +4,9 @@
 #   man/       qxsh.1 and one page of section n for each area
 #   editors/   what checkers and editors want to know about the commands
 #
-# All of it follows from the catalogue, the list of statuses and the tables of docs/simulator.md;
-# what no table knows is hand-written in tools/reference and packaging/qxsh.1.in. A file whose
-# content would stay the same is not touched. A mistake in the data is one line, and then nothing is
-# written.
+# All of it follows from the catalogue, the list of statuses and the tables of docs/; what no table
+# knows is hand-written in tools/reference and packaging/qxsh.1.in. A file whose content would stay
+# the same is not touched. A mistake in the data is one line, and then nothing is written.
 
 namespace eval reference {
     variable tools [file dirname [file normalize [info script]]]
@@ -46,7 +45,7 @@ proc reference::main {project version output} {
     set pages::statuses $statuses
     set pages::answers [statuses::read_answers $simulator $names [catalogue::calls]]
     set pages::version $version
-    set manual::switches [statuses::read_switches $simulator]
+    set manual::switches [statuses::read_switches [file join $project docs]]
     foreach {name text} [files $project $version] { generate::write $name $text }
 }
 

@@ -1,13 +1,15 @@
-# Reads what there is to know about statuses: the list itself from sdk/qx_status.h, and from the
-# tables of docs/simulator.md which function of the simulated device answers which, and the
-# environment switches. A mistake ends that with one line "<file>:<line>: error: <what>". Relies on
-# nothing.
+# Reads what there is to know about statuses and switches: the list of statuses from
+# sdk/qx_status.h, and from the tables of docs/ which function of the simulated device answers
+# which, and the environment switches. A mistake ends that with one line "<file>:<line>: error:
+# <what>". Relies on nothing.
 
 namespace eval statuses {}
 
+# A file's name as messages show it: its folder and its tail.
+proc statuses::shown {file} { file join [file tail [file dirname $file]] [file tail $file] }
+
 proc statuses::fail {file line message} {
-    set file [file join [file tail [file dirname $file]] [file tail $file]]
-    return -code error -errorcode CATALOGUE "$file:$line: error: $message"
+    return -code error -errorcode CATALOGUE "[shown $file]:$line: error: $message"
 }
 
 proc statuses::lines_of {file} {
@@ -78,15 +80,39 @@ proc statuses::read_answers {file known functions} {
     return $answers
 }
 
-# The environment switches: a list of name and meaning.
-proc statuses::read_switches {file} {
+# The environment switches that the pages of a folder describe, each in one place: a list of name
+# and meaning, page by page.
+proc statuses::read_switches {folder} {
     set switches {}
-    foreach {line_number cells} [table $file switch] {
-        if {[llength $cells] != 2} { fail $file $line_number "expected: switch, what it does" }
-        if {![regexp {^[A-Z][A-Z0-9_]*$} [lindex $cells 0]]} {
-            fail $file $line_number "\"[lindex $cells 0]\" is no name of a switch"
+    set places {}
+    foreach file [lsort [glob -nocomplain -directory $folder *.md]] {
+        if {"switch" ni [headings $file]} continue
+        foreach {line_number cells} [table $file switch] {
+            if {[llength $cells] != 2} { fail $file $line_number "expected: switch, what it does" }
+            set name [lindex $cells 0]
+            if {![regexp {^[A-Z][A-Z0-9_]*$} $name]} {
+                fail $file $line_number "\"$name\" is no name of a switch"
+            }
+            if {[dict exists $places $name]} {
+                fail $file $line_number "$name is already described at [dict get $places $name]"
+            }
+            dict set places $name [shown $file]:$line_number
+            lappend switches {*}$cells
         }
-        lappend switches {*}$cells
     }
+    if {$switches eq {}} { fail $folder/*.md 1 "no page has a table with the heading \"switch\"" }
     return $switches
+}
+
+# The first headings of a page's tables.
+proc statuses::headings {file} {
+    set found {}
+    set before {}
+    foreach line [lines_of $file] {
+        if {[regexp {^\|-} $line] && [regexp {^\|([^|]*)\|} $before -> first]} {
+            lappend found [string trim $first]
+        }
+        set before $line
+    }
+    return $found
 }
