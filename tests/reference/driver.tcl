@@ -30,12 +30,17 @@ proc driver::start {folder} {
     append base /[dict get $answer sessionId]
 }
 
+# Whatever ends the tests ends the browser too.
+trace add execution ::exit enter {::driver::stop ;#}
+
 proc driver::stop {} {
     variable process
     variable base
+    if {$process eq {}} return
     catch { request $base DELETE {} }
     catch { exec kill [pid $process] }
     catch { close $process }
+    set process {}
 }
 
 proc driver::quoted {text} {
