@@ -6,10 +6,10 @@
 #                      the statuses by number
 #
 # A behaviour has its function's name less the prefix, the device (if the function names one) and its
-# arguments, records and cells by reference. Relies on catalogue.tcl; a file whose content would stay the
-# same is not touched.
+# arguments, records and cells by reference. Relies on catalogue.tcl and statuses.tcl; a file whose
+# content would stay the same is not touched.
 
-foreach part {catalogue.tcl generate/text.tcl} {
+foreach part {catalogue.tcl statuses.tcl generate/text.tcl} {
     source [file join [file dirname [file normalize [info script]]] $part]
 }
 
@@ -17,23 +17,6 @@ namespace eval generate_sdk {
     variable note "Generated from the catalogue by tools/generate_sdk.tcl; changes belong there."
     # Arrays of bytes with these names hold keys.
     variable secrets {ekey akey key}
-}
-
-# ------------------------------------------------------------------------------- the statuses
-
-# The lines of qx_status.h as a list of name, number, meaning.
-proc generate_sdk::read_statuses {file} {
-    set channel [open $file]
-    set text [read $channel]
-    close $channel
-    set result {}
-    foreach line [split $text \n] {
-        if {[regexp {^\s+(QX_\w+) = (\d+),?\s+/\* (.+) \*/$} $line -> name number meaning]} {
-            lappend result $name $number $meaning
-        }
-    }
-    if {[llength $result] == 0} { error "$file holds no status" }
-    return $result
 }
 
 # ---------------------------------------------------------------------------------- arguments
@@ -247,7 +230,7 @@ proc generate_sdk::definitions {statuses} {
 proc generate_sdk::main {catalogue_folder status_file output_folder} {
     set generate::folder $output_folder
     catalogue::load $catalogue_folder
-    set statuses [read_statuses $status_file]
+    set statuses [statuses::read_header $status_file]
     header
     definitions $statuses
 }

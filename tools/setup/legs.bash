@@ -6,7 +6,7 @@
 
 # `set -e` does not hold in here, since a leg runs in a condition: every step says `|| return`.
 
-all_legs=(release dev i686 i686-asan armhf compare valgrind speed)
+all_legs=(release dev i686 i686-asan armhf compare docs valgrind speed)
 long_legs=()
 
 leg_release() { preset_leg release; }
@@ -15,6 +15,10 @@ leg_i686() { need_i686 || return; preset_leg i686; }
 leg_i686_asan() { need_i686 || return; preset_leg i686-asan; }
 leg_armhf() { need_armhf || return; preset_leg armhf; }
 leg_compare() { compare_transcripts release i686 armhf; }
+leg_docs() {
+    need_packages docs || skipped "not installed: ${missing[*]}" || return
+    build_preset release docs && run_tests release -C docs -L docs
+}
 leg_valgrind() {
     need_packages valgrind || skipped "not installed: ${missing[*]}" || return
     memcheck release unit objects
@@ -54,17 +58,29 @@ need_armhf() { need_foreign armhf armhf; }
 
 # preset_leg PRESET : configures, builds with warnings as errors and runs all tests of build/PRESET.
 preset_leg() {
-    local preset=$1 folder=$project/build/$1 results status=0
-    local test_log=$folder/Testing/Temporary/LastTest.log
-    lock_build
-    configure "$preset" "$log" -DQXSH_WERROR=ON &&
-        logged "building preset '$preset'" "$log" cmake --build "$folder" -j "$jobs" || status=1
-    unlock_build
-    ((status == 0)) || return 1
+    build_preset "$1" all || return
+    rm -rf "$project/build/$1/transcripts" # what an older run left proves nothing
+    run_tests "$1"
+}
 
-    rm -rf "$folder/transcripts" "$test_log" # what an older run left proves nothing
-    results=${log%.log}.results
-    (cd "$project" && ctest --preset "$preset" -j "$jobs") \
+# build_preset PRESET TARGET : configures build/PRESET and builds the target.
+build_preset() {
+    local status=0
+    lock_build
+    configure "$1" "$log" -DQXSH_WERROR=ON &&
+        logged "building '$2' of preset '$1'" "$log" \
+            cmake --build "$project/build/$1" --target "$2" -j "$jobs" || status=1
+    unlock_build
+    return $status
+}
+
+# run_tests PRESET CTEST-WORD... : runs tests of build/PRESET and counts them.
+run_tests() {
+    local preset=$1 results=${log%.log}.results status=0
+    local test_log=$project/build/$1/Testing/Temporary/LastTest.log
+    shift
+    rm -f "$test_log"
+    (cd "$project" && ctest --preset "$preset" -j "$jobs" "$@") \
         </dev/null >"$results" 2>&1 8>&- || status=1
     cat "$results" >>"$log"
     if [[ -f $test_log ]]; then

@@ -1,0 +1,61 @@
+# Writes the reference: tclsh reference.tcl <project folder> <version> <output folder>
+#
+#   html/      pages to read from disk: index, areas, commands, statuses, conventions, search
+#   man/       qxsh.1 and one page of section n for each area
+#   editors/   what checkers and editors want to know about the commands
+#
+# All of it follows from the catalogue, the list of statuses and the tables of docs/; what no table
+# knows is hand-written in tools/reference and packaging/qxsh.1.in. A file whose content would stay
+# the same is not touched. A mistake in the data is one line, and then nothing is written.
+
+namespace eval reference {
+    variable tools [file dirname [file normalize [info script]]]
+    variable parts [file join $tools reference]
+    variable note "Generated from the catalogue by tools/reference.tcl; changes belong there."
+}
+foreach part {catalogue.tcl statuses.tcl generate/text.tcl} {
+    source [file join $reference::tools $part]
+}
+foreach part {wording byte_map html drawing pages manual editors} {
+    source [file join $reference::parts $part.tcl]
+}
+
+proc reference::file_text {name} {
+    set channel [open $name]
+    fconfigure $channel -encoding utf-8
+    set text [read $channel]
+    close $channel
+    return $text
+}
+
+# All files: name below the output folder and text, alternating.
+proc reference::files {project version} {
+    return [concat [pages::files] [manual::files $project $version] [editors::files]]
+}
+
+proc reference::main {project version output} {
+    set generate::folder $output
+    catalogue::load [file join $project catalogue]
+    wording::prepare
+    set header [file join $project sdk qx_status.h]
+    set simulator [file join $project docs simulator.md]
+    set statuses [statuses::read_header $header]
+    set names {}
+    foreach {name number meaning} $statuses { lappend names $name }
+    set pages::statuses $statuses
+    set pages::answers [statuses::read_answers $simulator $names [catalogue::calls]]
+    set pages::version $version
+    set manual::switches [statuses::read_switches [file join $project docs]]
+    foreach {name text} [files $project $version] { generate::write $name $text }
+}
+
+if {[info exists argv0] && [file normalize $argv0] eq [file normalize [info script]]} {
+    if {[llength $argv] != 3} {
+        puts stderr "usage: tclsh reference.tcl <project folder> <version> <output folder>"
+        exit 2
+    }
+    if {[catch {reference::main {*}$argv} message]} {
+        puts stderr [expr {$errorCode eq "CATALOGUE" ? $message : $errorInfo}]
+        exit 1
+    }
+}

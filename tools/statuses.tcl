@@ -1,0 +1,118 @@
+# Reads what there is to know about statuses and switches: the list of statuses from
+# sdk/qx_status.h, and from the tables of docs/ which function of the simulated device answers
+# which, and the environment switches. A mistake ends that with one line "<file>:<line>: error:
+# <what>". Relies on nothing.
+
+namespace eval statuses {}
+
+# A file's name as messages show it: its folder and its tail.
+proc statuses::shown {file} { file join [file tail [file dirname $file]] [file tail $file] }
+
+proc statuses::fail {file line message} {
+    return -code error -errorcode CATALOGUE "[shown $file]:$line: error: $message"
+}
+
+proc statuses::lines_of {file} {
+    if {[catch {open $file} channel]} { fail $file 0 "cannot be read" }
+    fconfigure $channel -encoding utf-8
+    set text [read $channel]
+    close $channel
+    return [split $text \n]
+}
+
+# -> a list of name, number, meaning, in the header's order.
+proc statuses::read_header {file} {
+    set result {}
+    set numbers {}
+    set line_number 0
+    foreach line [lines_of $file] {
+        incr line_number
+        if {![regexp {^\s+(QX_\w+) = (\d+),?\s+/\* (.+) \*/$} $line \
+                -> name number meaning]} continue
+        if {[dict exists $numbers $name]} { fail $file $line_number "$name is already declared" }
+        if {$number in [dict values $numbers]} {
+            fail $file $line_number "status number $number is already taken"
+        }
+        dict set numbers $name $number
+        lappend result $name $number $meaning
+    }
+    if {$result eq {}} { fail $file 1 "holds no status" }
+    return $result
+}
+
+# The rows of the Markdown table whose first heading is `heading`: a list of line number and cells,
+# alternating. The marks of code are left out of the cells.
+proc statuses::table {file heading} {
+    set rows {}
+    set inside 0
+    set line_number 0
+    foreach line [lines_of $file] {
+        incr line_number
+        if {![regexp {^\|(.*)\|\s*$} $line -> inner]} { set inside 0; continue }
+        set cells {}
+        foreach cell [split $inner |] { lappend cells [string trim [string map {` {}} $cell]] }
+        if {[lindex $cells 0] eq $heading} { set inside 1; continue }
+        if {$inside && ![regexp {^-*$} [lindex $cells 0]]} { lappend rows $line_number $cells }
+    }
+    if {$rows eq {}} { fail $file 1 "has no table with the heading \"$heading\"" }
+    return $rows
+}
+
+# What each function answers beyond what all do: a dict, function -> a list of its statuses and of
+# when, as the page says it. `known` are the statuses, `functions` those that need a row.
+proc statuses::read_answers {file known functions} {
+    set answers {}
+    foreach {line_number cells} [table $file function] {
+        if {[llength $cells] != 3} { fail $file $line_number "expected: function, statuses, when" }
+        foreach {function names when} $cells break
+        if {$function ni $functions} { fail $file $line_number "\"$function\" is no SDK call" }
+        if {[dict exists $answers $function]} {
+            fail $file $line_number "$function already has a row"
+        }
+        foreach name $names {
+            if {$name ni $known} { fail $file $line_number "\"$name\" is no status" }
+        }
+        dict set answers $function [list $names $when]
+    }
+    foreach function $functions {
+        if {![dict exists $answers $function]} { fail $file 1 "$function has no row of statuses" }
+    }
+    return $answers
+}
+
+# The environment switches that the pages of a folder describe, each in one place: a list of name
+# and meaning, page by page.
+proc statuses::read_switches {folder} {
+    set switches {}
+    set places {}
+    foreach file [lsort [glob -nocomplain -directory $folder *.md]] {
+        if {"switch" ni [headings $file]} continue
+        foreach {line_number cells} [table $file switch] {
+            if {[llength $cells] != 2} { fail $file $line_number "expected: switch, what it does" }
+            set name [lindex $cells 0]
+            if {![regexp {^[A-Z][A-Z0-9_]*$} $name]} {
+                fail $file $line_number "\"$name\" is no name of a switch"
+            }
+            if {[dict exists $places $name]} {
+                fail $file $line_number "$name is already described at [dict get $places $name]"
+            }
+            dict set places $name [shown $file]:$line_number
+            lappend switches {*}$cells
+        }
+    }
+    if {$switches eq {}} { fail $folder/*.md 1 "no page has a table with the heading \"switch\"" }
+    return $switches
+}
+
+# The first headings of a page's tables.
+proc statuses::headings {file} {
+    set found {}
+    set before {}
+    foreach line [lines_of $file] {
+        if {[regexp {^\|-} $line] && [regexp {^\|([^|]*)\|} $before -> first]} {
+            lappend found [string trim $first]
+        }
+        set before $line
+    }
+    return $found
+}
