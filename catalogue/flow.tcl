@@ -31,19 +31,19 @@ record qx_vlan_t 8 "one VLAN tag of a packet" {
 }
 
 record qx_pkt_info_t 88 "a packet as it arrives or leaves" {
-    0   u8               phy_port                "physical port"
-    1   u8[6]            da_mac                  "destination MAC address"
-    7   u8[6]            sa_mac                  "source MAC address"
-    14  u16              eth_type                "EtherType"
-    16  qx_vlan_t[2]     tag                     "the packet's two VLAN tags"
-    32  u8               pppoe_session_id_valid  "flag: the PPPoE session id counts"
-    34  u16              pppoe_session_id        "PPPoE session id"
-    36  qx_ip_address_t  da_ip                   "destination IP address"
-    57  qx_ip_address_t  sa_ip                   "source IP address"
-    78  u8               tos                     "type of service byte"
-    79  u8               protocol                "IP protocol number"
-    80  qx_l4_header_t   l4_header               "layer 4 header, read by protocol"
-    84  u32              natt_4_bytes            "four bytes of NAT traversal"
+    0   u8               phy_port                            "physical port"
+    1   u8[6]            da_mac                  -holds mac  "destination MAC address"
+    7   u8[6]            sa_mac                  -holds mac  "source MAC address"
+    14  u16              eth_type                            "EtherType"
+    16  qx_vlan_t[2]     tag                                 "the packet's two VLAN tags"
+    32  u8               pppoe_session_id_valid              "flag: the PPPoE session id counts"
+    34  u16              pppoe_session_id                    "PPPoE session id"
+    36  qx_ip_address_t  da_ip                               "destination IP address"
+    57  qx_ip_address_t  sa_ip                               "source IP address"
+    78  u8               tos                                 "type of service byte"
+    79  u8               protocol                            "IP protocol number"
+    80  qx_l4_header_t   l4_header                           "layer 4 header, read by protocol"
+    84  u32              natt_4_bytes                        "four bytes of NAT traversal"
 }
 
 record qx_flow_t 212 "one flow" {

@@ -5,15 +5,15 @@
 area l3 "Layer 3 routes, next hops, NAT and port MTU"
 
 record qx_eth_port_encap_t 16 "Ethernet encapsulation of a port" {
-    0   u8[6]   src_mac  "source MAC address"
-    8   u32[2]  tag      "tag words"
+    0   u8[6]   src_mac  -holds mac  "source MAC address"
+    8   u32[2]  tag                  "tag words"
 }
 
 record qx_pppoe_port_encap_t 24 "PPPoE encapsulation of a port" {
-    0   u8[6]   src_mac           "source MAC address"
-    6   u8[6]   dest_mac          "destination MAC address"
-    12  u32[2]  tag               "tag words"
-    20  u16     pppoe_session_id  "PPPoE session id"
+    0   u8[6]   src_mac           -holds mac  "source MAC address"
+    6   u8[6]   dest_mac          -holds mac  "destination MAC address"
+    12  u32[2]  tag                           "tag words"
+    20  u16     pppoe_session_id              "PPPoE session id"
 }
 
 union qx_port_union_encap_t 24 "encapsulation of a port, by type" {
@@ -44,10 +44,10 @@ union qx_l3_nexthop_encap_t 120 "encapsulation of a next hop" {
 }
 
 record qx_l3_nexthop_t 164 "one next hop" {
-    0   qx_l3_nexthop_id_t            nhid    "its identity"
-    32  u8[6]                         da_mac  "destination MAC address"
-    40  qx_l3_nexthop_intf_binding_t  id      "what it is bound to"
-    44  qx_l3_nexthop_encap_t         encap   "its encapsulation"
+    0   qx_l3_nexthop_id_t            nhid                "its identity"
+    32  u8[6]                         da_mac  -holds mac  "destination MAC address"
+    40  qx_l3_nexthop_intf_binding_t  id                  "what it is bound to"
+    44  qx_l3_nexthop_encap_t         encap               "its encapsulation"
 }
 
 record qx_l3_route_t 188 "one route" {

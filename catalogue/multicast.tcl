@@ -5,9 +5,9 @@
 area multicast "Multicast records"
 
 record qx_mcast_entry_t 10 "multicast forwarding entry" {
-    0   u16    sub_port    "sub-port number"
-    2   u16    mcast_vlan  "multicast VLAN"
-    4   u8[6]  mac_addr    "MAC address"
+    0   u16    sub_port                "sub-port number"
+    2   u16    mcast_vlan              "multicast VLAN"
+    4   u8[6]  mac_addr    -holds mac  "MAC address"
 }
 
 record qx_mcast_vlan_cfg_t 12 "VLAN rewriting of multicast traffic" {
@@ -17,12 +17,12 @@ record qx_mcast_vlan_cfg_t 12 "VLAN rewriting of multicast traffic" {
 }
 
 record qx_mcast_member_t 716 "member of a multicast group" {
-    0   u32                  afi         "address family, an SDK code"
-    4   u16                  sub_port    "sub-port number"
-    6   u16                  mcast_vlan  "multicast VLAN"
-    8   qx_ip_address_t      grp_addr    "group address"
-    32  u32                  mode        "mode of the membership, an SDK code"
-    36  u8[6]                dest_mac    "destination MAC address"
-    42  u16                  src_num     "number of sources; not kept in step with the list"
-    44  qx_ip_address_t[32]  src_list    "source addresses"
+    0   u32                  afi                     "address family, an SDK code"
+    4   u16                  sub_port                "sub-port number"
+    6   u16                  mcast_vlan              "multicast VLAN"
+    8   qx_ip_address_t      grp_addr                "group address"
+    32  u32                  mode                    "mode of the membership, an SDK code"
+    36  u8[6]                dest_mac    -holds mac  "destination MAC address"
+    42  u16                  src_num                 "number of sources; the list may hold others"
+    44  qx_ip_address_t[32]  src_list                "source addresses"
 }

@@ -19,11 +19,11 @@ record qx_pppoe_hdr_t 6 packed "PPPoE header" {
 }
 
 record qx_pppoe_port_cfg_t 24 "settings of a PPPoE port" {
-    0   u8[6]  src_mac           "source MAC address"
-    6   u8[6]  dest_mac          "destination MAC address"
-    12  u16    pppoe_session_id  "PPPoE session id"
-    16  u32    vlan_tag          "VLAN tag"
-    20  u16    tx_phy_port       "physical port to transmit on"
+    0   u8[6]  src_mac           -holds mac  "source MAC address"
+    6   u8[6]  dest_mac          -holds mac  "destination MAC address"
+    12  u16    pppoe_session_id              "PPPoE session id"
+    16  u32    vlan_tag                      "VLAN tag"
+    20  u16    tx_phy_port                   "physical port to transmit on"
 }
 
 call qx_pppoe_port_add "bind a PPPoE port to a physical port" {

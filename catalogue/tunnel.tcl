@@ -18,17 +18,17 @@ record qx_gre_tunnel_cfg_t 16 "settings of a GRE tunnel" {
 }
 
 record qx_etherip_tunnel_cfg_t 64 "settings of an EtherIP tunnel" {
-    0   u8             replace_inner_da  "flag: replace the inner destination MAC address"
-    1   u8             replace_inner_sa  "flag: replace the inner source MAC address"
-    2   u8[6]          local_lan_mac     "MAC address of the local LAN"
-    8   u8[6]          outer_dst_mac     "outer destination MAC address"
-    14  u8[6]          outer_src_mac     "outer source MAC address"
-    20  u8             default_tos       "default type of service"
-    21  u8             hop_limit         "hop limit"
-    24  u32            flow_label        "flow label"
-    28  qx_l3_ip_addr  tun_saddr         "outer source address"
-    44  qx_l3_ip_addr  tun_daddr         "outer destination address"
-    60  u32            ipsec_policy      "handle of the IPsec policy that protects the tunnel"
+    0   u8             replace_inner_da              "flag: replace the inner destination MAC address"
+    1   u8             replace_inner_sa              "flag: replace the inner source MAC address"
+    2   u8[6]          local_lan_mac     -holds mac  "MAC address of the local LAN"
+    8   u8[6]          outer_dst_mac     -holds mac  "outer destination MAC address"
+    14  u8[6]          outer_src_mac     -holds mac  "outer source MAC address"
+    20  u8             default_tos                   "default type of service"
+    21  u8             hop_limit                     "hop limit"
+    24  u32            flow_label                    "flow label"
+    28  qx_l3_ip_addr  tun_saddr                     "outer source address"
+    44  qx_l3_ip_addr  tun_daddr                     "outer destination address"
+    60  u32            ipsec_policy                  "handle of the IPsec policy that protects it"
 }
 
 union qx_tunnel_cfg_union_t 64 "settings of a tunnel, by kind" {

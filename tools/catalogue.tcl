@@ -12,6 +12,8 @@ namespace eval catalogue {
         u64 {8 {unsigned long long}}
     }
     variable most_bytes 4096 ;# of a record: a page, so that it touches two at most
+    # What a field can hold that people write in another way -> its type.
+    variable address_types {mac u8[6] ipv4 u32 ipv6 u32[4] ip u32[4] family u32}
     variable cell_operations {create get array_create array_get array_set}
     # Names that a field or an argument cannot have: words of C and C++, macros that a user of the
     # header may meet, and what the generated functions call their own arguments and locals.

@@ -31,6 +31,20 @@ proc catalogue::check_number {place what number {least 1}} {
     }
 }
 
+# What people write in place of a field's numbers needs its type.
+proc catalogue::check_holds {place field what} {
+    variable address_types
+    if {![dict exists $address_types $what]} {
+        fail $place "-holds \"$what\" is none of [join [dict keys $address_types] {, }]"
+    }
+    set type [dict get $field type]
+    if {[dict get $field count]} { append type \[[dict get $field count]\] }
+    if {$type ne [dict get $address_types $what] || [dict get $field width]} {
+        fail $place "-holds $what is for [dict get $address_types $what];\
+            [dict get $field name] is none"
+    }
+}
+
 # Every type that a field or an argument names has to exist, and records must not contain themselves.
 proc catalogue::check_types {} {
     variable model

@@ -136,7 +136,7 @@ proc catalogue::read_field {place line} {
     check_name $place $name field
     check_text $place [lindex $line end]
     set field [dict create name $name place $place text [lindex $line end] bit 0 width 0 count 0 \
-        set_as {} dumped 1]
+        set_as {} holds {} dumped 1]
     if {![regexp {^(\d+)(?:\.(\d+))?$} $where -> offset bit]} {
         fail $place "\"$where\" is no offset"
     }
@@ -167,6 +167,11 @@ proc catalogue::read_field {place line} {
                 set type [lindex $options 1]
                 if {$type ni {u8 u16 u32}} { fail $place "-set-as \"$type\" is no field type" }
                 dict set field set_as $type
+                set options [lrange $options 2 end]
+            }
+            -holds {
+                check_holds $place $field [lindex $options 1]
+                dict set field holds [lindex $options 1]
                 set options [lrange $options 2 end]
             }
             default { fail $place "\"[lindex $options 0]\" is no field option" }
