@@ -1,0 +1,47 @@
+# Package qx, handles: which record a handle belongs to, and the record's bytes. Relies on the commands of the
+# shell, which know whether a word is a handle, and on the package's library for the bytes.
+
+namespace eval qx::handle {
+    variable folder [file dirname [file normalize [info script]]]
+}
+
+proc qx::handle::refuse {word text} {
+    return -code error -errorcode [list QX HANDLE $word] $text
+}
+
+# The record that a handle belongs to, and the handle as the shell writes it.
+proc qx::handle::of_record {word} {
+    if {$word eq "NULL"} { refuse $word "NULL is no record" }
+    set handle $word
+    # The name of an object's command stands for the object.
+    if {![string match _* $word] && [llength [info commands ::$word]]} {
+        if {[catch { uplevel #0 [list $word cget -this] } handle]} { set handle $word }
+    }
+    if {![regexp {^_[0-9a-f]{8}_p_(\w+)$} $handle -> type]} {
+        refuse $word "\"$word\" is no handle of a record"
+    }
+    if {![qx::catalogue::is_record $type]} {
+        refuse $word "$word is a handle of type [string map {_ { }} $type], which is no record"
+    }
+    # The command refuses what the shell itself takes for no handle of the type.
+    set handle [[qx::catalogue::stem $type]_array_get $handle 0]
+    if {$handle eq "NULL"} { refuse $word "$word is a null pointer, no record" }
+    return [list $type $handle]
+}
+
+# The record's bytes.
+proc qx::handle::bytes {handle type} {
+    load_memory
+    return [qx::memory::read $handle [qx::catalogue::type_size $type]]
+}
+
+proc qx::handle::write_bytes {handle bytes} {
+    qx::memory::write $handle $bytes
+}
+
+# Loads the library when the first record is looked at: help and lint do without. Then this does nothing.
+proc qx::handle::load_memory {} {
+    variable folder
+    load [file join $folder libqxmemory[info sharedlibextension]] Qxmemory
+    proc ::qx::handle::load_memory {} {}
+}
