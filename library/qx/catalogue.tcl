@@ -126,9 +126,12 @@ proc qx::catalogue::is_command {name} {
 # The commands of a record, a call or a cell type, in table order.
 proc qx::catalogue::commands_of {owner} {
     variable command_data
-    set names {}
-    foreach {name row} $command_data { if {[lindex $row 2] eq $owner} { lappend names $name } }
-    return $names
+    variable owned
+    # An index of all owners, made when the first is asked for.
+    if {![info exists owned]} {
+        foreach {name row} $command_data { dict lappend owned [lindex $row 2] $name }
+    }
+    return [entry owner $owned $owner]
 }
 
 # A command: name, area, shape (create, init, dump, set_scalar ... as in shape_texts, or call), owner (record,

@@ -9,12 +9,18 @@ namespace eval qx {}
 apply {{folder parts commands} {
     foreach part $parts { source [file join $folder $part.tcl] }
     foreach {name procedure} $commands { interp alias {} ::qx::$name {} ::qx::$procedure }
-}} [file dirname [info script]] {catalogue addresses handles reading writing} {
+}} [file dirname [info script]] {catalogue addresses handles reading writing help status why} {
     get      reading::get
     template reading::template
     diff     reading::diff
     json     reading::json
     set      writing::put
+    help     help::about
+    apropos  help::apropos
+    areas    help::areas
+    check    status::check
+    watch    status::watch
+    why      why::explain
 }
 
 package provide qx 0.1

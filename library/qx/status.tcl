@@ -1,0 +1,153 @@
+# Package qx: qx::check makes errors of statuses, qx::watch keeps the words of commands that fail. Relies on
+# catalogue.tcl. Statuses have the names of the simulated device; another SDK may mean something else by them.
+#
+# Both look at commands through Tcl's execution traces, so the commands themselves stay as they are. A block
+# has its 83 traces as long as it runs.
+
+namespace eval qx::status {
+    variable last {}     ;# the last failure: words, code, result, and Tcl's errorInfo before it
+    variable allowed {}  ;# of the blocks that run: a list of statuses that are no failures, each
+    variable watching 0
+}
+
+# qx::check ?-allow statuses? command ?word ...?    one SDK function
+# qx::check ?-allow statuses? {script}              every SDK function that runs in the script
+proc qx::status::check {args} {
+    set allow {}
+    if {[lindex $args 0] eq "-allow"} {
+        if {[llength $args] < 3} { usage }
+        set allow [numbers [lindex $args 1]]
+        set args [lrange $args 2 end]
+    }
+    if {$args eq {}} { usage }
+    set name [string trimleft [lindex $args 0] :]
+    if {[is_call $name]} {
+        set code [catch { uplevel 1 $args } result options]
+        if {$code == 1} { note $args 1 $result }
+        if {$code == 0} { judge $args $result $allow }
+        dict incr options -level
+        return -options $options $result
+    }
+    if {[llength $args] > 1} {
+        set near [join [qx::catalogue::nearest $name [qx::catalogue::calls]] {, }]
+        return -code error -errorcode [list QX UNKNOWN call $name] \
+            "\"$name\" is no SDK function; nearest: $near"
+    }
+    block [lindex $args 0] $allow
+}
+
+proc qx::status::usage {} {
+    return -level 2 -code error -errorcode {QX USAGE} \
+        "usage: qx::check ?-allow statuses? command ?word ...?, or with a script"
+}
+
+proc qx::status::is_call {name} {
+    if {![qx::catalogue::is_command $name]} { return 0 }
+    return [expr {[dict get [qx::catalogue::command $name] shape] eq "call"}]
+}
+
+# Numbers of statuses that are given by number or name.
+proc qx::status::numbers {words} {
+    set result {}
+    foreach word $words {
+        set number $word
+        dict for {each status} [qx::catalogue::statuses] {
+            if {[lindex $status 0] eq $word} { set number $each }
+        }
+        if {![string is wideinteger -strict $number]} {
+            return -level 2 -code error -errorcode [list QX UNKNOWN status $word] \
+                "\"$word\" is no status"
+        }
+        lappend result $number
+    }
+    return $result
+}
+
+# An error, unless the status of a call is 0 or allowed.
+proc qx::status::judge {words status allow} {
+    if {$status == 0 || $status in $allow} return
+    note $words 0 $status
+    set name [qx::catalogue::status_name $status]
+    # As qx_sim's errors of statuses: a status without a name stands for itself.
+    if {$name eq {}} { set name $status }
+    return -level 2 -code error -errorcode [list QX_STATUS $status $name] [failure $words $status]
+}
+
+# What failed: the call with its arguments by name, the status, its name and meaning.
+proc qx::status::failure {words status} {
+    set name [string trimleft [lindex $words 0] :]
+    set text $name
+    set facts [qx::catalogue::command $name]
+    foreach {argument type} [dict get $facts arguments] word [lrange $words 1 end] {
+        append text " $argument=$word"
+    }
+    append text ": status $status"
+    if {[qx::catalogue::status_name $status] ne {}} {
+        append text " [qx::catalogue::status_name $status], [qx::catalogue::status_meaning $status]"
+    }
+    return $text
+}
+
+# ------------------------------------------------------------------------------------- blocks
+
+proc qx::status::block {script allow} {
+    variable allowed
+    if {$allowed eq {}} { trace_calls add }
+    lappend allowed $allow
+    set code [catch { uplevel 2 $script } result options]
+    set allowed [lrange $allowed 0 end-1]
+    if {$allowed eq {}} { trace_calls remove }
+    # For two procedures: this one and `check`.
+    dict incr options -level 2
+    return -options $options $result
+}
+
+proc qx::status::trace_calls {what} {
+    foreach name [qx::catalogue::calls] {
+        trace $what execution ::$name leave ::qx::status::left
+    }
+}
+
+# Called when an SDK function of a block has ended; an error here is one of the function.
+proc qx::status::left {words code result operation} {
+    variable allowed
+    if {$code != 0} { return [note $words $code $result] }
+    # A block that waits for events may have ended before.
+    if {$allowed eq {}} return
+    judge $words $result [lindex $allowed end]
+}
+
+# ----------------------------------------------------------------------------------- watching
+
+# Keeps the words of every command that fails from now on, or no longer; without a word tells whether.
+proc qx::status::watch {{switch {}}} {
+    variable watching
+    if {$switch eq {}} { return $watching }
+    if {![string is boolean -strict $switch]} {
+        return -code error -errorcode {QX USAGE} "usage: qx::watch ?on|off?"
+    }
+    set wanted [expr {bool($switch)}]
+    if {$wanted == $watching} return
+    foreach name [qx::catalogue::commands] {
+        trace [expr {$wanted ? "add" : "remove"}] execution ::$name leave ::qx::status::watched
+    }
+    set watching $wanted
+    return
+}
+
+proc qx::status::watched {words code result operation} {
+    if {$code != 0} {
+        note $words $code $result
+    } elseif {$result ne "0" && [is_call [string trimleft [lindex $words 0] :]]} {
+        note $words 0 $result
+    }
+}
+
+# Remembers a failure for qx::why.
+proc qx::status::note {words code result} {
+    variable last
+    set before {}
+    if {[info exists ::errorInfo]} { set before $::errorInfo }
+    set last [list $words $code $result $before]
+    return
+}

@@ -1,0 +1,149 @@
+# Package qx: qx::why tells what was wrong with the last command that failed. The commands' messages name an
+# argument's number and type; this adds its name, its range and what was given. Relies on status.tcl for the
+# words, as far as qx::check or qx::watch has seen them, and on Tcl's errorInfo otherwise.
+
+namespace eval qx::why {
+    variable in_procedure 0 ;# whether the words come from errorInfo, and from within a procedure
+}
+
+# What was wrong with the last failed command.
+proc qx::why::explain {} {
+    foreach {words code result} [last_failure] break
+    if {$words eq {}} { return "no command of the SDK or its records has failed" }
+    if {$code == 0} { return [status_text $words $result] }
+    set pattern {^(\w+) in method '(\w+)', argument (\d+) of type '([^']*)'}
+    if {[regexp $pattern $result -> category name number]} {
+        return [argument_text $words $name $number]
+    }
+    if {[regexp {^Wrong (number of arguments |# args\.):(\w+) } $result -> kind name]} {
+        return [count_text $words $name]
+    }
+    return "[lindex $words 0]: $result"
+}
+
+# Words, code and result of the last failure. Words that only errorInfo has are those of the script, before
+# variables and brackets were replaced.
+proc qx::why::last_failure {} {
+    variable in_procedure 0
+    foreach {words code result before} $qx::status::last break
+    set info {}
+    if {[info exists ::errorInfo]} { set info $::errorInfo }
+    if {[info exists words]} {
+        # Still the last if its message heads errorInfo, or if no error came after its status.
+        if {$code == 0 && $info eq $before} { return [list $words $code $result] }
+        set message $result
+        if {$code == 0} { set message [qx::status::failure $words $result] }
+        if {[string first $message $info] == 0} { return [list $words $code $result] }
+    }
+    set in_procedure [regexp {\n    \(procedure "} $info]
+    set message [lindex [split $info \n] 0]
+    set pattern {^(?:\w+ in method '|Wrong [^:]*:)(qx_\w+)}
+    if {![regexp $pattern $message -> name]} { return {{} 0 {}} }
+    set words [list $name]
+    # The command stands between quotes, behind the message.
+    set start [string first "executing\n\"$name" $info]
+    if {$start >= 0} {
+        incr start [string length "executing\n\""]
+        set text [string range $info $start [string first "\"\n" "$info\n" $start]-1]
+        if {![catch { llength $text }]} { set words [lrange $text 0 end] }
+    }
+    return [list $words 1 $message]
+}
+
+proc qx::why::status_text {words status} {
+    set name [string trimleft [lindex $words 0] :]
+    set text "$name: [dict get [qx::catalogue::command $name] text]\n"
+    set rows {}
+    set facts [qx::catalogue::command $name]
+    foreach {argument type} [dict get $facts arguments] what [dict get $facts argument_texts] \
+            word [lrange $words 1 end] {
+        lappend rows [list $argument $word $what]
+    }
+    append text [qx::help::table $rows]
+    append text "  status $status"
+    if {[qx::catalogue::status_name $status] ne {}} {
+        append text " [qx::catalogue::status_name $status]: [qx::catalogue::status_meaning $status]"
+    } else {
+        append text ", which the simulated device does not have"
+    }
+    return $text
+}
+
+# An argument that was refused: what it is, what was wanted, what was given.
+proc qx::why::argument_text {words name number} {
+    set facts [qx::catalogue::command $name]
+    set type [lindex [dict get $facts arguments] [expr {2 * $number - 1}]]
+    set argument [lindex [dict get $facts arguments] [expr {2 * $number - 2}]]
+    set what [lindex [dict get $facts argument_texts] [expr {$number - 1}]]
+    set text "[dict get $facts usage]\n  argument $number is $argument: $what\n"
+    append text "  wanted: [wanted $type]\n"
+    if {[llength $words] > $number} {
+        append text "  given:  [given [lindex $words $number] $type]"
+    } else {
+        append text "  given:  not known; after \"qx::watch on\" it is"
+    }
+    return $text
+}
+
+proc qx::why::wanted {type} {
+    if {$type eq "void*"} { return "a handle of any type, or NULL" }
+    if {[string match {*[*]} $type]} { return "a handle of type [qx::catalogue::native $type], or NULL" }
+    foreach {least greatest} [qx::catalogue::range $type] break
+    return "[qx::catalogue::native $type], $least to $greatest"
+}
+
+# What a word is, seen as something of a type.
+proc qx::why::given {word type} {
+    variable in_procedure
+    # As it stands in the script: a global variable may still have the value.
+    if {[regexp {^\$(::)?(\w+)$} $word -> global name]} {
+        if {![info exists ::$name] || ($in_procedure && $global eq {})} {
+            return "$word, whose value is not known any more; after \"qx::watch on\" it is"
+        }
+        return "$word, now [given [::set ::$name] $type]"
+    }
+    if {[regexp {[][$]} $word]} { return "$word, whose value is not known; after \"qx::watch on\" it is" }
+    if {[regexp {^_[0-9a-f]{8}(_p_\w+)$} $word -> mangled]} {
+        return "$word, a handle of type [handle_type $mangled]"
+    }
+    if {$word eq "NULL"} { return "NULL, the null pointer" }
+    if {[string is wideinteger -strict $word] || [regexp {^[-+]?\d+$} $word]} {
+        if {[string match {*[*]} $type]} { return "$word, a number" }
+        foreach {least greatest} [qx::catalogue::range $type] break
+        set number [expr {$word + 0}]
+        if {$number > $greatest} { return "$word, which is above the range" }
+        if {$number < $least} { return "$word, which is below the range" }
+        return "$word, a number"
+    }
+    if {[string match _* $word]} { return "\"$word\", which has not the form of a handle" }
+    if {[string match {*[*]} $type]} { return "\"$word\", which is no handle" }
+    return "\"$word\", which is no number"
+}
+
+# The native spelling of a mangled type; one that is not the SDK's is shown as it is.
+proc qx::why::handle_type {mangled} {
+    set name [string range $mangled 3 end]
+    if {[qx::catalogue::is_record $name]} { return "$name *" }
+    return "[string map {_ { }} $name] *"
+}
+
+proc qx::why::count_text {words name} {
+    set facts [qx::catalogue::command $name]
+    set wanted [expr {[llength [dict get $facts arguments]] / 2}]
+    set text "[dict get $facts usage]\n  wanted: [counted $wanted]\n"
+    if {[llength $words] == 1 && $wanted == 0} { return "${text}  given:  more" }
+    set count [expr {[llength $words] - 1}]
+    append text "  given:  [counted $count]"
+    if {$count < $wanted} {
+        set missing {}
+        foreach {argument type} [lrange [dict get $facts arguments] [expr {2 * $count}] end] {
+            lappend missing $argument
+        }
+        append text "; missing: [join $missing {, }]"
+    }
+    return $text
+}
+
+proc qx::why::counted {count} {
+    return "[expr {$count ? $count : "no"}] argument[expr {$count == 1 ? "" : "s"}]"
+}
