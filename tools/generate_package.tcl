@@ -115,11 +115,11 @@ proc generate_package::data {statuses} {
     append text [variable_text command_data [command_rows]]
     append text [variable_text status_data [status_rows $statuses]]
     append text "}\n"
-    generate_sdk::write catalogue_data.tcl $text
+    generate::write catalogue_data.tcl $text
 }
 
 proc generate_package::main {catalogue_folder status_file output_folder} {
-    set ::generate_sdk::folder $output_folder
+    set ::generate::folder $output_folder
     catalogue::load $catalogue_folder
     data [generate_sdk::read_statuses $status_file]
 }

@@ -3,6 +3,9 @@
 
 namespace eval qx::handle {
     variable folder [file dirname [file normalize [info script]]]
+    # End of a handle -> record, command that checks a handle of it; of the records seen so far.
+    variable known {}
+    variable sizes {} ;# record -> bytes
 }
 
 proc qx::handle::refuse {word text} {
@@ -11,6 +14,21 @@ proc qx::handle::refuse {word text} {
 
 # The record that a handle belongs to, and the handle as the shell writes it.
 proc qx::handle::of_record {word} {
+    variable known
+    set end [string range $word 9 end]
+    if {[dict exists $known $end]} {
+        foreach {type command} [dict get $known $end] break
+        if {![catch { $command $word 0 } handle] && $handle ne "NULL"} {
+            return [list $type $handle]
+        }
+    }
+    return [learn $word]
+}
+
+# The same the long way, with a message for whatever is no handle of a record.
+proc qx::handle::learn {word} {
+    variable known
+    variable sizes
     if {$word eq "NULL"} { refuse $word "NULL is no record" }
     set handle $word
     # The name of an object's command stands for the object.
@@ -24,24 +42,28 @@ proc qx::handle::of_record {word} {
         refuse $word "$word is a handle of type [string map {_ { }} $type], which is no record"
     }
     # The command refuses what the shell itself takes for no handle of the type.
-    set handle [[qx::catalogue::stem $type]_array_get $handle 0]
+    set command ::[qx::catalogue::stem $type]_array_get
+    set handle [$command $handle 0]
     if {$handle eq "NULL"} { refuse $word "$word is a null pointer, no record" }
+    dict set known _p_$type [list $type $command]
+    dict set sizes $type [qx::catalogue::type_size $type]
+    load_memory
     return [list $type $handle]
 }
 
-# The record's bytes.
+# The bytes of a record that `of_record` has given.
 proc qx::handle::bytes {handle type} {
-    load_memory
-    return [qx::memory::read $handle [qx::catalogue::type_size $type]]
+    variable sizes
+    return [qx::memory::read $handle [dict get $sizes $type]]
 }
 
 proc qx::handle::write_bytes {handle bytes} {
     qx::memory::write $handle $bytes
 }
 
-# Loads the library when the first record is looked at: help and lint do without. Then this does nothing.
+# Loads the library when the first record is looked at: help and lint do without.
 proc qx::handle::load_memory {} {
     variable folder
+    if {[llength [info commands ::qx::memory::read]]} return
     load [file join $folder libqxmemory[info sharedlibextension]] Qxmemory
-    proc ::qx::handle::load_memory {} {}
 }

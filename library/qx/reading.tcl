@@ -36,6 +36,7 @@ proc qx::reading::template {type args} {
 
 # -view and -raw of a command.
 proc qx::reading::options {command words given} {
+    if {$given eq {}} { return {{} 0} }
     set views {}
     set raw 0
     while {$given ne {}} {

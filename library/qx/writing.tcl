@@ -20,10 +20,13 @@ proc qx::writing::put {handle values} {
     variable bits
     variable shared
     foreach {type handle} [qx::handle::of_record $handle] break
-    foreach {format numbers bits shared} {{} {} {} {}} break
-    record $type 0 $values {}
-    set bytes [stored [qx::handle::bytes $handle $type] $type]
-    qx::handle::write_bytes $handle $bytes
+    set bytes [qx::handle::bytes $handle $type]
+    if {[catch { [qx::fast_writing::writer $type] $bytes $values } result]} {
+        foreach {format numbers bits shared} {{} {} {} {}} break
+        record $type 0 $values {}
+        set result [stored $bytes $type]
+    }
+    qx::handle::write_bytes $handle $result
     return
 }
 
