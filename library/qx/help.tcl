@@ -14,6 +14,7 @@ namespace eval qx::help {
         qx::check    {?-allow statuses? command ?word ...?} {call an SDK function; a status other than 0 is an error}
         qx::why      {} {what was wrong with the last command that failed}
         qx::watch    {?on|off?} {keep the words of commands that fail, for qx::why}
+        qx::lint     {script.tcl} {what is wrong in a script's commands, without running it}
         qx::template {record ?-view views? ?-raw?} {the dict of a record that is all zero}
     }
 }
@@ -35,7 +36,10 @@ proc qx::help::about {{name {}}} {
         }
     }
     set names [concat [qx::catalogue::commands] [qx::catalogue::records] [qx::catalogue::areas]]
-    foreach {command usage text} $own { lappend names $command }
+    if {[string match qx::* $name]} {
+        set names {}
+        foreach {command usage text} $own { lappend names $command }
+    }
     return -code error -errorcode [list QX UNKNOWN name $name] \
         "nothing is called \"$name\"; nearest: [join [qx::catalogue::nearest $name $names] {, }]"
 }

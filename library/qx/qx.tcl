@@ -9,7 +9,7 @@ namespace eval qx {}
 apply {{folder parts commands} {
     foreach part $parts { source [file join $folder $part.tcl] }
     foreach {name procedure} $commands { interp alias {} ::qx::$name {} ::qx::$procedure }
-}} [file dirname [info script]] {catalogue addresses handles reading fast_writing writing help status why} {
+}} [file dirname [info script]] {catalogue addresses handles reading fast_writing writing help status why script_parser lint} {
     get      reading::get
     template reading::template
     diff     reading::diff
@@ -21,6 +21,7 @@ apply {{folder parts commands} {
     check    status::check
     watch    status::watch
     why      why::explain
+    lint     lint::file
 }
 
 package provide qx 0.1

@@ -1,0 +1,349 @@
+# Package qx, qx::lint: reads a script and tells what would go wrong in its SDK and record commands: names that
+# do not exist, numbers of arguments, constants out of range, handles of another type, handles that were
+# released. Nothing is run. Relies on script_parser.tcl and catalogue.tcl.
+#
+# What a variable holds is followed from command to command in a row. A body (of if, while, proc ...) begins
+# with what is known before it, and what it may change is not known behind it: better silent than wrong.
+
+namespace eval qx::lint {
+    variable findings {} ;# line and text of each
+    variable known {}    ;# variable -> what it holds: {handle type}, {number} or {released line}
+    variable own {}      ;# procedures of the script
+    variable shared {}   ;# variables that procedures reach from outside
+    # Where the bodies of a command are, by the number of the word; `apart` with variables of their own.
+    variable bodies {
+        while {2 script} for {1 script 3 script 4 script} foreach {end script}
+        catch {1 script} time {1 script}
+        eval {1 script} after {2 apart} uplevel {end apart} namespace {3 apart} dict {end script}
+    }
+    variable conditions {while 1 for 2}
+}
+
+# What is wrong in a script file: a list of lines "<file>:<line>: <what>", empty if nothing is.
+proc qx::lint::file {name} {
+    set channel [open $name]
+    fconfigure $channel -encoding utf-8
+    set text [read $channel]
+    close $channel
+    set result {}
+    foreach {line finding} [script_findings $text] { lappend result "$name:$line: $finding" }
+    return $result
+}
+
+# Line and text of all findings in a script, by line.
+proc qx::lint::script_findings {text} {
+    variable findings {}
+    variable known {}
+    variable own {}
+    variable shared {}
+    foreach {all name} [regexp -all -inline {\mproc\s+(?:::)?([\w:]+)} $text] { lappend own $name }
+    foreach {all names} [regexp -all -inline {\m(?:global|variable|upvar)\s([^\n;]*)} $text] {
+        foreach name [regexp -all -inline {\w+} $names] { lappend shared $name }
+    }
+    foreach {all name} [regexp -all -inline {::(\w+)} $text] { lappend shared $name }
+    script $text 1
+    set rows {}
+    foreach {line finding} $findings { lappend rows [list $line $finding] }
+    set result {}
+    foreach row [lsort -integer -index 0 [lsort -unique $rows]] {
+        set result [concat $result $row]
+    }
+    return $result
+}
+
+proc qx::lint::found {line text} {
+    variable findings
+    lappend findings $line $text
+}
+
+# ----------------------------------------------------------------------------------- scripts
+
+proc qx::lint::script {text line} {
+    if {[catch { qx::script_parser::commands $text $line } commands options]} {
+        foreach {line before} [lrange [dict get $options -errorcode] 2 3] break
+        found $line $commands
+        set commands $before
+    }
+    run $commands
+}
+
+# The commands of a script in a row; what the last one gives.
+proc qx::lint::run {commands} {
+    set value {}
+    foreach words $commands { set value [command $words] }
+    return $value
+}
+
+# One command: its brackets first, as Tcl has it. Gives what its result is known to be.
+proc qx::lint::command {words} {
+    set values {}
+    foreach word $words { lappend values [value $word] }
+    set first [lindex $words 0]
+    if {[dict get $first kind] eq "other"} return
+    set name [string trimleft [dict get $first text] :]
+    switch -glob -- $name {
+        set         { return [assign $words $values] }
+        if          { return [if_command $words] }
+        proc        { return [apart [lindex $words 3]] }
+        switch      { return [switch_command $words] }
+        expr        { return [expression $words] }
+        qx::check   { return [check $words $values] }
+        qx_*        { return [sdk_command $name $words $values] }
+        qx::*       { package_command $name $first }
+    }
+    forget $words
+    body_words $name $words
+    return
+}
+
+# What a word is known to be.
+proc qx::lint::value {word} {
+    variable known
+    foreach script [dict get $word nested] { set inner [run $script] }
+    if {[dict get $word kind] ne "other"} { return [list constant [dict get $word text]] }
+    switch -- [dict get $word whole] {
+        script   { return $inner }
+        variable {
+            set name [string trim [dict get $word text] \${}]
+            if {[dict exists $known $name]} { return [dict get $known $name] }
+        }
+    }
+    return
+}
+
+proc qx::lint::assign {words values} {
+    variable known
+    variable shared
+    set name [dict get [lindex $words 1] text]
+    if {[llength $words] == 2} {
+        if {[dict exists $known $name]} { return [dict get $known $name] }
+        return
+    }
+    set value [lindex $values 2]
+    dict unset known $name
+    if {$value ne {} && $name ni $shared && [regexp {^\w+$} $name]} {
+        dict set known $name $value
+    }
+    return $value
+}
+
+# A command of Tcl or of the script may change the variables that its words name.
+proc qx::lint::forget {words} {
+    variable known
+    foreach word $words { forget_named [dict get $word text] }
+}
+
+proc qx::lint::forget_named {text} {
+    variable known
+    foreach name [dict keys $known] {
+        if {[regexp "(?:^|\[^\\w\$\])$name\\M" $text]} { dict unset known $name }
+    }
+}
+
+# ------------------------------------------------------------------------------------ bodies
+
+proc qx::lint::body_words {name words} {
+    variable bodies
+    variable conditions
+    if {[dict exists $conditions $name]} {
+        set word [lindex $words [dict get $conditions $name]]
+        if {$word ne {}} { expression_word $word }
+    }
+    if {![dict exists $bodies $name]} return
+    # Of these two only some forms take a script.
+    set form [dict get [lindex [concat $words {{text {}}}] 1] text]
+    if {$name eq "namespace" && $form ne "eval"} return
+    if {$name eq "dict" && $form ni {for with update filter}} return
+    foreach {place kind} [dict get $bodies $name] {
+        set word [lindex $words $place]
+        if {$word eq {} || [dict get $word kind] ne "braced"} continue
+        if {$kind eq "apart"} { apart $word } else { body $word }
+    }
+}
+
+# A body that may run or not, or more than once.
+proc qx::lint::body {word} {
+    variable known
+    if {[dict get $word kind] ne "braced"} return
+    set text [dict get $word text]
+    forget_named $text
+    set before $known
+    script $text [dict get $word line]
+    set known $before
+}
+
+# A body with variables of its own.
+proc qx::lint::apart {word} {
+    variable known
+    if {$word eq {} || [dict get $word kind] ne "braced"} return
+    set before $known
+    set known {}
+    script [dict get $word text] [dict get $word line]
+    set known $before
+    return
+}
+
+proc qx::lint::if_command {words} {
+    set condition 1
+    foreach word [lrange $words 1 end] {
+        if {[dict get $word text] in {then else elseif} && [dict get $word kind] eq "plain"} {
+            set condition [expr {[dict get $word text] eq "elseif"}]
+        } elseif {$condition} {
+            expression_word $word
+            set condition 0
+        } else {
+            body $word
+        }
+    }
+    return
+}
+
+proc qx::lint::switch_command {words} {
+    set last [lindex $words end]
+    if {[dict get $last kind] ne "braced"} return
+    foreach {text line} [list [dict get $last text] [dict get $last line]] break
+    if {[catch { qx::script_parser::commands $text $line } commands]} return
+    # Patterns and bodies are words one after the other, over several lines or on one.
+    set flat {}
+    foreach command $commands { foreach word $command { lappend flat $word } }
+    foreach {pattern body} $flat { if {$body ne {}} { body $body } }
+    return
+}
+
+proc qx::lint::expression {words} {
+    foreach word [lrange $words 1 end] { expression_word $word }
+    return
+}
+
+# Brackets in an expression in braces; those of other words have been looked at.
+proc qx::lint::expression_word {word} {
+    if {[dict get $word kind] ne "braced"} return
+    foreach {text line} [list [dict get $word text] [dict get $word line]] break
+    if {[catch { qx::script_parser::in_expression $text $line } scripts]} return
+    foreach script $scripts { run $script }
+}
+
+proc qx::lint::check {words values} {
+    set first 1
+    if {[llength $words] > 3 && [dict get [lindex $words 1] text] eq "-allow"} { set first 3 }
+    set word [lindex $words $first]
+    if {[llength $words] == $first + 1 && [dict get $word kind] eq "braced"} {
+        script [dict get $word text] [dict get $word line]
+        return
+    }
+    return [command [lrange $words $first end]]
+}
+
+# --------------------------------------------------------------------------- the commands
+
+proc qx::lint::package_command {name word} {
+    if {[llength [info commands ::$name]] || $name in $qx::lint::own} return
+    if {[regexp {^qx::\w+$} $name]} {
+        set names {}
+        foreach each [lsort [info commands ::qx::*]] { lappend names [string range $each 2 end] }
+        set near [join [qx::catalogue::nearest $name $names] {, }]
+        found [dict get $word line] "$name is no command; nearest: $near"
+    }
+}
+
+proc qx::lint::sdk_command {name words values} {
+    variable own
+    set line [dict get [lindex $words 0] line]
+    if {![qx::catalogue::is_command $name]} {
+        if {$name ni $own} {
+            set near [join [qx::catalogue::nearest $name [qx::catalogue::commands]] {, }]
+            found $line "$name is no command; nearest: $near"
+        }
+        forget $words
+        return
+    }
+    set facts [qx::catalogue::command $name]
+    set arguments [dict get $facts arguments]
+    # Words behind {*} may be any number.
+    foreach word $words { if {[dict get $word expand]} { return [result $facts] } }
+    set wanted [expr {[llength $arguments] / 2}]
+    set given [expr {[llength $words] - 1}]
+    if {$given != $wanted} {
+        found $line "$name takes [qx::why::counted $wanted], not $given: [dict get $facts usage]"
+        return [result $facts]
+    }
+    set number 0
+    foreach {argument type} $arguments word [lrange $words 1 end] value [lrange $values 1 end] {
+        incr number
+        set wrong [mistake $type $value]
+        if {$wrong ne {}} {
+            found [dict get $word line] "$name, argument $number ($argument): $wrong"
+        }
+    }
+    if {[dict get $facts shape] eq "free"} { release [lindex $words 1] $line }
+    return [result $facts]
+}
+
+# What a command gives.
+proc qx::lint::result {facts} {
+    set type [dict get $facts result]
+    if {$type eq "none"} { return [list constant {}] }
+    if {[string match {*[*]} $type]} { return [list handle [string range $type 0 end-1]] }
+    return number
+}
+
+proc qx::lint::release {word line} {
+    variable known
+    variable shared
+    if {[dict get $word whole] ne "variable"} return
+    set name [string trim [dict get $word text] \${}]
+    if {$name ni $shared} { dict set known $name [list released $line] }
+}
+
+# What is wrong with a value for an argument of a type; empty if nothing is, or nothing is known.
+proc qx::lint::mistake {type value} {
+    foreach {kind what} $value break
+    if {![info exists kind]} return
+    set pointer [string match {*[*]} $type]
+    switch -- $kind {
+        released { if {$pointer} { return "the handle was released in line $what" } }
+        number   {
+            if {$pointer && $type ne "void*"} {
+                return "a number, where a handle of [qx::catalogue::native $type] is wanted"
+            }
+        }
+        handle   {
+            if {!$pointer} {
+                return "a handle of [qx::catalogue::native $what*], where a number is wanted"
+            }
+            if {$type ne "void*" && $what ne [string range $type 0 end-1]} {
+                return "a handle of [qx::catalogue::native $what*], where one of\
+                    [qx::catalogue::native $type] is wanted"
+            }
+        }
+        constant { return [expr {$pointer ? [wrong_handle $type $what] : [wrong_number $type $what]}] }
+    }
+    return
+}
+
+proc qx::lint::wrong_number {type word} {
+    foreach {least greatest} [qx::catalogue::range $type] break
+    # The two that take more than their range: they wrap.
+    switch -- $type {
+        i32 { set least -4294967295; set greatest 4294967295 }
+        u64 { set least -4294967295 }
+    }
+    if {![string is wideinteger -strict $word] && ![regexp {^\s*\d+\s*$} $word]} {
+        return "\"$word\" is no number"
+    }
+    if {$word < $least || $word > $greatest} { return "$word is outside $least to $greatest" }
+    return
+}
+
+proc qx::lint::wrong_handle {type word} {
+    variable own
+    if {$word eq "NULL"} return
+    if {[regexp {^_[0-9a-f]{8}_p_(\w+)$} $word -> name]} {
+        set wanted [string map {{ } _} [string range [qx::catalogue::native $type] 0 end-2]]
+        if {$type eq "void*" || $name eq $wanted} return
+        return "$word is no handle of [qx::catalogue::native $type]"
+    }
+    # A name may be that of an object that the script makes.
+    if {[regexp {^[A-Za-z]} $word] && ![string is wideinteger -strict $word]} return
+    return "\"$word\" is no handle"
+}

@@ -1,0 +1,204 @@
+# Package qx, Tcl scripts as commands and words, for qx::lint: nothing is run or replaced. Relies on nothing.
+#
+# A command is a list of words. A word is a dict:
+#   kind    braced, plain (quoted or bare, nothing in it is replaced) or other
+#   text    what stands in it; of a plain word with its backslash sequences replaced
+#   line    where the text begins
+#   expand  1 behind {*}
+#   nested  the commands in its brackets, a list of scripts
+#   whole   script if the word is one pair of brackets, variable if it is $name alone, else empty
+
+namespace eval qx::script_parser {
+    variable text {}
+    variable place 0
+    variable line 1
+}
+
+# The commands of a script whose first line has a number. Errors have the code {QX SYNTAX line commands}, with
+# the commands before the mistake.
+proc qx::script_parser::commands {script first} {
+    variable text
+    variable place
+    variable line
+    # A script in braces is read while the one around it is.
+    set saved [list $text $place $line]
+    foreach {text place line} [list $script 0 $first] break
+    set before {}
+    set code [catch { read_commands {} before } result options]
+    foreach {text place line} $saved break
+    if {$code} {
+        set mistake [concat [dict get $options -errorcode] [list $before]]
+        return -code error -errorcode $mistake $result
+    }
+    return $result
+}
+
+proc qx::script_parser::fail {at message} {
+    return -code error -errorcode [list QX SYNTAX $at] $message
+}
+
+# Goes on to a place, counting lines.
+proc qx::script_parser::go_to {next} {
+    variable text
+    variable place
+    variable line
+    incr line [regexp -all \n [string range $text $place [expr {$next - 1}]]]
+    set place $next
+}
+
+# The place behind what matches here.
+proc qx::script_parser::behind {pattern} {
+    variable text
+    variable place
+    if {![regexp -indices -start $place "\\A$pattern" $text found]} { return $place }
+    return [expr {[lindex $found 1] + 1}]
+}
+
+# Commands up to the end, or to a closing bracket; those read so far are in the caller's variable, too.
+proc qx::script_parser::read_commands {until {so_far unused}} {
+    upvar 1 $so_far result
+    variable text
+    variable place
+    variable line
+    set size [string length $text]
+    set start $line
+    set result {}
+    while {1} {
+        go_to [behind {(?:[ \t\r\n;]|\\\n)*}]
+        if {$place >= $size} break
+        set next [string index $text $place]
+        if {$next eq $until} {
+            go_to [expr {$place + 1}]
+            return $result
+        }
+        if {$next eq "#"} {
+            go_to [behind {(?:\\.|\\\n|[^\\\n])*}]
+            continue
+        }
+        set words {}
+        while {1} {
+            go_to [behind {(?:[ \t\r]|\\\n)*}]
+            if {[string index $text $place] in [list {} \n \; $until]} break
+            lappend words [read_word $until]
+        }
+        if {$words ne {}} { lappend result $words }
+    }
+    if {$until ne {}} { fail $start "a bracket is not closed" }
+    return $result
+}
+
+proc qx::script_parser::read_word {until} {
+    variable text
+    variable place
+    variable line
+    set expand 0
+    if {[string range $text $place $place+2] eq "{*}" && ![string is space -strict [string index $text $place+3]]} {
+        set expand 1
+        go_to [expr {$place + 3}]
+    }
+    set start $line
+    switch -- [string index $text $place] {
+        \{      { set word [read_braces] }
+        \"      { set word [read_parts {["]} 1 $until] }
+        default {
+            set ends [expr {$until eq {} ? {[ \t\r\n;]} : {[ \t\r\n;\]]}}]
+            set word [read_parts $ends 0 $until]
+        }
+    }
+    return [concat [list expand $expand line $start] $word]
+}
+
+proc qx::script_parser::read_braces {} {
+    variable text
+    variable place
+    variable line
+    set start $place
+    set begun $line
+    set depth 0
+    set at $place
+    while {[regexp -indices -start $at {\\.|\\\n|[\{\}]} $text found]} {
+        foreach {first last} $found break
+        set at [expr {$last + 1}]
+        switch -- [string range $text $first $last] {
+            \{ { incr depth }
+            \} { incr depth -1 }
+        }
+        if {$depth == 0} {
+            go_to $at
+            return [list kind braced text [string range $text $start+1 $first-1] nested {} whole {}]
+        }
+    }
+    fail $begun "a brace is not closed"
+}
+
+# A bare word, or one in quotes: to a character that ends it.
+proc qx::script_parser::read_parts {ends quoted until} {
+    variable text
+    variable place
+    variable line
+    set begun $line
+    if {$quoted} { go_to [expr {$place + 1}] }
+    set start $place
+    set nested {}
+    set kind plain
+    set size [string length $text]
+    while {$place < $size && ![regexp $ends [string index $text $place]]} {
+        switch -- [string index $text $place] {
+            \\ { go_to [expr {min($place + 2, $size)}] }
+            \[ {
+                set kind other
+                go_to [expr {$place + 1}]
+                lappend nested [read_commands \] inner]
+            }
+            \$ {
+                set kind other
+                go_to [behind {\$(?:\{[^\}]*\}|(?:\w|::)*)}]
+            }
+            default { go_to [behind {[^\\\[\$ \t\r\n;\]"]+|.}] }
+        }
+    }
+    if {$quoted && $place >= $size} { fail $begun "a quote is not closed" }
+    set inner [string range $text $start [expr {$place - 1}]]
+    if {$quoted} { go_to [expr {$place + 1}] }
+    set whole {}
+    if {[regexp {^\$(?:\{[^\}]*\}|(?:\w|::)+)$} $inner]} {
+        set whole variable
+    } elseif {[llength $nested] == 1 && [is_one_script $inner]} {
+        set whole script
+    }
+    if {$kind eq "plain"} { set inner [subst -nocommands -novariables $inner] }
+    return [list kind $kind text $inner nested $nested whole $whole]
+}
+
+# Whether a word is one pair of brackets and nothing else.
+proc qx::script_parser::is_one_script {word} {
+    if {![regexp {^\[.*\]$} $word]} { return 0 }
+    # Cut anywhere before its end the bracket is open.
+    for {set at [string first \] $word]} {$at >= 0 && $at < [string length $word] - 1} {} {
+        if {[info complete [string range $word 0 $at]]} { return 0 }
+        set at [string first \] $word [expr {$at + 1}]]
+    }
+    return 1
+}
+
+# The commands in the brackets of an expression, a list of scripts.
+proc qx::script_parser::in_expression {expression first} {
+    set scripts {}
+    set at 0
+    while {[regexp -indices -start $at {\\.|\[} $expression found]} {
+        foreach {start end} $found break
+        set at [expr {$end + 1}]
+        if {$start != $end} continue
+        # The shortest text behind it that is a script up to a bracket.
+        set lines [expr {$first + [llength [split [string range $expression 0 $start] \n]] - 1}]
+        for {set close [string first \] $expression $at]} {$close >= 0} \
+                {set close [string first \] $expression [expr {$close + 1}]]} {
+            if {[info complete [string range $expression $start $close]]} {
+                lappend scripts [commands [string range $expression $at $close-1] $lines]
+                set at [expr {$close + 1}]
+                break
+            }
+        }
+    }
+    return $scripts
+}
