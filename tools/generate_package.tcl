@@ -1,14 +1,16 @@
 # Writes what the script package qx knows of the catalogue, as one Tcl file:
 #   tclsh generate_package.tcl <catalogue folder> <qx_status.h> <output folder>
 #
-# The file only fills variables with lists, one line an entry; library/qx/catalogue.tcl answers from them
-# and says what each holds. Nothing is expanded that can be told from the rest: it has to be read at every
-# `package require qx`. Relies on catalogue.tcl and, for the statuses, on generate_sdk.tcl.
+# The file only fills variables with lists, one line an entry; library/qx/catalogue.tcl answers from
+# them and says what each holds. Nothing is expanded that can be told from the rest: it has to be
+# read at every `package require qx`. Relies on catalogue.tcl and, for the statuses, on
+# generate_sdk.tcl.
 
 source [file join [file dirname [file normalize [info script]]] generate_sdk.tcl]
 
 namespace eval generate_package {
-    variable note "Generated from the catalogue by tools/generate_package.tcl; changes belong there."
+    variable note \
+        "Generated from the catalogue by tools/generate_package.tcl; changes belong there."
 }
 
 # A variable that holds a list, one element or pair of elements a line.
@@ -126,7 +128,8 @@ proc generate_package::main {catalogue_folder status_file output_folder} {
 
 if {[info exists argv0] && [file normalize $argv0] eq [file normalize [info script]]} {
     if {[llength $argv] != 3} {
-        puts stderr "usage: tclsh generate_package.tcl <catalogue folder> <qx_status.h> <output folder>"
+        puts stderr \
+            "usage: tclsh generate_package.tcl <catalogue folder> <qx_status.h> <output folder>"
         exit 2
     }
     if {[catch {generate_package::main {*}$argv} message]} {

@@ -1,6 +1,6 @@
-# Package qx, addresses as people write them: IPv4 with dots, IPv6 as RFC 5952 has it, MACs with colons. In a
-# record an address is one, two or four numbers of 32 bits, the first bits of the address in the highest of the
-# first, or six bytes. Relies on nothing.
+# Package qx, addresses as people write them: IPv4 with dots, IPv6 as RFC 5952 has it, MACs with
+# colons. In a record an address is one, two or four numbers of 32 bits, the first bits of the
+# address in the highest of the first, or six bytes. Relies on nothing.
 
 namespace eval qx::address {
     # Families as the simulated device has them: the number in a record -> the version.
@@ -18,7 +18,8 @@ proc qx::address::mac_bytes {text} {
 }
 
 proc qx::address::ipv4_text {word} {
-    return "[expr {$word >> 24 & 255}].[expr {$word >> 16 & 255}].[expr {$word >> 8 & 255}].[expr {$word & 255}]"
+    return [format %d.%d.%d.%d [expr {$word >> 24 & 255}] [expr {$word >> 16 & 255}] \
+        [expr {$word >> 8 & 255}] [expr {$word & 255}]]
 }
 
 # The number of an IPv4 address, or nothing if it is none.
@@ -48,7 +49,9 @@ proc qx::address::ipv6_text {words} {
     set shown {}
     foreach group $groups { lappend shown [format %x $group] }
     if {$most == 1} { return [join $shown :] }
-    return "[join [lrange $shown 0 [expr {$best - 1}]] :]::[join [lrange $shown [expr {$best + $most}] end] :]"
+    set left [join [lrange $shown 0 [expr {$best - 1}]] :]
+    set right [join [lrange $shown [expr {$best + $most}] end] :]
+    return ${left}::$right
 }
 
 # The four numbers of an IPv6 address, or nothing if it is none.
@@ -79,8 +82,8 @@ proc qx::address::ipv6_words {text} {
     return $words
 }
 
-# Four numbers of an address of the family that a record names, or by what they look like: with zeros in
-# the last three it is IPv4. Numbers that are no address of the family stay as they are.
+# Four numbers of an address of the family that a record names, or by what they look like: with
+# zeros in the last three it is IPv4. Numbers that are no address of the family stay as they are.
 proc qx::address::ip_text {words {family {}}} {
     variable families
     set short [expr {[lrange $words 1 3] eq {0 0 0}}]

@@ -1,17 +1,19 @@
-# Package qx, what the SDK's catalogue says: areas, records with their fields, calls, the 1093 commands, the
-# statuses of the simulated device. The other parts of the package, and scripts, ask here. Relies on
-# catalogue_data.tcl beside this file, which the build writes from the catalogue.
+# Package qx, what the SDK's catalogue says: areas, records with their fields, calls, the 1093
+# commands, the statuses of the simulated device. The other parts of the package, and scripts, ask
+# here. Relies on catalogue_data.tcl beside this file, which the build writes from the catalogue.
 #
-# Type words: u8 u16 u32 i32 u64, a record's name, either with * for a pointer, void*; as a result also none,
-# status, and low32 (the low half of a 64-bit number). Unknown names are errors {QX UNKNOWN <kind> <name>}.
+# Type words: u8 u16 u32 i32 u64, a record's name, either with * for a pointer, void*; as a result
+# also none, status, and low32 (the low half of a 64-bit number). Unknown names are errors {QX
+# UNKNOWN <kind> <name>}.
 
 namespace eval qx::catalogue {
     # The variables of catalogue_data.tcl, each a dict:
-    #   scalar_data  type word -> bytes, native spelling        cell_data    type word -> word of its commands
-    #   area_data    area -> text, records, calls               record_data  record -> as `record` gives it
+    #   scalar_data  type word -> bytes, native spelling cell_data  type word -> word of commands
+    #   area_data    area -> text, records, calls         record_data  record -> as `record` has it
     #   call_data    call -> as `call` gives it                 status_data  number -> name, meaning
     #   command_data command -> area, shape, owner, field, arguments, result
-    # What a command of a record or a cell does, by its shape: %r record, %f field, %t the field's meaning.
+    # What a command of a record or a cell does, by its shape: %r record, %f field, %t the field's
+    # meaning.
     variable shape_texts {
         create             {make a zeroed %r}
         init               {fill the fields of a %r in one go, arrays excepted}
@@ -75,10 +77,10 @@ proc qx::catalogue::records {} {
     return [dict keys $record_data]
 }
 
-# A record: kind (record or union), size in bytes, packed, area, text, fields. Each field is a dict: name,
-# offset in bytes, type, bit and width of a bit-field (width 0: it is none), count of an array's elements
-# (0: it is no array), text, dumped, holds (mac, ipv4, ipv6, ip, family or nothing), set_as (the type of its
-# setter, if another).
+# A record: kind (record or union), size in bytes, packed, area, text, fields. Each field is a dict:
+# name, offset in bytes, type, bit and width of a bit-field (width 0: it is none), count of an
+# array's elements (0: it is no array), text, dumped, holds (mac, ipv4, ipv6, ip, family or
+# nothing), set_as (the type of its setter, if another).
 proc qx::catalogue::record {type} {
     variable record_data
     return [entry record $record_data $type]
@@ -134,9 +136,10 @@ proc qx::catalogue::commands_of {owner} {
     return [entry owner $owned $owner]
 }
 
-# A command: name, area, shape (create, init, dump, set_scalar ... as in shape_texts, or call), owner (record,
-# call, or type word of a cell), field, arguments (names and type words, alternating), result (a type word),
-# usage (as its message shows it), text, argument_texts (in order).
+# A command: name, area, shape (create, init, dump, set_scalar ... as in shape_texts, or call),
+# owner (record, call, or type word of a cell), field, arguments (names and type words,
+# alternating), result (a type word), usage (as its message shows it), text, argument_texts (in
+# order).
 proc qx::catalogue::command {name} {
     variable command_data
     foreach {area shape owner field arguments result} [entry command $command_data $name] break
@@ -195,7 +198,8 @@ proc qx::catalogue::type_size {type} {
     return [dict get [record $type] size]
 }
 
-# The least and the greatest number that a command takes for a scalar type, or for so many bits of it.
+# The least and the greatest number that a command takes for a scalar type, or for so many bits of
+# it.
 proc qx::catalogue::range {type {width 0}} {
     if {!$width} { set width [expr {8 * [type_size $type]}] }
     if {[string match i* $type]} {
@@ -210,7 +214,8 @@ proc qx::catalogue::cell {type} {
     return [entry cell $cell_data $type]
 }
 
-# All statuses of the simulated device, a dict: number -> name and meaning. Those of a board's SDK may differ.
+# All statuses of the simulated device, a dict: number -> name and meaning. Those of a board's SDK
+# may differ.
 proc qx::catalogue::statuses {} {
     variable status_data
     return $status_data
@@ -241,7 +246,8 @@ proc qx::catalogue::nearest {word names {count 3}} {
         if {abs([string length $name] - [string length $word]) > $limit} continue
         set away [distance $word $name]
         if {$away > $limit} continue
-        set rows [lrange [lsort -integer -index 0 [linsert $rows end [list $away $name]]] 0 $count-1]
+        lappend rows [list $away $name]
+        set rows [lrange [lsort -integer -index 0 $rows] 0 $count-1]
         if {[llength $rows] == $count} { set limit [expr {[lindex $rows end 0] - 1}] }
     }
     set result {}
@@ -249,8 +255,8 @@ proc qx::catalogue::nearest {word names {count 3}} {
     return $result
 }
 
-# How many letters have to be added, dropped, changed or swapped with their neighbours. What both words
-# begin and end with costs nothing and is not looked at.
+# How many letters have to be added, dropped, changed or swapped with their neighbours. What both
+# words begin and end with costs nothing and is not looked at.
 proc qx::catalogue::distance {from to} {
     set first 0
     while {$first < [string length $from] && $first < [string length $to] &&
@@ -272,7 +278,8 @@ proc qx::catalogue::distance {from to} {
         set column 0
         set left {}
         foreach other $letters {
-            set cost [expr {min([lindex $row $column] + ($letter ne $other), [lindex $next $column] + 1,
+            set changed [expr {[lindex $row $column] + ($letter ne $other)}]
+            set cost [expr {min($changed, [lindex $next $column] + 1,
                 [lindex $row [expr {$column + 1}]] + 1)}]
             if {$column && $before ne {} && $letter eq $left && $other eq $last_letter} {
                 set cost [expr {min($cost, [lindex $before [expr {$column - 1}]] + 1)}]

@@ -1,12 +1,13 @@
-# Package qx, the short way of qx::set: for each record a procedure that is made when it is first written. It
-# knows every place and range beforehand and takes what qx::get gives, and dicts with some of its fields.
-# Whatever else a dict holds makes it fail without a message: writing.tcl then goes the long way, which
-# knows all forms and says what is wrong. Both make the same stores.
+# Package qx, the short way of qx::set: for each record a procedure that is made when it is first
+# written. It knows every place and range beforehand and takes what qx::get gives, and dicts with
+# some of its fields. Whatever else a dict holds makes it fail without a message: writing.tcl then
+# goes the long way, which knows all forms and says what is wrong. Both make the same stores.
 
 namespace eval qx::fast_writing {
     variable made {}    ;# record -> procedure
     variable number 0
-    variable units {}   ;# of the procedure being made: variable of a unit of bit-fields -> offset, width letter
+    # Of the procedure being made: variable of a unit of bit-fields -> offset, width letter.
+    variable units {}
     variable names 0    ;# its local variables so far
     variable letters {u8 c u16 s u32 i}
 }
@@ -83,7 +84,8 @@ proc qx::fast_writing::field_script {field base value family} {
         ipv6 { return "error\n" }
         ipv4 {
             return "if {!\[string is integer -strict \$$value\]} {
-                set $value \[::qx::address::ipv4_word \$$value\]\n}\n[scalar_script $type $at $value]"
+                set $value \[::qx::address::ipv4_word \$$value\]\n}
+                [scalar_script $type $at $value]"
         }
         family { return "set $family \$$value\n[scalar_script $type $at $value]" }
     }
@@ -118,7 +120,8 @@ proc qx::fast_writing::bits_script {field at value} {
     set unit unit$at
     dict set units $unit [list $at [dict get $letters [dict get $field type]]]
     set mask [expr {((1 << $width) - 1) << $bit}]
-    return "[range_script u32 $width $value]set $unit \[expr {\$$unit & ~$mask | (\$$value << $bit)}\]\n"
+    return "[range_script u32 $width $value]
+        set $unit \[expr {\$$unit & ~$mask | (\$$value << $bit)}\]\n"
 }
 
 proc qx::fast_writing::mac_script {at value} {

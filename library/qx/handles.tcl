@@ -1,5 +1,6 @@
-# Package qx, handles: which record a handle belongs to, and the record's bytes. Relies on the commands of the
-# shell, which know whether a word is a handle, and on the package's library for the bytes.
+# Package qx, handles: which record a handle belongs to, and the record's bytes. Relies on the
+# commands of the shell, which know whether a word is a handle, and on the package's library for the
+# bytes.
 
 namespace eval qx::handle {
     variable folder [file dirname [file normalize [info script]]]

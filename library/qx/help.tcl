@@ -1,5 +1,6 @@
-# Package qx: qx::help, qx::apropos, qx::areas. Their results are texts for people, at most 100 columns wide,
-# made of what catalogue.tcl says, so that there is one for every command, record and area.
+# Package qx: qx::help, qx::apropos, qx::areas. Their results are texts for people, at most 100
+# columns wide, made of what catalogue.tcl says, so that there is one for every command, record and
+# area.
 
 namespace eval qx::help {
     # The package's own commands: usage and what they do.
@@ -11,7 +12,7 @@ namespace eval qx::help {
         qx::set      {handle dict} {write the fields of a record that the dict names}
         qx::diff     {handle handle ?-view views? ?-raw?} {where two records differ}
         qx::json     {handle ?-view views? ?-raw?} {a record as JSON}
-        qx::check    {?-allow statuses? command ?word ...?} {call an SDK function; a status other than 0 is an error}
+        qx::check    {?-allow statuses? command ?word ...?} {make a status other than 0 an error}
         qx::why      {} {what was wrong with the last command that failed}
         qx::watch    {?on|off?} {keep the words of commands that fail, for qx::why}
         qx::lint     {script.tcl} {what is wrong in a script's commands, without running it}
@@ -32,7 +33,8 @@ proc qx::help::about {{name {}}} {
     }
     dict for {number status} [qx::catalogue::statuses] {
         if {$name eq $number || $name eq [lindex $status 0]} {
-            return "[lindex $status 0], status $number of the simulated device\n  [lindex $status 1]"
+            foreach {symbol meaning} $status break
+            return "$symbol, status $number of the simulated device\n  $meaning"
         }
     }
     set names [concat [qx::catalogue::commands] [qx::catalogue::records] [qx::catalogue::areas]]
@@ -46,9 +48,10 @@ proc qx::help::about {{name {}}} {
 
 proc qx::help::beginning {} {
     variable own
-    set text "A handle is what a _create command gives; qx_data_free releases it. SDK functions return a\n"
-    append text "status, 0 for success. Areas, records and commands have a help text each:\n"
-    append text "  qx::help flow    qx::help qx_flow_t    qx::help qx_flow_add\n\nCommands of this package\n"
+    set text "A handle is what a _create command gives; qx_data_free releases it. SDK functions\n"
+    append text "return a status, 0 for success. Areas, records and commands have a text each:\n"
+    append text "  qx::help flow    qx::help qx_flow_t    qx::help qx_flow_add\n\n"
+    append text "Commands of this package\n"
     set rows {}
     foreach {name usage what} $own { lappend rows [list [string trimright "$name $usage"] $what] }
     append text [table $rows]
@@ -72,7 +75,8 @@ proc qx::help::counted {list noun} {
     return "[expr {$count ? $count : "no"}] $noun[expr {$count == 1 ? "" : "s"}]"
 }
 
-# What has a word in its name or description: areas, records, fields, calls, and commands beside them.
+# What has a word in its name or description: areas, records, fields, calls, and commands beside
+# them.
 proc qx::help::apropos {word} {
     set rows {}
     foreach name [qx::catalogue::areas] {
@@ -114,7 +118,8 @@ proc qx::help::table {rows} {
     for {set column 0} {$column < $last} {incr column} {
         set widths($column) 0
         foreach row $rows {
-            set widths($column) [expr {max($widths($column), [string length [lindex $row $column]])}]
+            set width [string length [lindex $row $column]]
+            set widths($column) [expr {max($widths($column), $width)}]
         }
     }
     set text {}
@@ -196,7 +201,7 @@ proc qx::help::result_text {command} {
     switch -glob -- $type {
         none   { return "nothing" }
         status { return "status, 0 for success" }
-        low32  { return "the low 32 bits of the number with their sign; the whole number is printed" }
+        low32  { return "the number's low 32 bits with their sign; all of it is printed" }
         *[*]   {
             set text "handle of type [qx::catalogue::native $type]"
             switch -glob -- [dict get $command shape] {
@@ -208,9 +213,8 @@ proc qx::help::result_text {command} {
         }
     }
     set width 0
-    if {[dict get $command field] ne {}} {
-        set width [dict get [qx::catalogue::field [dict get $command owner] [dict get $command field]] width]
-    }
+    foreach {owner field} [parts $command owner field] break
+    if {$field ne {}} { set width [dict get [qx::catalogue::field $owner $field] width] }
     foreach {least greatest} [qx::catalogue::range $type $width] break
     return "number, $least to $greatest"
 }
@@ -226,7 +230,9 @@ proc qx::help::related {command} {
             if {[string match ${start}_* $call]} { lappend names $call }
         }
         foreach {argument type} [dict get $command arguments] {
-            if {[string match {*[*]} $type]} { lappend names [creator [string range $type 0 end-1]] }
+            if {[string match {*[*]} $type]} {
+                lappend names [creator [string range $type 0 end-1]]
+            }
         }
     } else {
         foreach other [qx::catalogue::commands_of $owner] {
@@ -263,7 +269,9 @@ proc qx::help::example {command} {
             append words " [example_number $argument]"
         }
     }
-    if {[string match *create $shape]} { return [list "set block \[$words\]" "qx_data_free \$block"] }
+    if {[string match *create $shape]} {
+        return [list "set block \[$words\]" "qx_data_free \$block"]
+    }
     if {$before eq {}} { return [list "set status \[$words\]" "puts \"status \$status\""] }
     return [list [join $before {; }] $words]
 }
@@ -283,7 +291,8 @@ proc qx::help::example_number {argument} {
 
 proc qx::help::record_text {type} {
     set record [qx::catalogue::record $type]
-    foreach {kind size packed text fields area} [parts $record kind size packed text fields area] break
+    foreach {kind size packed} [parts $record kind size packed] break
+    foreach {text fields area} [parts $record text fields area] break
     set shown "$type, $kind of $size bytes[expr {$packed ? ", packed" : ""}], area $area\n  $text\n"
     append shown [expr {$kind eq "union" ? "Views, all at the same place" : "Fields"}]\n
     set rows [list {offset bits type name meaning}]
@@ -353,16 +362,20 @@ proc qx::help::holders {type} {
 proc qx::help::area_text {name} {
     set area [qx::catalogue::area $name]
     set text "$name: [dict get $area text]\n"
-    foreach {title kind names} [list Records record [dict get $area records] Calls call [dict get $area calls]] {
+    foreach {title kind} {Records record Calls call} {
         set rows {}
-        foreach each $names { lappend rows [list $each [dict get [qx::catalogue::$kind $each] text]] }
+        foreach each [dict get $area ${kind}s] {
+            lappend rows [list $each [dict get [qx::catalogue::$kind $each] text]]
+        }
         append text [section $title [table $rows]]
     }
     set rows {}
     foreach each [qx::catalogue::commands] {
         set command [qx::catalogue::command $each]
-        if {[dict get $command area] eq $name && ![qx::catalogue::is_record [dict get $command owner]] &&
-            [dict get $command shape] ne "call"} { lappend rows [list $each [dict get $command text]] }
+        foreach {area shape owner} [parts $command area shape owner] break
+        if {$area eq $name && $shape ne "call" && ![qx::catalogue::is_record $owner]} {
+            lappend rows [list $each [dict get $command text]]
+        }
     }
     append text [section Commands [table $rows]]
     return [string trimright $text \n]

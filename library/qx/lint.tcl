@@ -1,16 +1,18 @@
-# Package qx, qx::lint: reads a script and tells what would go wrong in its SDK and record commands: names that
-# do not exist, numbers of arguments, constants out of range, handles of another type, handles that were
-# released. Nothing is run. Relies on script_parser.tcl and catalogue.tcl.
+# Package qx, qx::lint: reads a script and tells what would go wrong in its SDK and record commands:
+# names that do not exist, numbers of arguments, constants out of range, handles of another type,
+# handles that were released. Nothing is run. Relies on script_parser.tcl and catalogue.tcl.
 #
-# What a variable holds is followed from command to command in a row. A body (of if, while, proc ...) begins
-# with what is known before it, and what it may change is not known behind it: better silent than wrong.
+# What a variable holds is followed from command to command in a row. A body (of if, while, proc
+# ...) begins with what is known before it, and what it may change is not known behind it: better
+# silent than wrong.
 
 namespace eval qx::lint {
     variable findings {} ;# line and text of each
     variable known {}    ;# variable -> what it holds: {handle type}, {number} or {released line}
     variable own {}      ;# procedures of the script
     variable shared {}   ;# variables that procedures reach from outside
-    # Where the bodies of a command are, by the number of the word; `apart` with variables of their own.
+    # Where the bodies of a command are, by the number of the word; `apart` with variables of their
+    # own.
     variable bodies {
         while {2 script} for {1 script 3 script 4 script} foreach {end script}
         catch {1 script} time {1 script}
@@ -316,7 +318,10 @@ proc qx::lint::mistake {type value} {
                     [qx::catalogue::native $type] is wanted"
             }
         }
-        constant { return [expr {$pointer ? [wrong_handle $type $what] : [wrong_number $type $what]}] }
+        constant {
+            if {$pointer} { return [wrong_handle $type $what] }
+            return [wrong_number $type $what]
+        }
     }
     return
 }

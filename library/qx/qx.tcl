@@ -1,15 +1,18 @@
-# Package qx: what a person at the prompt and a script in CI want beside the 1093 commands. All of it is in
-# namespace qx, in one file a part. Relies on the files beside this one.
+# Package qx: what a person at the prompt and a script in CI want beside the 1093 commands. All of
+# it is in namespace qx, in one file a part. Relies on the files beside this one.
 #
-# The commands are other names for procedures in the parts' own namespaces, for one of them is named `set`: no
-# code of the package runs in the namespace qx itself, where it would take that one for Tcl's.
+# The commands are other names for procedures in the parts' own namespaces, for one of them is named
+# `set`: no code of the package runs in the namespace qx itself, where it would take that one for
+# Tcl's.
 
 namespace eval qx {}
 
 apply {{folder parts commands} {
     foreach part $parts { source [file join $folder $part.tcl] }
     foreach {name procedure} $commands { interp alias {} ::qx::$name {} ::qx::$procedure }
-}} [file dirname [info script]] {catalogue addresses handles reading fast_writing writing help status why script_parser lint} {
+}} [file dirname [info script]] {
+    catalogue addresses handles reading fast_writing writing help status why script_parser lint
+} {
     get      reading::get
     template reading::template
     diff     reading::diff

@@ -1,9 +1,10 @@
-# Package qx, records as data: qx::get, qx::template, qx::diff, qx::json. Relies on catalogue.tcl, handles.tcl
-# and addresses.tcl.
+# Package qx, records as data: qx::get, qx::template, qx::diff, qx::json. Relies on catalogue.tcl,
+# handles.tcl and addresses.tcl.
 #
-# A record is a dict of its fields, an array a list, a union a dict of the one view that was asked for. For each
-# record and each choice of views a procedure is made when it is first wanted: one `binary scan` of the
-# whole record and one `list` of all values, which is what makes one call cheaper than a command a field.
+# A record is a dict of its fields, an array a list, a union a dict of the one view that was asked
+# for. For each record and each choice of views a procedure is made when it is first wanted: one
+# `binary scan` of the whole record and one `list` of all values, which is what makes one call
+# cheaper than a command a field.
 
 namespace eval qx::reading {
     variable made {} ;# type, views, raw -> procedure
@@ -60,8 +61,8 @@ proc qx::reading::options {command words given} {
 
 # ---------------------------------------------------------------------------------- the views
 
-# The views of a union to show: those whose place ends in one of the words, the longest words before the
-# others, and all of them for *; if none is asked for, the first of the largest.
+# The views of a union to show: those whose place ends in one of the words, the longest words before
+# the others, and all of them for *; if none is asked for, the first of the largest.
 proc qx::reading::chosen {fields path} {
     variable views
     variable used
@@ -91,7 +92,8 @@ proc qx::reading::names_view {word path field} {
 proc qx::reading::largest {fields} {
     set most 0
     foreach field $fields {
-        set size [expr {[qx::catalogue::type_size [dict get $field type]] * max(1, [dict get $field count])}]
+        set size [qx::catalogue::type_size [dict get $field type]]
+        set size [expr {$size * max(1, [dict get $field count])}]
         if {$size > $most} {
             set most $size
             set result $field
@@ -129,7 +131,8 @@ proc qx::reading::reader {type wanted plain} {
     return $name
 }
 
-# Script words whose value is a record at an offset. As a side effect the format reads what they need.
+# Script words whose value is a record at an offset. As a side effect the format reads what they
+# need.
 proc qx::reading::record_words {type base path} {
     set record [qx::catalogue::record $type]
     set fields [dict get $record fields]
@@ -164,12 +167,15 @@ proc qx::reading::field_words {field base path family} {
         return [address_words $holds [array_words $type $at $many]]
     }
     if {!$many} {
-        if {[stands_for_address $type $path]} { return [address_words ip [array_words u32 $at 4] $family] }
+        if {[stands_for_address $type $path]} {
+            return [address_words ip [array_words u32 $at 4] $family]
+        }
         return [record_words $type $at $path]
     }
     set words "\[list"
     for {set index 0} {$index < $many} {incr index} {
-        append words " [record_words $type [expr {$at + $index * [qx::catalogue::type_size $type]}] $path]"
+        append words " [record_words $type $at $path]"
+        incr at [qx::catalogue::type_size $type]
     }
     return "$words\]"
 }
@@ -254,7 +260,8 @@ proc qx::reading::compare {type first second path result_name} {
         set field [qx::catalogue::field $type $name]
         set inner [dict get $field type]
         if {![is_dict $inner $before] || ![is_dict $inner $after]} {
-            if {[dict get $field count] && [llength $before] == [llength $after] && ![is_text $before]} {
+            set many [dict get $field count]
+            if {$many && [llength $before] == [llength $after] && ![is_text $before]} {
                 compare_lists $inner $before $after $here result
             } else {
                 dict set result $here [list $before $after]
@@ -283,7 +290,8 @@ proc qx::reading::compare_lists {type first second here result_name} {
 
 # Whether a value of the type is a dict: a record, and no address in its place.
 proc qx::reading::is_dict {type value} {
-    return [expr {[qx::catalogue::is_record $type] && ![is_text $value] && ![string is integer -strict [lindex $value 0]]}]
+    if {![qx::catalogue::is_record $type] || [is_text $value]} { return 0 }
+    return [expr {![string is wideinteger -strict [lindex $value 0]]}]
 }
 
 # Whether a value is an address as people write it.

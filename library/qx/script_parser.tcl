@@ -1,4 +1,5 @@
-# Package qx, Tcl scripts as commands and words, for qx::lint: nothing is run or replaced. Relies on nothing.
+# Package qx, Tcl scripts as commands and words, for qx::lint: nothing is run or replaced. Relies on
+# nothing.
 #
 # A command is a list of words. A word is a dict:
 #   kind    braced, plain (quoted or bare, nothing in it is replaced) or other
@@ -14,8 +15,8 @@ namespace eval qx::script_parser {
     variable line 1
 }
 
-# The commands of a script whose first line has a number. Errors have the code {QX SYNTAX line commands}, with
-# the commands before the mistake.
+# The commands of a script whose first line has a number. Errors have the code {QX SYNTAX line
+# commands}, with the commands before the mistake.
 proc qx::script_parser::commands {script first} {
     variable text
     variable place
@@ -54,7 +55,8 @@ proc qx::script_parser::behind {pattern} {
     return [expr {[lindex $found 1] + 1}]
 }
 
-# Commands up to the end, or to a closing bracket; those read so far are in the caller's variable, too.
+# Commands up to the end, or to a closing bracket; those read so far are in the caller's variable,
+# too.
 proc qx::script_parser::read_commands {until {so_far unused}} {
     upvar 1 $so_far result
     variable text
@@ -92,7 +94,8 @@ proc qx::script_parser::read_word {until} {
     variable place
     variable line
     set expand 0
-    if {[string range $text $place $place+2] eq "{*}" && ![string is space -strict [string index $text $place+3]]} {
+    set next [string index $text $place+3]
+    if {[string range $text $place $place+2] eq "{*}" && ![string is space -strict $next]} {
         set expand 1
         go_to [expr {$place + 3}]
     }

@@ -1,8 +1,9 @@
-# Package qx: qx::check makes errors of statuses, qx::watch keeps the words of commands that fail. Relies on
-# catalogue.tcl. Statuses have the names of the simulated device; another SDK may mean something else by them.
+# Package qx: qx::check makes errors of statuses, qx::watch keeps the words of commands that fail.
+# Relies on catalogue.tcl. Statuses have the names of the simulated device; another SDK may mean
+# something else by them.
 #
-# Both look at commands through Tcl's execution traces, so the commands themselves stay as they are. A block
-# has its 83 traces as long as it runs.
+# Both look at commands through Tcl's execution traces, so the commands themselves stay as they are.
+# A block has its 83 traces as long as it runs.
 
 namespace eval qx::status {
     variable last {}     ;# the last failure: words, code, result, and Tcl's errorInfo before it
@@ -119,7 +120,8 @@ proc qx::status::left {words code result operation} {
 
 # ----------------------------------------------------------------------------------- watching
 
-# Keeps the words of every command that fails from now on, or no longer; without a word tells whether.
+# Keeps the words of every command that fails from now on, or no longer; without a word tells
+# whether.
 proc qx::status::watch {{switch {}}} {
     variable watching
     if {$switch eq {}} { return $watching }

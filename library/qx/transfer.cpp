@@ -1,5 +1,6 @@
-// Copies through a pipe: the system checks the addresses of what it reads and writes, and tells of a bad one by
-// EFAULT where an access of ours would end the process. POSIX only; no signal is involved.
+// Copies through a pipe: the system checks the addresses of what it reads and writes, and tells of
+// a bad one by EFAULT where an access of ours would end the process. POSIX only; no signal is
+// involved.
 #include "transfer.h"
 
 #include <fcntl.h>
@@ -15,7 +16,8 @@ namespace {
 class byte_pipe
 {
 public:
-    // Opened when first used, and anew after a failure: what is left in a pipe then is anyone's guess.
+    // Opened when first used, and anew after a failure: what is left in a pipe then is anyone's
+    // guess.
     bool is_open()
     {
         if (ends_[0] >= 0)

@@ -1,6 +1,7 @@
-# Package qx: qx::why tells what was wrong with the last command that failed. The commands' messages name an
-# argument's number and type; this adds its name, its range and what was given. Relies on status.tcl for the
-# words, as far as qx::check or qx::watch has seen them, and on Tcl's errorInfo otherwise.
+# Package qx: qx::why tells what was wrong with the last command that failed. The commands' messages
+# name an argument's number and type; this adds its name, its range and what was given. Relies on
+# status.tcl for the words, as far as qx::check or qx::watch has seen them, and on Tcl's errorInfo
+# otherwise.
 
 namespace eval qx::why {
     variable in_procedure 0 ;# whether the words come from errorInfo, and from within a procedure
@@ -21,8 +22,8 @@ proc qx::why::explain {} {
     return "[lindex $words 0]: $result"
 }
 
-# Words, code and result of the last failure. Words that only errorInfo has are those of the script, before
-# variables and brackets were replaced.
+# Words, code and result of the last failure. Words that only errorInfo has are those of the script,
+# before variables and brackets were replaced.
 proc qx::why::last_failure {} {
     variable in_procedure 0
     foreach {words code result before} $qx::status::last break
@@ -87,7 +88,9 @@ proc qx::why::argument_text {words name number} {
 
 proc qx::why::wanted {type} {
     if {$type eq "void*"} { return "a handle of any type, or NULL" }
-    if {[string match {*[*]} $type]} { return "a handle of type [qx::catalogue::native $type], or NULL" }
+    if {[string match {*[*]} $type]} {
+        return "a handle of type [qx::catalogue::native $type], or NULL"
+    }
     foreach {least greatest} [qx::catalogue::range $type] break
     return "[qx::catalogue::native $type], $least to $greatest"
 }
@@ -102,7 +105,9 @@ proc qx::why::given {word type} {
         }
         return "$word, now [given [::set ::$name] $type]"
     }
-    if {[regexp {[][$]} $word]} { return "$word, whose value is not known; after \"qx::watch on\" it is" }
+    if {[regexp {[][$]} $word]} {
+        return "$word, whose value is not known; after \"qx::watch on\" it is"
+    }
     if {[regexp {^_[0-9a-f]{8}(_p_\w+)$} $word -> mangled]} {
         return "$word, a handle of type [handle_type $mangled]"
     }

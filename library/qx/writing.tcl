@@ -1,8 +1,10 @@
-# Package qx, qx::set: writes the fields that a dict names. The whole dict is checked before anything is
-# written. Relies on catalogue.tcl, handles.tcl, addresses.tcl and on reading.tcl's choice of views.
+# Package qx, qx::set: writes the fields that a dict names. The whole dict is checked before
+# anything is written. Relies on catalogue.tcl, handles.tcl, addresses.tcl and on reading.tcl's
+# choice of views.
 #
-# Walking the dict collects stores: an offset with numbers of one width. They are put into the record's bytes by
-# one `binary format`, which takes the bytes as they are and goes to each offset in turn.
+# Walking the dict collects stores: an offset with numbers of one width. They are put into the
+# record's bytes by one `binary format`, which takes the bytes as they are and goes to each offset
+# in turn.
 
 namespace eval qx::writing {
     variable format {}  ;# of `binary format`: places and widths
@@ -46,7 +48,8 @@ proc qx::writing::stored {bytes type} {
     variable shared
     set size [qx::catalogue::type_size $type]
     set result [with_bits [eval [linsert $numbers 0 binary format a$size$format $bytes]]]
-    # Views of one union may be named together as long as they say the same: then their order is all one.
+    # Views of one union may be named together as long as they say the same: then their order is all
+    # one.
     if {$shared ne {}} {
         set backwards [join [lreverse [regexp -all -inline {@\d+[a-z]} $format]] {}]
         set other [eval [linsert [lreverse $numbers] 0 binary format a$size$backwards \
@@ -153,7 +156,8 @@ proc qx::writing::array {field at value path} {
             if {$bytes ne {}} {
                 set value $bytes
             } elseif {[catch { llength $value } count] || $count == 1} {
-                refuse $path "\"$value\" is no MAC address like 02:00:00:00:00:01, nor a list of 6 bytes"
+                refuse $path \
+                    "\"$value\" is no MAC address like 02:00:00:00:00:01, nor a list of 6 bytes"
             }
         }
     }
@@ -171,7 +175,8 @@ proc qx::writing::bit_field {field at value path} {
     set width [dict get $field width]
     set bit [dict get $field bit]
     set number [checked [dict get $field type] $width $value $path]
-    lappend bits $at [dict get $field type] [expr {((1 << $width) - 1) << $bit}] [expr {$number << $bit}]
+    set mask [expr {((1 << $width) - 1) << $bit}]
+    lappend bits $at [dict get $field type] $mask [expr {$number << $bit}]
 }
 
 # A number in the range of its type, or of so many bits.
@@ -179,7 +184,9 @@ proc qx::writing::checked {type width value path} {
     foreach {least greatest} [qx::catalogue::range $type $width] break
     # An octal or hexadecimal number is one too.
     if {![string is wideinteger -strict $value]} { refuse $path "\"$value\" is no number" }
-    if {$value < $least || $value > $greatest} { refuse $path "$value is outside $least to $greatest" }
+    if {$value < $least || $value > $greatest} {
+        refuse $path "$value is outside $least to $greatest"
+    }
     return [expr {$value + 0}]
 }
 
@@ -220,12 +227,14 @@ proc qx::writing::family_field {type} {
     return
 }
 
-# A whole address record from a text like 10.0.0.0/8: family, address, and the length, all bits if it is
-# not there.
+# A whole address record from a text like 10.0.0.0/8: family, address, and the length, all bits if
+# it is not there.
 proc qx::writing::prefix {type at value path} {
     foreach {text length} [split $value /] break
     foreach {version words} [qx::address::ip_words $text] break
-    if {![info exists words]} { refuse $path "\"$value\" is no IP address or prefix like 10.0.0.0/8" }
+    if {![info exists words]} {
+        refuse $path "\"$value\" is no IP address or prefix like 10.0.0.0/8"
+    }
     set bits [expr {$version == 4 ? 32 : 128}]
     if {[string first / $value] < 0} { set length $bits }
     if {![regexp {^(0|[1-9]\d{0,2})$} $length] || $length > $bits} {

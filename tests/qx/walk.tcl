@@ -1,8 +1,8 @@
-# Runs inside the shell: a record field by field, through the commands of its fields alone. What the package
-# reads and writes in one go is compared with it.
+# Runs inside the shell: a record field by field, through the commands of its fields alone. What the
+# package reads and writes in one go is compared with it.
 
-# Calls a script for each number in a record: the words of its getter and of its setter without the value, the
-# width in bits, the path.
+# Calls a script for each number in a record: the words of its getter and of its setter without the
+# value, the width in bits, the path.
 proc each_number {type handle path script} {
     set stem [qx::catalogue::stem $type]
     foreach field [dict get [qx::catalogue::record $type] fields] {
