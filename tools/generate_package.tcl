@@ -3,10 +3,12 @@
 #
 # The file only fills variables with lists, one line an entry; library/qx/catalogue.tcl answers from
 # them and says what each holds. Nothing is expanded that can be told from the rest: it has to be
-# read at every `package require qx`. Relies on catalogue.tcl and, for the statuses, on
-# generate_sdk.tcl.
+# read at every `package require qx`. Relies on catalogue.tcl, statuses.tcl and
+# generate/text.tcl.
 
-source [file join [file dirname [file normalize [info script]]] generate_sdk.tcl]
+foreach part {catalogue.tcl statuses.tcl generate/text.tcl} {
+    source [file join [file dirname [file normalize [info script]]] $part]
+}
 
 namespace eval generate_package {
     variable note \
@@ -123,7 +125,7 @@ proc generate_package::data {statuses} {
 proc generate_package::main {catalogue_folder status_file output_folder} {
     set ::generate::folder $output_folder
     catalogue::load $catalogue_folder
-    data [generate_sdk::read_statuses $status_file]
+    data [statuses::read_header $status_file]
 }
 
 if {[info exists argv0] && [file normalize $argv0] eq [file normalize [info script]]} {
