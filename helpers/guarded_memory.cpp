@@ -129,8 +129,10 @@ GUARDED bool can_read(const void *address, std::uint32_t size)
 GUARDED bool can_write(void *address, std::uint32_t size)
 {
     auto *const bytes = static_cast<byte *>(address);
-    bytes[0] = bytes[0];
-    bytes[size - 1] = bytes[size - 1];
+    const unsigned char first = bytes[0];
+    bytes[0] = first;
+    const unsigned char last = bytes[size - 1];
+    bytes[size - 1] = last;
     return true;
 }
 
@@ -140,8 +142,10 @@ GUARDED bool can_copy(void *target, const void *source, std::uint32_t size)
     auto *const to = static_cast<byte *>(target);
     static_cast<void>(from[0]);
     static_cast<void>(from[size - 1]);
-    to[0] = to[0];
-    to[size - 1] = to[size - 1];
+    const unsigned char first = to[0];
+    to[0] = first;
+    const unsigned char last = to[size - 1];
+    to[size - 1] = last;
     return true;
 }
 
@@ -151,29 +155,26 @@ GUARDED bool can_copy(void *target, const void *source, std::uint32_t size)
 extern "C" [[gnu::visibility("hidden")]] const char __start_qxsh_guarded[];
 extern "C" [[gnu::visibility("hidden")]] const char __stop_qxsh_guarded[];
 
-// The registers that a return changes. Where the return address lies on the stack, the function
-// has pushed nothing above it.
-struct registers {
-    std::uintptr_t at; ///< the instruction that was interrupted
-    explicit registers(const ucontext_t &context);
-    static void return_zero(ucontext_t &context);
-};
+// interrupted_at() is the address of the interrupted instruction, return_zero() changes the registers
+// as the function's return would: where the return address lies on the stack, the function has
+// pushed nothing above it.
 
 #if !defined(__OPTIMIZE__)
 
 static constexpr bool known_here = false;
-registers::registers(const ucontext_t &) : at(0) {}
-void registers::return_zero(ucontext_t &) {}
+static std::uintptr_t interrupted_at(const ucontext_t &) { return 0; }
+static void return_zero(ucontext_t &) {}
 
 #elif defined(__x86_64__)
 
 static constexpr bool known_here = true;
 
-registers::registers(const ucontext_t &context)
-    : at(static_cast<std::uintptr_t>(context.uc_mcontext.gregs[REG_RIP]))
-{}
+static std::uintptr_t interrupted_at(const ucontext_t &context)
+{
+    return static_cast<std::uintptr_t>(context.uc_mcontext.gregs[REG_RIP]);
+}
 
-void registers::return_zero(ucontext_t &context)
+static void return_zero(ucontext_t &context)
 {
     auto &all = context.uc_mcontext.gregs;
     all[REG_RIP] = *reinterpret_cast<const greg_t *>(all[REG_RSP]);
@@ -185,11 +186,12 @@ void registers::return_zero(ucontext_t &context)
 
 static constexpr bool known_here = true;
 
-registers::registers(const ucontext_t &context)
-    : at(static_cast<std::uintptr_t>(context.uc_mcontext.gregs[REG_EIP]))
-{}
+static std::uintptr_t interrupted_at(const ucontext_t &context)
+{
+    return static_cast<std::uintptr_t>(context.uc_mcontext.gregs[REG_EIP]);
+}
 
-void registers::return_zero(ucontext_t &context)
+static void return_zero(ucontext_t &context)
 {
     auto &all = context.uc_mcontext.gregs;
     all[REG_EIP] = *reinterpret_cast<const greg_t *>(all[REG_ESP]);
@@ -202,9 +204,12 @@ void registers::return_zero(ucontext_t &context)
 
 static constexpr bool known_here = true;
 
-registers::registers(const ucontext_t &context) : at(context.uc_mcontext.arm_pc) {}
+static std::uintptr_t interrupted_at(const ucontext_t &context)
+{
+    return context.uc_mcontext.arm_pc;
+}
 
-void registers::return_zero(ucontext_t &context)
+static void return_zero(ucontext_t &context)
 {
     auto &all = context.uc_mcontext;
     constexpr unsigned long thumb = 0x20;
@@ -220,8 +225,8 @@ void registers::return_zero(ucontext_t &context)
 #else
 
 static constexpr bool known_here = false;
-registers::registers(const ucontext_t &) : at(0) {}
-void registers::return_zero(ucontext_t &) {}
+static std::uintptr_t interrupted_at(const ucontext_t &) { return 0; }
+static void return_zero(ucontext_t &) {}
 
 #endif
 
@@ -230,11 +235,11 @@ bool leave_guarded_access(void *context, const void *address)
     if (!known_here)
         return false;
     auto &machine = *static_cast<ucontext_t *>(context);
-    const auto at = registers{machine}.at;
+    const auto at = interrupted_at(machine);
     if (at < reinterpret_cast<std::uintptr_t>(__start_qxsh_guarded) ||
         at >= reinterpret_cast<std::uintptr_t>(__stop_qxsh_guarded))
         return false;
-    registers::return_zero(machine);
+    return_zero(machine);
     if (!pending_fault.happened) {
         const auto low = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(address));
         pending_fault = {true, low};

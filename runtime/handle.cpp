@@ -90,7 +90,7 @@ bool evaluate(Tcl_Interp *interp, const std::string &script, std::string &text)
 // text: "NULL". Whatever was evaluated, the result is left empty.
 bool resolve_commands(Tcl_Interp *interp, std::string &text)
 {
-    for (int round = 0; text[0] != '_'; ++round) {
+    for (int round = 0; !text.starts_with('_'); ++round) {
         if (text == "NULL") {
             text.clear();
             return true;

@@ -4,8 +4,9 @@
 namespace qxsh {
 
 static const Tcl_ObjType nothing = {"", nullptr, nullptr, nullptr, nullptr};
+static const char no_text[] = "";
 
-constinit known_objects known = {&nothing, &nothing, nothing.name};
+constinit known_objects known = {&nothing, &nothing, no_text};
 
 void learn_known_objects()
 {

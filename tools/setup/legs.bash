@@ -7,7 +7,7 @@
 # `set -e` does not hold in here, since a leg runs in a condition: every step says `|| return`.
 
 all_legs=(release dev i686 i686-asan armhf compare docs valgrind speed)
-long_legs=()
+long_legs=(analysis)
 
 leg_release() { preset_leg release; }
 leg_dev() { preset_leg dev; }
@@ -33,6 +33,28 @@ leg_speed() {
     cat "$results" >>"$log"
     cat "$results"
     counts="$(grep -c ' ok$' "$results" || true) $(grep -c ' EXCEEDED$' "$results" || true) 0"
+    return $status
+}
+
+# clang-tidy (.clang-tidy) and cppcheck over what is shipped. Both read the release build's commands,
+# less the options that only its compiler knows.
+leg_analysis() {
+    local folder=$project/build/analysis results=${log%.log}.results status=0 files
+    need_packages analysis || skipped "not installed: ${missing[*]}" || return
+    build_preset release all || return
+    mkdir -p "$folder"
+    sed 's/ --param=[^ ]*//g; s/ -fno-ipa-icf//g' "$project/build/release/compile_commands.json" \
+        >"$folder/compile_commands.json"
+    files=$(cd "$project" && git ls-files 'shell/*.cpp' 'commands/*.cpp' 'runtime/*.cpp' \
+        'helpers/*.cpp' 'strict/*.cpp' 'sdk/*.cpp' 'library/*.cpp' | grep -v '^helpers/block_memory')
+    # shellcheck disable=SC2086 # one word a file
+    (cd "$project" && run-clang-tidy -p "$folder" -j "$jobs" -quiet $files) \
+        >"$results" 2>>"$log" || status=1
+    cppcheck --project="$folder/compile_commands.json" --std=c++20 --quiet --error-exitcode=1 \
+        --enable=warning,performance,portability --suppress='*:/usr/*' --suppress='*:*/tests/*' \
+        -i/usr/src >>"$results" 2>&1 || status=1
+    cat "$results" >>"$log"
+    ((status == 0)) || grep -E '(warning|error):' "$results"
     return $status
 }
 
