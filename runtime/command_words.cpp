@@ -2,7 +2,6 @@
 #include "runtime/command_words.h"
 
 #include "runtime/errors.h"
-#include "runtime/numbers.h"
 
 #include <string>
 
@@ -23,11 +22,11 @@ static const char *native_name(word_kind kind, const swig_type_record *type)
     }
 }
 
-static bool refuse(Tcl_Interp *interp, int number, const char *usage, int code,
-                   const char *native_type)
+bool refuse_word(Tcl_Interp *interp, int number, const char *usage, word_kind kind,
+                 const swig_type_record *type, int code)
 {
     const auto message = "in method '" + method_name(usage) + "', argument " +
-                         std::to_string(number) + " of type '" + native_type + "'";
+                         std::to_string(number) + " of type '" + native_name(kind, type) + "'";
     swig_set_error_msg(interp, swig_error_type_name(code == SWIG_ERROR ? SWIG_TypeError : code),
                        message.c_str());
     return false;
@@ -76,7 +75,7 @@ bool convert_word(Tcl_Interp *interp, Tcl_Obj *word, int number, const char *usa
                   swig_type_record *type, Tcl_Obj &converted)
 {
     const int code = convert(interp, word, kind, type, converted);
-    return code == SWIG_OK || refuse(interp, number, usage, code, native_name(kind, type));
+    return code == SWIG_OK || refuse_word(interp, number, usage, kind, type, code);
 }
 
 } // namespace qxsh

@@ -5,6 +5,7 @@
 
 #include "runtime/handle.h"
 #include "runtime/known_objects.h"
+#include "runtime/numbers.h"
 #include "runtime/tcl_api.h"
 
 #include <algorithm>
@@ -72,5 +73,9 @@ bool ready(const Tcl_Obj *word, Target *&pointer, const swig_type_record *type)
 /// False with the message that the script sees.
 bool convert_word(Tcl_Interp *interp, Tcl_Obj *word, int number, const char *usage, word_kind kind,
                   swig_type_record *type, Tcl_Obj &converted);
+
+/// Makes the conversion error of that word the command's, whatever it is; gives false.
+bool refuse_word(Tcl_Interp *interp, int number, const char *usage, word_kind kind,
+                 const swig_type_record *type, int code = SWIG_TypeError);
 
 } // namespace qxsh

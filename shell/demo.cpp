@@ -5,6 +5,8 @@
 #include "commands/sdk_output.h"
 #include "runtime/constants.h"
 #include "runtime/known_objects.h"
+#include "strict/strict_command.h"
+#include "strict/switch.h"
 #include "types.h"
 
 #include <atomic>
@@ -33,6 +35,20 @@ static void propagate_client_data_once()
     swig_propagate_client_data(&swig_module);
 }
 
+// Under strict memory a command has its row as client data, else none.
+static void create_commands(Tcl_Interp *interp)
+{
+    if (qxsh::strict_memory_is_on()) {
+        qxsh::report_leaks_at_exit();
+        for (const auto *each = swig_commands; each->name != nullptr; ++each)
+            Tcl_CreateObjCommand(interp, each->name, qxsh::strict_command,
+                                 const_cast<swig_command_info *>(each), nullptr);
+        return;
+    }
+    for (const auto *each = swig_commands; each->name != nullptr; ++each)
+        Tcl_CreateObjCommand(interp, each->name, each->wrapper, each->client_data, nullptr);
+}
+
 int Demo_Init(Tcl_Interp *interp)
 {
     if (interp == nullptr)
@@ -47,8 +63,7 @@ int Demo_Init(Tcl_Interp *interp)
     Tcl_PkgProvide(interp, "demo", "0.0");
     swig_link_module(interp, &swig_module);
     propagate_client_data_once();
-    for (const auto *each = swig_commands; each->name != nullptr; ++each)
-        Tcl_CreateObjCommand(interp, each->name, each->wrapper, each->client_data, nullptr);
+    create_commands(interp);
     swig_install_constants(interp, swig_constants);
     qxsh::send_output_to_tcl();
     return TCL_OK;

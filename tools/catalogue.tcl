@@ -90,6 +90,12 @@ proc catalogue::call {name}     { variable model; return $model(call,$name) }
 # The stem of a record's commands: its name less a final _t.
 proc catalogue::stem {record} { regsub {_t$} $record {} }
 
+# The number (from 0) of the argument that counts an array: `x_count` belongs to `x_array`; else -1.
+proc catalogue::count_of {names name} {
+    if {![regsub {_array$} $name _count wanted]} { return -1 }
+    return [lsearch -exact $names $wanted]
+}
+
 proc catalogue::type_size {type} {
     variable model
     variable scalar_types

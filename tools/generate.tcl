@@ -5,6 +5,7 @@
 #   helpers.h, helpers/    the record helpers and cells, layouts of the dumps
 #   types.h, types.cpp     the type table and the module record
 #   commands/, test_wrap.cpp   the wrappers and the command table
+#   strict_rules.cpp       what each command does with memory
 #   libqx-sdk.map          the names a library of the SDK exports
 #
 # Bodies are dull: each calls one hand-written function of helpers/ or runtime/. Which commands exist is
@@ -12,7 +13,7 @@
 
 source [file join [file dirname [file normalize [info script]]] catalogue.tcl]
 
-foreach part {text public_header helpers wrappers} {
+foreach part {text public_header helpers wrappers strict_rules} {
     source [file join [file dirname [file normalize [info script]]] generate $part.tcl]
 }
 
@@ -28,6 +29,7 @@ proc generate::main {catalogue_folder output_folder} {
     helpers
     types
     wrappers
+    strict_rules
     export_map
 }
 

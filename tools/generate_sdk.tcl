@@ -31,15 +31,10 @@ proc generate_sdk::names_device {call} {
     return [expr {$first ne {} && [dict get $first name] in {device_id dev_id}}]
 }
 
-# The number of the argument that counts an array: `x_count` belongs to `x_array`; else -1.
 proc generate_sdk::count_of {arguments name} {
-    if {![regsub {_array$} $name _count wanted]} { return -1 }
-    set number 0
-    foreach argument $arguments {
-        if {[dict get $argument name] eq $wanted} { return $number }
-        incr number
-    }
-    return -1
+    set names {}
+    foreach argument $arguments { lappend names [dict get $argument name] }
+    return [catalogue::count_of $names $name]
 }
 
 # How a behaviour takes an argument.

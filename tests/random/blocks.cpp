@@ -69,7 +69,7 @@ bool blocks::holds(const block &from, const std::string &pointee)
     if (from.bytes.size() < size_of(pointee))
         return false;
     if (all_.find_record(pointee) == nullptr)
-        return true; // any bytes can be seen as numbers
+        return !as_made_ || pointee == "unsigned char" || from.pointee() == pointee;
     return from.made_of != nullptr && !ways_to(*from.made_of, pointee).empty();
 }
 
@@ -128,11 +128,22 @@ spot blocks::pick(const std::string &pointee)
 
 spot blocks::pick_source(const std::string &pointee, place to, bool overlapping)
 {
-    if (to && overlapping && chance_.percent(20) && to.where->bytes.size() >= size_of(pointee))
+    if (to && overlapping && !as_made_ && chance_.percent(20) &&
+        to.where->bytes.size() >= size_of(pointee))
         return anywhere(*to.where, pointee);
     if (to && chance_.percent(50) && holds(*to.where, pointee))
         return pick_in(*to.where, pointee);
     return pick(pointee);
+}
+
+bool blocks::leads_to(place at, const std::string &pointee)
+{
+    if (!as_made_ || at.where->made_of == nullptr)
+        return true;
+    const ways &all = ways_to(*at.where->made_of, pointee);
+    return std::any_of(all.begin(), all.end(), [&](const way &each) {
+        return each.offset == at.offset % at.where->stride;
+    });
 }
 
 std::string blocks::bad_word(const std::string &pointee)

@@ -22,7 +22,11 @@ struct spot
 class blocks
 {
 public:
-    blocks(const tables &all, dice &chance) : all_(all), chance_(chance) {}
+    /// With `as_made`, places are only taken for what was made there, or for bytes; without it, for
+    /// whatever fits.
+    blocks(const tables &all, dice &chance, bool as_made)
+        : all_(all), chance_(chance), as_made_(as_made)
+    {}
 
     /// A new block of zeros under a variable name of its own.
     block &add(const record *made_of, const number_type *number, std::uint32_t count);
@@ -40,6 +44,9 @@ public:
     /// A place for a source of a copy to `to`: mostly somewhere in the same block. `overlapping`
     /// allows that it shares some of the destination's bytes but not all.
     spot pick_source(const std::string &pointee, place to, bool overlapping);
+
+    /// Whether a command may go there for a thing of this type.
+    bool leads_to(place at, const std::string &pointee);
 
     /// A word that is no handle of this type.
     std::string bad_word(const std::string &pointee);
@@ -68,6 +75,7 @@ private:
 
     const tables &all_;
     dice &chance_;
+    const bool as_made_;
     std::list<block> live_;
     unsigned made_ = 0;
     std::map<const record *, std::map<std::string, ways>> ways_;

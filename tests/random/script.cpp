@@ -8,8 +8,9 @@ namespace random_test {
 constexpr std::uint32_t all_ones = 0xffffffffU;
 constexpr std::size_t most_blocks = 60;
 
-script::script(const tables &all, std::uint64_t seed, std::ostream &commands, std::ostream &output)
-    : all_(all), actions_(all_actions(all)), chance_(seed), blocks_(all, chance_),
+script::script(const tables &all, std::uint64_t seed, bool as_made, std::ostream &commands,
+               std::ostream &output)
+    : all_(all), actions_(all_actions(all)), chance_(seed), blocks_(all, chance_, as_made),
       commands_(commands), output_(output)
 {}
 
@@ -247,7 +248,9 @@ void script::array_set(const action &next)
     const spot array = target(next.type->name);
     const spot item = source(next.type->name, array.at, true);
     const std::uint32_t size = next.type->size;
-    const std::uint32_t index = slot(array.at, size);
+    std::uint32_t index = slot(array.at, size);
+    if (array.at && !blocks_.leads_to(array.at.plus(index * size), next.type->name))
+        index = 0;
     emit({next.called, {array.word, item.word, std::to_string(index)}, "", ""}, [&] {
         if (array.at && item.at)
             copy(array.at.plus(index * size), item.at, size);

@@ -51,7 +51,9 @@ std::vector<action> all_actions(const tables &all);
 class script
 {
 public:
-    script(const tables &all, std::uint64_t seed, std::ostream &commands, std::ostream &output);
+    /// With `as_made` no handle leads to anything but what was made there.
+    script(const tables &all, std::uint64_t seed, bool as_made, std::ostream &commands,
+           std::ostream &output);
 
     /// Writes the given number of commands, and at the end those that show and free every block.
     void write(unsigned count);

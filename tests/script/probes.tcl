@@ -1,6 +1,8 @@
 # Probes: many commands that one run of the shell carries out, each with the answer expected of it.
-# Relies on shell.tcl. A probe belongs to a topic; a test asks for the differences of its topic.
+# Relies on shell.tcl and misuses.tcl. A probe belongs to a topic; a test asks for the differences of its topic.
 # What a command prints, its result or error message and its error code are all compared.
+
+source [file join [file dirname [info script]] misuses.tcl]
 
 namespace eval probes {
     variable script {}                      ;# what the shell runs
@@ -32,6 +34,14 @@ proc probes::setup {text} { append probes::script $text \n }
 proc probes::add {topic command printed code error match result {runner probe}} {
     variable count
     incr count
+    set refused [misuses::of $topic $command]
+    if {$refused ne {}} {
+        foreach {category result} $refused break
+        set printed {}
+        set code 1
+        set error [list SWIG $category]
+        set match like
+    }
     append probes::script [list $runner $count $command] \n
     set probes::wanted($count) [list $topic $command $printed $code $error $match $result]
     lappend probes::topics($topic) $count
@@ -109,6 +119,7 @@ proc probes::differences {topic} {
 }
 
 proc probes::exact {wanted text} { string equal $wanted $text }
+proc probes::like {pattern text} { string match $pattern $text }
 
 # The lowest and highest number of an integer type, and the word just above what it takes.
 array set probes::least {

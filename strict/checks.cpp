@@ -1,0 +1,160 @@
+// Checks of pointers against the table of blocks; see checks.h.
+#include "strict/checks.h"
+
+#include "runtime/handle.h"
+#include "strict/rules.h"
+#include "types.h"
+
+#include <algorithm>
+
+namespace qxsh {
+
+namespace {
+
+// How far behind its end a block is still named as the one that was missed.
+constexpr std::uint32_t near_bytes = 4096;
+
+std::string handle_text(std::uint32_t address, const char *type)
+{
+    char digits[8];
+    swig_pack_hex(digits, &address, sizeof address);
+    return "_" + std::string{digits, sizeof digits} + type;
+}
+
+std::string described(const known_block &block)
+{
+    std::string text = "block " + std::to_string(block.serial) + " (" +
+                       handle_text(block.address, swig_types[block.type]->name) + ", " +
+                       std::to_string(block.size) + " bytes), made by " + shown(*block.made);
+    if (!block.live())
+        text += ", freed by " + shown(*block.freed);
+    return text;
+}
+
+std::string at_byte(std::uint32_t offset, const known_block &block)
+{
+    // An offset before the block's start is a negative one.
+    return "byte " + std::to_string(static_cast<std::int32_t>(offset)) + " of " + described(block);
+}
+
+std::string in_no_block(const block_table &blocks, const std::string &what, std::uint32_t address)
+{
+    std::string text = what + " lies in no live block";
+    const known_block *const before = blocks.up_to(address);
+    if (before == nullptr)
+        return text;
+    const std::uint32_t offset = address - before->address;
+    if (offset - before->size <= near_bytes)
+        text += ", but at " + at_byte(offset, *before);
+    return text;
+}
+
+// ------------------------------------------------------------------------------ what lies where
+
+// Every byte may be looked at.
+bool is_byte_view(int type) { return type == type_unsigned_char; }
+
+// Whether at this offset of a record lies another one, or itself.
+bool holds(const record_layout &outer, std::uint32_t offset, const record_layout &wanted)
+{
+    if (offset == 0 && &outer == &wanted)
+        return true;
+    return std::any_of(outer.fields.begin(), outer.fields.end(), [&](const field_layout &field) {
+        if (field.nested == nullptr || offset < field.offset)
+            return false;
+        const std::uint32_t inner = offset - field.offset;
+        const std::uint32_t count = std::max<std::uint32_t>(field.count, 1);
+        const std::uint32_t size = field.nested->size;
+        return inner < count * size && holds(*field.nested, inner % size, wanted);
+    });
+}
+
+// Whether at this offset of a block, which lies inside it, begins an element of the type.
+bool holds(const known_block &block, std::uint32_t offset, int type)
+{
+    if (is_byte_view(type))
+        return true;
+    const element_type &made_of = element_types[block.type];
+    if (offset / made_of.size >= block.size / made_of.size)
+        return false;
+    const std::uint32_t inner = offset % made_of.size;
+    if (type == block.type && inner == 0)
+        return true;
+    const record_layout *const wanted = element_types[type].layout;
+    return wanted != nullptr && made_of.layout != nullptr && holds(*made_of.layout, inner, *wanted);
+}
+
+std::string not_there(int type, std::uint32_t offset, const known_block &block)
+{
+    return "there is no " + std::string{swig_types[type]->str} + " at " + at_byte(offset, block);
+}
+
+// What can be said of a pointer before it is known what becomes of it. `block` is where it lies.
+std::string problem_of_place(const block_table &blocks, checked_pointer what,
+                             const known_block *&block)
+{
+    const auto whole = reinterpret_cast<std::uintptr_t>(what.pointer);
+    const auto address = static_cast<std::uint32_t>(whole);
+    block = whole == address ? blocks.at(address) : nullptr;
+    if (block == nullptr)
+        return in_no_block(blocks, handle_text(address, swig_types[what.type]->name), address);
+    if (!block->live())
+        return "use after free of " + described(*block);
+    return {};
+}
+
+std::uint32_t offset_in(const known_block &block, const void *pointer)
+{
+    return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(pointer)) - block.address;
+}
+
+} // namespace
+
+std::string problem_of_access(const block_table &blocks, checked_pointer what, std::uint32_t first,
+                              std::uint32_t count)
+{
+    const known_block *block;
+    if (auto problem = problem_of_place(blocks, what, block); !problem.empty())
+        return problem;
+    const std::uint32_t start = offset_in(*block, what.pointer);
+    const std::uint32_t size = element_types[what.type].size;
+    // An array without elements has a start all the same; the bounds speak for it.
+    if (!holds(*block, start, what.type) && !(start == 0 && what.type == block->type))
+        return not_there(what.type, start, *block);
+    for (std::uint32_t index = first; index - first < count; ++index) {
+        const std::uint32_t offset = start + index * size;
+        if (offset > block->size || size > block->size - offset)
+            return "access outside a block, at " + at_byte(offset, *block);
+        if (!holds(*block, offset, what.type))
+            return not_there(what.type, offset, *block);
+    }
+    return {};
+}
+
+std::string problem_of_base(const block_table &blocks, checked_pointer what)
+{
+    const known_block *block;
+    if (auto problem = problem_of_place(blocks, what, block); !problem.empty())
+        return problem;
+    const std::uint32_t start = offset_in(*block, what.pointer);
+    if ((start == 0 && what.type == block->type) || holds(*block, start, what.type))
+        return {};
+    return not_there(what.type, start, *block);
+}
+
+std::string problem_of_release(const block_table &blocks, const void *pointer)
+{
+    const auto whole = reinterpret_cast<std::uintptr_t>(pointer);
+    const auto address = static_cast<std::uint32_t>(whole);
+    const known_block *const block = whole == address ? blocks.at(address) : nullptr;
+    if (block == nullptr)
+        return "free of no block: " + in_no_block(blocks, handle_text(address, "_p_void"), address);
+    const std::uint32_t offset = address - block->address;
+    if (offset != 0)
+        return "free inside a block, at " + at_byte(offset, *block);
+    if (!block->live())
+        return "double free of " + described(*block);
+    return {};
+}
+
+} // namespace qxsh

@@ -1,0 +1,90 @@
+// Places in scripts, from `info frame`; see place.h.
+#include "strict/place.h"
+
+namespace qxsh {
+
+namespace {
+
+// The description of the running command, or null. The command behind `info frame` is called as it
+// is: evaluating the words would count as a command, could be traced, and would go wrong where a
+// script has put something of its own in the place of `info`.
+Tcl_Obj *describe_frame(Tcl_Interp *interp)
+{
+    Tcl_CmdInfo frame;
+    if (!Tcl_GetCommandInfo(interp, "::tcl::info::frame", &frame) || !frame.isNativeObjectProc)
+        return nullptr;
+    Tcl_Obj *const words[] = {Tcl_NewStringObj("frame", -1), Tcl_NewIntObj(0)};
+    for (Tcl_Obj *each : words)
+        Tcl_IncrRefCount(each);
+    const int code = frame.objProc(frame.objClientData, interp, 2, words);
+    for (Tcl_Obj *each : words)
+        Tcl_DecrRefCount(each);
+    return code == TCL_OK ? Tcl_GetObjResult(interp) : nullptr;
+}
+
+Tcl_Obj *value_of(Tcl_Obj *description, const char *name)
+{
+    Tcl_Obj *const key = Tcl_NewStringObj(name, -1);
+    Tcl_IncrRefCount(key);
+    Tcl_Obj *value = nullptr;
+    if (Tcl_DictObjGet(nullptr, description, key, &value) != TCL_OK)
+        value = nullptr;
+    Tcl_DecrRefCount(key);
+    return value;
+}
+
+std::string text_of(Tcl_Obj *description, const char *name)
+{
+    Tcl_Obj *const value = value_of(description, name);
+    return value != nullptr ? Tcl_GetString(value) : "";
+}
+
+} // namespace
+
+script_place current_place(Tcl_Interp *interp, const char *command)
+{
+    script_place place;
+    place.command = command;
+    Tcl_ResetResult(interp);
+    if (Tcl_Obj *const description = describe_frame(interp); description != nullptr) {
+        Tcl_Obj *const line = value_of(description, "line");
+        if (line == nullptr || Tcl_GetIntFromObj(nullptr, line, &place.line) != TCL_OK)
+            place.line = 0;
+        place.file = text_of(description, "file");
+        if (place.file.empty())
+            place.procedure = text_of(description, "proc");
+        // What was typed or evaluated has lines of no text that one could look at.
+        if (place.file.empty() && place.procedure.empty())
+            place.line = 0;
+    }
+    Tcl_ResetResult(interp);
+    return place;
+}
+
+static std::string without_current_folder(const std::string &file)
+{
+    Tcl_DString name;
+    std::string shorter = file;
+    if (Tcl_GetCwd(nullptr, &name) != nullptr) {
+        std::string folder{Tcl_DStringValue(&name)};
+        Tcl_DStringFree(&name);
+        if (folder.empty() || folder.back() != '/')
+            folder += '/';
+        if (file.starts_with(folder))
+            shorter = file.substr(folder.size());
+    }
+    return shorter;
+}
+
+std::string shown(const script_place &place)
+{
+    std::string text = "'" + place.command + "'";
+    const std::string line = std::to_string(place.line);
+    if (!place.file.empty())
+        text += " at " + without_current_folder(place.file) + ":" + line;
+    else if (!place.procedure.empty())
+        text += " in line " + line + " of procedure '" + place.procedure + "'";
+    return text;
+}
+
+} // namespace qxsh

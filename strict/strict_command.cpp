@@ -1,0 +1,218 @@
+// Checks before and notes behind a command; see strict_command.h.
+#include "strict/strict_command.h"
+
+#include "commands/sdk_output.h"
+#include "helpers/block_memory.h"
+#include "runtime/command_words.h"
+#include "runtime/errors.h"
+#include "strict/checks.h"
+#include "strict/leak_report.h"
+#include "strict/rules.h"
+#include "types.h"
+
+#include <algorithm>
+#include <new>
+
+namespace qxsh {
+
+namespace {
+
+// Freed memory that is held back, bytes. A board has little to spare.
+constexpr std::uint64_t kept_bytes = 4 * 1024 * 1024;
+
+// Never destroyed: it is looked at when the process ends.
+block_table &blocks()
+{
+    static auto *const table = new block_table{free_block, kept_bytes};
+    return *table;
+}
+
+int type_number(word_kind kind) { return kind - word_handle; }
+
+// One command that is under way.
+class checked_call
+{
+public:
+    checked_call(const swig_command_info &row, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
+        : row_(row), rule_(rule_of(row)), rules_(word_rules + rule_.first), interp_(interp),
+          objc_(objc), usage_(":" + std::string{row.name} + " ")
+    {
+        words_[0] = objv[0];
+        std::copy(objv + 1, objv + objc, words_ + 1);
+    }
+
+    int run();
+
+private:
+    bool convert(int number);
+    bool is_handle_or_command(Tcl_Obj *word, word_kind kind) const;
+    std::string problem_of(int number) const;
+    int call() { return row_.wrapper(row_.client_data, interp_, objc_, words_); }
+    int release(const void *pointer);
+    int make(const word_rule &result);
+
+    const void *pointer(int number) const
+    {
+        return converted_[number].internalRep.twoPtrValue.ptr1;
+    }
+    std::uint32_t value(int number) const
+    {
+        return static_cast<std::uint32_t>(converted_[number].internalRep.wideValue);
+    }
+
+    const swig_command_info &row_;
+    const command_rule &rule_;
+    const word_rule *const rules_; // of word n: [n - 1]; of the result: [rule_.words]
+    Tcl_Interp *const interp_;
+    const int objc_;
+    const std::string usage_; // as much of it as messages look at
+    Tcl_Obj *words_[1 + most_arguments];
+    Tcl_Obj converted_[1 + most_arguments];
+};
+
+// A malformed handle stands for an address where any type will do, and any text that does not begin
+// with "_" is evaluated. Neither is let through here.
+bool checked_call::is_handle_or_command(Tcl_Obj *word, word_kind kind) const
+{
+    if (word->typePtr == &handle_type)
+        return true;
+    const char *const text = Tcl_GetString(word);
+    std::uint32_t address;
+    if (text[0] == '_')
+        return kind != word_any_handle || swig_unpack_hex(text + 1, &address, sizeof address);
+    return std::string_view{text} == "NULL" || Tcl_FindCommand(interp_, text, nullptr, 0);
+}
+
+// Whether the word is ready as it stands, with the value it was converted to.
+bool is_ready(const Tcl_Obj *word, const Tcl_Obj &converted)
+{
+    const auto &is = word->internalRep;
+    const auto &wanted = converted.internalRep;
+    if (converted.typePtr == &handle_type)
+        return word->typePtr == &handle_type && is.twoPtrValue.ptr1 == wanted.twoPtrValue.ptr1 &&
+               (wanted.twoPtrValue.ptr2 == nullptr ||
+                is.twoPtrValue.ptr2 == wanted.twoPtrValue.ptr2);
+    return word->typePtr == known.integer_type && is.longValue >= 0 && is.longValue <= INT32_MAX &&
+           is.longValue == wanted.wideValue;
+}
+
+bool checked_call::convert(int number)
+{
+    const word_kind kind = rules_[number - 1].kind;
+    auto *const type = kind >= word_handle ? swig_types[type_number(kind)] : nullptr;
+    Tcl_Obj *const word = words_[number];
+    if (kind >= word_any_handle && !is_handle_or_command(word, kind))
+        return refuse_word(interp_, number, usage_.c_str(), kind, type);
+    Tcl_Obj &converted = converted_[number];
+    converted.bytes = nullptr; // for who looks at the words of a call: there is no text
+    if (!convert_word(interp_, word, number, usage_.c_str(), kind, type, converted))
+        return false;
+    if (!is_ready(word, converted))
+        words_[number] = &converted;
+    return true;
+}
+
+std::string checked_call::problem_of(int number) const
+{
+    const word_rule &rule = rules_[number - 1];
+    if (rule.use == memory_use::none || pointer(number) == nullptr)
+        return {};
+    const checked_pointer what{pointer(number), type_number(rule.kind)};
+    switch (rule.use) {
+    case memory_use::indexed:
+        return problem_of_access(blocks(), what, value(rule.with), 1);
+    case memory_use::counted:
+        // An array of none has to be there as well.
+        return problem_of_access(blocks(), what, 0, std::max(value(rule.with), 1u));
+    case memory_use::base:
+        return problem_of_base(blocks(), what);
+    case memory_use::released:
+        return problem_of_release(blocks(), what.pointer);
+    default:
+        return problem_of_access(blocks(), what, 0, 1);
+    }
+}
+
+int checked_call::release(const void *pointer)
+{
+    if (pointer == nullptr)
+        return call();
+    const auto address = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(pointer));
+    blocks().release(address, current_place(interp_, row_.name));
+    return TCL_OK;
+}
+
+// The size of what is made, as the helpers compute it.
+int checked_call::make(const word_rule &result)
+{
+    const int type = type_number(result.kind);
+    const std::uint32_t count = result.with != 0 ? value(result.with) : 1;
+    const auto place = current_place(interp_, row_.name);
+    if (const int code = call(); code != TCL_OK)
+        return code;
+    const Tcl_Obj *const made = Tcl_GetObjResult(interp_);
+    if (made->typePtr == &handle_type) {
+        const void *const block = made->internalRep.twoPtrValue.ptr1;
+        blocks().add(static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(block)),
+                     count * element_types[type].size, type, place);
+    }
+    return TCL_OK;
+}
+
+int checked_call::run()
+{
+    // All words are converted before the first is checked: a word that names a command may do
+    // anything, even free what an earlier one stands for.
+    for (int number = 1; number <= rule_.words; ++number)
+        if (!convert(number))
+            return TCL_ERROR;
+    for (int number = 1; number <= rule_.words; ++number) {
+        const std::string problem = problem_of(number);
+        if (problem.empty())
+            continue;
+        const auto message = "in method '" + std::string{row_.name} + "', argument " +
+                             std::to_string(number) + ": " + problem;
+        swig_set_error_msg(interp_, "SystemError", message.c_str());
+        return TCL_ERROR;
+    }
+    if (rule_.words == 1 && rules_[0].use == memory_use::released)
+        return release(pointer(1));
+    if (rules_[rule_.words].use == memory_use::makes)
+        return make(rules_[rule_.words]);
+    return call();
+}
+
+void report_at_exit(ClientData)
+{
+    const std::string report = leak_report(blocks().leaks());
+    if (report.empty())
+        return;
+    flush_tcl_output();
+    std::fputs(report.c_str(), stderr);
+}
+
+} // namespace
+
+int strict_command(ClientData row, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
+{
+    const auto &command = *static_cast<const swig_command_info *>(row);
+    // It tells how many words it wants.
+    if (objc != 1 + rule_of(command).words)
+        return command.wrapper(command.client_data, interp, objc, objv);
+    try {
+        return checked_call{command, interp, objc, objv}.run();
+    } catch (const std::bad_alloc &) {
+        swig_set_error_msg(interp, "MemoryError", "no memory to keep account of blocks");
+        return TCL_ERROR;
+    }
+}
+
+void report_leaks_at_exit()
+{
+    static bool arranged = false;
+    if (!arranged)
+        Tcl_CreateExitHandler(report_at_exit, nullptr);
+    arranged = true;
+}
+
+} // namespace qxsh

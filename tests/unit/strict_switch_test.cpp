@@ -1,0 +1,39 @@
+// The switch of strict memory, which is read once in a process: each test asks in one of its own.
+#include "strict/switch.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdlib>
+
+namespace {
+
+// Ends the process with 1 if strict memory is on.
+[[noreturn]] void ask(const char *value)
+{
+    setenv("QXSH_STRICT_MEMORY", value, 1);
+    std::exit(qxsh::strict_memory_is_on() ? 1 : 0);
+}
+
+TEST(strict_switch, is_on_for_1_only)
+{
+    EXPECT_EXIT(ask("1"), testing::ExitedWithCode(1), "^$");
+    EXPECT_EXIT(ask("0"), testing::ExitedWithCode(0), "^$");
+    EXPECT_EXIT(ask(""), testing::ExitedWithCode(0), "^$");
+    EXPECT_EXIT(ask("on"), testing::ExitedWithCode(0), "neither 0 nor 1");
+}
+
+TEST(strict_switch, is_not_looked_at_with_rights_that_the_user_has_not)
+{
+    if (getuid() != 0)
+        GTEST_SKIP() << "only root can give rights away";
+    const auto ask_as_nobody = [](const char *value) {
+        if (seteuid(65534) != 0)
+            std::exit(2);
+        ask(value);
+    };
+    EXPECT_EXIT(ask_as_nobody("1"), testing::ExitedWithCode(0), "^$");
+    EXPECT_EXIT(ask_as_nobody("on"), testing::ExitedWithCode(0), "^$");
+}
+
+} // namespace
