@@ -7,7 +7,7 @@
 # `set -e` does not hold in here, since a leg runs in a condition: every step says `|| return`.
 
 all_legs=(release strict dev i686 i686-asan armhf compare docs valgrind speed)
-long_legs=(analysis)
+long_legs=(analysis valgrind-scripts)
 
 leg_release() { preset_leg release; }
 # What the script tests print must not depend on strict memory; they know what it adds.
@@ -141,6 +141,26 @@ count_tests() {
             }
         }
         END { printf "%d %d %d\n", passed, failed, skipped }' "$1"
+}
+
+# The shell itself, with scripts that go through every area.
+leg_valgrind_scripts() {
+    local script results=${log%.log}.results passed=0 failed=0
+    need_packages valgrind || skipped "not installed: ${missing[*]}" || return
+    build_preset release qxsh || return
+    for script in "$project"/examples/*.tcl; do
+        if valgrind -q --error-exitcode=99 --child-silent-after-fork=yes \
+            "$project/build/release/bin/qxsh" "$script" </dev/null >"$results" 2>&1; then
+            ((++passed))
+        else
+            echo "examples/${script##*/} failed under valgrind:"
+            grep '^==' "$results" | head -n 20
+            ((++failed))
+        fi
+        cat "$results" >>"$log"
+    done
+    counts="$passed $failed 0"
+    ((failed == 0 && passed > 0))
 }
 
 # memcheck PRESET FOLDER... : the test programs of build/PRESET/tests/FOLDER under valgrind. It does not
