@@ -3,7 +3,7 @@
 
 namespace qxsh {
 
-static const Tcl_ObjType nothing = {"", nullptr, nullptr, nullptr, nullptr};
+static constexpr Tcl_ObjType nothing = {"", nullptr, nullptr, nullptr, nullptr};
 
 constinit known_objects known = {&nothing, &nothing, nothing.name};
 
