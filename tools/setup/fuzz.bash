@@ -20,7 +20,7 @@ fuzz_targets() {
 # fuzz_words TARGET : libFuzzer's words for it.
 fuzz_words() {
     local dictionary=$project/fuzz/dictionaries/$1.dict
-    printf '%s\n' -detect_leaks=0 -entropic=0 -max_len=200
+    printf '%s\n' -detect_leaks=0 -entropic=0 -max_len=120
     [[ ! -f $dictionary ]] || printf '%s\n' "-dict=$dictionary"
 }
 
