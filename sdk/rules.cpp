@@ -56,7 +56,7 @@ static bool read_number(std::string_view text, std::uint32_t least, std::uint32_
 
 static bool read_status(const std::string &text, std::uint32_t &number) noexcept
 {
-    return status_number(text.c_str(), number) ? number != 0
+    return status_number(text, number) ? number != 0
                                                : read_number(text, 1, status_limit, number);
 }
 

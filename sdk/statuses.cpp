@@ -3,8 +3,6 @@
 
 #include "sdk_calls.h"
 
-#include <cstring>
-
 namespace qxsim {
 
 const char *status_name(std::uint32_t number) noexcept
@@ -15,10 +13,10 @@ const char *status_name(std::uint32_t number) noexcept
     return "unknown";
 }
 
-bool status_number(const char *name, std::uint32_t &number) noexcept
+bool status_number(std::string_view name, std::uint32_t &number) noexcept
 {
     for (const status_description &status : status_descriptions) {
-        if (std::strcmp(status.name, name) == 0) {
+        if (name == status.name) {
             number = status.number;
             return true;
         }

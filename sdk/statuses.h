@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 namespace qxsim {
 
@@ -9,6 +10,6 @@ namespace qxsim {
 const char *status_name(std::uint32_t number) noexcept;
 
 /// The number behind a name; false if no status has it.
-bool status_number(const char *name, std::uint32_t &number) noexcept;
+bool status_number(std::string_view name, std::uint32_t &number) noexcept;
 
 } // namespace qxsim

@@ -35,9 +35,11 @@ foreach part {reader checks commands} {
     source [file join [file dirname [file normalize [info script]]] catalogue $part.tcl]
 }
 
-# Ends reading with the one line that names the place and the mistake.
+# Ends reading with the one line that names the place and the mistake. A word that is quoted in it
+# may hold line ends.
 proc catalogue::fail {place message} {
     foreach {file line} $place break
+    set message [string map {\n {\n} \r {\r} \v {\v} \f {\f}} $message]
     return -code error -errorcode CATALOGUE "$file:$line: error: $message"
 }
 

@@ -6,7 +6,7 @@
 
 # `set -e` does not hold in here, since a leg runs in a condition: every step says `|| return`.
 
-all_legs=(release strict dev i686 i686-asan armhf compare docs valgrind speed)
+all_legs=(release strict dev i686 i686-asan armhf fuzz compare docs valgrind speed)
 long_legs=(analysis valgrind-scripts)
 
 leg_release() { preset_leg release; }
@@ -19,6 +19,10 @@ leg_dev() { preset_leg dev; }
 leg_i686() { need_i686 || return; preset_leg i686; }
 leg_i686_asan() { need_i686 || return; preset_leg i686-asan; }
 leg_armhf() { need_armhf || return; preset_leg armhf; }
+leg_fuzz() {
+    need_packages fuzz || skipped "not installed: ${missing[*]}" || return
+    fuzz_all 100000 1
+}
 leg_compare() { compare_transcripts release i686 armhf; }
 leg_docs() {
     need_packages docs || skipped "not installed: ${missing[*]}" || return
@@ -125,6 +129,36 @@ run_tests() {
         *' 0 '*) ;;
         *) echo "tests failed that ctest did not notice: see $log"; return 1 ;;
     esac
+}
+
+# fuzz_all RUNS SEED : every fuzz target with so many executions, several at a time.
+fuzz_all() {
+    local runs=$1 seed=$2 status=0 target targets good=0 bad=0
+    lock_build
+    build_fuzz_targets || status=1
+    unlock_build
+    ((status == 0)) || return 1
+    mapfile -t targets < <(fuzz_targets)
+    echo "${#targets[@]} targets, $runs executions each, seed $seed"
+    for target in "${targets[@]}"; do
+        while (($(jobs -rp | wc -l) >= jobs)); do wait -n || true; done
+        rm -f "$project/build/fuzz/$target.passed"
+        fuzz_once "$target" "$runs" "$seed" && touch "$project/build/fuzz/$target.passed" &
+    done
+    wait
+    for target in "${targets[@]}"; do
+        cat "$project/build/fuzz/$target.log" >>"$log"
+        if [[ -f $project/build/fuzz/$target.passed ]]; then
+            ((++good))
+        else
+            ((++bad))
+            grep -aE '^finding: |ERROR: |runtime error: |Test unit written|^SUMMARY: ' \
+                "$project/build/fuzz/$target.log" || tail -n 5 "$project/build/fuzz/$target.log"
+            echo "fuzz target $target failed; all output: $log"
+        fi
+    done
+    counts="$good $bad 0"
+    ((bad == 0))
 }
 
 # count_tests FILE : "PASSED FAILED SKIPPED", the sums of GoogleTest's and tcltest's closing lines.

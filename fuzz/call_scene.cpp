@@ -1,0 +1,177 @@
+// Calls from bytes; and which statuses they may answer.
+#include "fuzz/call_scene.h"
+
+#include "fuzz/expect.h"
+#include "qx_status.h"
+#include "statuses.h"
+
+#include <cstring>
+#include <fstream>
+#include <set>
+#include <sstream>
+
+namespace fuzz {
+
+namespace {
+
+// A scalar or a bit-field somewhere in a record.
+struct leaf
+{
+    std::uint32_t offset;
+    unsigned size, bit, width; ///< width 0: all of it
+};
+
+void collect(const qxsim::record_description &record, std::uint32_t offset,
+             std::vector<leaf> &found)
+{
+    for (const qxsim::field_description &field : record.fields) {
+        const unsigned elements = field.count == 0 ? 1 : field.count;
+        const std::uint32_t stride = field.record != nullptr ? field.record->size : field.size;
+        for (unsigned i = 0; i < elements; ++i) {
+            const std::uint32_t at = offset + field.offset + i * stride;
+            if (field.record != nullptr)
+                collect(*field.record, at, found);
+            else
+                found.push_back({at, field.size, field.bit, field.width});
+        }
+    }
+}
+
+const std::vector<leaf> &leaves_of(const qxsim::record_description &record)
+{
+    static std::map<const qxsim::record_description *, std::vector<leaf>> known;
+    std::vector<leaf> &found = known[&record];
+    if (found.empty())
+        collect(record, 0, found);
+    return found;
+}
+
+void store(unsigned char *record, const leaf &to, std::uint32_t value)
+{
+    std::uint32_t unit = 0;
+    std::memcpy(&unit, record + to.offset, to.size);
+    const std::uint32_t mask = to.width == 0 || to.width == 32 ? ~0U : ((1U << to.width) - 1);
+    unit = (unit & ~(mask << to.bit)) | ((value & mask) << to.bit);
+    std::memcpy(record + to.offset, &unit, to.size);
+}
+
+std::string kind_of(const qxsim::argument_description &argument)
+{
+    std::string kind =
+        argument.record != nullptr ? argument.record->name : std::to_string(argument.size);
+    return argument.count >= 0 ? kind + "[]" : kind;
+}
+
+using statuses = std::set<std::string>;
+
+std::map<std::string, statuses> read_documented()
+{
+    std::map<std::string, statuses> table;
+    std::ifstream page{QXSH_PROJECT "/docs/simulator.md"};
+    for (std::string line; std::getline(page, line);) {
+        if (!line.starts_with("| `qx_"))
+            continue;
+        const auto name_end = line.find('`', 3);
+        const auto cell = line.find('|', name_end) + 1;
+        std::istringstream words{line.substr(cell, line.find('|', cell) - cell)};
+        statuses &row = table[line.substr(3, name_end - 3)];
+        row = {"QX_OK", "QX_BAD_DEVICE", "QX_NULL_POINTER"};
+        for (std::string word; words >> word;)
+            row.insert(word);
+    }
+    return table;
+}
+
+} // namespace
+
+bool documented(const std::string &function, std::uint32_t status)
+{
+    static const auto table = read_documented();
+    const auto row = table.find(function);
+    if (row == table.end())
+        finding("docs/simulator.md has no row for " + function);
+    return row->second.contains(qxsim::status_name(status));
+}
+
+// Mostly small, sometimes an id that was given out, sometimes anything.
+std::uint32_t call_scene::value()
+{
+    const std::uint8_t choice = input_.byte();
+    if (choice < 160)
+        return choice % 40;
+    if (choice < 232)
+        return ids_[choice % ids_.size()];
+    if (choice < 240)
+        return 250 + choice;
+    return static_cast<std::uint32_t>(input_.number(choice < 248 ? 2 : 4));
+}
+
+void call_scene::patch(unsigned char *record, const qxsim::argument_description &argument)
+{
+    if (argument.record == nullptr) {
+        const std::uint32_t number = value();
+        std::memcpy(record, &number, std::min<std::size_t>(argument.size, sizeof number));
+        return;
+    }
+    const auto &leaves = leaves_of(*argument.record);
+    store(record, leaves[input_.below(static_cast<std::uint32_t>(leaves.size()))], value());
+}
+
+void *call_scene::place(const qxsim::argument_description &argument)
+{
+    const std::uint8_t choice = input_.byte();
+    if (choice == 255)
+        return nullptr;
+    memory &chosen = memories_[kind_of(argument)][choice % 3];
+    constexpr std::size_t longest_array = qxsim::sa_bundle_limit;
+    const std::size_t count = argument.count >= 0 ? longest_array : 1;
+    if (chosen.bytes.empty()) {
+        chosen.odd = (choice & 64U) != 0;
+        chosen.bytes.resize(count * argument.size + (chosen.odd ? 1 : 0));
+    }
+    for (unsigned patches = choice / 3 % 4; patches > 0; --patches)
+        patch(chosen.start() + (count == 1 ? 0 : input_.below(count) * argument.size), argument);
+    return chosen.start();
+}
+
+made_call call_scene::next()
+{
+    made_call made;
+    const unsigned number = input_.byte() % qxsim::call_count;
+    made.function = &qxsim::call_descriptions[number];
+    const auto arguments = made.function->arguments;
+    std::vector<qxsim::call_word> words;
+    std::vector<std::vector<unsigned char>> before(arguments.size());
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const qxsim::argument_description &argument = arguments[i];
+        if (argument.pointer) {
+            words.emplace_back(place(argument));
+            continue;
+        }
+        // Through the entry point a narrow argument arrives cut.
+        const std::uint32_t bits = 8U * argument.size;
+        std::uint32_t given = i == 0 && made.function->names_device ? input_.byte() : value();
+        if (i == 0 && made.function->names_device)
+            given = given < 224 ? given / 128 : given - 222;
+        words.emplace_back(bits < 32 ? given & ((1U << bits) - 1) : given);
+        made.values.at(i) = words.back().value;
+    }
+    for (std::size_t i = 0; i < arguments.size(); ++i)
+        if (auto *const bytes = static_cast<unsigned char *>(words[i].pointer); bytes != nullptr)
+            before[i].assign(bytes, bytes + arguments[i].size);
+    made.status = qxsim::perform(number, words.data());
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const void *const bytes = words[i].pointer;
+        if (bytes == nullptr)
+            continue;
+        const bool changed = std::memcmp(before[i].data(), bytes, before[i].size()) != 0;
+        if (changed && (made.status != QX_OK || arguments[i].way == qxsim::direction::in))
+            finding(std::string{made.function->name} + " wrote into " + arguments[i].name +
+                    ", status " + std::to_string(made.status));
+        if (made.status == QX_OK && arguments[i].record == nullptr && arguments[i].size == 4)
+            std::memcpy(&ids_[next_id_++ % ids_.size()], bytes, 4);
+    }
+    return made;
+}
+
+} // namespace fuzz

@@ -1,0 +1,271 @@
+// Fuzz target: the command layer. Any of the module's commands over proper and hostile words, in an
+// interpreter whose other commands are harmless: each call ends as its words say it has to, with
+// the text and the error code of the first bad one, and memory that is not a live block is never
+// touched. Input: the calls, one after the other.
+#include "fuzz/bytes.h"
+#include "fuzz/call_scene.h"
+#include "fuzz/expect.h"
+#include "fuzz/handle_model.h"
+#include "fuzz/hostile_words.h"
+#include "fuzz/target.h"
+#include "fuzz/tcl_words.h"
+#include "helpers/output.h"
+#include "shell/demo.h"
+
+#include "control.h"
+#include "device.h"
+
+#include <array>
+
+namespace fuzz {
+
+namespace {
+
+constexpr unsigned most_calls = 12;
+constexpr std::uint32_t longest_array = 8;
+
+Tcl_Interp *interp;
+std::vector<const random_test::command *> commands;
+
+const random_test::tables &tables()
+{
+    static const auto all = random_test::read_tables(QXSH_PROJECT "/tests/expected");
+    return all;
+}
+
+class scene
+{
+public:
+    explicit scene(std::span<const std::uint8_t> data)
+        : input_(data), live_(tables()), words_(input_, live_)
+    {}
+    void play();
+
+private:
+    struct call
+    {
+        const random_test::command *what;
+        std::vector<hostile_word> words;
+    };
+
+    call decode(const random_test::command &what);
+    hostile_word word_for(const call &made, std::size_t number);
+    std::string expected_message(const call &made, bool &known) const;
+    void carry_out(const call &made);
+    void learn(const call &made);
+    void create(const std::string &pointee);
+
+    bytes input_;
+    live_blocks live_;
+    word_maker words_;
+};
+
+bool is_call_of_sdk(const random_test::command &what)
+{
+    return what.result == "status";
+}
+
+std::string result()
+{
+    return Tcl_GetStringResult(interp);
+}
+
+int evaluate(const std::vector<Tcl_Obj *> &objects)
+{
+    return Tcl_EvalObjv(interp, static_cast<int>(objects.size()), objects.data(), TCL_EVAL_GLOBAL);
+}
+
+// The address of a well-formed handle; 0 for "NULL".
+std::uint32_t address_in(const std::string &handle)
+{
+    std::array<unsigned char, 4> digits{};
+    if (handle == "NULL")
+        return 0;
+    expect(handle.size() > 9 && handle[0] == '_' &&
+               read_digits(std::string_view{handle}.substr(1), digits.data(), 4) == 4,
+           "a result is a handle");
+    return digits[0] | digits[1] << 8U | digits[2] << 16U | std::uint32_t{digits[3]} << 24U;
+}
+
+// A new block, so that something of the type is there.
+void scene::create(const std::string &pointee)
+{
+    const random_test::record *const record = tables().find_record(pointee);
+    std::vector<held> words;
+    if (record != nullptr) {
+        words.emplace_back(record->stem + "_array_create");
+    } else {
+        words.emplace_back(std::string{"qx_"} + random_test::number_declared(pointee)->cell +
+                           "_array_create");
+        words.emplace_back("0");
+    }
+    constexpr std::uint32_t count = 4;
+    words.emplace_back(std::to_string(count));
+    const std::vector<Tcl_Obj *> objects(words.begin(), words.end());
+    expect(evaluate(objects) == TCL_OK, "a block is created");
+    live_.add(pointee, address_in(result()), count);
+}
+
+// Indexes that no function checks stay in the block; arrays stay small.
+hostile_word scene::word_for(const call &made, std::size_t number)
+{
+    const random_test::command &what = *made.what;
+    const std::string &type = what.arguments[number];
+    const bool array_set = what.name.ends_with("_array_set");
+    const bool cell_get = what.name.ends_with("_array_get") &&
+                          random_test::number_declared(random_test::pointee_of(what.arguments[0]));
+    const bool last = number + 1 == what.arguments.size();
+    if (type.ends_with('*')) {
+        const std::string pointee = random_test::pointee_of(type);
+        const bool unchecked = array_set || cell_get || is_call_of_sdk(what) || pointee == "void";
+        const hostile_word word = words_.handle(pointee, unchecked);
+        // The simulator reads as many associations as it is told, up to four.
+        if (what.name == "qx_ipsec_sa_add" && word.room != 0 && word.room < qxsim::sa_bundle_limit)
+            return {held{"NULL"}, {}};
+        return word;
+    }
+    if (last && (array_set || cell_get)) {
+        const std::uint32_t room = made.words[0].room;
+        return words_.limited(type, room == 0 ? longest_array : room);
+    }
+    if (last && what.name.ends_with("_array_create"))
+        return words_.limited(type, longest_array + 1);
+    return words_.number(type);
+}
+
+scene::call scene::decode(const random_test::command &what)
+{
+    call made{&what, {}};
+    const std::uint8_t choice = input_.byte();
+    for (const std::string &type : what.arguments) {
+        const std::string pointee = random_test::pointee_of(type);
+        if (type.ends_with('*') && pointee != "void" && choice < 192 && live_.of(pointee).empty())
+            create(pointee);
+    }
+    for (std::size_t i = 0; i < what.arguments.size(); ++i)
+        made.words.push_back(word_for(made, i));
+    if (choice % 32 == 1)
+        made.words.push_back({held{"surplus"}, {}});
+    else if (choice % 32 == 2 && !made.words.empty())
+        made.words.erase(made.words.begin() +
+                             input_.below(static_cast<std::uint32_t>(made.words.size())),
+                         made.words.end());
+    return made;
+}
+
+// What the script has to see; empty: success. Unknown if a word before the first bad one is.
+std::string scene::expected_message(const call &made, bool &known) const
+{
+    const random_test::command &what = *made.what;
+    const auto counted = [&](const char *text, std::size_t argument) {
+        return text + what.usage_tail() + " argument " + std::to_string(argument);
+    };
+    known = true;
+    if (made.words.size() < what.arguments.size())
+        return counted("Wrong number of arguments ", made.words.size() + 1);
+    if (made.words.size() > what.arguments.size())
+        return counted("Wrong # args.", what.arguments.size() + 1);
+    for (std::size_t i = 0; i < made.words.size(); ++i) {
+        const word_meaning &meaning = made.words[i].meaning;
+        known = known && meaning.known;
+        if (!known)
+            return "";
+        if (!meaning.error.empty())
+            return meaning.error + " in method '" + what.name + "', argument " +
+                   std::to_string(i + 1) + " of type '" + what.arguments[i] + "'";
+    }
+    return "";
+}
+
+// Blocks that the call has made or freed.
+void scene::learn(const call &made)
+{
+    const random_test::command &what = *made.what;
+    if (what.name == "qx_data_free") {
+        live_.remove(made.words[0].block);
+    } else if (what.result.ends_with('*')) {
+        const std::string pointee = random_test::pointee_of(what.result);
+        const std::uint32_t address = address_in(result());
+        const bool array = what.name.ends_with("_array_create");
+        if (address != 0 && (array || what.name.ends_with("_create")))
+            live_.add(pointee, address,
+                      array ? static_cast<std::uint32_t>(made.words.back().number) : 1);
+        else if (address != 0)
+            live_.found(pointee, address);
+    } else if (is_call_of_sdk(what)) {
+        const auto status = static_cast<std::uint32_t>(std::stoul(result()));
+        if (!documented(what.name, status))
+            finding(what.name + " answered " + result());
+    }
+}
+
+void scene::carry_out(const call &made)
+{
+    const held name{made.what->name};
+    std::vector<Tcl_Obj *> objects{name};
+    std::vector<std::string> texts;
+    for (const hostile_word &word : made.words) {
+        objects.push_back(word.object);
+        texts.emplace_back(held{Tcl_DuplicateObj(word.object)}.text());
+    }
+    bool known;
+    const std::string right = expected_message(made, known);
+    const int status = evaluate(objects);
+    expect(status == TCL_OK || status == TCL_ERROR, "a command succeeds or fails");
+    if (known) {
+        expect_equal(status == TCL_OK ? "" : result(), right, made.what->name);
+        if (status == TCL_OK)
+            learn(made);
+    }
+    if (status == TCL_OK && (made.what->result == "none"))
+        expect_equal(result(), "", made.what->name);
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        expect_equal(made.words[i].object.text(), texts[i], "a word's own text");
+}
+
+void scene::play()
+{
+    bool device_used = false;
+    for (unsigned calls = 0; calls < most_calls && !input_.empty(); ++calls) {
+        const auto number = input_.below(65536) % commands.size();
+        device_used = device_used || is_call_of_sdk(*commands[number]);
+        carry_out(decode(*commands[number]));
+    }
+    for (const live_place &block : live_.whole()) {
+        const held name{"qx_data_free"};
+        const held handle{handle_text(block.address, random_test::mangled(block.pointee))};
+        expect(evaluate({name, handle}) == TCL_OK, "a block is freed");
+    }
+    if (device_used)
+        qxsim::reset_devices();
+    Tcl_ResetResult(interp);
+}
+
+std::uint32_t printed = 0; ///< a sum, so that all bytes are looked at
+
+void swallow(const char *bytes, std::size_t size)
+{
+    for (std::size_t i = 0; i < size; ++i)
+        printed += static_cast<unsigned char>(bytes[i]);
+}
+
+} // namespace
+
+void prepare(const char *program)
+{
+    interp = start_tcl(program);
+    qxsim::control = qxsim::control_mode::off;
+    keep_commands(interp, "info list concat error catch");
+    expect(Demo_Init(interp) == TCL_OK, "the module starts");
+    qxsh::set_output(swallow);
+    make_live_words(interp);
+    for (const auto &[name, command] : tables().commands)
+        commands.push_back(&command);
+}
+
+void execute(std::span<const std::uint8_t> data)
+{
+    scene{data}.play();
+}
+
+} // namespace fuzz

@@ -1,0 +1,210 @@
+// The model of control.
+#include "fuzz/control_model.h"
+
+#include "sdk_calls.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace fuzz {
+
+namespace {
+
+bool blank(char c)
+{
+    return c == ' ' || c == '\t' || c == '\r';
+}
+
+std::vector<std::string> split(std::string_view text)
+{
+    std::vector<std::string> words;
+    bool inside = false;
+    for (const char c : text) {
+        if (blank(c)) {
+            inside = false;
+        } else {
+            if (!inside)
+                words.emplace_back();
+            inside = true;
+            words.back() += c;
+        }
+    }
+    return words;
+}
+
+// All that stands behind the first word, without the blanks around it.
+std::string behind_first(std::string_view text)
+{
+    std::size_t start = 0;
+    std::size_t end = text.size();
+    while (start < end && blank(text[start]))
+        ++start;
+    while (start < end && !blank(text[start]))
+        ++start;
+    while (start < end && blank(text[start]))
+        ++start;
+    while (end > start && blank(text[end - 1]))
+        --end;
+    return std::string{text.substr(start, end - start)};
+}
+
+std::optional<std::uint32_t> decimal(std::string_view text, std::uint32_t least, std::uint32_t most)
+{
+    if (text.empty())
+        return {};
+    std::uint64_t value = 0;
+    for (const char c : text) {
+        if (c < '0' || c > '9')
+            return {};
+        value = std::min<std::uint64_t>(value * 10 + static_cast<std::uint64_t>(c - '0'),
+                                        std::uint64_t{1} << 40);
+    }
+    if (value < least || value > most)
+        return {};
+    return static_cast<std::uint32_t>(value);
+}
+
+std::optional<std::uint32_t> status_in(const std::string &word)
+{
+    for (const qxsim::status_description &each : qxsim::status_descriptions)
+        if (word == each.name)
+            return each.number == 0 ? std::optional<std::uint32_t>{} : each.number;
+    return decimal(word, 1, 65535);
+}
+
+bool some_function_fits(std::string_view pattern)
+{
+    return std::any_of(std::begin(qxsim::call_descriptions), std::end(qxsim::call_descriptions),
+                       [&](const auto &call) { return pattern_fits(pattern, call.name); });
+}
+
+std::optional<model_rule> read_rule(bool fault, const std::vector<std::string> &words)
+{
+    if (words.size() != (fault ? 3 : 2) || !some_function_fits(words[0]))
+        return {};
+    model_rule made{fault, words[0]};
+    if (!fault) {
+        const auto time = decimal(words[1], 0, 10'000'000);
+        made.number = time.value_or(0);
+        return time ? std::optional{made} : std::nullopt;
+    }
+    std::string when = words[1];
+    if (when != "*") {
+        made.once = when.back() != '+';
+        if (!made.once)
+            when.pop_back();
+        const auto first = decimal(when, 1, UINT32_MAX);
+        if (!first && when != "*") // a star may be followed by a plus, which says no more
+            return {};
+        made.first = first.value_or(1);
+    }
+    const auto status = status_in(words[2]);
+    made.number = status.value_or(0);
+    return status ? std::optional{made} : std::nullopt;
+}
+
+bool read_line(std::string_view line, model_settings &settings)
+{
+    std::vector<std::string> words = split(line);
+    if (words.empty() || words[0][0] == '#')
+        return true;
+    const std::string rest = behind_first(line);
+    const std::string what = words[0];
+    if (what == "fault" || what == "latency") {
+        words.erase(words.begin());
+        const auto rule = read_rule(what == "fault", words);
+        if (rule)
+            settings.rules.push_back(*rule);
+        return rule.has_value();
+    }
+    if (what == "keys" && (rest == "on" || rest == "off")) {
+        settings.keys = rest == "on";
+    } else if (what == "reset" && rest.empty()) {
+        settings.orders.push_back(what);
+    } else if ((what == "snapshot" || what == "state") && !rest.empty()) {
+        settings.orders.push_back(what + " " + rest);
+    } else if (what == "log" && !rest.empty()) {
+        settings.log = rest;
+    } else {
+        return false;
+    }
+    return true;
+}
+
+// Parts between separators; a last one that is empty is none.
+std::vector<std::string_view> parts_of(std::string_view text, char separator)
+{
+    std::vector<std::string_view> parts;
+    while (!text.empty()) {
+        const auto end = std::min(text.find(separator), text.size());
+        parts.push_back(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return parts;
+}
+
+} // namespace
+
+model_settings read_control_text(std::string_view text)
+{
+    model_settings settings;
+    std::uint32_t number = 0;
+    for (const std::string_view line : parts_of(text, '\n')) {
+        ++number;
+        if (!read_line(line, settings))
+            settings.mistakes.push_back(number);
+    }
+    return settings;
+}
+
+model_settings read_switch(std::string_view kind, std::string_view text)
+{
+    model_settings settings;
+    std::uint32_t number = 0;
+    for (const std::string_view part : parts_of(text, ';')) {
+        ++number;
+        const auto words = split(part);
+        if (words.empty())
+            continue;
+        if (const auto rule = read_rule(kind == "fault", words))
+            settings.rules.push_back(*rule);
+        else
+            settings.mistakes.push_back(number);
+    }
+    return settings;
+}
+
+bool pattern_fits(std::string_view pattern, std::string_view name)
+{
+    if (!pattern.empty() && pattern[0] != '*' && !name.starts_with(pattern[0]))
+        return false;
+    // One row a character of the pattern: which prefixes of the name what was read so far fits.
+    std::vector<bool> fits(name.size() + 1, false);
+    fits[0] = true;
+    for (const char c : pattern) {
+        std::vector<bool> next(name.size() + 1, false);
+        for (std::size_t length = 0; length <= name.size(); ++length) {
+            if (c == '*')
+                next[length] = fits[length] || (length > 0 && next[length - 1]);
+            else
+                next[length] = length > 0 && fits[length - 1] && name[length - 1] == c;
+        }
+        fits = next;
+    }
+    return fits[name.size()];
+}
+
+std::uint32_t status_of(model_settings &settings, std::string_view function)
+{
+    std::uint32_t status = 0;
+    for (model_rule &rule : settings.rules) {
+        if (!rule.fault || !pattern_fits(rule.pattern, function))
+            continue;
+        ++rule.seen;
+        if (status == 0 && (rule.once ? rule.seen == rule.first : rule.seen >= rule.first))
+            status = rule.number;
+    }
+    return status;
+}
+
+} // namespace fuzz

@@ -1,0 +1,309 @@
+// Fuzz target: control of the simulator. Any text as a control file or a switch is read as the
+// model reads it, with one complaint for each mistake; and calls under faults, latencies, logs and
+// orders get what the rules say, and leave files that are JSON. Files are written in a folder of
+// the program's own. Input: one byte says which of these it is.
+#include "fuzz/call_scene.h"
+#include "fuzz/control_model.h"
+#include "fuzz/expect.h"
+#include "fuzz/json_reader.h"
+#include "fuzz/target.h"
+
+#include "control.h"
+#include "control_file.h"
+#include "listing.h"
+#include "qx_status.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace fuzz {
+
+namespace {
+
+namespace files = std::filesystem;
+
+std::string folder;
+
+std::string text_of(const std::string &file)
+{
+    std::ifstream stream{file, std::ios::binary};
+    return {std::istreambuf_iterator<char>{stream}, {}};
+}
+
+// By renaming, as the simulator's page asks for.
+void replace_file(const std::string &file, const std::string &text)
+{
+    std::ofstream{file + ".new", std::ios::binary} << text;
+    expect(std::rename((file + ".new").c_str(), file.c_str()) == 0, "a file is renamed");
+}
+
+// What is written to the C library's stderr meanwhile.
+class complaints
+{
+public:
+    complaints() : real_(stderr), stream_(open_memstream(&text_, &size_)) { stderr = stream_; }
+    ~complaints()
+    {
+        stderr = real_;
+        std::fclose(stream_);
+        std::free(text_);
+    }
+    complaints(const complaints &) = delete;
+    complaints &operator=(const complaints &) = delete;
+
+    std::vector<std::string> lines()
+    {
+        std::fflush(stream_);
+        std::vector<std::string> found;
+        std::size_t start = 0;
+        const std::string_view all{text_, size_};
+        for (std::size_t end; (end = all.find('\n', start)) != all.npos; start = end + 1)
+            found.emplace_back(all.substr(start, end - start));
+        return found;
+    }
+
+private:
+    std::FILE *real_;
+    char *text_ = nullptr;
+    std::size_t size_ = 0;
+    std::FILE *stream_;
+};
+
+void compare(const qxsim::control_settings &is, const model_settings &should)
+{
+    std::size_t faults = 0;
+    std::size_t latencies = 0;
+    for (const model_rule &rule : should.rules) {
+        if (rule.fault) {
+            expect(faults < is.faults.size(), "no fault is missing");
+            const qxsim::fault_rule &read = is.faults[faults++];
+            expect_equal(read.pattern, rule.pattern, "a fault's pattern");
+            expect_equal(read.first, rule.first, "a fault's first call", rule.pattern);
+            expect_equal(read.once, rule.once, "whether a fault fires once", rule.pattern);
+            expect_equal(read.status, rule.number, "a fault's status", rule.pattern);
+        } else {
+            expect(latencies < is.latencies.size(), "no latency is missing");
+            const qxsim::latency_rule &read = is.latencies[latencies++];
+            expect_equal(read.pattern, rule.pattern, "a latency's pattern");
+            expect_equal(read.microseconds, rule.number, "a latency", rule.pattern);
+        }
+    }
+    expect_equal(is.faults.size(), faults, "faults");
+    expect_equal(is.latencies.size(), latencies, "latencies");
+    expect_equal(is.log, should.log, "the log");
+    expect_equal(is.keys, should.keys, "whether keys are shown");
+}
+
+void check_file(const std::string &text)
+{
+    const std::string name = folder + "/read";
+    replace_file(name, text);
+    qxsim::control_settings settings;
+    std::vector<qxsim::control_action> actions;
+    qxsim::control_file reader;
+    reader.name(name.c_str());
+    complaints said;
+    expect(reader.read_if_changed(settings, actions), "a new file is read");
+    const model_settings right = read_control_text(text);
+    compare(settings, right);
+    std::vector<std::string> orders;
+    for (const qxsim::control_action &action : actions) {
+        using kind = qxsim::control_action::kind;
+        orders.push_back(action.what == kind::reset   ? "reset"
+                         : action.what == kind::state ? "state " + action.file
+                                                      : "snapshot " + action.file);
+    }
+    expect(orders == right.orders, "the orders are those of the file");
+    const auto lines = said.lines();
+    expect_equal(lines.size(), right.mistakes.size(), "complaints", text);
+    for (std::size_t i = 0; i < lines.size(); ++i)
+        expect(lines[i].starts_with("qx_sim: " + name + ":" + std::to_string(right.mistakes[i]) +
+                                    ": "),
+               lines[i]);
+    expect(!reader.read_if_changed(settings, actions), "an old file is not read again");
+}
+
+void check_switch(const char *kind, const std::string &text)
+{
+    qxsim::control_settings settings;
+    complaints said;
+    qxsim::read_rules("QX_SIM_SWITCH", kind, text, settings);
+    const model_settings right = read_switch(kind, text);
+    compare(settings, right);
+    const auto lines = said.lines();
+    if (text.find('\n') == text.npos)
+        expect_equal(lines.size(), right.mistakes.size(), "complaints", text);
+}
+
+// ------------------------------------------------------------------------------------ in force
+
+class controlled_scene
+{
+public:
+    controlled_scene(bytes input, bool lists) : input_(input), calls_(input_), lists_(lists) {}
+    void play();
+
+private:
+    std::string any_line();
+    void put_in_force(const std::string &lines);
+    void check_orders() const;
+    void check_log() const;
+
+    bytes input_;
+    call_scene calls_;
+    const bool lists_; ///< whether there are orders for snapshots and states
+    model_settings model_;
+    std::vector<std::string> logged_; ///< functions, while there is a log
+};
+
+// Lines that make sense, with names of files that may be written, and a few that do not.
+std::string controlled_scene::any_line()
+{
+    static const std::string names[] = {"/one", "/two", "/none/three", "/one",
+                                        "/log", "/",    "/two",        "/one"};
+    static const char *const patterns[] = {"*",     "qx_*",      "qx_flow_*", "qx_l3_*",
+                                           "*_add", "*_get",     "*o*l*",     "qx_pm_cpu_info_get",
+                                           "qx*t",  "qx_qos_**", "nothing",   "*_"};
+    const std::uint8_t what = input_.byte();
+    const std::uint8_t detail = input_.byte();
+    const std::string pattern = patterns[detail % std::size(patterns)];
+    const std::string when = detail < 80    ? "*"
+                             : detail < 200 ? std::to_string(1 + detail % 5)
+                                            : std::to_string(1 + detail % 5) + "+";
+    switch (what % (lists_ ? 10 : 8)) {
+    case 0:
+    case 1:
+    case 2:
+        return "fault " + pattern + " " + when + " " + std::to_string(1 + what) + "\n";
+    case 3:
+        return "latency " + pattern + " " + std::to_string(detail % 3) + "\n";
+    case 4:
+    case 5:
+        return "log " + folder + "/log\n";
+    case 6:
+        return detail < 128 ? "keys on\n" : "keys off\n";
+    case 7:
+        return "reset\n";
+    case 8:
+        return "snapshot " + folder + names[detail % std::size(names)] + "\n";
+    default:
+        return "state " + folder + names[detail % std::size(names)] + "\n";
+    }
+}
+
+// The nudge that makes the simulator look at the file is no call.
+void controlled_scene::put_in_force(const std::string &lines)
+{
+    replace_file(folder + "/control", lines);
+    model_settings read = read_control_text(lines);
+    for (model_rule &rule : read.rules)
+        for (const model_rule &known : model_.rules)
+            if (known.fault == rule.fault && known.pattern == rule.pattern &&
+                known.first == rule.first && known.once == rule.once && known.number == rule.number)
+                rule.seen = known.seen;
+    model_ = read;
+    files::remove(folder + "/one");
+    files::remove(folder + "/two");
+    unsigned char cell = 7;
+    expect_equal(qx_pm_ne_suspend_get(65535, &cell), unsigned{QX_BAD_DEVICE}, "a nudge");
+    expect(cell == 7, "a nudge writes nothing");
+    check_orders();
+}
+
+void controlled_scene::check_orders() const
+{
+    std::string last;
+    for (const std::string &order : model_.orders)
+        if (order.ends_with("/one") || order.ends_with("/two"))
+            last = order;
+    if (last.empty())
+        return;
+    const std::string text = text_of(last.substr(last.find(' ') + 1));
+    expect(is_json(text), "an order's file is JSON");
+    if (last.starts_with("snapshot") && model_.orders.back() == last)
+        expect_equal(text, qxsim::snapshot_text(model_.keys), "the snapshot");
+}
+
+void controlled_scene::check_log() const
+{
+    const std::string text = text_of(folder + "/log");
+    std::size_t start = 0;
+    std::size_t number = 0;
+    for (std::size_t end; (end = text.find('\n', start)) != text.npos; start = end + 1) {
+        const std::string line = text.substr(start, end - start);
+        expect(is_json(line), line);
+        expect(number < logged_.size(), "the log has a line for each call");
+        expect(line.find("\"" + logged_[number] + "\"") != line.npos, line);
+        ++number;
+    }
+    expect_equal(number, logged_.size(), "lines of the log");
+}
+
+void controlled_scene::play()
+{
+    complaints said;
+    put_in_force("reset\n");
+    files::remove(folder + "/log");
+    bool log_overwritten = false;
+    for (unsigned phase = 0; phase < 2 && !input_.empty(); ++phase) {
+        std::string lines;
+        for (unsigned left = input_.below(6); left > 0; --left)
+            lines += any_line();
+        log_overwritten = log_overwritten || lines.find("t " + folder + "/log") != lines.npos ||
+                          lines.find("e " + folder + "/log") != lines.npos;
+        put_in_force(lines);
+        for (unsigned left = input_.below(5); left > 0; --left) {
+            const made_call made = calls_.next();
+            if (!model_.log.empty())
+                logged_.emplace_back(made.function->name);
+            const std::uint32_t fault = status_of(model_, made.function->name);
+            if (fault != 0)
+                expect_equal(made.status, fault, "a call's status", made.function->name);
+            else if (!documented(made.function->name, made.status))
+                finding(std::string{made.function->name} + " answered undocumentedly");
+        }
+    }
+    if (!log_overwritten)
+        check_log();
+}
+
+void remove_folder()
+{
+    files::remove_all(folder);
+}
+
+} // namespace
+
+void prepare(const char *)
+{
+    const char *const base = std::getenv("TMPDIR");
+    folder = std::string{base != nullptr ? base : "/tmp"} + "/qx_fuzz.XXXXXX";
+    expect(mkdtemp(folder.data()) != nullptr, "a folder can be made");
+    std::atexit(remove_folder);
+    for (const char *name : {"QX_SIM_FAULT", "QX_SIM_LATENCY", "QX_SIM_LOG", "QX_SIM_KEYS"})
+        unsetenv(name);
+    setenv("QX_SIM_CONTROL", (folder + "/control").c_str(), 1);
+}
+
+void execute(std::span<const std::uint8_t> data)
+{
+    bytes input{data};
+    switch (input.byte() % 8) {
+    case 0:
+    case 1:
+        return check_switch("fault", input.rest());
+    case 2:
+        return check_switch("latency", input.rest());
+    case 3:
+    case 4:
+    case 5:
+        return check_file(input.rest());
+    default:
+        return controlled_scene{input, one_in(64, data)}.play();
+    }
+}
+
+} // namespace fuzz
