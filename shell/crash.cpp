@@ -103,9 +103,9 @@ void add_word(signal_text &text, const Tcl_Obj &word)
 
 // ------------------------------------------------------------------------------- the parts
 
-// Next to nothing is left in a buffer when the SDK crashes: its command began by flushing Tcl's, and
-// C's stdout of this process has none. But block memory is called without a flush, and a library
-// may give C's stdout a buffer.
+// Next to nothing is left in a buffer when the SDK crashes: its command began by flushing Tcl's,
+// and C's stdout of this process has none. But block memory is called without a flush, and a
+// library may give C's stdout a buffer.
 void flush_stdout()
 {
     in_child([] {

@@ -1,5 +1,5 @@
-// The end of a process that a signal takes down: whatever can still be said is said first. All of it
-// runs inside a handler of signals, in a process of which nothing is known to be whole any more.
+// The end of a process that a signal takes down: whatever can still be said is said first. All of
+// it runs inside a handler of signals, in a process of which nothing is known to be whole any more.
 #pragma once
 
 #include <csignal>

@@ -20,8 +20,8 @@ static void let_come(int signal)
 }
 
 // While a handler runs, what else comes waits: nobody shall end a report half way. Fatal signals
-// come all the same, for a fault that has to wait ends the process without a word; so does the alarm
-// that a report sets.
+// come all the same, for a fault that has to wait ends the process without a word; so does the
+// alarm that a report sets.
 static struct sigaction undisturbed()
 {
     struct sigaction action = {};
