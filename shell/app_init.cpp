@@ -1,6 +1,16 @@
 // What the shell does with its interpreter before the first command. Linked with Tcl itself, since
 // the stub table is filled by the module's start-up only.
 #include "shell/demo.h"
+#include "shell/interrupt.h"
+
+#include <cstring>
+
+// Tcl's loop says whether it will prompt.
+static bool will_prompt(Tcl_Interp *interp)
+{
+    const char *const answer = Tcl_GetVar(interp, "tcl_interactive", TCL_GLOBAL_ONLY);
+    return answer != nullptr && std::strcmp(answer, "1") == 0;
+}
 
 int Demo_AppInit(Tcl_Interp *interp)
 {
@@ -9,5 +19,7 @@ int Demo_AppInit(Tcl_Interp *interp)
     if (Demo_Init(interp) == TCL_ERROR)
         return TCL_ERROR;
     Tcl_SetVar(interp, "tcl_rcFileName", "~/.myapprc", TCL_GLOBAL_ONLY);
+    if (will_prompt(interp))
+        qxsh::interrupt_scripts(interp);
     return TCL_OK;
 }
