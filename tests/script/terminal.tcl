@@ -15,12 +15,13 @@ proc home_with {{rc {}}} {
 }
 
 # One run on a terminal: each line is typed when the prompt has come; the last one has to end the
-# shell. A line of several lines is typed with a wait for the second prompt in between. -> dict: out
-# (as on the screen, line ends as \n; Tcl ends lines with CR LF there), status. Words go to the
+# shell. A line of several lines is typed with a wait for the second prompt in between, and a tab
+# with a wait for what it does: a pasted one is a letter. -> dict: out (as on the screen, line ends
+# as \n; Tcl ends lines with CR LF there), raw (the bytes as they came), status. Words go to the
 # shell, for runs that need no typing.
-proc at_terminal {environment lines {words {}}} {
+proc at_terminal {environment lines {words {}} {columns 200}} {
     global spawn_id stty_init timeout
-    set stty_init {rows 24 cols 200}
+    set stty_init "rows 24 cols $columns"
     set timeout 60 ;# an emulated shell on a busy machine is slow
     set before [pwd]
     cd $::harness::folder
@@ -35,15 +36,54 @@ proc at_terminal {environment lines {words {}}} {
         foreach line [split $typed \n] {
             if {!$first} { append out [wait_for {> $}] }
             set first 0
-            send -- $line\r
+            append out [type $line\r]
         }
     }
     append out [wait_for_end]
     set end [wait]
     set status [lindex $end [expr {[lindex $end 4] eq "CHILDKILLED" ? 5 : 3}]]
-    set out [string map {\r\r\n \n \r\n \n} $out]
-    if {$::harness::strict} { set out [without_leak_report $out] }
-    return [dict create out $out status $status]
+    set shown [string map {\r\r\n \n \r\n \n} $out]
+    if {$::harness::strict} { set shown [without_leak_report $shown] }
+    return [dict create out $shown raw $out status $status]
+}
+
+# Types keys; -> what the shell has shown meanwhile.
+proc type {keys} {
+    set out {}
+    set pieces [split $keys \t]
+    foreach piece [lrange $pieces 0 end-1] {
+        if {$piece ne {}} {
+            send -- $piece
+            # Its last letter has come back when the shell has read all of it.
+            set echo [string map {\\ \\\\} [string index $piece end]]
+            append out [wait_for "\[$echo]\$"]
+        }
+        send -- \t
+        append out [wait_for .] [wait_for_silence]
+    }
+    send -- [lindex $pieces end]
+    return $out
+}
+
+# What comes until for a moment nothing comes any more.
+proc wait_for_silence {} {
+    global spawn_id
+    set out {}
+    set more 1
+    while {$more} {
+        after 100
+        set more 0
+        expect {
+            -timeout 0
+            -re .+ {
+                append out $expect_out(buffer)
+                set more 1
+            }
+            timeout {}
+            eof     {}
+        }
+    }
+    return $out
 }
 
 proc wait_for {pattern} {

@@ -1,0 +1,148 @@
+# Package qx_prompt, line editing: starts tclreadline, reads commands of as many lines as they take
+# and carries them out as Tcl's own loop does. Relies on history.tcl, offers.tcl and the library of
+# this package, which sets of Readline what no script can.
+
+namespace eval qx::prompt::editing {
+    variable earlier {} ;# the lines before, of a command that goes on
+}
+
+# Loads tclreadline and what sets it up; -> whether it is there. Where its library is missing it
+# would end the process.
+proc qx::prompt::editing::load_library {} {
+    rename ::exit ::qx::prompt::editing::real_exit
+    proc ::exit {args} { error "tclreadline has no library" }
+    set missing [catch { package require tclreadline }]
+    rename ::exit {}
+    rename ::qx::prompt::editing::real_exit ::exit
+    if {$missing} { return 0 }
+    set file [file join $::qx::prompt::folder libqxreadline[info sharedlibextension]]
+    if {[catch { load $file Qxreadline } why]} {
+        puts stderr "lines are not edited: $why"
+        return 0
+    }
+    return 1
+}
+
+proc qx::prompt::editing::begin {} {
+    variable ::qx::prompt::history::most
+    set file [qx::prompt::history::file_name]
+    qx::prompt::history::trim
+    # A file that cannot be read is none. tclreadline is told of it here only: it would write its
+    # own lines over those of other shells.
+    if {$file eq {} || [catch { close [open $file {RDWR CREAT} 0600] }]} { set file /dev/null }
+    set ::tclreadline::historyLength $most
+    catch { ::tclreadline::readline initialize $file }
+    ::tclreadline::readline builtincompleter 0
+    ::tclreadline::readline customcompleter ::qx::prompt::editing::complete
+    set plain [expr {![info exists ::env(TERM)] || $::env(TERM) in {{} dumb unknown}}]
+    qx::prompt::readline::settle $plain
+}
+
+# --------------------------------------------------------------------------------- completion
+
+# Called by tclreadline with the word as Readline sees it, its place in the line and the line; -> a
+# list: what the word becomes, then the possible words. An empty list would have it look for files.
+proc qx::prompt::editing::complete {part start end line} {
+    variable earlier
+    if {[catch { answer $part $end $line } result]} { return [list $part {}] }
+    return $result
+}
+
+proc qx::prompt::editing::answer {part end line} {
+    variable earlier
+    # Readline counts bytes.
+    set bytes [string range [encoding convertto $line] 0 [expr {$end - 1}]]
+    set text $earlier[encoding convertfrom $bytes]
+    set answer [qx::prompt::offers::at $text [qx::prompt::commands $text] [variables]]
+    if {[dict get $answer files]} return
+    set word [dict get $answer word]
+    set offers [dict get $answer offers]
+    if {$offers eq {}} {
+        # Two possibilities, or Readline would write the one.
+        return [list $part [dict get $answer hint]]
+    }
+    # Readline's word may begin elsewhere: at a bracket, before a brace.
+    set shift [expr {[string length $word] - [string length $part]}]
+    set matches {}
+    foreach offer $offers {
+        if {$shift > 0} {
+            lappend matches [string range $offer $shift end]
+        } else {
+            lappend matches [string range $part 0 [expr {-$shift - 1}]]$offer
+        }
+    }
+    if {[llength $matches] == 1} { return $matches }
+    return [linsert $matches 0 [common_start [lsort $matches]]]
+}
+
+# Of a sorted list the first and the last element differ first.
+proc qx::prompt::editing::common_start {sorted} {
+    set first [lindex $sorted 0]
+    set last [lindex $sorted end]
+    set length 0
+    while {$length < [string length $first] &&
+           [string index $first $length] eq [string index $last $length]} { incr length }
+    return [string range $first 0 [expr {$length - 1}]]
+}
+
+# The variables at the prompt and their values, elements of arrays as name(element).
+proc qx::prompt::editing::variables {} {
+    set result {}
+    foreach name [info globals] {
+        if {[array exists ::$name]} {
+            foreach {element value} [array get ::$name] { dict set result ${name}($element) $value }
+        } elseif {[info exists ::$name]} {
+            dict set result $name [set ::$name]
+        }
+    }
+    return $result
+}
+
+# ------------------------------------------------------------------------------- the commands
+
+# A whole command. The prompts are those of a shell without editing.
+proc qx::prompt::editing::read_command {} {
+    variable earlier
+    set earlier {}
+    set prompt "% "
+    while {1} {
+        set line [::tclreadline::readline read $prompt]
+        # A blank before a command keeps all of it out of the file.
+        if {$earlier eq {}} { set kept [expr {![string match {[ \t]*} $line]}] }
+        if {$kept} { qx::prompt::history::add $line }
+        set command $earlier$line
+        if {[info complete $command\n]} { return $command }
+        set earlier $command\n
+        set prompt "> "
+    }
+}
+
+# Reads and carries out commands until the process ends, with results and messages as Tcl's own
+# loop. A line that cannot be read is dropped; if that happens again and again there is no terminal
+# any more.
+proc qx::prompt::editing::loop {} {
+    info script {} ;# what is typed belongs to no file
+    set failures 0
+    while {1} {
+        if {[catch { read_command } command]} {
+            puts stderr $command
+            if {[incr failures] >= 3} {
+                puts stderr "line editing ends here"
+                return
+            }
+            continue
+        }
+        set failures 0
+        if {[string trim $command] eq {}} continue
+        history add $command
+        set code [catch { uplevel #0 $command } result]
+        if {$code == 3 || $code == 4} {
+            set result "invoked \"[lindex {break continue} [expr {$code - 3}]]\" outside of a loop"
+        }
+        if {$code != 0 && $code != 2} {
+            puts stderr $result
+        } elseif {$result ne {}} {
+            puts $result
+        }
+    }
+}

@@ -1,0 +1,73 @@
+# Package qx_prompt, the history's file: a line for each that was typed, written at once, so that it
+# outlives the shell; several shells add to it, and it keeps the last ones. Relies on nothing.
+
+namespace eval qx::prompt::history {
+    variable most 1000 ;# lines that are kept; the file is cut when it has a quarter more
+    variable last {}   ;# the line written last
+}
+
+# Where it is: in the home folder; empty without one.
+proc qx::prompt::history::file_name {} {
+    if {![info exists ::env(HOME)] || $::env(HOME) eq {}} return
+    return [file join $::env(HOME) .qxsh_history]
+}
+
+# Adds a line. An empty one and the same once more are not kept; nor is anything where the file
+# cannot be written, which is no reason to disturb anybody.
+proc qx::prompt::history::add {line} {
+    variable last
+    if {$line eq $last || [string trim $line] eq {} || [file_name] eq {}} return
+    set last $line
+    catch { locked { append_line $line } }
+}
+
+# A line goes to the file in one piece.
+proc qx::prompt::history::append_line {line} {
+    set channel [open [file_name] {WRONLY APPEND CREAT} 0600]
+    fconfigure $channel -encoding utf-8 -translation lf -buffersize 100000
+    puts $channel $line
+    close $channel
+}
+
+# Cuts the file to the last lines. It is replaced in one piece, too.
+proc qx::prompt::history::trim {} {
+    if {[file_name] eq {}} return
+    catch { locked { cut } }
+}
+
+proc qx::prompt::history::cut {} {
+    variable most
+    # A link stays one: this is the file behind it.
+    set name [file dirname [file normalize [file join [file_name] x]]]
+    if {[file_name] eq {} || ![file isfile $name]} return
+    set channel [open $name]
+    fconfigure $channel -encoding utf-8 -translation lf
+    set lines [split [string trimright [read $channel] \n] \n]
+    close $channel
+    if {[llength $lines] <= $most + $most / 4} return
+    set new $name.[pid]
+    set channel [open $new {WRONLY CREAT EXCL} 0600]
+    fconfigure $channel -encoding utf-8 -translation lf
+    puts $channel [join [lrange $lines end-[expr {$most - 1}] end] \n]
+    close $channel
+    file rename -force $new $name
+}
+
+# Runs a script while no other shell writes. Whoever holds the lock for long has died; and rather
+# than wait for it somebody writes without.
+proc qx::prompt::history::locked {script} {
+    set lock [file_name].lock
+    for {set tries 0} {$tries < 20} {incr tries} {
+        if {![catch { close [open $lock {WRONLY CREAT EXCL} 0600] } why]} {
+            set code [catch { uplevel 1 $script } result]
+            file delete $lock
+            return -code $code $result
+        }
+        if {![file exists $lock]} break
+        if {![catch { file mtime $lock } time] && [clock seconds] - $time > 5} {
+            file delete $lock
+        }
+        after 10
+    }
+    uplevel 1 $script
+}

@@ -1,0 +1,74 @@
+// The library of the package qx_prompt: what a serial line and pasted scripts want of Readline, and
+// no script can set through tclreadline.
+//
+//   qx::prompt::readline::settle PLAIN   once, after tclreadline has been initialized
+#include <cstdio>
+
+#include <readline/history.h>
+#include <readline/readline.h>
+#include <tcl.h>
+
+#include <poll.h>
+
+namespace {
+
+// So long after a pasted tab the next letter is there, even on a slow serial line; nobody who asks
+// for completion notices.
+constexpr int paste_wait_ms = 20;
+
+void set_variable(const char *name, const char *value)
+{
+    // Older Readlines do not know all of them, and say so on the screen.
+    if (rl_variable_value(name) != nullptr)
+        rl_variable_bind(name, value);
+}
+
+// A tab with letters behind it was pasted, and is a letter.
+int complete_or_insert(int count, int key)
+{
+    pollfd input{fileno(rl_instream), POLLIN, 0};
+    if (poll(&input, 1, paste_wait_ms) > 0)
+        return rl_insert(count, key);
+    // Readline lists when completion is asked for twice in a row.
+    if (rl_last_func == complete_or_insert)
+        rl_last_func = rl_complete;
+    return rl_complete(count, key);
+}
+
+int settle(ClientData, Tcl_Interp *interp, int count, Tcl_Obj *const words[])
+{
+    int plain = 0;
+    if (count != 2) {
+        Tcl_WrongNumArgs(interp, 1, words, "plain");
+        return TCL_ERROR;
+    }
+    if (Tcl_GetBooleanFromObj(interp, words[1], &plain) != TCL_OK)
+        return TCL_ERROR;
+
+    // What the user may set otherwise comes before rl_initialize, which reads the user's settings.
+    set_variable("show-all-if-ambiguous", "on");
+    rl_initialize();
+    // Scripts are full of exclamation marks.
+    history_expansion_char = '\0';
+    // A serial console shows the codes around what is pasted as rubbish.
+    set_variable("enable-bracketed-paste", "off");
+    if (plain) {
+        set_variable("colored-stats", "off");
+        set_variable("colored-completion-prefix", "off");
+    }
+    if (rl_function_of_keyseq("\t", nullptr, nullptr) == rl_complete)
+        rl_bind_key('\t', complete_or_insert);
+    return TCL_OK;
+}
+
+} // namespace
+
+extern "C" __attribute__((visibility("default"))) int Qxreadline_Init(Tcl_Interp *interp)
+{
+    if (Tcl_InitStubs(interp, "8.5", 0) == nullptr)
+        return TCL_ERROR;
+    if (Tcl_Eval(interp, "namespace eval ::qx::prompt::readline {}") != TCL_OK)
+        return TCL_ERROR;
+    Tcl_CreateObjCommand(interp, "::qx::prompt::readline::settle", settle, nullptr, nullptr);
+    return TCL_OK;
+}

@@ -1,0 +1,39 @@
+# What the tests of the package qx_prompt share: questions to its functions, asked in the shell
+# without a terminal, and sessions at one. Relies on tests/script/shell.tcl and terminal.tcl.
+
+source [file join [project] tests script terminal.tcl]
+set sample [file join [project] library myapprc.tcl]
+
+# What a script prints that has the package.
+proc printed {script} { without_recording { output_of "package require qx_prompt\n$script" } }
+
+# What completion answers to texts, in one run: for each a list of word, offers, hint, files.
+proc answers {variables texts} {
+    set out [printed "
+        set variables [list $variables]
+        foreach text [list $texts] {
+            set answer \[qx::prompt::offers::at \$text \[qx::prompt::commands \$text] \$variables]
+            puts \[list \[dict values \$answer]]
+        }"]
+    # Each line is an element.
+    return $out
+}
+
+# The offers, or the hint where there is none, to one text.
+proc offered {variables text} {
+    foreach {word offers hint files} [lindex [answers $variables [list $text]] 0] break
+    if {$files} { return files }
+    return [expr {$offers eq {} ? $hint : $offers}]
+}
+
+# A session with the sample rc file. Left out where this shell cannot edit lines.
+proc session {home lines {terminal vt100} {columns 80}} {
+    return [at_terminal [list HOME=$home TERM=$terminal] $lines {} $columns]
+}
+proc sample_home {} { home_with "source {$::sample}" }
+
+# The screen's text without what moves the cursor.
+proc plain_text {run} {
+    regsub -all {\x1b\[[0-9;?]*[A-Za-z]|\x07} [dict get $run out] {} out
+    return [string map {\r {}} $out]
+}
