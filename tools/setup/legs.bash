@@ -7,7 +7,7 @@
 # `set -e` does not hold in here, since a leg runs in a condition: every step says `|| return`.
 
 all_legs=(release strict dev i686 i686-asan armhf fuzz compare docs valgrind speed)
-long_legs=(analysis valgrind-scripts)
+long_legs=(analysis valgrind-scripts soak)
 
 leg_release() { preset_leg release; }
 # What the script tests print must not depend on strict memory; they know what it adds.
@@ -32,6 +32,7 @@ leg_valgrind() {
     need_packages valgrind || skipped "not installed: ${missing[*]}" || return
     memcheck release unit objects
 }
+leg_soak() { soak release "${QXSH_SOAK_MINUTES:-5}"; }
 
 # Instructions and sizes against bench/bounds.tsv, of whatever can be built here; the values are printed.
 leg_speed() {
@@ -129,6 +130,24 @@ run_tests() {
         *' 0 '*) ;;
         *) echo "tests failed that ctest did not notice: see $log"; return 1 ;;
     esac
+}
+
+# soak PRESET MINUTES : random scripts one after the other in one shell of build/PRESET.
+soak() {
+    local folder=$project/build/$1 minutes=$2 status=0 results=${log%.log}.results
+    [[ $minutes =~ ^[1-9][0-9]{0,4}$ ]] || {
+        echo "QXSH_SOAK_MINUTES is no number of minutes: $minutes"
+        return 1
+    }
+    build_preset "$1" qxsh && build_preset "$1" random_script || return
+    tclsh8.6 "$project/tests/random/soak.tcl" "$folder/bin/qxsh" \
+        "$folder/tests/random/random_script" "$minutes" "$folder/soak" \
+        </dev/null >"$results" 2>&1 8>&- || status=1
+    cat "$results" >>"$log"
+    tail -n 12 "$results"
+    counts=$(awk '/^soak: / { print $2 - ($4 > $2 ? $2 : $4), $4, 0 }' "$results")
+    counts=${counts:-0 1 0}
+    return $status
 }
 
 # fuzz_all RUNS SEED : every fuzz target with so many executions, several at a time.
