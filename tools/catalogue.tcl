@@ -1,6 +1,7 @@
-# The catalogue of records, SDK calls and cells. `catalogue::load <folder>` reads and checks it; the first
-# mistake ends that with one line "<file>:<line>: error: <what>". After that the procedures below, and
-# catalogue::commands, answer from the model. Relies on the files in catalogue/ and Tcl 8.5 only.
+# The catalogue of records, SDK calls and cells. `catalogue::load <folder>` reads and checks it; the
+# first mistake ends that with one line "<file>:<line>: error: <what>". After that the procedures
+# below, and catalogue::commands, answer from the model. Relies on the files in catalogue/ and Tcl
+# 8.5 only.
 
 namespace eval catalogue {
     # type word -> size in bytes, native type

@@ -1,15 +1,17 @@
-# Writes the C++ that follows from the catalogue: tclsh generate.tcl <catalogue folder> <output folder>
+# Writes the C++ that follows from the catalogue: tclsh generate.tcl <catalogue folder> <output
+# folder>
 #
 #   include/qx_sdk.h       the public header: records and prototypes of the SDK
-#   layout_checks.cpp      what the compiler has to agree to; bit_field_places.cpp, what a test looks at
+#   layout_checks.cpp      what the compiler has to agree to
+#   bit_field_places.cpp   what a test looks at
 #   helpers.h, helpers/    the record helpers and cells, layouts of the dumps
 #   types.h, types.cpp     the type table and the module record
 #   commands/, test_wrap.cpp   the wrappers and the command table
 #   strict_rules.cpp       what each command does with memory
 #   libqx-sdk.map          the names a library of the SDK exports
 #
-# Bodies are dull: each calls one hand-written function of helpers/ or runtime/. Which commands exist is
-# catalogue.tcl's business. A file whose content would stay the same is not touched.
+# Bodies are dull: each calls one hand-written function of helpers/ or runtime/. Which commands
+# exist is catalogue.tcl's business. A file whose content would stay the same is not touched.
 
 source [file join [file dirname [file normalize [info script]]] catalogue.tcl]
 

@@ -1,13 +1,13 @@
 # Writes the C++ of the simulated SDK that follows from the catalogue and the list of statuses:
 #   tclsh generate_sdk.tcl <catalogue folder> <qx_status.h> <output folder>
 #
-#   sdk_calls.h        prototypes of the behaviours, one per SDK function, and the tables' declarations
-#   sdk_calls.cpp      the SDK functions, each one call of `perform`; descriptions of calls and records;
+#   sdk_calls.h        prototypes of the behaviours, one per SDK function, and the tables
+#   sdk_calls.cpp      the SDK functions, each one call of `perform`; what calls and records are;
 #                      the statuses by number
 #
-# A behaviour has its function's name less the prefix, the device (if the function names one) and its
-# arguments, records and cells by reference. Relies on catalogue.tcl and statuses.tcl; a file whose
-# content would stay the same is not touched.
+# A behaviour has its function's name less the prefix, the device (if the function names one) and
+# its arguments, records and cells by reference. Relies on catalogue.tcl and statuses.tcl; a file
+# whose content would stay the same is not touched.
 
 foreach part {catalogue.tcl statuses.tcl generate/text.tcl} {
     source [file join [file dirname [file normalize [info script]]] $part]

@@ -56,12 +56,15 @@ INSTANTIATE_TEST_SUITE_P(before_and_after_the_start, command_results, testing::V
 TEST_P(command_results, numbers)
 {
     expect_result([](Tcl_Interp *tcl) { return set_int_result(tcl, -5); }, "-5", "int");
-    expect_result([](Tcl_Interp *tcl) { return set_int_result(tcl, INT_MAX); }, "2147483647", "int");
-    expect_result([](Tcl_Interp *tcl) { return set_unsigned_result(tcl, 0); }, "0", "int");
-    expect_result([](Tcl_Interp *tcl) { return set_unsigned_result(tcl, 2147483646); }, "2147483646",
+    expect_result([](Tcl_Interp *tcl) { return set_int_result(tcl, INT_MAX); }, "2147483647",
                   "int");
-    expect_result([](Tcl_Interp *tcl) { return set_unsigned_result(tcl, 2147483647); }, "2147483647", "");
-    expect_result([](Tcl_Interp *tcl) { return set_unsigned_result(tcl, UINT_MAX); }, "4294967295", "");
+    expect_result([](Tcl_Interp *tcl) { return set_unsigned_result(tcl, 0); }, "0", "int");
+    expect_result([](Tcl_Interp *tcl) { return set_unsigned_result(tcl, 2147483646); },
+                  "2147483646", "int");
+    expect_result([](Tcl_Interp *tcl) { return set_unsigned_result(tcl, 2147483647); },
+                  "2147483647", "");
+    expect_result([](Tcl_Interp *tcl) { return set_unsigned_result(tcl, UINT_MAX); }, "4294967295",
+                  "");
 }
 
 TEST_P(command_results, long_long_keeps_32_bits_with_their_sign)
@@ -89,7 +92,8 @@ TEST_P(command_results, pointers)
                   "_b0a20100_p_qx_flow_t", "qx_handle");
     expect_result([&](Tcl_Interp *tcl) { return set_pointer_result(tcl, at(UINT32_MAX), flow); },
                   "_ffffffff_p_qx_flow_t", "qx_handle");
-    expect_result([&](Tcl_Interp *tcl) { return set_pointer_result(tcl, nullptr, flow); }, "NULL", "");
+    expect_result([&](Tcl_Interp *tcl) { return set_pointer_result(tcl, nullptr, flow); }, "NULL",
+                  "");
 }
 
 } // namespace

@@ -1,5 +1,5 @@
-# What has to hold in the catalogue: names, texts and numbers one by one, then the records against the C
-# layout of their fields, cells and command names as a whole. Relies on catalogue.tcl.
+# What has to hold in the catalogue: names, texts and numbers one by one, then the records against
+# the C layout of their fields, cells and command names as a whole. Relies on catalogue.tcl.
 
 proc catalogue::check_name {place name what} {
     variable reserved_names
@@ -45,7 +45,8 @@ proc catalogue::check_holds {place field what} {
     }
 }
 
-# Every type that a field or an argument names has to exist, and records must not contain themselves.
+# Every type that a field or an argument names has to exist, and records must not contain
+# themselves.
 proc catalogue::check_types {} {
     variable model
     foreach record $model(records) {

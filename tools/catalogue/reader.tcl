@@ -1,5 +1,5 @@
-# Reads the catalogue's files into the model, declaration by declaration. The files are data: they are
-# read as Tcl lists and never evaluated. Relies on catalogue.tcl and checks.tcl.
+# Reads the catalogue's files into the model, declaration by declaration. The files are data: they
+# are read as Tcl lists and never evaluated. Relies on catalogue.tcl and checks.tcl.
 
 # Splits a file into declarations, each a list with the line it starts on, and hands each to the
 # procedure `declare_<word>`.
@@ -86,7 +86,8 @@ proc catalogue::declare_area {place words} {
     set model(area,$name) [dict create name $name text $text file [lindex $place 0]]
 }
 
-# Enters a named thing; a second one of the same name is a mistake that shows where the first stands.
+# Enters a named thing; a second one of the same name is a mistake that shows where the first
+# stands.
 proc catalogue::enter {kind place name} {
     variable model
     if {$model(area) eq {}} { fail $place "the file has to begin with its area" }

@@ -47,8 +47,9 @@ proc generate::call_declaration {name} {
     append text [wrapped "unsigned int $name\(" $parameters ");"]\n
 }
 
-# Sizes and offsets are compared when this is compiled. Bits cannot be, so the places of the bit-fields
-# become a table that a test walks: it sets each field through the C record and looks at the bytes.
+# Sizes and offsets are compared when this is compiled. Bits cannot be, so the places of the
+# bit-fields become a table that a test walks: it sets each field through the C record and looks at
+# the bytes.
 proc generate::layout_checks {} {
     variable note
     set text "// Sizes, alignments and offsets of the records as this compiler sees them.\n// $note\n"

@@ -34,7 +34,8 @@ leg_valgrind() {
 }
 leg_soak() { soak release "${QXSH_SOAK_MINUTES:-5}"; }
 
-# Instructions and sizes against bench/bounds.tsv, of whatever can be built here; the values are printed.
+# Instructions and sizes against bench/bounds.tsv, of whatever can be built here; the values are
+# printed.
 leg_speed() {
     local targets=(pc) results=${log%.log}.results status=0
     need_packages valgrind || skipped "not installed: ${missing[*]}" || return
@@ -46,8 +47,8 @@ leg_speed() {
     return $status
 }
 
-# clang-tidy (.clang-tidy) and cppcheck over what is shipped. Both read the release build's commands,
-# less the options that only its compiler knows.
+# clang-tidy (.clang-tidy) and cppcheck over what is shipped. Both read the release build's
+# commands, less the options that only its compiler knows.
 leg_analysis() {
     local folder=$project/build/analysis results=${log%.log}.results status=0 files
     need_packages analysis || skipped "not installed: ${missing[*]}" || return
@@ -216,8 +217,8 @@ leg_valgrind_scripts() {
     ((failed == 0 && passed > 0))
 }
 
-# memcheck PRESET FOLDER... : the test programs of build/PRESET/tests/FOLDER under valgrind. It does not
-# look for leaks: Tcl's allocator gives nothing back; the sanitized builds look for them.
+# memcheck PRESET FOLDER... : the test programs of build/PRESET/tests/FOLDER under valgrind. It does
+# not look for leaks: Tcl's allocator gives nothing back; the sanitized builds look for them.
 memcheck() {
     local preset=$1 program programs results=${log%.log}.results status=0
     shift
