@@ -10,10 +10,6 @@
 
 namespace fuzz {
 
-/// Kinds of words that need something of the shell that it does not have yet.
-constexpr bool unmapped_words = false; ///< digits of unmapped memory: a guard against faults
-constexpr bool stale_words = false;    ///< handles of freed blocks: strict memory
-
 /// What a command makes of a word.
 struct word_meaning
 {

@@ -5,20 +5,21 @@ namespace qxsh {
 
 namespace {
 
-// The description of the running command, or null. The command behind `info frame` is called as it
-// is: evaluating the words would count as a command, could be traced, and would go wrong where a
-// script has put something of its own in the place of `info`.
+// The description of the running command, or null. The command behind `info frame` is evaluated as
+// a list, so that it has a frame of its own: called as it is, it would fail where there is none
+// below, as for a command that C code calls outside of any script. Nothing is evaluated where a
+// script has put something of its own in its place.
 Tcl_Obj *describe_frame(Tcl_Interp *interp)
 {
+    static constexpr const char *name = "::tcl::info::frame";
     Tcl_CmdInfo frame;
-    if (!Tcl_GetCommandInfo(interp, "::tcl::info::frame", &frame) || !frame.isNativeObjectProc)
+    if (!Tcl_GetCommandInfo(interp, name, &frame) || !frame.isNativeObjectProc)
         return nullptr;
-    Tcl_Obj *const words[] = {Tcl_NewStringObj("frame", -1), Tcl_NewIntObj(0)};
-    for (Tcl_Obj *each : words)
-        Tcl_IncrRefCount(each);
-    const int code = frame.objProc(frame.objClientData, interp, 2, words);
-    for (Tcl_Obj *each : words)
-        Tcl_DecrRefCount(each);
+    Tcl_Obj *const words[] = {Tcl_NewStringObj(name, -1), Tcl_NewIntObj(-1)};
+    Tcl_Obj *const list = Tcl_NewListObj(2, words);
+    Tcl_IncrRefCount(list);
+    const int code = Tcl_EvalObjEx(interp, list, 0);
+    Tcl_DecrRefCount(list);
     return code == TCL_OK ? Tcl_GetObjResult(interp) : nullptr;
 }
 

@@ -13,8 +13,8 @@ fuzz_environment=(
 
 # fuzz_targets : their names, those that take longest first.
 fuzz_targets() {
-    printf '%s\n' simulator_calls commands catalogue_reader simulator_control handle_text \
-        argument_formats number_words
+    printf '%s\n' simulator_calls commands catalogue_reader simulator_control wild_handles \
+        handle_text argument_formats number_words
 }
 
 # fuzz_words TARGET : libFuzzer's words for it.

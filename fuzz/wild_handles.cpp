@@ -1,0 +1,203 @@
+// Fuzz target: the command layer under strict memory. Any of the module's commands over handles of
+// freed blocks, of the insides of others, of other types, and of addresses made up: a handle of a
+// freed block is always refused, and whatever happens, nothing but live blocks is touched, which
+// the sanitizers see to. Input: the calls, one after the other.
+#include "fuzz/bytes.h"
+#include "fuzz/expect.h"
+#include "fuzz/handle_model.h"
+#include "fuzz/live_blocks.h"
+#include "fuzz/target.h"
+#include "fuzz/tcl_words.h"
+#include "helpers/output.h"
+#include "shell/demo.h"
+
+#include "control.h"
+#include "device.h"
+
+#include <cstdlib>
+
+namespace fuzz {
+
+namespace {
+
+constexpr unsigned most_calls = 16;
+constexpr std::uint32_t longest_array = 8;
+
+Tcl_Interp *interp;
+std::vector<const random_test::command *> commands;
+
+const random_test::tables &tables()
+{
+    static const auto all = random_test::read_tables(QXSH_PROJECT "/tests/expected");
+    return all;
+}
+
+int evaluate(const std::vector<Tcl_Obj *> &objects)
+{
+    return Tcl_EvalObjv(interp, static_cast<int>(objects.size()), objects.data(), TCL_EVAL_GLOBAL);
+}
+
+struct block
+{
+    std::string pointee;
+    std::uint32_t address;
+};
+
+class scene
+{
+public:
+    explicit scene(std::span<const std::uint8_t> data) : input_(data) {}
+    void play();
+
+private:
+    std::string wild_handle(const std::string &pointee, bool &stale);
+    std::string number(const random_test::command &what, std::size_t argument);
+    void carry_out(const random_test::command &what);
+    void learn(const random_test::command &what, const std::string &first_word);
+    const block &any(const std::vector<block> &blocks)
+    {
+        return blocks[input_.below(static_cast<std::uint32_t>(blocks.size()))];
+    }
+
+    bytes input_;
+    std::vector<block> live_;
+    std::vector<block> freed_;
+};
+
+// `stale` becomes true if the handle is one of a freed block.
+std::string scene::wild_handle(const std::string &pointee, bool &stale)
+{
+    const auto handle = [&](std::uint32_t address) {
+        return handle_text(address, random_test::mangled(pointee == "void" ? "char" : pointee));
+    };
+    const std::uint8_t choice = input_.byte();
+    switch (choice % 8) {
+    case 0:
+        return "NULL";
+    case 1:
+        return handle(static_cast<std::uint32_t>(input_.number(4)));
+    case 2:
+    case 3:
+        if (freed_.empty())
+            return handle(choice);
+        stale = true;
+        return handle(any(freed_).address);
+    case 4:
+        if (live_.empty())
+            return handle(0x10000U + choice);
+        return handle(any(live_).address + input_.below(512));
+    case 5:
+        if (live_.empty())
+            return handle(UINT32_MAX);
+        return handle(any(live_).address);
+    default:
+        for (const block &each : live_) {
+            if (each.pointee == pointee || pointee == "void")
+                return handle(each.address);
+        }
+        return handle(0x10U + choice);
+    }
+}
+
+// Arrays stay small; any other number will do.
+std::string scene::number(const random_test::command &what, std::size_t argument)
+{
+    const bool size = what.name.ends_with("_array_create") && argument + 1 == what.arguments.size();
+    if (size || input_.byte() % 4 != 0)
+        return std::to_string(input_.below(longest_array + 1));
+    return std::to_string(static_cast<std::uint32_t>(input_.number(4)));
+}
+
+// What a call that succeeded has made or freed.
+void scene::learn(const random_test::command &what, const std::string &first_word)
+{
+    const std::string result = Tcl_GetStringResult(interp);
+    const auto address_in = [](const std::string &handle) {
+        std::uint32_t address = 0;
+        unsigned char digits[4];
+        if (handle.size() > 9 &&
+            read_digits(std::string_view{handle}.substr(1), digits, sizeof digits) == 4)
+            address =
+                digits[0] | digits[1] << 8U | digits[2] << 16U | std::uint32_t{digits[3]} << 24U;
+        return address;
+    };
+    if (what.name == "qx_data_free") {
+        const std::uint32_t address = address_in(first_word);
+        for (auto each = live_.begin(); each != live_.end(); ++each) {
+            if (each->address == address) {
+                freed_.push_back(*each);
+                live_.erase(each);
+                return;
+            }
+        }
+        expect(first_word == "NULL", "what is freed was a block");
+    } else if (what.name.ends_with("_create") && address_in(result) != 0) {
+        live_.push_back({random_test::pointee_of(what.result), address_in(result)});
+    }
+}
+
+void scene::carry_out(const random_test::command &what)
+{
+    std::vector<held> words{held{what.name}};
+    bool stale = false;
+    for (std::size_t i = 0; i < what.arguments.size(); ++i) {
+        const std::string &type = what.arguments[i];
+        words.emplace_back(type.ends_with('*') ? wild_handle(random_test::pointee_of(type), stale)
+                                               : number(what, i));
+    }
+    const std::string first_word = words.size() > 1 ? std::string{words[1].text()} : "";
+    const int status = evaluate({words.begin(), words.end()});
+    if (status == TCL_OK) {
+        expect(!stale, what.name + " refuses a handle of a freed block");
+        learn(what, first_word);
+        return;
+    }
+    const std::string result = Tcl_GetStringResult(interp);
+    const std::string middle = " in method '" + what.name + "', argument ";
+    expect(status == TCL_ERROR && (result.starts_with("SystemError" + middle) ||
+                                   result.starts_with("TypeError" + middle) ||
+                                   result.starts_with("OverflowError" + middle)),
+           "a refused word is told of: " + result);
+}
+
+void scene::play()
+{
+    bool device_used = false;
+    for (unsigned calls = 0; calls < most_calls && !input_.empty(); ++calls) {
+        const auto &what = *commands[input_.below(65536) % commands.size()];
+        device_used = device_used || what.result == "status";
+        carry_out(what);
+    }
+    for (const block &each : live_) {
+        const held name{"qx_data_free"};
+        const held handle{handle_text(each.address, random_test::mangled(each.pointee))};
+        expect(evaluate({name, handle}) == TCL_OK, "a live block is freed");
+    }
+    if (device_used)
+        qxsim::reset_devices();
+    Tcl_ResetResult(interp);
+}
+
+void swallow(const char *, std::size_t) {}
+
+} // namespace
+
+void prepare(const char *program)
+{
+    interp = start_tcl(program);
+    qxsim::control = qxsim::control_mode::off;
+    setenv("QXSH_STRICT_MEMORY", "1", 1);
+    // Where a block was made is asked of `info frame`.
+    keep_commands(interp, "info list concat error catch");
+    expect(Demo_Init(interp) == TCL_OK, "the module starts");
+    qxsh::set_output(swallow);
+    for (const auto &[name, command] : tables().commands)
+        commands.push_back(&command);
+}
+
+void execute(std::span<const std::uint8_t> data)
+{
+    scene{data}.play();
+}
+
+} // namespace fuzz
