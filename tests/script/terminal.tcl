@@ -47,9 +47,13 @@ proc at_terminal {environment lines {words {}} {columns 200}} {
     return [dict create out $shown raw $out status $status]
 }
 
-# Types keys; -> what the shell has shown meanwhile.
+# Types keys; -> what the shell has shown meanwhile. What has several line ends is pasted.
 proc type {keys} {
     set out {}
+    if {[regexp {\r.} $keys]} {
+        send -- $keys
+        return
+    }
     set pieces [split $keys \t]
     foreach piece [lrange $pieces 0 end-1] {
         if {$piece ne {}} {
