@@ -41,10 +41,9 @@ proc qx::prompt::editing::begin {} {
 # --------------------------------------------------------------------------------- completion
 
 # Called by tclreadline with the word as Readline sees it, its place in the line and the line; -> a
-# list: what the word becomes, then the possible words. An empty list would have it look for files.
+# list: what the word becomes, then the possible words; empty if there are none.
 proc qx::prompt::editing::complete {part start end line} {
-    variable earlier
-    if {[catch { answer $part $end $line } result]} { return [list $part {}] }
+    if {[catch { answer $part $end $line } result]} return
     return $result
 }
 
@@ -54,13 +53,10 @@ proc qx::prompt::editing::answer {part end line} {
     set bytes [string range [encoding convertto $line] 0 [expr {$end - 1}]]
     set text $earlier[encoding convertfrom $bytes]
     set answer [qx::prompt::offers::at $text [qx::prompt::commands $text] [variables]]
-    if {[dict get $answer files]} return
-    set word [dict get $answer word]
-    set offers [dict get $answer offers]
-    if {$offers eq {}} {
-        # Two possibilities, or Readline would write the one.
-        return [list $part [dict get $answer hint]]
-    }
+    qx::prompt::readline::files [dict get $answer files]
+    foreach each {word offers hint} { set $each [dict get $answer $each] }
+    # A hint is shown as the one possibility of a word that stays as it is.
+    if {$offers eq {}} { return [expr {$hint eq {} ? {} : [list $part $hint]}] }
     # Readline's word may begin elsewhere: at a bracket, before a brace.
     set shift [expr {[string length $word] - [string length $part]}]
     set matches {}

@@ -2,6 +2,7 @@
 // no script can set through tclreadline.
 //
 //   qx::prompt::readline::settle PLAIN   once, after tclreadline has been initialized
+//   qx::prompt::readline::files ON       whether file names complete where nothing else does
 #include <cstdio>
 
 #include <readline/history.h>
@@ -35,14 +36,36 @@ int complete_or_insert(int count, int key)
     return rl_complete(count, key);
 }
 
+bool files_wanted = false;
+
+// Readline asks here when completion has offered nothing.
+char *file_or_nothing(const char *text, int state)
+{
+    return files_wanted ? rl_filename_completion_function(text, state) : nullptr;
+}
+
+// The word of a command that takes one truth value.
+bool truth(Tcl_Interp *interp, int count, Tcl_Obj *const words[], int &value)
+{
+    if (count == 2)
+        return Tcl_GetBooleanFromObj(interp, words[1], &value) == TCL_OK;
+    Tcl_WrongNumArgs(interp, 1, words, "boolean");
+    return false;
+}
+
+int files(ClientData, Tcl_Interp *interp, int count, Tcl_Obj *const words[])
+{
+    int on = 0;
+    if (!truth(interp, count, words, on))
+        return TCL_ERROR;
+    files_wanted = on != 0;
+    return TCL_OK;
+}
+
 int settle(ClientData, Tcl_Interp *interp, int count, Tcl_Obj *const words[])
 {
     int plain = 0;
-    if (count != 2) {
-        Tcl_WrongNumArgs(interp, 1, words, "plain");
-        return TCL_ERROR;
-    }
-    if (Tcl_GetBooleanFromObj(interp, words[1], &plain) != TCL_OK)
+    if (!truth(interp, count, words, plain))
         return TCL_ERROR;
 
     // What the user may set otherwise comes before rl_initialize, which reads the user's settings.
@@ -56,6 +79,9 @@ int settle(ClientData, Tcl_Interp *interp, int count, Tcl_Obj *const words[])
         set_variable("colored-stats", "off");
         set_variable("colored-completion-prefix", "off");
     }
+    // What is listed begins where a word of Tcl does.
+    rl_completer_word_break_characters = " \t\n;[]{}\"$";
+    rl_completion_entry_function = file_or_nothing;
     if (rl_function_of_keyseq("\t", nullptr, nullptr) == rl_complete)
         rl_bind_key('\t', complete_or_insert);
     return TCL_OK;
@@ -70,5 +96,6 @@ extern "C" __attribute__((visibility("default"))) int Qxreadline_Init(Tcl_Interp
     if (Tcl_Eval(interp, "namespace eval ::qx::prompt::readline {}") != TCL_OK)
         return TCL_ERROR;
     Tcl_CreateObjCommand(interp, "::qx::prompt::readline::settle", settle, nullptr, nullptr);
+    Tcl_CreateObjCommand(interp, "::qx::prompt::readline::files", files, nullptr, nullptr);
     return TCL_OK;
 }

@@ -58,9 +58,9 @@ proc type {keys} {
     foreach piece [lrange $pieces 0 end-1] {
         if {$piece ne {}} {
             send -- $piece
-            # Its last letter has come back when the shell has read all of it.
-            set echo [string map {\\ \\\\} [string index $piece end]]
-            append out [wait_for "\[$echo]\$"]
+            # Its last letters have come back when the shell has read all of it.
+            regexp {[ -~]{0,4}$} $piece last
+            append out [wait_for "[regsub -all {\W} $last {\\&}]\$"]
         }
         send -- \t
         append out [wait_for .] [wait_for_silence]
@@ -92,6 +92,7 @@ proc wait_for_silence {} {
 
 proc wait_for {pattern} {
     global spawn_id timeout
+    set expect_out(buffer) {}
     expect {
         -re $pattern { return $expect_out(buffer) }
         eof          \
