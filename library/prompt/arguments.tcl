@@ -9,7 +9,8 @@ namespace eval qx::prompt::arguments {
         lappend {1 variable} global {1 variable} array {2 variable}
         source {1 file} cd {1 file} open {1 file} qx::lint {1 file}
         qx::help {1 subject} qx::apropos {1 subject} qx::watch {1 switch}
-        qx::template {1 record 2 option 3 option 4 option} qx::get {1 handle 2 option 3 option 4 option}
+        qx::template {1 record 2 option 3 option 4 option}
+        qx::get {1 handle 2 option 3 option 4 option}
         qx::json {1 handle 2 option 3 option 4 option} qx::set {1 handle 2 dict}
         qx::diff {1 handle 2 handle 3 option 4 option 5 option}
         qx::check {1 call}
