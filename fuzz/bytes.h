@@ -46,8 +46,8 @@ public:
     /// A text of at most `limit` bytes, its length in front.
     std::string text(std::uint32_t limit)
     {
-        const auto length = std::min<std::size_t>(below(limit + 1), left_.size());
-        return take(length);
+        const std::size_t wanted = below(limit + 1);
+        return take(std::min(wanted, left_.size()));
     }
 
     /// All that is left.
