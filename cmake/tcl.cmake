@@ -4,8 +4,9 @@
 #
 #   tcl::tcl           libtcl itself: for programs that call Tcl_Main or create interpreters
 #   tcl::stub          the stub library, with USE_TCL_STUBS: for all that a stock tclsh loads
-#   tcl::line_editing  tclreadline, Readline and ncurses, linked although none of them is called
-#   tcl::readline      Readline with its headers, for what sets it up
+#   tcl::line_editing  tclreadline, Readline and ncurses, linked although none of them is called;
+#                      nothing with QXSH_LINE_EDITING=OFF, for boards that have no tclreadline
+#   tcl::readline      Readline with its headers, for what sets it up; with line editing only
 #   QXSH_TCLSH         this machine's tclsh: runs generators and test drivers
 #   QXSH_TARGET_TCLSH  a stock tclsh of that processor, to be run behind QXSH_LAUNCHER
 #   QXSH_TCLSH_PRELOAD empty, or the NAME=VALUE word before it that lets it load sanitized code
@@ -19,17 +20,23 @@ find_path(QXSH_TCL_INCLUDE tcl.h PATH_SUFFIXES tcl${QXSH_TCL_VERSION} tcl
 find_library(QXSH_TCL_LIBRARY tcl${QXSH_TCL_VERSION} DOC "libtcl (package tcl8.6-dev)")
 find_library(QXSH_TCLSTUB_LIBRARY tclstub${QXSH_TCL_VERSION}
              DOC "Tcl's stub library (package tcl8.6-dev)")
-find_library(QXSH_TCLREADLINE_LIBRARY tclreadline DOC "libtclreadline (package tcl-tclreadline)")
-find_library(QXSH_READLINE_LIBRARY readline DOC "libreadline (package libreadline-dev)")
-find_path(QXSH_READLINE_INCLUDE readline/readline.h
-          DOC "folder of readline/readline.h (package libreadline-dev)")
-find_library(QXSH_NCURSES_LIBRARY ncurses DOC "libncurses (package libncurses-dev)")
+if(QXSH_LINE_EDITING)
+    find_library(QXSH_TCLREADLINE_LIBRARY tclreadline
+                 DOC "libtclreadline (package tcl-tclreadline)")
+    find_library(QXSH_READLINE_LIBRARY readline DOC "libreadline (package libreadline-dev)")
+    find_path(QXSH_READLINE_INCLUDE readline/readline.h
+              DOC "folder of readline/readline.h (package libreadline-dev)")
+    find_library(QXSH_NCURSES_LIBRARY ncurses DOC "libncurses (package libncurses-dev)")
+endif()
 find_program(QXSH_TCLSH NAMES tclsh${QXSH_TCL_VERSION} tclsh
              DOC "this machine's tclsh (package tcl8.6)")
 
-foreach(variable IN ITEMS QXSH_TCL_INCLUDE QXSH_TCL_LIBRARY QXSH_TCLSTUB_LIBRARY
-                          QXSH_TCLREADLINE_LIBRARY QXSH_READLINE_LIBRARY QXSH_READLINE_INCLUDE
-                          QXSH_NCURSES_LIBRARY QXSH_TCLSH)
+set(wanted QXSH_TCL_INCLUDE QXSH_TCL_LIBRARY QXSH_TCLSTUB_LIBRARY QXSH_TCLSH)
+if(QXSH_LINE_EDITING)
+    list(APPEND wanted QXSH_TCLREADLINE_LIBRARY QXSH_READLINE_LIBRARY QXSH_READLINE_INCLUDE
+                QXSH_NCURSES_LIBRARY)
+endif()
+foreach(variable IN LISTS wanted)
     if(NOT ${variable})
         get_property(what CACHE ${variable} PROPERTY HELPSTRING)
         if(QXSH_SYSROOT)
@@ -80,12 +87,14 @@ target_compile_definitions(tcl::stub INTERFACE USE_TCL_STUBS)
 target_link_libraries(tcl::stub INTERFACE "${QXSH_TCLSTUB_LIBRARY}")
 
 add_library(tcl::line_editing INTERFACE IMPORTED)
-target_link_libraries(tcl::line_editing INTERFACE "-Wl,--push-state,--no-as-needed")
-link_by_name(tcl::line_editing "${QXSH_TCLREADLINE_LIBRARY}")
-link_by_name(tcl::line_editing "${QXSH_READLINE_LIBRARY}")
-link_by_name(tcl::line_editing "${QXSH_NCURSES_LIBRARY}")
-target_link_libraries(tcl::line_editing INTERFACE "-Wl,--pop-state")
+if(QXSH_LINE_EDITING)
+    target_link_libraries(tcl::line_editing INTERFACE "-Wl,--push-state,--no-as-needed")
+    link_by_name(tcl::line_editing "${QXSH_TCLREADLINE_LIBRARY}")
+    link_by_name(tcl::line_editing "${QXSH_READLINE_LIBRARY}")
+    link_by_name(tcl::line_editing "${QXSH_NCURSES_LIBRARY}")
+    target_link_libraries(tcl::line_editing INTERFACE "-Wl,--pop-state")
 
-add_library(tcl::readline INTERFACE IMPORTED)
-target_include_directories(tcl::readline INTERFACE "${QXSH_READLINE_INCLUDE}")
-link_by_name(tcl::readline "${QXSH_READLINE_LIBRARY}")
+    add_library(tcl::readline INTERFACE IMPORTED)
+    target_include_directories(tcl::readline INTERFACE "${QXSH_READLINE_INCLUDE}")
+    link_by_name(tcl::readline "${QXSH_READLINE_LIBRARY}")
+endif()
