@@ -7,7 +7,7 @@
 # `set -e` does not hold in here, since a leg runs in a condition: every step says `|| return`.
 
 all_legs=(release strict dev i686 i686-asan armhf fuzz compare docs valgrind speed)
-long_legs=(analysis valgrind-scripts soak)
+long_legs=(analysis valgrind-scripts soak packages)
 
 leg_release() { preset_leg release; }
 # What the script tests print must not depend on strict memory; they know what it adds.
@@ -27,6 +27,22 @@ leg_compare() { compare_transcripts release i686 armhf; }
 leg_docs() {
     need_packages docs || skipped "not installed: ${missing[*]}" || return
     build_preset release docs && run_tests release -C docs -L docs
+}
+# The Debian packages: made, looked at, installed in a bare system, removed. Those for the board's
+# processor are left out where it cannot be built for; the tests tell.
+leg_packages() {
+    local build=$project/packaging/build
+    need_packages packages || skipped "not installed: ${missing[*]}" || return
+    [[ $(dpkg --print-architecture) == amd64 ]] ||
+        skipped "packages for amd64 are made on amd64" || return
+    rm -rf "$project/build/package-armhf/packages"
+    logged "packaging/build amd64" "$log" "$build" amd64 || return
+    if need_armhf; then
+        logged "packaging/build armhf" "$log" "$build" armhf || return
+    else
+        reason="without armhf: $reason"
+    fi
+    build_preset release docs && run_tests release -C packages -L packages
 }
 leg_valgrind() {
     need_packages valgrind || skipped "not installed: ${missing[*]}" || return

@@ -1,0 +1,105 @@
+# The Debian packages that `cpack` makes of an installation below /usr: names, relations, texts.
+# What has to be done to the files of a package is in finish.cmake. Relies on Debian 12: names of
+# libraries' packages are those of that release, and tests hold them against the programs.
+
+set(here "${CMAKE_CURRENT_LIST_DIR}")
+set(QXSH_MAINTAINER "qxsh authors <authors@qxsh.invalid>" CACHE STRING
+    "who answers for the packages: whoever publishes them has an address")
+
+# The first line of the changelog names the version; its revision counts packages of one version.
+file(STRINGS "${here}/changelog" entry LIMIT_COUNT 1)
+if(NOT entry MATCHES "^qxsh \\(([^-]+)-([^)]+)\\) ")
+    message(FATAL_ERROR "packaging/debian/changelog does not begin with a version: ${entry}")
+elseif(NOT CMAKE_MATCH_1 STREQUAL PROJECT_VERSION)
+    message(FATAL_ERROR "packaging/debian/changelog is at ${CMAKE_MATCH_1}, "
+                        "the project at ${PROJECT_VERSION}")
+endif()
+set(CPACK_DEBIAN_PACKAGE_RELEASE "${CMAKE_MATCH_2}")
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME qxsh)
+set(CPACK_PACKAGE_DIRECTORY "${CMAKE_BINARY_DIR}/packages")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+set(CPACK_PRE_BUILD_SCRIPTS "${here}/finish.cmake")
+set(CPACK_THREADS 1)
+
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
+set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${QXSH_MAINTAINER}")
+set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+# A tool chain for another processor names it as Debian does; cpack asks dpkg for this machine's.
+if(CMAKE_CROSSCOMPILING)
+    set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE "${foreign_architecture}")
+endif()
+# finish.cmake separates debug information with these.
+set(CPACK_QXSH_OBJCOPY "${CMAKE_OBJCOPY}")
+set(CPACK_QXSH_STRIP "${CMAKE_STRIP}")
+
+# package(COMPONENT NAME FIELD VALUE...): the fields of one package. A value has no semicolon.
+set(CPACK_COMPONENTS_ALL "")
+function(package component name)
+    string(TOUPPER "${component}" upper)
+    set(CPACK_DEBIAN_${upper}_PACKAGE_NAME "${name}" PARENT_SCOPE)
+    while(ARGN)
+        list(POP_FRONT ARGN field value)
+        if(NOT field STREQUAL "DESCRIPTION")
+            set(field "PACKAGE_${field}")
+        endif()
+        set(CPACK_DEBIAN_${upper}_${field} "${value}" PARENT_SCOPE)
+    endwhile()
+    set(CPACK_COMPONENTS_ALL ${CPACK_COMPONENTS_ALL} ${component} PARENT_SCOPE)
+endfunction()
+
+set(libc "libc6 (>= 2.36)")
+set(this_version "= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE}")
+set(libraries "${libc}, libtcl8.6 (>= 8.6.0)")
+if(QXSH_LINE_EDITING)
+    # tclreadline's library bears its version in its name.
+    string(APPEND libraries ", tcl-tclreadline (>= 2.3.8), tcl-tclreadline (<< 2.3.9~)"
+                            ", libreadline8 (>= 6.0), libncurses6 (>= 6), libtinfo6 (>= 6)")
+endif()
+
+package(shell qxsh SECTION interpreters
+    DEPENDS "${libraries}" SUGGESTS "qxsh-sim (${this_version}), qxsh-doc"
+    DESCRIPTION "Tcl shell for bringing up a network processor
+An interactive Tcl shell with 1093 more commands, which build the records
+of a network-processor SDK field by field in native memory, print them and
+call its 83 functions. The commands are also the Tcl package demo. The
+package qx adds help, records as dicts and a checker of scripts.
+.
+The SDK itself, libqx-sdk.so, is the board's: no package brings it. Without
+any the loader says so and the shell does not start. The package qxsh-sim
+has a simulated one.")
+if(QXSH_SIMULATOR)
+    package(simulator qxsh-sim SECTION interpreters
+        DEPENDS "${libc}, qxsh (${this_version})" SUGGESTS qxsh-doc
+        DESCRIPTION "simulated network processor for qxsh
+The command qxsh-sim, which is the shell qxsh on a simulated device, and
+the simulator: a libqx-sdk.so that lies where no other program finds it by
+accident. Numbers, messages and dumps are those of a board, so that scripts
+can be tried at a desk or in CI.
+.
+The Tcl package qx_sim makes it fail, wait and write logs on request.")
+endif()
+package(documentation qxsh-doc ARCHITECTURE all SECTION doc
+    DESCRIPTION "reference and examples of qxsh
+All commands, records and statuses of the shell qxsh as pages to browse,
+with a map of each record's bytes and a search box, and as manual pages of
+section n; the guides, and one example script for each area of the SDK.")
+package(development qxsh-dev ARCHITECTURE all SECTION libdevel
+    DESCRIPTION "headers of the network-processor SDK that qxsh calls
+The header qx_sdk.h declares the records and functions of libqx-sdk.so as
+qxsh relies on them, for a library that is to stand in for it or a program
+that shares it. The header qx_status.h names the simulator's statuses.")
+# Nothing of it is installed: finish.cmake fills it from the other parts.
+install(DIRECTORY DESTINATION lib/debug COMPONENT debug)
+package(debug qxsh-dbg SECTION debug DEPENDS "qxsh (${this_version})"
+    DESCRIPTION "debug information of qxsh and of its simulator
+What a debugger reads beside the stripped programs: every helper of a
+record is a function of its own name to set a breakpoint on.")
+
+include(CPack)
