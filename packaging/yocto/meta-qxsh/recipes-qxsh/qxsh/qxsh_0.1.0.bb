@@ -1,0 +1,43 @@
+SUMMARY = "Tcl shell for bringing up a network processor"
+DESCRIPTION = "A Tcl shell with commands for the records and functions of a \
+network-processor SDK. It needs the board's libqx-sdk.so at run time; the \
+simulated one is not installed."
+SECTION = "console/utils"
+LICENSE = "MIT"
+LIC_FILES_CHKSUM = "file://LICENSE;md5=6db2847f75610964da22eece703b5cf0"
+
+DEPENDS = "tcl tcl-native"
+
+inherit cmake externalsrc
+
+# The layer lies in the sources that it builds.
+EXTERNALSRC ?= "${THISDIR}/../../../../.."
+
+EXTRA_OECMAKE = " \
+    -DBUILD_TESTING=OFF \
+    -DQXSH_SIMULATOR=OFF \
+    -DQXSH_STATIC_RUNTIME=ON \
+    -DQXSH_TCLSH=${STAGING_BINDIR_NATIVE}/tclsh \
+    -DQXSH_TCL_PACKAGE_DIR=${baselib} \
+    -DQXSH_QX_PACKAGE_DIR=${baselib}/qx0.1 \
+    -DQXSH_PROMPT_PACKAGE_DIR=${baselib}/qx_prompt0.1 \
+"
+
+# tclreadline is in no layer that this one depends on: who switches this on has a recipe for it.
+PACKAGECONFIG ??= ""
+PACKAGECONFIG[line-editing] = "-DQXSH_LINE_EDITING=ON,-DQXSH_LINE_EDITING=OFF,\
+tclreadline readline ncurses"
+
+# Records lie at any address, and the processor may not read words there.
+TARGET_CC_ARCH:append:arm = " -mno-unaligned-access"
+
+# The library of the SDK is the board's: no recipe provides it, and nothing links the real one.
+INSANE_SKIP:${PN} += "file-rdeps"
+
+FILES:${PN} += " \
+    ${libdir}/demo0.0 \
+    ${libdir}/qx0.1 \
+    ${libdir}/qx_prompt0.1 \
+    ${datadir}/qxsh \
+"
+RDEPENDS:${PN} = "tcl"
