@@ -1,94 +1,134 @@
-# What a whole record in one call costs beside a command a field: build/release/bin/qxsh
-# bench/whole_records.tcl Both sides give or take the same nested dict of numbers, in one run and in
-# turns; the least of the rounds counts. Prints a table: record, numbers in it, microseconds, ratio
-# (above 1 the package is faster).
+# What a whole record in one call costs beside a command a field:
+#   build/release/bin/qxsh bench/whole_records.tcl ?record ...?
+#
+# Both sides make or take the same nested dict of numbers, in one run and in turns; the least of the
+# rounds counts. A dict is written by commands in two ways: with its numbers in the script, and
+# taken out of the dict by `foreach` where the record begins. Prints a table of the records with
+# three numbers or more: numbers in it, microseconds, ratio (above 1 one call is faster).
 package require qx
 
-# Script words whose value is a record as qx::get -raw gives it, made of the commands of its fields;
-# `before` gets the lines that fetch the handles of nested records.
-proc reading_words {type handle before_name} {
+# Script words whose value is a record like a value of qx::get -raw, made of the commands of its
+# fields; `before` gets the lines that fetch the handles of nested records.
+proc reading_words {type handle value before_name} {
     upvar 1 $before_name before
     set stem [qx::catalogue::stem $type]
-    set record [qx::catalogue::record $type]
-    set fields [dict get $record fields]
-    if {[dict get $record kind] eq "union"} { set fields [list [qx::reading::largest $fields]] }
     set words "\[list"
-    foreach field $fields {
-        set name [dict get $field name]
-        set inner [dict get $field type]
+    dict for {name inner} $value {
+        set field [qx::catalogue::field $type $name]
         set many [dict get $field count]
+        if {!$many} { set inner [list $inner] }
         set elements {}
-        for {set index 0} {$index < max(1, $many)} {incr index} {
+        set index 0
+        foreach each $inner {
             set get [concat ${stem}_get_$name \$$handle [expr {$many ? $index : {}}]]
-            incr ::numbers
-            if {[qx::catalogue::is_record $inner]} {
-                incr ::numbers -1
+            if {[qx::catalogue::is_record [dict get $field type]]} {
                 set variable h[incr ::handles]
                 append before "set $variable \[$get\]\n"
-                lappend elements [reading_words $inner $variable before]
+                lappend elements [reading_words [dict get $field type] $variable $each before]
             } else {
+                incr ::numbers
                 lappend elements "\[$get\]"
             }
+            incr index
         }
         append words " $name " [expr {$many ? "\[list [join $elements]\]" : [lindex $elements 0]}]
     }
     return "$words\]"
 }
 
-# Script that writes a dict of all fields by the commands of its fields.
-proc writing_lines {type handle value} {
+# Script that writes a dict of all fields by the commands of its fields. With the name of a variable
+# that holds the dict, the numbers come from there.
+proc writing_lines {type handle value {source {}}} {
     set stem [qx::catalogue::stem $type]
+    set before {}
     set lines {}
+    if {$source ne {}} { set before "foreach {[spread $source $value]} \$$source break\n" }
     dict for {name inner} $value {
         set field [qx::catalogue::field $type $name]
         set many [dict get $field count]
         set nested [qx::catalogue::is_record [dict get $field type]]
-        if {!$many} { set inner [list $inner] }
+        set from [expr {$source eq {} ? {} : "${source}_$name"}]
+        if {!$many} {
+            set inner [list $inner]
+        } elseif {$from ne {}} {
+            append lines "foreach {[spread_list $from $inner]} \$$from break\n"
+        }
         set index 0
         foreach each $inner {
             set place [expr {$many ? $index : {}}]
+            set each_from [expr {$from eq {} ? {} : "$from$place"}]
             if {$nested} {
                 set variable h[incr ::handles]
                 append lines "set $variable \[${stem}_get_$name \$$handle $place\]\n"
-                append lines [writing_lines [dict get $field type] $variable $each]
+                append lines [writing_lines [dict get $field type] $variable $each $each_from]
             } else {
-                append lines "${stem}_set_$name \$$handle $each $place\n"
+                set number [expr {$from eq {} ? $each : "\$$each_from"}]
+                append lines "${stem}_set_$name \$$handle $number $place\n"
             }
             incr index
         }
     }
-    return $lines
+    return $before$lines
 }
 
-# The least microseconds of some rounds for each of two scripts, in turns.
-proc least {first second} {
-    set best {1e9 1e9}
+# Names of variables for the keys and values of a dict, and for the elements of a list.
+proc spread {source value} {
+    set names {}
+    foreach name [dict keys $value] { lappend names - ${source}_$name }
+    return $names
+}
+proc spread_list {source elements} {
+    set names {}
+    for {set index 0} {$index < [llength $elements]} {incr index} { lappend names $source$index }
+    return $names
+}
+
+# The least microseconds of some rounds for each of some scripts, in turns.
+proc least {scripts} {
+    set best {}
+    foreach script $scripts { lappend best 1e9 }
     for {set round 0} {$round < 15} {incr round} {
         set new {}
-        foreach script [list $first $second] old $best {
-            lappend new [expr {min($old, [lindex [time $script 400] 0])}]
+        foreach script $scripts old $best {
+            lappend new [expr {min($old, [lindex [time $script 200] 0])}]
         }
         set best $new
     }
     return $best
 }
 
-set types {
-    qx_vlan_t qx_pkt_info_t qx_ipsec_sa_t qx_flow_t qx_rule_hash_t qx_l3_route_t qx_mcast_member_t
-}
-puts [format "%-24s %7s  %-30s  %s" record numbers "reading: fields, whole, ratio" \
-    "writing: fields, whole, ratio"]
-foreach type $types {
-    set numbers 0
+proc measure {type} {
+    set ::numbers 0
     set record [[qx::catalogue::stem $type]_create]
-    set before {}
-    set words [reading_words $type record before]
-    proc read_fields {record} "${before}return $words"
     set value [qx::get $record -raw]
-    if {[read_fields $record] ne $value} { error "the two sides of $type differ" }
-    proc write_fields {record} [writing_lines $type record $value]
-    foreach {fields whole} [least [list read_fields $record] [list qx::get $record -raw]] break
-    foreach {sets puts} [least [list write_fields $record] [list qx::set $record $value]] break
-    puts [format "%-24s %7d  %8.2f %8.2f %8.2f      %8.2f %8.2f %8.2f" $type $numbers \
-        $fields $whole [expr {$fields / $whole}] $sets $puts [expr {$sets / $puts}]]
+    set before {}
+    set words [reading_words $type record $value before]
+    if {$::numbers < 3} return
+    proc read_fields {record} "${before}return $words"
+    proc write_constants {record} [writing_lines $type record $value]
+    proc write_fields {record value} [writing_lines $type record $value value]
+    check_sides $type $record
+    foreach {fields whole constants taken put} [least [list [list read_fields $record] [list qx::get $record -raw] \
+        [list write_constants $record] [list write_fields $record $value] \
+        [list qx::set $record $value]]] break
+    puts [format "%-28s %7d  %7.2f %7.2f %6.2f   %7.2f %7.2f %7.2f %6.2f %6.2f" $type $::numbers \
+        $fields $whole [expr {$fields / $whole}] $constants $taken $put \
+        [expr {$constants / $put}] [expr {$taken / $put}]]
 }
+
+# Both sides do the same, or their times say nothing.
+proc check_sides {type record} {
+    set value [qx::get $record -raw]
+    if {[read_fields $record] ne $value} { error "reading $type differs" }
+    set filled [string map {" 0" " 1"} $value]
+    write_fields $record $filled
+    set written [qx::get $record -raw]
+    qx::set $record $value
+    qx::set $record $filled
+    if {$written ne $filled || [qx::get $record -raw] ne $filled} { error "writing $type differs" }
+    qx::set $record $value
+}
+
+puts [format "%-28s %7s  %-23s  %s" record numbers "reading: fields, whole" \
+    "writing: constants, fields, whole, ratios"]
+foreach type [expr {[llength $argv] ? $argv : [qx::catalogue::records]}] { measure $type }

@@ -2,6 +2,7 @@
 #include "shell/demo.h"
 
 #include "commands/command_table.h"
+#include "commands/memory_access.h"
 #include "commands/sdk_output.h"
 #include "runtime/constants.h"
 #include "runtime/known_objects.h"
@@ -66,6 +67,7 @@ int Demo_Init(Tcl_Interp *interp)
     create_commands(interp);
     swig_install_constants(interp, swig_constants);
     qxsh::send_output_to_tcl();
+    qxsh::offer_memory_access(interp, qxsh::strict_memory_is_on());
     return TCL_OK;
 }
 

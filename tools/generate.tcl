@@ -8,6 +8,7 @@
 #   types.h, types.cpp     the type table and the module record
 #   commands/, test_wrap.cpp   the wrappers and the command table
 #   strict_rules.cpp       what each command does with memory
+#   record_table.cpp       the records for the library of the package qx
 #   libqx-sdk.map          the names a library of the SDK exports
 #
 # Bodies are dull: each calls one hand-written function of helpers/ or runtime/. Which commands
@@ -15,7 +16,7 @@
 
 source [file join [file dirname [file normalize [info script]]] catalogue.tcl]
 
-foreach part {text public_header helpers wrappers strict_rules} {
+foreach part {text public_header helpers wrappers strict_rules record_table} {
     source [file join [file dirname [file normalize [info script]]] generate $part.tcl]
 }
 
@@ -32,6 +33,7 @@ proc generate::main {catalogue_folder output_folder} {
     types
     wrappers
     strict_rules
+    record_table
     export_map
 }
 

@@ -1,0 +1,179 @@
+// Addresses to texts and back; see address_text.h.
+#include "library/qx/address_text.h"
+
+#include <arpa/inet.h>
+
+#include <algorithm>
+#include <string_view>
+
+namespace qxsh {
+
+namespace {
+
+constexpr char digits[] = "0123456789abcdef";
+constexpr int groups = 8;
+
+int digit(char letter)
+{
+    if (letter >= '0' && letter <= '9')
+        return letter - '0';
+    const char lower = static_cast<char>(letter | 0x20);
+    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
+}
+
+char *put_decimal(char *to, unsigned byte)
+{
+    if (byte >= 100)
+        *to++ = static_cast<char>('0' + byte / 100);
+    if (byte >= 10)
+        *to++ = static_cast<char>('0' + byte / 10 % 10);
+    *to++ = static_cast<char>('0' + byte % 10);
+    return to;
+}
+
+char *put_ipv4(char *to, std::uint32_t word)
+{
+    for (int shift = 24; shift >= 0; shift -= 8) {
+        to = put_decimal(to, word >> shift & 255);
+        if (shift > 0)
+            *to++ = '.';
+    }
+    return to;
+}
+
+char *put_group(char *to, unsigned group)
+{
+    for (int shift = 12; shift >= 0; shift -= 4)
+        if (shift == 0 || group >> shift != 0)
+            *to++ = digits[group >> shift & 15];
+    return to;
+}
+
+unsigned group_of(const address_words &words, int number)
+{
+    return words[number / 2] >> (number % 2 == 0 ? 16 : 0) & 0xffff;
+}
+
+struct zero_run
+{
+    int start;
+    int length;
+};
+
+// The longest run of zeros, the first of equals, and not of one alone.
+zero_run longest_zeros(const address_words &words)
+{
+    zero_run best = {groups, 1};
+    for (int start = 0; start < groups; ++start) {
+        int end = start;
+        while (end < groups && group_of(words, end) == 0)
+            ++end;
+        if (end - start > best.length)
+            best = {start, end - start};
+    }
+    return best;
+}
+
+char *put_ipv6(char *to, const address_words &words)
+{
+    const zero_run zeros = longest_zeros(words);
+    for (int number = 0; number < groups; ++number) {
+        if (number == zeros.start) {
+            *to++ = ':';
+            number += zeros.length - 1;
+            if (number == groups - 1)
+                *to++ = ':';
+            continue;
+        }
+        if (number > 0)
+            *to++ = ':';
+        to = put_group(to, group_of(words, number));
+    }
+    return to;
+}
+
+Tcl_Obj *object(const char *text, const char *end)
+{
+    return Tcl_NewStringObj(text, static_cast<int>(end - text));
+}
+
+std::uint32_t big_endian(const unsigned char *bytes)
+{
+    return std::uint32_t{bytes[0]} << 24 | bytes[1] << 16 | bytes[2] << 8 | bytes[3];
+}
+
+} // namespace
+
+Tcl_Obj *mac_text(const unsigned char *bytes)
+{
+    char text[18];
+    char *to = text;
+    for (int i = 0; i < 6; ++i) {
+        *to++ = digits[bytes[i] >> 4];
+        *to++ = digits[bytes[i] & 15];
+        *to++ = ':';
+    }
+    return object(text, to - 1);
+}
+
+Tcl_Obj *ipv4_text(std::uint32_t word)
+{
+    char text[INET_ADDRSTRLEN];
+    return object(text, put_ipv4(text, word));
+}
+
+Tcl_Obj *ipv6_text(const address_words &words)
+{
+    char text[INET6_ADDRSTRLEN];
+    char *to = text;
+    if (words[0] == 0 && words[1] == 0 && words[2] == 0xffff) {
+        constexpr std::string_view mapped = "::ffff:";
+        to = std::copy(mapped.begin(), mapped.end(), to);
+        return object(text, put_ipv4(to, words[3]));
+    }
+    return object(text, put_ipv6(to, words));
+}
+
+bool parse_mac(const char *text, unsigned char *bytes)
+{
+    for (int i = 0; i < 6; ++i) {
+        if (i > 0 && *text != ':' && *text != '-')
+            return false;
+        text += i > 0 ? 1 : 0;
+        int value = digit(*text);
+        if (value < 0)
+            return false;
+        const int low = digit(*++text);
+        if (low >= 0) {
+            value = 16 * value + low;
+            ++text;
+        }
+        bytes[i] = static_cast<unsigned char>(value);
+    }
+    return *text == '\0';
+}
+
+bool parse_ipv4(const char *text, std::uint32_t &word)
+{
+    unsigned char bytes[4];
+    if (inet_pton(AF_INET, text, bytes) != 1)
+        return false;
+    word = big_endian(bytes);
+    return true;
+}
+
+int parse_ip(const char *text, address_words &words)
+{
+    if (parse_ipv4(text, words[0])) {
+        words[1] = words[2] = words[3] = 0;
+        return 4;
+    }
+    unsigned char bytes[16];
+    if (inet_pton(AF_INET6, text, bytes) != 1)
+        return 0;
+    for (int i = 0; i < 4; ++i)
+        words[i] = big_endian(bytes + 4 * i);
+    return 6;
+}
+
+} // namespace qxsh

@@ -1,0 +1,166 @@
+// The library of the package qx: records as dicts, each in one command.
+//
+//   qx::get HANDLE ?-view VIEWS? ?-raw?          qx::template RECORD ?-view VIEWS? ?-raw?
+//   qx::set HANDLE DICT
+//   qx::reading::value COMMAND WORDS HANDLE ?OPTION ...?   as qx::get, for the command of that name
+//
+// Relies on the package's scripts for words that only look like handles, and for nearest names.
+#include "library/qx/record_plan.h"
+#include "library/qx/record_session.h"
+#include "library/qx/record_writer.h"
+
+#include <cstring>
+#include <new>
+
+namespace qxsh {
+
+namespace {
+
+struct package_data
+{
+    explicit package_data(Tcl_Interp *interp) : session(interp), plans(session) {}
+
+    record_session session;
+    plan_cache plans;
+};
+
+package_data &data_of(ClientData data)
+{
+    return *static_cast<package_data *>(data);
+}
+
+constexpr const char *options_usage = "?-view views? ?-raw?";
+
+bool refuse_usage(Tcl_Interp *interp, Tcl_Obj *text)
+{
+    Tcl_SetObjResult(interp, text);
+    Tcl_SetErrorCode(interp, "QX", "USAGE", nullptr);
+    return false;
+}
+
+// The options behind a command's own words, of which `words` speaks in the message.
+bool read_options(Tcl_Interp *interp, const char *command, const char *words, int count,
+                  Tcl_Obj *const given[], plan_options &options)
+{
+    for (int i = 0; i < count; ++i) {
+        const char *const word = Tcl_GetString(given[i]);
+        if (std::strcmp(word, "-raw") == 0) {
+            options.raw = true;
+        } else if (std::strcmp(word, "-view") != 0) {
+            return refuse_usage(interp, Tcl_ObjPrintf("bad option \"%s\": should be -raw or -view;"
+                                                      " usage: %s %s %s",
+                                                      word, command, words, options_usage));
+        } else if (++i == count) {
+            return refuse_usage(interp, Tcl_NewStringObj("-view wants a list of views", -1));
+        } else {
+            options.views = given[i];
+        }
+    }
+    return true;
+}
+
+int get_record(package_data &data, Tcl_Interp *interp, Tcl_Obj *handle, plan_options options)
+{
+    found_record found;
+    if (!data.session.find(handle, found))
+        return TCL_ERROR;
+    const record_plan *const plan = data.plans.plan(*found.row, options);
+    if (plan == nullptr)
+        return TCL_ERROR;
+    Tcl_SetObjResult(interp, read_record(*plan, found.memory));
+    return TCL_OK;
+}
+
+int get_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
+{
+    plan_options options = {nullptr, false};
+    if (objc < 2) {
+        Tcl_WrongNumArgs(interp, 1, objv, "handle ?-view views? ?-raw?");
+        return TCL_ERROR;
+    }
+    if (!read_options(interp, "qx::get", "handle", objc - 2, objv + 2, options))
+        return TCL_ERROR;
+    return get_record(data_of(client), interp, objv[1], options);
+}
+
+int value_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
+{
+    plan_options options = {nullptr, false};
+    if (objc < 4) {
+        Tcl_WrongNumArgs(interp, 1, objv, "command words handle ?option ...?");
+        return TCL_ERROR;
+    }
+    if (!read_options(interp, Tcl_GetString(objv[1]), Tcl_GetString(objv[2]), objc - 4, objv + 4,
+                      options))
+        return TCL_ERROR;
+    return get_record(data_of(client), interp, objv[3], options);
+}
+
+int template_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
+{
+    static constexpr unsigned char zeros[most_record_bytes] = {};
+    package_data &data = data_of(client);
+    plan_options options = {nullptr, false};
+    if (objc < 2) {
+        Tcl_WrongNumArgs(interp, 1, objv, "record ?-view views? ?-raw?");
+        return TCL_ERROR;
+    }
+    if (!read_options(interp, "qx::template", "type", objc - 2, objv + 2, options))
+        return TCL_ERROR;
+    const char *const name = Tcl_GetString(objv[1]);
+    const record_row *const row = data.session.record(name);
+    if (row == nullptr) {
+        Tcl_SetErrorCode(interp, "QX", "UNKNOWN", "record", name, nullptr);
+        Tcl_AppendResult(interp, "there is no record \"", name, "\"", nullptr);
+        return TCL_ERROR;
+    }
+    const record_plan *const plan = data.plans.plan(*row, options);
+    if (plan == nullptr)
+        return TCL_ERROR;
+    Tcl_SetObjResult(interp, read_record(*plan, zeros));
+    return TCL_OK;
+}
+
+// The dict is written into a copy, which replaces the record once all is well.
+int set_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
+{
+    package_data &data = data_of(client);
+    if (objc != 3) {
+        Tcl_WrongNumArgs(interp, 1, objv, "handle dict");
+        return TCL_ERROR;
+    }
+    found_record found;
+    if (!data.session.find(objv[1], found))
+        return TCL_ERROR;
+    unsigned char bytes[most_record_bytes];
+    std::memcpy(bytes, found.memory, found.row->size);
+    if (!record_writer{data.session, bytes}.write(*found.row, objv[2]) ||
+        !data.session.check_writable(objv[1], found))
+        return TCL_ERROR;
+    std::memcpy(found.memory, bytes, found.row->size);
+    return TCL_OK;
+}
+
+void release(ClientData client, Tcl_Interp *)
+{
+    data_of(client).~package_data();
+    Tcl_Free(static_cast<char *>(client));
+}
+
+} // namespace
+
+} // namespace qxsh
+
+extern "C" __attribute__((visibility("default"))) int Qxmemory_Init(Tcl_Interp *interp)
+{
+    using namespace qxsh;
+    if (Tcl_InitStubs(interp, "8.5", 0) == nullptr)
+        return TCL_ERROR;
+    auto *const data = new (Tcl_Alloc(sizeof(package_data))) package_data{interp};
+    Tcl_CallWhenDeleted(interp, release, data);
+    Tcl_CreateObjCommand(interp, "::qx::get", get_command, data, nullptr);
+    Tcl_CreateObjCommand(interp, "::qx::set", set_command, data, nullptr);
+    Tcl_CreateObjCommand(interp, "::qx::template", template_command, data, nullptr);
+    Tcl_CreateObjCommand(interp, "::qx::reading::value", value_command, data, nullptr);
+    return TCL_OK;
+}

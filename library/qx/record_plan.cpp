@@ -1,0 +1,239 @@
+// Making plans; see record_plan.h. A view of a union is named by the end of its place.
+#include "library/qx/record_plan.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace qxsh {
+
+namespace {
+
+using words_used = bool; // one for each word of the views
+
+// The fields on the way to a record, from the outermost.
+struct field_path
+{
+    const field_path *outer;
+    const field_row *field;
+};
+
+// Whether the place of a path ends in the names that a word joins by dots.
+bool ends_in(const field_path *path, std::string_view word)
+{
+    for (; path != nullptr; path = path->outer) {
+        const std::string_view name = path->field->name;
+        if (!word.ends_with(name))
+            return false;
+        word.remove_suffix(name.size());
+        if (word.empty())
+            return true;
+        if (!word.ends_with('.'))
+            return false;
+        word.remove_suffix(1);
+    }
+    return false;
+}
+
+shown_as numbers_as(const field_row &field, bool raw)
+{
+    if (!raw) {
+        switch (field.holds) {
+        case holding::mac:
+            return shown_as::mac;
+        case holding::ipv4:
+            return shown_as::ipv4;
+        case holding::ipv6:
+            return shown_as::ipv6;
+        case holding::ip:
+            return shown_as::ip;
+        default:
+            break;
+        }
+    }
+    if (field.width != 0)
+        return shown_as::bits;
+    return field.count != 0 ? shown_as::numbers : shown_as::number;
+}
+
+const field_row *family_of_record(const record_row &record)
+{
+    return record.family < 0 ? nullptr : fields_of(record) + record.family;
+}
+
+} // namespace
+
+// Makes one plan and those nested in it.
+class plan_maker
+{
+public:
+    plan_maker(plan_cache &cache, bool raw, int words, Tcl_Obj **views, words_used *used)
+        : cache_(cache), raw_(raw), count_(words), views_(views), used_(used)
+    {}
+
+    const record_plan *make(const record_row &record, const field_path *path);
+
+private:
+    std::string_view word(int number) const { return Tcl_GetString(views_[number]); }
+    bool names(int number, const field_path *view) const
+    {
+        return word(number) == "*" || ends_in(view, word(number));
+    }
+    bool is_named(const field_path &view) const;
+    unsigned choose(const record_row &record, const field_path *path, const field_row **chosen);
+    void fill(plan_step &step, const field_row &field, const record_row &record,
+              const field_path *path);
+
+    plan_cache &cache_;
+    const bool raw_;
+    const int count_;
+    Tcl_Obj **const views_;
+    words_used *const used_;
+};
+
+bool plan_maker::is_named(const field_path &view) const
+{
+    for (int i = 0; i < count_; ++i)
+        if (names(i, &view))
+            return true;
+    return false;
+}
+
+// The views of a union to show: those that the words with most names name, or the largest.
+unsigned plan_maker::choose(const record_row &record, const field_path *path,
+                            const field_row **chosen)
+{
+    unsigned count = 0;
+    std::ptrdiff_t most = 0;
+    for (const field_row *field = fields_of(record); field != fields_of(record) + record.fields;
+         ++field) {
+        const field_path view = {path, field};
+        for (int i = 0; i < count_; ++i) {
+            if (!names(i, &view))
+                continue;
+            used_[i] = true;
+            const std::string_view text = word(i);
+            const auto parts = 1 + std::count(text.begin(), text.end(), '.');
+            if (parts > most)
+                count = 0;
+            if (parts >= most && (count == 0 || chosen[count - 1] != field))
+                chosen[count++] = field;
+            most = std::max(most, parts);
+        }
+    }
+    if (count == 0)
+        chosen[count++] = fields_of(record) + record.largest;
+    return count;
+}
+
+// A union that stands for an address is that address as long as no other view is asked for.
+void plan_maker::fill(plan_step &step, const field_row &field, const record_row &record,
+                      const field_path *path)
+{
+    step = {cache_.session_.name(field), &field, nullptr, family_of_record(record),
+            numbers_as(field, raw_)};
+    if (field.record < 0)
+        return;
+    const record_row &inner = record_rows[field.record];
+    const field_path here = {path, &field};
+    if (field.count == 0 && !raw_ && is_address(inner)) {
+        bool named = false;
+        for (int i = 0; i < inner.fields; ++i)
+            named = named || is_named({&here, fields_of(inner) + i});
+        if (!named) {
+            step.what = shown_as::ip;
+            return;
+        }
+    }
+    step.what = field.count == 0 ? shown_as::record : shown_as::records;
+    step.nested = count_ == 0 ? cache_.plain_plan(inner, raw_) : make(inner, &here);
+}
+
+const record_plan *plan_maker::make(const record_row &record, const field_path *path)
+{
+    const field_row *shown[most_fields];
+    unsigned count = record.fields;
+    for (unsigned i = 0; i < count; ++i)
+        shown[i] = fields_of(record) + i;
+    if (record.is_union)
+        count = choose(record, path, shown);
+    const auto bytes = sizeof(record_plan) + count * sizeof(plan_step);
+    auto *const plan = reinterpret_cast<record_plan *>(Tcl_Alloc(static_cast<unsigned>(bytes)));
+    *plan = {count, reinterpret_cast<plan_step *>(plan + 1), cache_.all_};
+    cache_.all_ = plan;
+    for (unsigned i = 0; i < count; ++i)
+        fill(plan->steps[i], *shown[i], record, path);
+    return plan;
+}
+
+plan_cache::plan_cache(record_session &session)
+    : session_(session), plain_(reinterpret_cast<const record_plan **>(Tcl_Alloc(
+                             static_cast<unsigned>(2 * record_count * sizeof(record_plan *)))))
+{
+    std::fill_n(plain_, 2 * record_count, nullptr);
+    Tcl_InitHashTable(&of_views_, TCL_STRING_KEYS);
+}
+
+plan_cache::~plan_cache()
+{
+    Tcl_DeleteHashTable(&of_views_);
+    Tcl_Free(reinterpret_cast<char *>(plain_));
+    while (all_ != nullptr) {
+        record_plan *const next = all_->next;
+        Tcl_Free(reinterpret_cast<char *>(all_));
+        all_ = next;
+    }
+}
+
+const record_plan *plan_cache::plain_plan(const record_row &record, bool raw)
+{
+    const record_plan *&plan = plain_[2 * (&record - record_rows) + (raw ? 1 : 0)];
+    if (plan == nullptr)
+        plan = plan_maker{*this, raw, 0, nullptr, nullptr}.make(record, nullptr);
+    return plan;
+}
+
+const record_plan *plan_cache::plan_of_views(const record_row &record, plan_options options)
+{
+    Tcl_Interp *const interp = session_.interp();
+    int count;
+    Tcl_Obj **words;
+    if (Tcl_ListObjGetElements(interp, options.views, &count, &words) != TCL_OK)
+        return nullptr;
+    auto *const used = reinterpret_cast<words_used *>(Tcl_Alloc(static_cast<unsigned>(count + 1)));
+    std::fill_n(used, count, false);
+    const auto *const plan =
+        plan_maker{*this, options.raw, count, words, used}.make(record, nullptr);
+    int good = 0;
+    while (good < count && (used[good] || std::string_view{Tcl_GetString(words[good])} == "*"))
+        ++good;
+    Tcl_Free(reinterpret_cast<char *>(used));
+    if (good == count)
+        return plan;
+    const char *const word = Tcl_GetString(words[good]);
+    Tcl_ResetResult(interp);
+    Tcl_SetErrorCode(interp, "QX", "UNKNOWN", "view", word, nullptr);
+    Tcl_AppendResult(interp, "no union in ", record.name, " has the view \"", word, "\"", nullptr);
+    return nullptr;
+}
+
+const record_plan *plan_cache::plan(const record_row &record, plan_options options)
+{
+    if (options.views == nullptr || Tcl_GetString(options.views)[0] == '\0')
+        return plain_plan(record, options.raw);
+    Tcl_Obj *const key =
+        Tcl_ObjPrintf("%s %d %s", record.name, options.raw ? 1 : 0, Tcl_GetString(options.views));
+    Tcl_IncrRefCount(key);
+    const record_plan *plan;
+    Tcl_HashEntry *entry = Tcl_FindHashEntry(&of_views_, Tcl_GetString(key));
+    if (entry != nullptr) {
+        plan = static_cast<const record_plan *>(Tcl_GetHashValue(entry));
+    } else if ((plan = plan_of_views(record, options)) != nullptr) {
+        int is_new;
+        entry = Tcl_CreateHashEntry(&of_views_, Tcl_GetString(key), &is_new);
+        Tcl_SetHashValue(entry, const_cast<record_plan *>(plan));
+    }
+    Tcl_DecrRefCount(key);
+    return plan;
+}
+
+} // namespace qxsh

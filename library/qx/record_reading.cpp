@@ -1,0 +1,114 @@
+// A record as a dict, by its plan; see record_plan.h. Dicts are made in a list's form: that takes
+// less time than a table of them, and Tcl makes the table when somebody looks into it.
+#include "library/qx/address_text.h"
+#include "library/qx/record_plan.h"
+
+#include <climits>
+#include <cstring>
+
+namespace qxsh {
+
+namespace {
+
+std::uint32_t load(const unsigned char *memory, unsigned size)
+{
+    std::uint32_t value = 0;
+    switch (size) {
+    case 1:
+        return *memory;
+    case 2:
+        std::memcpy(&value, memory, 2);
+        return value;
+    default:
+        std::memcpy(&value, memory, 4);
+        return value;
+    }
+}
+
+Tcl_Obj *number(std::uint32_t value)
+{
+    if constexpr (LONG_MAX < UINT32_MAX)
+        if (value > static_cast<std::uint32_t>(LONG_MAX))
+            return Tcl_NewWideIntObj(value);
+    return Tcl_NewLongObj(static_cast<long>(value));
+}
+
+Tcl_Obj *numbers(const unsigned char *memory, unsigned size, unsigned count)
+{
+    Tcl_Obj *elements[most_elements];
+    for (unsigned i = 0; i < count; ++i)
+        elements[i] = number(load(memory + i * size, size));
+    return Tcl_NewListObj(static_cast<int>(count), elements);
+}
+
+// An address without a family is IPv4 if only its first word is used; one that does not fit its
+// family stays numbers.
+Tcl_Obj *ip(const unsigned char *memory, const field_row *family, const unsigned char *record)
+{
+    address_words words;
+    std::memcpy(words, memory, sizeof words);
+    const bool is_short = words[1] == 0 && words[2] == 0 && words[3] == 0;
+    int version = family == nullptr ? 0 : version_of(load(record + family->offset, family->size));
+    if (version == 0)
+        version = is_short ? 4 : 6;
+    if (version == 6)
+        return ipv6_text(words);
+    return is_short ? ipv4_text(words[0]) : numbers(memory, 4, 4);
+}
+
+Tcl_Obj *ipv6(const unsigned char *memory)
+{
+    address_words words;
+    std::memcpy(words, memory, sizeof words);
+    return ipv6_text(words);
+}
+
+Tcl_Obj *records(const plan_step &step, const unsigned char *memory)
+{
+    Tcl_Obj *elements[most_elements];
+    const field_row &field = *step.field;
+    for (unsigned i = 0; i < field.count; ++i)
+        elements[i] = read_record(*step.nested, memory + i * field.size);
+    return Tcl_NewListObj(field.count, elements);
+}
+
+Tcl_Obj *value(const plan_step &step, const unsigned char *record)
+{
+    const field_row &field = *step.field;
+    const unsigned char *const memory = record + field.offset;
+    switch (step.what) {
+    case shown_as::number:
+        return number(load(memory, field.size));
+    case shown_as::bits:
+        return number(load(memory, field.size) >> field.bit & ((1ULL << field.width) - 1));
+    case shown_as::numbers:
+        return numbers(memory, field.size, field.count);
+    case shown_as::mac:
+        return mac_text(memory);
+    case shown_as::ipv4:
+        return ipv4_text(load(memory, 4));
+    case shown_as::ipv6:
+        return ipv6(memory);
+    case shown_as::ip:
+        return ip(memory, step.family, record);
+    case shown_as::record:
+        return read_record(*step.nested, memory);
+    case shown_as::records:
+        break;
+    }
+    return records(step, memory);
+}
+
+} // namespace
+
+Tcl_Obj *read_record(const record_plan &plan, const unsigned char *memory)
+{
+    Tcl_Obj *words[2 * most_fields];
+    for (unsigned i = 0; i < plan.count; ++i) {
+        words[2 * i] = plan.steps[i].name;
+        words[2 * i + 1] = value(plan.steps[i], memory);
+    }
+    return Tcl_NewListObj(static_cast<int>(2 * plan.count), words);
+}
+
+} // namespace qxsh

@@ -1,0 +1,160 @@
+// Names, numbers and handles; see record_session.h.
+#include "library/qx/record_session.h"
+
+#include <cstring>
+
+namespace qxsh {
+
+namespace {
+
+// "_", the address's four bytes in memory order as digits, "_p_" and the record.
+constexpr int digits_at = 1;
+constexpr int mark_at = digits_at + 8;
+constexpr int record_at = mark_at + 3;
+
+int hex_digit(char digit)
+{
+    if (digit >= '0' && digit <= '9')
+        return digit - '0';
+    return digit >= 'a' && digit <= 'f' ? digit - 'a' + 10 : -1;
+}
+
+bool read_address(const char *digits, std::uint32_t &address)
+{
+    address = 0;
+    for (int shift = 0; shift < 32; shift += 8, digits += 2) {
+        const int high = hex_digit(digits[0]);
+        const int low = hex_digit(digits[1]);
+        if (high < 0 || low < 0)
+            return false;
+        address |= static_cast<std::uint32_t>(high << 4 | low) << shift;
+    }
+    return true;
+}
+
+const Tcl_ObjType *type_of(Tcl_Obj *object)
+{
+    Tcl_IncrRefCount(object);
+    const Tcl_ObjType *const type = object->typePtr;
+    Tcl_DecrRefCount(object);
+    return type;
+}
+
+} // namespace
+
+record_session::record_session(Tcl_Interp *interp)
+    : interp_(interp), names_(reinterpret_cast<Tcl_Obj **>(
+                           Tcl_Alloc(static_cast<unsigned>(field_count * sizeof(Tcl_Obj *))))),
+      dict_type_(type_of(Tcl_NewDictObj())), number_types_{type_of(Tcl_NewLongObj(0)),
+                                                           type_of(Tcl_NewWideIntObj(INT64_MAX))}
+{
+    for (unsigned i = 0; i < field_count; ++i) {
+        names_[i] = Tcl_NewStringObj(field_rows[i].name, -1);
+        Tcl_IncrRefCount(names_[i]);
+    }
+    Tcl_InitHashTable(&records_, TCL_STRING_KEYS);
+    for (unsigned i = 0; i < record_count; ++i) {
+        int is_new;
+        Tcl_HashEntry *const entry = Tcl_CreateHashEntry(&records_, record_rows[i].name, &is_new);
+        Tcl_SetHashValue(entry, const_cast<record_row *>(record_rows + i));
+    }
+}
+
+record_session::~record_session()
+{
+    for (unsigned i = 0; i < field_count; ++i)
+        Tcl_DecrRefCount(names_[i]);
+    Tcl_Free(reinterpret_cast<char *>(names_));
+    Tcl_DeleteHashTable(&records_);
+}
+
+const record_row *record_session::record(const char *name) const
+{
+    auto *const table = const_cast<Tcl_HashTable *>(&records_);
+    Tcl_HashEntry *const entry = Tcl_FindHashEntry(table, name);
+    return entry == nullptr ? nullptr : static_cast<const record_row *>(Tcl_GetHashValue(entry));
+}
+
+// Takes a word for what it looks like; other words, and NULL, are not recognised.
+bool record_session::recognise(Tcl_Obj *handle, found_record &found)
+{
+    int length;
+    const char *const text = Tcl_GetStringFromObj(handle, &length);
+    std::uint32_t address;
+    if (length <= record_at || text[0] != '_' || std::memcmp(text + mark_at, "_p_", 3) != 0 ||
+        !read_address(text + digits_at, address) || address == 0)
+        return false;
+    if (std::strcmp(text + record_at, last_->name) != 0) {
+        const record_row *const row = record(text + record_at);
+        if (row == nullptr)
+            return false;
+        last_ = row;
+    }
+    found = {last_, reinterpret_cast<unsigned char *>(static_cast<std::uintptr_t>(address))};
+    return true;
+}
+
+// The scripts find out whether some other word is a handle, with the module's commands, and have
+// the messages for those that are not.
+bool record_session::ask_module(Tcl_Obj *handle, found_record &found)
+{
+    Tcl_Obj *words[] = {Tcl_NewStringObj("::qx::handle::of_record", -1), handle};
+    for (Tcl_Obj *const word : words)
+        Tcl_IncrRefCount(word);
+    const int status = Tcl_EvalObjv(interp_, 2, words, TCL_EVAL_GLOBAL);
+    for (Tcl_Obj *const word : words)
+        Tcl_DecrRefCount(word);
+    if (status != TCL_OK)
+        return false;
+    Tcl_Obj *plain;
+    if (Tcl_ListObjIndex(interp_, Tcl_GetObjResult(interp_), 1, &plain) != TCL_OK)
+        return false;
+    const bool recognised = plain != nullptr && recognise(plain, found);
+    Tcl_ResetResult(interp_);
+    if (recognised && access_ == nullptr)
+        access_ = static_cast<const memory_access *>(
+            Tcl_GetAssocData(interp_, memory_access_name, nullptr));
+    if (recognised && access_ != nullptr)
+        return true;
+    Tcl_SetErrorCode(interp_, "QX", "HANDLE", Tcl_GetString(handle), nullptr);
+    Tcl_AppendResult(interp_, "records are read and written where package demo is loaded", nullptr);
+    return false;
+}
+
+bool record_session::refuse_memory(Tcl_Obj *handle)
+{
+    const char *const text = Tcl_GetString(handle);
+    Tcl_ResetResult(interp_);
+    Tcl_SetErrorCode(interp_, "QX", "MEMORY", text, nullptr);
+    Tcl_AppendResult(interp_, "there is no memory of a record at ", text, nullptr);
+    return false;
+}
+
+bool record_session::find(Tcl_Obj *handle, found_record &found)
+{
+    const bool at_once = access_ != nullptr && !access_->strict && recognise(handle, found);
+    if (!at_once && !ask_module(handle, found))
+        return false;
+    return access_->can_read(found.memory, found.row->size) || refuse_memory(handle);
+}
+
+bool record_session::check_writable(Tcl_Obj *handle, const found_record &found)
+{
+    return access_->can_write(found.memory, found.row->size) || refuse_memory(handle);
+}
+
+record_session::taken record_session::take_number(Tcl_Obj *object, std::uint32_t greatest,
+                                                  std::uint32_t &value) const
+{
+    Tcl_WideInt wide;
+    if (Tcl_GetWideIntFromObj(nullptr, object, &wide) != TCL_OK)
+        return taken::no_number;
+    // Tcl takes some numbers of more than 64 bits for others; they have another type then.
+    const auto *const type = object->typePtr;
+    if (wide < 0 || wide > greatest || (type != number_types_[0] && type != number_types_[1]))
+        return taken::outside;
+    value = static_cast<std::uint32_t>(wide);
+    return taken::number;
+}
+
+} // namespace qxsh

@@ -1,0 +1,216 @@
+// The values of single fields, for the walk in record_writer.cpp: numbers, addresses in all their
+// forms, arrays.
+#include "library/qx/record_writer.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace qxsh {
+
+namespace {
+
+std::uint32_t greatest_of(unsigned bits)
+{
+    return UINT32_MAX >> (32 - bits);
+}
+
+// The number behind a prefix's slash; -1 if it is none or has a needless zero.
+int length_of(const char *text)
+{
+    if (*text < '0' || *text > '9' || (*text == '0' && text[1] != '\0') || std::strlen(text) > 3)
+        return -1;
+    char *end;
+    const long length = std::strtol(text, &end, 10);
+    return *end == '\0' ? static_cast<int>(length) : -1;
+}
+
+} // namespace
+
+bool record_writer::field(const field_row &field, unsigned at, Tcl_Obj *value, const place &here)
+{
+    if (field.record >= 0) {
+        if (field.count != 0)
+            return records(field, at, value, here);
+        return nested(record_rows[field.record], at, value, here);
+    }
+    return field.count != 0 ? array(field, at, value, here) : number(field, at, value, here);
+}
+
+// A record inside another: a dict of its fields, or the address that it stands for. A dict of a
+// union names views, which no number is.
+bool record_writer::nested(const record_row &row, unsigned at, Tcl_Obj *value, const place &here)
+{
+    int count;
+    Tcl_Obj **words;
+    if (session_.is_dict(value))
+        return record(row, at, value, &here);
+    if (Tcl_ListObjGetElements(nullptr, value, &count, &words) != TCL_OK)
+        return refuse(&here, Tcl_ObjPrintf("\"%s\" is no dict of fields", Tcl_GetString(value)));
+    std::uint32_t first;
+    const bool may_be_address =
+        count == 1 || (count == 4 && session_.take_number(words[0], UINT32_MAX, first) !=
+                                         record_session::taken::no_number);
+    if (may_be_address && is_address(row))
+        return address(at, value, holding::ip, here);
+    if (count == 1 && row.family >= 0)
+        return prefix(row, at, value, here);
+    return record(row, at, value, &here);
+}
+
+bool record_writer::records(const field_row &field, unsigned at, Tcl_Obj *value, const place &here)
+{
+    Tcl_Obj **each;
+    if (!elements(value, field.count, each, here))
+        return false;
+    for (int i = 0; i < field.count; ++i)
+        if (!nested(record_rows[field.record], at + static_cast<unsigned>(i * field.size), each[i],
+                    {&here, nullptr, i}))
+            return false;
+    return true;
+}
+
+bool record_writer::array(const field_row &field, unsigned at, Tcl_Obj *value, const place &here)
+{
+    if (field.holds == holding::ip || field.holds == holding::ipv6)
+        return address(at, value, field.holds, here);
+    if (field.holds == holding::mac)
+        return mac(field, at, value, here);
+    Tcl_Obj **each;
+    return elements(value, field.count, each, here) &&
+           numbers(field.size, at, field.count, each, here);
+}
+
+bool record_writer::mac(const field_row &field, unsigned at, Tcl_Obj *value, const place &here)
+{
+    unsigned char bytes[6];
+    int count;
+    Tcl_Obj **each;
+    if (parse_mac(Tcl_GetString(value), bytes)) {
+        for (unsigned i = 0; i < sizeof bytes; ++i)
+            store(at + i, 1, bytes[i]);
+        return true;
+    }
+    if (Tcl_ListObjGetElements(nullptr, value, &count, &each) != TCL_OK || count == 1)
+        return refuse(&here, Tcl_ObjPrintf("\"%s\" is no MAC address like 02:00:00:00:00:01, nor a"
+                                           " list of 6 bytes",
+                                           Tcl_GetString(value)));
+    return elements(value, field.count, each, here) && numbers(1, at, field.count, each, here);
+}
+
+bool record_writer::number(const field_row &field, unsigned at, Tcl_Obj *value, const place &here)
+{
+    std::uint32_t word;
+    if (field.holds == holding::ipv4 && parse_ipv4(Tcl_GetString(value), word)) {
+        store(at, 4, word);
+        return true;
+    }
+    const unsigned bits = field.width != 0 ? field.width : 8u * field.size;
+    const std::uint32_t greatest = greatest_of(bits);
+    if (!take(value, greatest, word, here))
+        return false;
+    if (field.width != 0)
+        store(at, field.size, word << field.bit, greatest << field.bit);
+    else
+        store(at, field.size, word);
+    return true;
+}
+
+bool record_writer::numbers(unsigned size, unsigned at, int count, Tcl_Obj *const elements[],
+                            const place &here)
+{
+    for (int i = 0; i < count; ++i) {
+        std::uint32_t word;
+        if (!take(elements[i], greatest_of(8 * size), word, here, i))
+            return false;
+        store(at + static_cast<unsigned>(i) * size, size, word);
+    }
+    return true;
+}
+
+// Four words of an address, or its text.
+bool record_writer::address(unsigned at, Tcl_Obj *value, holding holds, const place &here)
+{
+    int count;
+    Tcl_Obj **each;
+    if (Tcl_ListObjGetElements(nullptr, value, &count, &each) == TCL_OK && count == 4)
+        return numbers(4, at, 4, each, here);
+    address_words words;
+    const int version = parse_ip(Tcl_GetString(value), words);
+    if (version == 0 || (holds == holding::ipv6 && version == 4))
+        return refuse(&here,
+                      Tcl_ObjPrintf("\"%s\" is no %s address, nor a list of 4 words",
+                                    Tcl_GetString(value), holds == holding::ipv6 ? "IPv6" : "IP"));
+    for (unsigned i = 0; i < 4; ++i)
+        store(at + 4 * i, 4, words[i]);
+    version_ = version;
+    return true;
+}
+
+// A whole address record from a text like 10.0.0.0/8: family, address, and the length, all bits if
+// it is not there.
+bool record_writer::prefix(const record_row &row, unsigned at, Tcl_Obj *value, const place &here)
+{
+    const char *const text = Tcl_GetString(value);
+    const char *const slash = std::strchr(text, '/');
+    const auto length_of_text =
+        slash != nullptr ? static_cast<std::size_t>(slash - text) : std::strlen(text);
+    char address_only[64];
+    address_words words;
+    int version = 0;
+    if (length_of_text < sizeof address_only) {
+        std::memcpy(address_only, text, length_of_text);
+        address_only[length_of_text] = '\0';
+        version = parse_ip(address_only, words);
+    }
+    if (version == 0)
+        return refuse(&here,
+                      Tcl_ObjPrintf("\"%s\" is no IP address or prefix like 10.0.0.0/8", text));
+    const int bits = version == 4 ? 32 : 128;
+    const int length = slash != nullptr ? length_of(slash + 1) : bits;
+    if (length < 0 || length > bits)
+        return refuse(
+            &here, Tcl_ObjPrintf("\"%s\" has no length from 0 to %d behind the slash", text, bits));
+    for (const field_row *field = fields_of(row); field != fields_of(row) + row.fields; ++field) {
+        const unsigned there = at + field->offset;
+        if (field->holds == holding::family)
+            store(there, field->size, family_of(version));
+        else if (field->record < 0)
+            store(there, field->size, static_cast<std::uint32_t>(length));
+        else
+            for (unsigned i = 0; i < 4; ++i)
+                store(there + 4 * i, 4, words[i]);
+    }
+    return true;
+}
+
+// ------------------------------------------------------------------------------- lists, numbers
+
+bool record_writer::elements(Tcl_Obj *value, int wanted, Tcl_Obj **&elements, const place &here)
+{
+    int count;
+    if (Tcl_ListObjGetElements(nullptr, value, &count, &elements) != TCL_OK)
+        return refuse(&here, Tcl_ObjPrintf("\"%s\" is no list", Tcl_GetString(value)));
+    if (count != wanted)
+        return refuse(&here,
+                      Tcl_ObjPrintf("wants a list of %d elements, not of %d", wanted, count));
+    return true;
+}
+
+bool record_writer::take(Tcl_Obj *value, std::uint32_t greatest, std::uint32_t &number,
+                         const place &here, int index)
+{
+    const auto taken = session_.take_number(value, greatest, number);
+    if (taken == record_session::taken::number)
+        return true;
+    const place element = {&here, nullptr, index};
+    const place &there = index >= 0 ? element : here;
+    if (taken == record_session::taken::no_number)
+        return refuse(&there, Tcl_ObjPrintf("\"%s\" is no number", Tcl_GetString(value)));
+    // Tcl_ObjPrintf shows unsigned numbers as wide as its own are.
+    char limit[12];
+    std::snprintf(limit, sizeof limit, "%lu", static_cast<unsigned long>(greatest));
+    return refuse(&there, Tcl_ObjPrintf("%s is outside 0 to %s", Tcl_GetString(value), limit));
+}
+
+} // namespace qxsh

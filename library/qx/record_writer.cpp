@@ -1,0 +1,306 @@
+// The walk over a dict; see record_writer.h. Values of single fields are in record_values.cpp.
+#include "library/qx/record_writer.h"
+
+#include <cstring>
+
+namespace qxsh {
+
+// A dict of Tcl's keeps its table: asking it for a list would throw that away. What is a list, or
+// only a text, is read as one, unless a key comes twice, of which the last counts.
+class record_writer::entries
+{
+public:
+    entries() = default;
+    entries(const entries &) = delete;
+    entries &operator=(const entries &) = delete;
+    ~entries()
+    {
+        if (is_dict_)
+            Tcl_DictObjDone(&search_);
+        if (copy_ != nullptr)
+            Tcl_DecrRefCount(copy_);
+    }
+
+    // False: the object is no dict.
+    bool open(const record_session &session, const record_row &row, Tcl_Obj *values)
+    {
+        int count;
+        if (session.is_dict(values))
+            return open_dict(values);
+        if (Tcl_ListObjGetElements(nullptr, values, &count, &next_) != TCL_OK || count % 2 != 0)
+            return false;
+        count_ = count / 2;
+        left_ = count_;
+        return !has_repetition(session, row) || open_dict(copy_ = own_copy(values));
+    }
+
+    int count() const { return count_; }
+
+    bool next(Tcl_Obj *&key, Tcl_Obj *&value)
+    {
+        if (left_ == 0)
+            return false;
+        --left_;
+        if (is_dict_) {
+            key = key_;
+            value = value_;
+            int done;
+            Tcl_DictObjNext(&search_, &key_, &value_, &done);
+        } else {
+            key = *next_++;
+            value = *next_++;
+        }
+        return true;
+    }
+
+private:
+    bool open_dict(Tcl_Obj *values)
+    {
+        int done;
+        if (Tcl_DictObjSize(nullptr, values, &count_) != TCL_OK)
+            return false;
+        left_ = count_;
+        Tcl_DictObjFirst(nullptr, values, &search_, &key_, &value_, &done);
+        is_dict_ = true;
+        return true;
+    }
+
+    static Tcl_Obj *own_copy(Tcl_Obj *values)
+    {
+        Tcl_Obj *const copy = Tcl_DuplicateObj(values);
+        Tcl_IncrRefCount(copy);
+        return copy;
+    }
+
+    // Keys in the order of the fields, each the shared object, cannot repeat themselves; the rest
+    // is compared.
+    bool has_repetition(const record_session &session, const record_row &row) const
+    {
+        const field_row *field = fields_of(row);
+        const field_row *const end = field + row.fields;
+        int i = 0;
+        for (; i < count_; ++i) {
+            while (field != end && session.name(*field) != next_[2 * i])
+                ++field;
+            if (field == end)
+                break;
+        }
+        if (i == count_)
+            return false;
+        for (i = 1; i < count_; ++i)
+            for (int j = 0; j < i; ++j)
+                if (std::strcmp(Tcl_GetString(next_[2 * i]), Tcl_GetString(next_[2 * j])) == 0)
+                    return true;
+        return false;
+    }
+
+    Tcl_Obj **next_ = nullptr;
+    int count_ = 0;
+    int left_ = 0;
+    bool is_dict_ = false;
+    Tcl_DictSearch search_;
+    Tcl_Obj *key_ = nullptr;
+    Tcl_Obj *value_ = nullptr;
+    Tcl_Obj *copy_ = nullptr;
+};
+
+// The field of a key; null if there is none. Most dicts have the fields in the record's order, so
+// the search begins where it ended.
+static const field_row *field_of(const record_session &session, const record_row &row, Tcl_Obj *key,
+                                 unsigned &hint)
+{
+    const field_row *const all = fields_of(row);
+    for (unsigned i = hint; i < row.fields; ++i) {
+        if (session.name(all[i]) == key) {
+            hint = i + 1;
+            return all + i;
+        }
+    }
+    const char *const text = Tcl_GetString(key);
+    for (unsigned i = 0; i < row.fields; ++i) {
+        const unsigned at = (hint + i) % row.fields;
+        if (std::strcmp(all[at].name, text) == 0) {
+            hint = at + 1;
+            return all + at;
+        }
+    }
+    return nullptr;
+}
+
+bool record_writer::write(const record_row &row, Tcl_Obj *values)
+{
+    bool good = record(row, 0, values, nullptr);
+    if (good && contradiction_)
+        good = refuse(nullptr, Tcl_ObjPrintf("%s: the views of the union contradict each other;"
+                                             " name one",
+                                             Tcl_GetString(unions_)));
+    if (unions_ != nullptr)
+        Tcl_DecrRefCount(unions_);
+    unions_ = nullptr;
+    return good;
+}
+
+bool record_writer::record(const record_row &row, unsigned at, Tcl_Obj *values, const place *here)
+{
+    entries all;
+    if (!all.open(session_, row, values))
+        return refuse(here, Tcl_ObjPrintf("\"%s\" is no dict of fields", Tcl_GetString(values)));
+    if (!row.is_union || all.count() < 2)
+        return fields(row, at, all, here);
+    unsigned char written[most_record_bytes];
+    const bool outermost = written_ == nullptr;
+    if (outermost) {
+        std::memset(written, 0, sizeof written);
+        written_ = written;
+    }
+    const bool good = fields(row, at, all, here);
+    if (outermost)
+        written_ = nullptr;
+    if (good)
+        note_views(row, here);
+    return good;
+}
+
+bool record_writer::fields(const record_row &row, unsigned at, entries &all, const place *here)
+{
+    Tcl_Obj *key;
+    Tcl_Obj *value;
+    Tcl_Obj *family = nullptr;
+    Tcl_Obj *address_text = nullptr;
+    place address_place = {};
+    int version = 0;
+    for (unsigned hint = 0; all.next(key, value);) {
+        const field_row *const each = field_of(session_, row, key, hint);
+        if (each == nullptr)
+            return refuse_name(row, {here, Tcl_GetString(key), 0});
+        const place there = {here, each->name, 0};
+        version_ = 0;
+        if (!field(*each, at + each->offset, value, there))
+            return false;
+        if (each->holds == holding::family)
+            family = value;
+        if (row.family >= 0 && each->record >= 0 && version_ != 0) {
+            version = version_;
+            address_place = there;
+            address_text = value;
+        }
+    }
+    return family == nullptr || version == 0 ||
+           check_family(row, family, version, address_place, address_text);
+}
+
+// An address that is named together with its family has to be of it.
+bool record_writer::check_family(const record_row &row, Tcl_Obj *family, int version,
+                                 const place &address, Tcl_Obj *text)
+{
+    std::uint32_t number = 0;
+    session_.take_number(family, UINT32_MAX, number);
+    const int wanted = version_of(number);
+    if (wanted == 0 || wanted == version)
+        return true;
+    return refuse(&address,
+                  Tcl_ObjPrintf("%s is an IPv%d address, but %s says IPv%d", Tcl_GetString(text),
+                                version, fields_of(row)[row.family].name, wanted));
+}
+
+bool record_writer::refuse_name(const record_row &row, const place &here)
+{
+    Tcl_Interp *const interp = session_.interp();
+    Tcl_Obj *const names = Tcl_NewListObj(0, nullptr);
+    for (int i = 0; i < row.fields; ++i)
+        Tcl_ListObjAppendElement(nullptr, names, session_.name(fields_of(row)[i]));
+    Tcl_Obj *words[] = {Tcl_NewStringObj("::qx::catalogue::nearest", -1),
+                        Tcl_NewStringObj(here.name, -1), names};
+    for (Tcl_Obj *const word : words)
+        Tcl_IncrRefCount(word);
+    Tcl_Obj *const text = Tcl_ObjPrintf("%s has no such field; nearest: ", row.name);
+    int count;
+    Tcl_Obj **near;
+    if (Tcl_EvalObjv(interp, 3, words, TCL_EVAL_GLOBAL) == TCL_OK &&
+        Tcl_ListObjGetElements(nullptr, Tcl_GetObjResult(interp), &count, &near) == TCL_OK)
+        for (int i = 0; i < count; ++i)
+            Tcl_AppendStringsToObj(text, i > 0 ? ", " : "", Tcl_GetString(near[i]), nullptr);
+    for (Tcl_Obj *const word : words)
+        Tcl_DecrRefCount(word);
+    return refuse(&here, text);
+}
+
+void record_writer::note_views(const record_row &row, const place *here)
+{
+    if (unions_ == nullptr) {
+        unions_ = Tcl_NewObj();
+        Tcl_IncrRefCount(unions_);
+    } else {
+        Tcl_AppendToObj(unions_, ", ", -1);
+    }
+    if (here == nullptr)
+        Tcl_AppendToObj(unions_, row.name, -1);
+    else
+        append_place(unions_, here);
+}
+
+// ------------------------------------------------------------------------------- stores
+
+void record_writer::store(unsigned at, unsigned size, std::uint32_t value, std::uint32_t mask)
+{
+    if (written_ != nullptr) [[unlikely]]
+        compare(at, size, value, mask);
+    if (mask != UINT32_MAX) {
+        std::uint32_t unit = 0;
+        std::memcpy(&unit, bytes_ + at, size);
+        value |= unit & ~mask;
+    }
+    switch (size) {
+    case 1:
+        bytes_[at] = static_cast<unsigned char>(value);
+        break;
+    case 2:
+        std::memcpy(bytes_ + at, &value, 2);
+        break;
+    default:
+        std::memcpy(bytes_ + at, &value, 4);
+        break;
+    }
+}
+
+void record_writer::compare(unsigned at, unsigned size, std::uint32_t value, std::uint32_t mask)
+{
+    for (unsigned i = 0; i < size; ++i, value >>= 8, mask >>= 8) {
+        unsigned char &written = written_[at + i];
+        if (((bytes_[at + i] ^ value) & written & mask & 255) != 0)
+            contradiction_ = true;
+        written = static_cast<unsigned char>(written | mask);
+    }
+}
+
+// ------------------------------------------------------------------------------- errors
+
+void record_writer::append_place(Tcl_Obj *text, const place *here)
+{
+    if (here->outer != nullptr)
+        append_place(text, here->outer);
+    if (here->name == nullptr)
+        Tcl_AppendPrintfToObj(text, "(%d)", here->index);
+    else
+        Tcl_AppendStringsToObj(text, here->outer != nullptr ? "." : "", here->name, nullptr);
+}
+
+bool record_writer::refuse(const place *here, Tcl_Obj *text)
+{
+    Tcl_Interp *const interp = session_.interp();
+    Tcl_Obj *const shown = Tcl_NewObj();
+    Tcl_IncrRefCount(shown);
+    Tcl_IncrRefCount(text);
+    if (here != nullptr)
+        append_place(shown, here);
+    Tcl_ResetResult(interp);
+    Tcl_SetErrorCode(interp, "QX", "VALUE", Tcl_GetString(shown), nullptr);
+    if (here != nullptr)
+        Tcl_AppendResult(interp, Tcl_GetString(shown), ": ", nullptr);
+    Tcl_AppendResult(interp, Tcl_GetString(text), nullptr);
+    Tcl_DecrRefCount(text);
+    Tcl_DecrRefCount(shown);
+    return false;
+}
+
+} // namespace qxsh
