@@ -1,9 +1,9 @@
-# qx::lint for the command line and CI: tclsh lint_main.tcl SCRIPT ... Prints what is wrong, a line
+# qx::lint for the command line and CI, installed as qx-lint SCRIPT ... Prints what is wrong, a line
 # each. Exit status 0 if nothing is, 1 if something is, 2 if a script cannot be read. Needs no SDK
 # library: a plain tclsh will do.
 
 if {[llength $argv] == 0} {
-    puts stderr "usage: lint_main.tcl SCRIPT ..."
+    puts stderr "usage: qx-lint SCRIPT ..."
     exit 2
 }
 source [file join [file dirname [file normalize [info script]]] qx.tcl]
