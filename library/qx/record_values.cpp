@@ -43,7 +43,7 @@ bool record_writer::nested(const record_row &row, unsigned at, Tcl_Obj *value, c
 {
     int count;
     Tcl_Obj **words;
-    if (session_.is_dict(value))
+    if (session_.is_dict(value) && !is_address(row))
         return record(row, at, value, &here);
     if (Tcl_ListObjGetElements(nullptr, value, &count, &words) != TCL_OK)
         return refuse(&here, Tcl_ObjPrintf("\"%s\" is no dict of fields", Tcl_GetString(value)));

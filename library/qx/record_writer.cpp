@@ -84,6 +84,7 @@ private:
                 ++field;
             if (field == end)
                 break;
+            ++field;
         }
         if (i == count_)
             return false;
@@ -185,6 +186,7 @@ bool record_writer::fields(const record_row &row, unsigned at, entries &all, con
             address_text = value;
         }
     }
+    version_ = 0; // what stands deeper in the dict is no text beside a family further out
     return family == nullptr || version == 0 ||
            check_family(row, family, version, address_place, address_text);
 }
@@ -295,7 +297,7 @@ bool record_writer::refuse(const place *here, Tcl_Obj *text)
         append_place(shown, here);
     Tcl_ResetResult(interp);
     Tcl_SetErrorCode(interp, "QX", "VALUE", Tcl_GetString(shown), nullptr);
-    if (here != nullptr)
+    if (Tcl_GetString(shown)[0] != '\0')
         Tcl_AppendResult(interp, Tcl_GetString(shown), ": ", nullptr);
     Tcl_AppendResult(interp, Tcl_GetString(text), nullptr);
     Tcl_DecrRefCount(text);
