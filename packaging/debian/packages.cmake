@@ -64,12 +64,13 @@ if(QXSH_LINE_EDITING)
 endif()
 
 package(shell qxsh SECTION interpreters
-    DEPENDS "${libraries}" SUGGESTS "qxsh-sim (${this_version}), qxsh-doc"
+    DEPENDS "${libraries}" SUGGESTS "tcl, qxsh-sim (${this_version}), qxsh-doc"
     DESCRIPTION "Tcl shell for bringing up a network processor
 An interactive Tcl shell with 1093 more commands, which build the records
 of a network-processor SDK field by field in native memory, print them and
 call its 83 functions. The commands are also the Tcl package demo. The
-package qx adds help, records as dicts and a checker of scripts.
+package qx adds help, records as dicts and a checker of scripts, which is
+also the command qx-lint; that one wants a tclsh.
 .
 The SDK itself, libqx-sdk.so, is the board's: no package brings it. Without
 any the loader says so and the shell does not start. The package qxsh-sim
