@@ -67,7 +67,7 @@ proc generate_sdk::declaration {call} {
         set taken $arguments
     }
     foreach argument $taken { lappend parameters [parameter $arguments $argument] }
-    return [folded "qx_status [behaviour $call]\(" $parameters ");"]
+    return [generate::wrapped "qx_status [behaviour $call]\(" $parameters ");"]
 }
 
 # The function that the table points to: takes the arguments out of the frame.
@@ -84,7 +84,7 @@ proc generate_sdk::unpacking {call} {
         incr number
     }
     set text "static qx_status behave_$call\(call_frame &frame)\n\{\n"
-    append text "[folded "    return [behaviour $call]\(" $words ");" 8]\n\}\n"
+    append text "[generate::wrapped "    return [behaviour $call]\(" $words ");" 8]\n\}\n"
 }
 
 # The SDK function itself.
@@ -96,28 +96,9 @@ proc generate_sdk::entry {call} {
         lappend parameters [string map {{* } *} "$native [dict get $argument name]"]
         lappend names [dict get $argument name]
     }
-    set text "[folded "unsigned int $call\(" $parameters ")"]\n\{\n"
-    append text "[folded "    const call_word words\[\] = \{" $names "\};" 8]\n"
+    set text "[generate::wrapped "unsigned int $call\(" $parameters ")"]\n\{\n"
+    append text "[generate::wrapped "    const call_word words\[\] = \{" $names "\};" 8]\n"
     append text "    return perform(call_$call, words);\n\}\n"
-}
-
-# Joins pieces with ", ", breaking lines before column 100.
-proc generate_sdk::folded {start pieces end {indent 4}} {
-    set text {}
-    set line $start
-    set last [expr {[llength $pieces] - 1}]
-    set number 0
-    foreach piece $pieces {
-        append piece [expr {$number == $last ? $end : ","}]
-        if {$number > 0 && [string length $line] + 1 + [string length $piece] > 100} {
-            append text $line\n
-            set line [string repeat { } $indent]$piece
-        } else {
-            append line [expr {$number > 0 ? " " : ""}]$piece
-        }
-        incr number
-    }
-    return $text$line
 }
 
 # -------------------------------------------------------------------------- the descriptions
