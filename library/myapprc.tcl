@@ -5,7 +5,7 @@
 # The rc file is also read when commands come from a pipe; comforts are for people.
 if {![info exists tcl_interactive] || !$tcl_interactive} return
 
-# Settings of your own come here, before the last lines, which stay with the prompt.
+# Settings of your own may come here or behind the last line.
 
 # Tcl's search for a package reads the indexes of all; this one's alone are there much sooner.
 foreach dir $auto_path {

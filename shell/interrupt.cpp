@@ -1,19 +1,23 @@
-// SIGINT as an error of the running command; see interrupt.h. The handler only marks an async
-// handler of Tcl's, which runs between two commands and makes the error. A script may catch that; so
-// a second signal sets a limit of Tcl's on commands, which ends every evaluation and is no error
-// that can be caught. It has to go when Tcl's loop prompts again: before it does, it reads the
-// variable tcl_prompt1, and a trace tells.
+// SIGINT as an error of the running command; see interrupt.h. The handler only notes the time and
+// tells a thread, which marks an async handler of Tcl's: marking takes a lock that the interrupted
+// code may hold. The async handler runs between two commands and makes the error. A script may
+// catch that; so a second signal sets a limit of Tcl's on commands, which ends every evaluation and
+// is no error that can be caught. It has to go when Tcl's loop prompts again: before it does, it
+// reads the variable tcl_prompt1, and a trace tells.
 #include "shell/interrupt.h"
 
+#include "shell/line_editing.h"
 #include "shell/prompt_input.h"
 
 #include <fcntl.h>
+#include <pthread.h>
 #include <sys/select.h>
 #include <time.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <csignal>
+#include <initializer_list>
 
 namespace qxsh {
 
@@ -21,10 +25,13 @@ namespace {
 
 Tcl_Interp *shell;
 Tcl_AsyncHandler async;
-int wake_up[2]; // a pipe: whoever waits for events looks up
+int to_thread[2]; // a pipe: the handler tells the thread
+int wake_up[2];   // a pipe: whoever waits for events looks up
 
 Tcl_Obj *error_code; // the variable's value before the prompt
 bool prompted;       // Tcl's loop has come to its prompt, and comes back to it
+bool prompting;      // a script of the user's does it
+line_editing editing = {nullptr, give_typed};
 
 volatile sig_atomic_t interrupted; // and nothing has come of it yet
 volatile sig_atomic_t repeated;    // within a second
@@ -40,9 +47,19 @@ extern "C" void on_interrupt(int)
     repeated = last.tv_sec != 0 && nanoseconds < 1000000000;
     last = now;
     interrupted = 1;
-    Tcl_AsyncMark(async);
-    static_cast<void>(!write(wake_up[1], "", 1));
+    static_cast<void>(!write(to_thread[1], "", 1));
     errno = error;
+}
+
+extern "C" void *mark_interrupts(void *)
+{
+    char byte;
+    for (;;) {
+        if (read(to_thread[0], &byte, 1) != 1)
+            continue;
+        Tcl_AsyncMark(async);
+        static_cast<void>(!write(wake_up[1], "", 1));
+    }
 }
 
 void empty_pipe(ClientData, int)
@@ -75,11 +92,11 @@ bool edits_line()
     return editing;
 }
 
-// Before Tcl's loop has begun to prompt, while it reads the rc file, it would end the process: a
-// prompt that an rc file makes itself has only errors that can be caught.
+// Tcl's loop would end the process if the limit were set while it reads the rc file or a script
+// prompts: what runs there has only errors that can be caught.
 void end_everything(Tcl_Interp *interp)
 {
-    if (!prompted)
+    if (!prompted || prompting)
         return;
     Tcl_LimitSetCommands(interp, 1);
     Tcl_LimitTypeSet(interp, TCL_LIMIT_COMMANDS);
@@ -91,8 +108,8 @@ void end_everything(Tcl_Interp *interp)
 int end_command(ClientData, Tcl_Interp *interp, int code)
 {
     const bool uncatchable = repeated != 0 || interp == nullptr;
-    if (interp == nullptr && edits_line())
-        interrupted = 0;
+    if (interp == nullptr && edits_line() && take_interrupt() && editing.drop_line != nullptr)
+        editing.drop_line();
     if (!take_interrupt())
         return code;
     if (uncatchable)
@@ -109,36 +126,62 @@ int end_command(ClientData, Tcl_Interp *interp, int code)
 // none without the trace.
 void keep_error_code(Tcl_Interp *interp)
 {
-    if (error_code == nullptr &&
-        (error_code = Tcl_GetVar2Ex(interp, "errorCode", nullptr, TCL_GLOBAL_ONLY)) != nullptr)
+    if (error_code != nullptr)
+        Tcl_DecrRefCount(error_code);
+    if ((error_code = Tcl_GetVar2Ex(interp, "errorCode", nullptr, TCL_GLOBAL_ONLY)) != nullptr)
         Tcl_IncrRefCount(error_code);
 }
 
-char *before_prompt(ClientData, Tcl_Interp *interp, const char *, const char *, int flags)
+char *before_prompt(ClientData, Tcl_Interp *interp, const char *, const char *, int flags);
+
+void watch_prompt(Tcl_Interp *interp, const char *name)
+{
+    Tcl_TraceVar(interp, name, TCL_TRACE_READS | TCL_TRACE_UNSETS | TCL_GLOBAL_ONLY, before_prompt,
+                 nullptr);
+}
+
+char *before_prompt(ClientData, Tcl_Interp *interp, const char *name, const char *, int flags)
 {
     if ((flags & TCL_TRACE_DESTROYED) != 0 && (flags & TCL_INTERP_DESTROYED) == 0) {
-        Tcl_TraceVar(interp, "tcl_prompt1", TCL_TRACE_READS | TCL_TRACE_UNSETS | TCL_GLOBAL_ONLY,
-                     before_prompt, nullptr);
+        watch_prompt(interp, name);
     } else {
         // A script that reads the variable has no limit to lose.
         prompted = true;
         keep_error_code(interp);
+        prompting = Tcl_GetVar2Ex(interp, name, nullptr, TCL_GLOBAL_ONLY) != nullptr;
         Tcl_LimitTypeReset(interp, TCL_LIMIT_COMMANDS);
         take_interrupt();
     }
     return nullptr;
 }
 
-bool open_pipe()
+bool open_pipes()
 {
-    if (pipe(wake_up) != 0)
+    if (pipe(wake_up) != 0 || pipe(to_thread) != 0)
         return false;
-    for (const int end : wake_up) {
+    for (const int end : {wake_up[0], wake_up[1], to_thread[0], to_thread[1]}) {
         fcntl(end, F_SETFD, FD_CLOEXEC);
-        fcntl(end, F_SETFL, O_NONBLOCK);
+        if (end != to_thread[0])
+            fcntl(end, F_SETFL, O_NONBLOCK);
     }
     return true;
 }
+
+// Signals stay the main thread's.
+bool start_thread()
+{
+    sigset_t all;
+    sigset_t before;
+    sigfillset(&all);
+    pthread_sigmask(SIG_SETMASK, &all, &before);
+    pthread_t thread;
+    const bool started = pthread_create(&thread, nullptr, mark_interrupts, nullptr) == 0;
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    return started && pthread_detach(thread) == 0;
+}
+
+// Tcl's end takes the async handler away.
+void default_again(ClientData) { signal(SIGINT, SIG_DFL); }
 
 } // namespace
 
@@ -167,7 +210,15 @@ bool runs_script(Tcl_Interp *interp)
     return commands > 1; // the question itself is one
 }
 
-bool interrupt_waits() { return interrupted != 0; }
+void command_begins() { prompting = false; }
+
+bool interrupt_waits()
+{
+    // The thread may not have come to it yet.
+    if (interrupted != 0)
+        Tcl_AsyncMark(async);
+    return interrupted != 0;
+}
 
 bool take_interrupt()
 {
@@ -196,14 +247,19 @@ void wait_for_input(int descriptor)
 void interrupt_scripts(Tcl_Interp *interp)
 {
     struct sigaction action;
-    if (sigaction(SIGINT, nullptr, &action) != 0 || action.sa_handler == SIG_IGN || !open_pipe())
+    if (sigaction(SIGINT, nullptr, &action) != 0 || action.sa_handler == SIG_IGN || !open_pipes())
         return;
     shell = interp;
     async = Tcl_AsyncCreate(end_command, nullptr);
+    if (!start_thread()) {
+        Tcl_AsyncDelete(async);
+        return;
+    }
+    Tcl_CreateExitHandler(default_again, nullptr);
     Tcl_CreateFileHandler(wake_up[0], TCL_READABLE, empty_pipe, nullptr);
-    Tcl_TraceVar(interp, "tcl_prompt1", TCL_TRACE_READS | TCL_TRACE_UNSETS | TCL_GLOBAL_ONLY,
-                 before_prompt, nullptr);
+    watch_prompt(interp, "tcl_prompt1");
     watch_prompt_input(interp);
+    Tcl_SetAssocData(interp, line_editing_key, nullptr, &editing);
     sigemptyset(&action.sa_mask);
     action.sa_flags = SA_RESTART | SA_ONSTACK; // an SDK need not know of it
     action.sa_handler = on_interrupt;

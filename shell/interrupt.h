@@ -12,7 +12,7 @@ namespace qxsh {
 /// was started with SIGINT ignored.
 void interrupt_scripts(Tcl_Interp *interp);
 
-/// Whether a SIGINT has come that has ended nothing yet.
+/// Whether a SIGINT has come that has ended nothing yet; the next command of the script ends then.
 bool interrupt_waits();
 
 /// The same; and forgets it.
@@ -20,6 +20,9 @@ bool take_interrupt();
 
 /// Gives the variable errorCode the value it had before Tcl's loop prompted.
 void restore_error_code(Tcl_Interp *interp);
+
+/// Tcl's loop has been given what was typed: no script prompts any more.
+void command_begins();
 
 /// Waits until there is something to read or a SIGINT has come.
 void wait_for_input(int descriptor);

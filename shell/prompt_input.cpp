@@ -28,6 +28,8 @@ struct prompt_input {
     Tcl_Channel below() const { return Tcl_GetStackedChannel(top); }
 };
 
+prompt_input *prompt; // the one there is; null once stdin has been closed
+
 prompt_input &input_of(ClientData data) { return *static_cast<prompt_input *>(data); }
 
 // As Tcl's loop does it.
@@ -51,6 +53,7 @@ int give_kept(prompt_input &input, char *buffer, int size)
     input.kept.erase(0, count);
     if (input.kept.empty())
         input.whole = false;
+    command_begins();
     return static_cast<int>(count);
 }
 
@@ -118,6 +121,7 @@ int read_input(ClientData data, char *buffer, int size, int *error)
 int close_input(ClientData data, Tcl_Interp *)
 {
     delete &input_of(data);
+    prompt = nullptr;
     return 0;
 }
 
@@ -175,6 +179,16 @@ void watch_prompt_input(Tcl_Interp *interp)
     input->top = Tcl_StackChannel(interp, &type, input, TCL_READABLE, in);
     if (input->top == nullptr)
         delete input;
+    else
+        prompt = input;
+}
+
+void give_typed(const char *bytes, int size)
+{
+    if (prompt == nullptr)
+        return;
+    prompt->kept.append(bytes, static_cast<std::size_t>(size));
+    prompt->whole = true;
 }
 
 } // namespace qxsh

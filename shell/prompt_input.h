@@ -9,4 +9,7 @@ namespace qxsh {
 /// Puts it onto the channel stdin, once. Scripts read as before, options are the terminal's.
 void watch_prompt_input(Tcl_Interp *interp);
 
+/// Tcl's loop reads these bytes next, whole lines that were typed elsewhere.
+void give_typed(const char *bytes, int size);
+
 } // namespace qxsh

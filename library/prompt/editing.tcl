@@ -1,6 +1,6 @@
-# Package qx_prompt, line editing: starts tclreadline, reads commands of as many lines as they take
-# and carries them out as Tcl's own loop does. Relies on history.tcl, offers.tcl and the library of
-# this package, which sets of Readline what no script can.
+# Package qx_prompt, line editing: starts tclreadline, and where Tcl's loop prompts reads a command
+# of as many lines as it takes. Relies on history.tcl, offers.tcl and the library of this package,
+# which does with Readline and Tcl what no script can.
 
 namespace eval qx::prompt::editing {
     variable earlier {} ;# the lines before, of a command that goes on
@@ -96,13 +96,20 @@ proc qx::prompt::editing::variables {} {
 
 # ------------------------------------------------------------------------------- the commands
 
-# A whole command. The prompts are those of a shell without editing.
+# A whole command. The prompts are those of a shell without editing; a line that is dropped takes
+# those before it along.
 proc qx::prompt::editing::read_command {} {
     variable earlier
     set earlier {}
     set prompt "% "
     while {1} {
+        qx::prompt::readline::expect
         set line [::tclreadline::readline read $prompt]
+        if {[qx::prompt::readline::dropped]} {
+            set earlier {}
+            set prompt "% "
+            continue
+        }
         # A blank before a command keeps all of it out of the file.
         if {$earlier eq {}} { set kept [expr {![string match {[ \t]*} $line]}] }
         if {$kept} { qx::prompt::history::add $line }
@@ -113,32 +120,29 @@ proc qx::prompt::editing::read_command {} {
     }
 }
 
-# Reads and carries out commands until the process ends, with results and messages as Tcl's own
-# loop. A line that cannot be read is dropped; if that happens again and again there is no terminal
-# any more.
-proc qx::prompt::editing::loop {} {
-    info script {} ;# what is typed belongs to no file
+# The script in tcl_prompt1: reads a command and gives it to Tcl's own loop, which carries it out as
+# one that was typed without editing. A line that cannot be read is dropped; if that happens again
+# and again there is no terminal any more.
+proc qx::prompt::editing::prompt {} {
+    foreach name {errorInfo errorCode} {
+        if {[info exists ::$name]} { set before($name) [set ::$name] }
+    }
     set failures 0
-    while {1} {
-        if {[catch { read_command } command]} {
-            puts stderr $command
-            if {[incr failures] >= 3} {
-                puts stderr "line editing ends here"
-                return
-            }
-            continue
-        }
-        set failures 0
-        if {[string trim $command] eq {}} continue
-        history add $command
-        set code [catch { uplevel #0 $command } result]
-        if {$code == 3 || $code == 4} {
-            set result "invoked \"[lindex {break continue} [expr {$code - 3}]]\" outside of a loop"
-        }
-        if {$code != 0 && $code != 2} {
-            puts stderr $result
-        } elseif {$result ne {}} {
-            puts $result
+    while {[catch { give [read_command] } reason]} {
+        if {[lrange $::errorCode 0 1] eq {QXSH INTERRUPTED}} continue
+        puts stderr $reason
+        if {[incr failures] >= 3} {
+            puts stderr "line editing ends here"
+            unset ::tcl_prompt1
+            break
         }
     }
+    # They are the last command's.
+    foreach name [array names before] { set ::$name $before($name) }
+}
+
+proc qx::prompt::editing::give {command} {
+    set encoding [fconfigure stdin -encoding]
+    if {$encoding ne "binary"} { set command [encoding convertto $encoding $command] }
+    qx::prompt::readline::give $command\n
 }

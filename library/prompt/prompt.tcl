@@ -18,8 +18,7 @@ apply {{folder parts} {
     cursor offers arguments history names editing
 }
 
-# Starts all of it; does not come back while lines are edited. At anything but a prompt it does
-# nothing.
+# Starts all of it. At anything but a prompt it does nothing.
 proc qx::prompt::start {} {
     variable editing
     variable lazy
@@ -30,7 +29,7 @@ proc qx::prompt::start {} {
     names::guard
     if {$editing} {
         editing::begin
-        editing::loop
+        set ::tcl_prompt1 ::qx::prompt::editing::prompt
     }
 }
 

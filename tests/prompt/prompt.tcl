@@ -37,3 +37,20 @@ proc plain_text {run} {
     regsub -all {\x1b\[[0-9;?]*[A-Za-z]|\x07} [dict get $run out] {} out
     return [string map {\r {}} $out]
 }
+
+# Makes the constraint `editing`. As in tests/script/terminal.test: another processor's tclreadline
+# lies in a tree of its own.
+proc need_editing {} {
+    global env
+    set tree [file dirname [file dirname [file dirname $env(QXSH_TARGET_TCLSH)]]]
+    if {$tree ne "/"} {
+        file mkdir [scratch packages]
+        foreach folder [glob -nocomplain $tree/usr/lib/tcltk/*/tclreadline*] {
+            file copy $folder [scratch packages]
+        }
+        set harness::environment [list TCLLIBPATH=[scratch packages]]
+    }
+    set found [shell {puts [catch {package require tclreadline}]}]
+    constraint editing {[testConstraint terminal] && $found eq [list out "0\n" status 0]} \
+        "this build's shell cannot load the package tclreadline"
+}

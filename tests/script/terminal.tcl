@@ -108,3 +108,25 @@ proc wait_for_end {} {
         timeout { error "the shell does not end: \"$expect_out(buffer)\"" }
     }
 }
+
+# Types at the shell: {keys pattern ...}, each pattern being waited for, one end of line for each on
+# the screen; ^C is the key. -> "fine" and the exit status.
+proc typing {home args} {
+    global spawn_id stty_init
+    set stty_init {rows 24 cols 200}
+    set ::timeout 60
+    set before [pwd]
+    cd $::harness::folder
+    spawn -noecho {*}[shell_command [list HOME=$home TERM=vt100 ASAN_OPTIONS=detect_leaks=0]]
+    cd $before
+    wait_for {% $}
+    foreach {keys pattern} $args {
+        # A prompt is shown a moment before its line is read; nobody is as fast as this program.
+        after 100
+        send -- [string map [list ^C \x03] $keys]
+        wait_for [string map [list \n {[\r\n]+}] $pattern]
+    }
+    send "exit 3\r"
+    wait_for_end
+    return "fine [lindex [wait] 3]"
+}
