@@ -12,7 +12,8 @@ proc tcltest::cleanupTestsHook {} {
     set ::outcome [list $numTests(Total) $numTests(Failed)]
 }
 
-begin_transcript [file rootname [file tail $file]]
+# With its folder: there are files of one name in two folders.
+begin_transcript [file tail [file dirname $file]].[file rootname [file tail $file]]
 if {[catch {source $file} message]} {
     puts stderr "[file tail $file]: $errorInfo"
     exit 1
