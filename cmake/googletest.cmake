@@ -1,4 +1,4 @@
-# GoogleTest (targets gtest, gtest_main, gmock), compiled with the flags of the preset; its own
+# GoogleTest (targets gtest, gtest_main, gmock), compiled as the tests are; its own
 # warnings are not ours. Relies on Debian's copy of the sources (package googletest).
 
 set(QXSH_GOOGLETEST /usr/src/googletest CACHE PATH "GoogleTest's sources (package googletest)")
