@@ -202,6 +202,12 @@ TEST(blocks_DeathTest, a_bad_free_aborts)
 TEST(blocks_DeathTest, freed_by_an_interior_pointer)
 {
     for (const std::uint32_t offset : {8u, 16u, 1u, 4u, 200u}) {
+#if UINTPTR_MAX == UINT32_MAX && defined QXSH_SANITIZED
+        // There AddressSanitizer takes the number of a call stack for a block's state: one number
+        // in 256 looks like a live block.
+        if (offset == 8)
+            continue;
+#endif
         block room{212};
         EXPECT_DEATH(free_block(room.at(offset)), bad_free) << offset;
         room.fill(0xff);
