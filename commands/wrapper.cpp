@@ -14,28 +14,6 @@ static swig_type_record *type_of(word_kind kind)
     return kind >= word_handle ? swig_types[kind - word_handle] : nullptr;
 }
 
-// Lets every handle word that is plain text remember what it stands for. Gives whether there was
-// one and as many words as kinds, so that it makes sense to look at the words again; nothing else
-// happens to them.
-static inline bool read_plain_handles(Tcl_Obj *const *word, Tcl_Obj *const *end,
-                                      const word_kind *kind)
-{
-    bool any = false;
-    for (; *kind != word_end; ++kind, ++word) {
-        if (word == end)
-            return false;
-        if (*kind < word_handle)
-            continue;
-        auto *const type = swig_types[*kind - word_handle];
-        if ((*word)->typePtr == &handle_type && (*word)->internalRep.twoPtrValue.ptr2 == type)
-            continue;
-        if (!read_plain_handle(*word, type))
-            return false;
-        any = true;
-    }
-    return any && word == end;
-}
-
 [[gnu::noinline]] static int convert_and_call(Tcl_ObjCmdProc *wrapper, Tcl_Interp *interp,
                                               int objc, Tcl_Obj *const objv[], const char *usage,
                                               const word_kind *kinds)
@@ -58,7 +36,10 @@ static inline bool read_plain_handles(Tcl_Obj *const *word, Tcl_Obj *const *end,
 int call_converted(Tcl_ObjCmdProc *wrapper, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[],
                    const char *usage, const word_kind *kinds)
 {
-    if (read_plain_handles(objv + 1, objv + objc, kinds))
+    // Most often what is not ready is the first word, a handle that a script has as text. Neither
+    // does that need a stack frame.
+    const int type = kinds[0] - word_handle;
+    if (objc > 1 && type >= 0 && read_new_handle(objv[1], swig_types[type], handle_names[type]))
         return wrapper(nullptr, interp, objc, objv);
     return convert_and_call(wrapper, interp, objc, objv, usage, kinds);
 }

@@ -13,7 +13,6 @@ namespace {
 
 constexpr std::size_t handle_buffer = 1024;
 constexpr std::size_t max_packed_length = 1000;
-constexpr std::size_t address_digits = 8;
 
 void *remembered_pointer(const Tcl_Obj *object) { return object->internalRep.twoPtrValue.ptr1; }
 
@@ -42,30 +41,12 @@ void make_text(Tcl_Obj *object)
     const auto address = address_of(remembered_pointer(object));
     const char *const name = remembered_type(object)->name;
     const std::size_t name_length = std::strlen(name);
-    const std::size_t length = 1 + address_digits + name_length;
+    const std::size_t length = 1 + qxsh::address_digits + name_length;
     char *const text = Tcl_Alloc(static_cast<unsigned int>(length + 1));
     text[0] = '_';
     std::memcpy(swig_pack_hex(text + 1, &address, sizeof address), name, name_length + 1);
     object->bytes = text;
     object->length = static_cast<int>(length);
-}
-
-// All eight digits of an address at once, each in a byte of its own; false if one is bad.
-inline bool unpack_address(const char *text, std::uint32_t &address)
-{
-    constexpr std::uint64_t each = 0x0101010101010101;
-    std::uint64_t digits;
-    std::memcpy(&digits, text, sizeof digits);
-    // Letters have bit 6 set and their value, less 9, in the low four bits.
-    std::uint64_t values = (digits & 15 * each) + 9 * (digits >> 6 & each);
-    const std::uint64_t letters = (values + 6 * each) >> 4 & each;
-    // What follows 'f' would pass for a digit of 16 and more.
-    if ((values & 0xf0 * each) != 0 || values + '0' * each + ('a' - '0' - 10) * letters != digits)
-        return false;
-    values = (values << 4 | values >> 8) & 0x00ff00ff00ff00ff;
-    values = (values | values >> 8) & 0x0000ffff0000ffff;
-    address = static_cast<std::uint32_t>(values | values >> 16);
-    return true;
 }
 
 int nibble(char digit)
@@ -138,9 +119,9 @@ struct named_pointer {
 int convert_handle(const char *text, std::size_t length, void **pointer, swig_type_record *type,
                    int flags, named_pointer &named)
 {
-    const char *rest = text + 1 + address_digits;
+    const char *rest = text + 1 + qxsh::address_digits;
     // Digit by digit where one is bad: what comes before it counts.
-    if (length < 1 + address_digits || !unpack_address(text + 1, named.address))
+    if (length < 1 + qxsh::address_digits || !qxsh::read_address(text + 1, named.address))
         rest = swig_unpack_hex(text + 1, &named.address, sizeof named.address);
     *pointer = pointer_to(named.address);
     if (type == nullptr)
@@ -178,7 +159,7 @@ void remember(Tcl_Obj *object, std::uint32_t address, swig_type_record *source)
 
 bool fits_buffer(const swig_type_record *type)
 {
-    return 1 + address_digits + std::strlen(type->name) + 1 <= handle_buffer;
+    return 1 + qxsh::address_digits + std::strlen(type->name) + 1 <= handle_buffer;
 }
 
 // An object that remembers: the same answers as its text would give.
@@ -227,23 +208,6 @@ const char *swig_unpack_hex(const char *text, void *data, std::size_t size)
 
 // Not registered with Tcl, so nothing but this module converts objects to it.
 const Tcl_ObjType qxsh::handle_type = {"qx_handle", nullptr, copy_memory, make_text, nullptr};
-
-bool qxsh::read_plain_handle(Tcl_Obj *object, const swig_type_record *type)
-{
-    const char *const text = object->bytes;
-    if (text == nullptr || text[0] != '_' || object->length <= static_cast<int>(address_digits))
-        return false;
-    const swig_cast_record *const cast = type->cast;
-    if (cast == nullptr || cast->converter != nullptr || object->typePtr == &handle_type)
-        return false;
-    swig_type_record *const source = cast->type;
-    std::uint32_t address;
-    if (std::strcmp(text + 1 + address_digits, source->name) != 0 ||
-        !unpack_address(text + 1, address))
-        return false;
-    remember(object, address, source);
-    return true;
-}
 
 Tcl_Obj *swig_new_pointer_obj(void *pointer, swig_type_record *type)
 {

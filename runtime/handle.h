@@ -3,6 +3,7 @@
 // 64-bit build keeps its blocks below 4 GiB.
 #pragma once
 
+#include "runtime/handle_text.h"
 #include "runtime/tcl_api.h"
 #include "runtime/type_registry.h"
 
@@ -45,11 +46,6 @@ namespace qxsh {
 /// address and the record of the type that the text names.
 [[gnu::visibility("hidden")]] extern const Tcl_ObjType handle_type;
 
-/// The short way for an object that remembers nothing yet: if its text is a well-formed handle of
-/// the source type that `type` matched last, and needs no converter, the object remembers it.
-/// False, with the object unchanged: it has to go the long way, swig_convert_ptr.
-bool read_plain_handle(Tcl_Obj *object, const swig_type_record *type);
-
 /// Whether the pointer has a handle other than "NULL": it is not null and lies below 4 GiB.
 inline bool has_handle(const void *pointer)
 {
@@ -64,6 +60,24 @@ inline void become_handle(Tcl_Obj *object, void *pointer, swig_type_record *type
     object->internalRep.twoPtrValue.ptr1 = pointer;
     object->internalRep.twoPtrValue.ptr2 = type;
     object->typePtr = &handle_type;
+}
+
+/// The short way for a text that has not been looked at, of a type whose last match was the type
+/// itself: if it is a well-formed handle of the type, the object remembers it. False, with the object
+/// unchanged: it has to go the long way, swig_convert_ptr. `name` is the type's own.
+inline bool read_new_handle(Tcl_Obj *object, swig_type_record *type, const handle_name &name)
+{
+    const swig_cast_record *const cast = type->cast;
+    if (object->typePtr != nullptr || object->length != name.length + int{1 + address_digits} ||
+        cast == nullptr || cast->type != type || cast->converter != nullptr)
+        return false;
+    const char *const text = object->bytes;
+    std::uint32_t address;
+    if (text[0] != '_' || !is_name(text + 1 + address_digits, name) ||
+        !read_address(text + 1, address))
+        return false;
+    become_handle(object, reinterpret_cast<void *>(std::uintptr_t{address}), type);
+    return true;
 }
 
 /// How often a word may lead to another one (a command whose " cget -this" names a command ...)

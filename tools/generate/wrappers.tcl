@@ -15,18 +15,21 @@ proc generate::most_arguments {} {
 proc generate::types {} {
     variable note
     set header "// The pointer types of this module: their numbers in the type table, in its order.\n"
-    append header "// $note\n#pragma once\n\n#include \"runtime/type_registry.h\"\n\n"
-    append header "enum type_index {\n"
+    append header "// $note\n#pragma once\n\n#include \"runtime/handle_text.h\"\n"
+    append header "#include \"runtime/type_registry.h\"\n\nenum type_index {\n"
     set text "// The type table and the module record.\n// $note\n#include \"types.h\"\n\n"
+    set names {}
+    set texts {}
     set records {}
     set casts {}
     foreach type [catalogue::types] {
         set index [type_index $type]
         set mangled [catalogue::mangled $type]
         append header "    $index,\n"
-        append text "static swig_type_record record$mangled = \{\"$mangled\",\
+        append names "    \"$mangled\",\n"
+        append texts "static swig_type_record record$mangled = \{handle_names\[$index\].text,\
             \"[catalogue::native $type] *\",\n    nullptr, nullptr, nullptr, 0\};\n"
-        append text "static swig_cast_record casts$mangled\[\] = \{\n    \{&record$mangled,\
+        append texts "static swig_cast_record casts$mangled\[\] = \{\n    \{&record$mangled,\
             nullptr, nullptr, nullptr\}, \{nullptr, nullptr, nullptr, nullptr\}\};\n"
         append records "    &record$mangled,\n"
         append casts "    casts$mangled,\n"
@@ -37,7 +40,11 @@ proc generate::types {} {
     append header "/// The types as resolved when the module was first linked; ends with a null.\n"
     append header "\[\[gnu::visibility(\"hidden\")\]\] "
     append header "extern swig_type_record *swig_types\[type_count + 1\];\n"
+    append header "/// What handles of each type carry behind the address.\n"
+    append header "\[\[gnu::visibility(\"hidden\")\]\] "
+    append header "extern const qxsh::handle_name handle_names\[type_count\];\n"
     append header "extern swig_module_record swig_module;\n"
+    append text "constexpr qxsh::handle_name handle_names\[type_count\] = \{\n$names\};\n\n$texts"
     append text "\nswig_type_record *swig_types\[type_count + 1\];\n"
     append text "static swig_type_record *const type_initial\[\] = \{\n$records\};\n"
     append text "static swig_cast_record *const cast_initial\[\] = \{\n$casts\};\n"

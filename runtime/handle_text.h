@@ -1,0 +1,81 @@
+// The text of a handle: "_", the address and the type's name. What is here is for who reads many
+// of them; handle.h reads any.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+namespace qxsh {
+
+/// Digits of a handle's address.
+constexpr std::size_t address_digits = 8;
+
+/// What handles of a type carry behind the address: "_p_qx_flow_t".
+struct handle_name {
+    std::uint8_t length = 0;
+    char text[39] = {};
+
+    consteval handle_name(const char *name)
+    {
+        for (; name[length] != '\0'; ++length)
+            text[length] = name[length];
+    }
+};
+
+/// The widest word that the processor reads from any address.
+#if defined __arm__ && !defined __ARM_FEATURE_UNALIGNED
+using unaligned_word = unsigned char;
+#else
+using unaligned_word = unsigned long;
+#endif
+
+/// Whether `text`, of the name's length, is the name. False for the few names that are shorter than
+/// a word, too: they have to be compared some other way.
+inline bool is_name(const char *text, const handle_name &name)
+{
+    constexpr int size = sizeof(unaligned_word);
+    const auto differ = [](const char *text, const char *wanted) {
+        unaligned_word one;
+        unaligned_word other;
+        std::memcpy(&one, text, size);
+        std::memcpy(&other, wanted, size);
+        return one != other;
+    };
+    if (name.length < size)
+        return false;
+    const char *wanted = name.text;
+    int rest = name.length - size;
+    for (; rest > 0; rest -= size, text += size, wanted += size) {
+        if (differ(text, wanted))
+            return false;
+    }
+    // The last word may begin within the one before it.
+    return !differ(text + rest, wanted + rest);
+}
+
+/// The value of each digit, -1 of what is none.
+constexpr auto digit_values = [] {
+    std::array<std::int8_t, 256> values;
+    values.fill(-1);
+    for (int value = 0; value < 16; ++value)
+        values["0123456789abcdef"[value]] = static_cast<std::int8_t>(value);
+    return values;
+}();
+
+/// Reads the digits of an address; false, with nothing read, if one is bad.
+inline bool read_address(const char *text, std::uint32_t &address)
+{
+    // A value of -1 makes all in which it takes part negative.
+    const auto value = [text](int i) { return digit_values[static_cast<unsigned char>(text[i])]; };
+    const int first = value(0) << 12 | value(1) << 8 | value(2) << 4 | value(3);
+    const int last = value(4) << 12 | value(5) << 8 | value(6) << 4 | value(7);
+    if ((first | last) < 0)
+        return false;
+    // Memory order: the first digits are those of the lowest byte.
+    address = __builtin_bswap32(static_cast<std::uint32_t>(first << 16 | last));
+    return true;
+}
+
+} // namespace qxsh

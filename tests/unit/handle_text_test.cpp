@@ -1,0 +1,151 @@
+// The parts of a handle's text, as many of them are read; what is right is what reads any handle.
+#include "runtime/handle.h"
+#include "tests/unit/interpreter.h"
+#include "types.h"
+
+#include <climits>
+#include <cstring>
+#include <string>
+
+namespace {
+
+using qxsh::is_name;
+using qxsh::read_address;
+
+constexpr std::size_t shortest_compared = sizeof(qxsh::unaligned_word);
+
+TEST(handle_names, are_those_of_the_types)
+{
+    for (int type = 0; type < type_count; ++type) {
+        EXPECT_STREQ(handle_names[type].text, swig_module.type_initial[type]->name);
+        EXPECT_EQ(handle_names[type].length, std::strlen(handle_names[type].text));
+    }
+}
+
+TEST(handle_names, are_recognised_unless_too_short)
+{
+    for (const auto &name : handle_names)
+        EXPECT_EQ(is_name(name.text, name), name.length >= shortest_compared) << name.text;
+}
+
+// A difference counts at every place, in every bit.
+TEST(handle_names, are_no_others)
+{
+    for (const auto &name : handle_names) {
+        for (std::size_t at = 0; at < name.length; ++at) {
+            for (int bit = 0; bit < 8; ++bit) {
+                std::string text = name.text;
+                text[at] = static_cast<char>(text[at] ^ 1 << bit);
+                EXPECT_FALSE(is_name(text.c_str(), name)) << text;
+            }
+        }
+    }
+}
+
+TEST(addresses, have_every_character_at_every_place_as_elsewhere)
+{
+    for (int at = 0; at < static_cast<int>(qxsh::address_digits); ++at) {
+        for (int c = CHAR_MIN; c <= CHAR_MAX; ++c) {
+            std::string text = "1f0a9b7c";
+            text[static_cast<std::size_t>(at)] = static_cast<char>(c);
+            std::uint32_t address = 0x77777777;
+            std::uint32_t wanted = 0;
+            const bool good = swig_unpack_hex(text.c_str(), &wanted, sizeof wanted) != nullptr;
+            ASSERT_EQ(read_address(text.c_str(), address), good) << text;
+            ASSERT_EQ(address, good ? wanted : 0x77777777) << text;
+        }
+    }
+}
+
+constexpr qxsh::handle_name sample_name = "_p_sample_t";
+
+class new_handle : public testing::Test
+{
+protected:
+    new_handle() { type_.cast = &cast_; }
+
+    /// Whether an object with this text is taken; it then stands for the right thing, and keeps its
+    /// text either way.
+    bool taken(const char *text, const qxsh::handle_name &name = sample_name)
+    {
+        const held_object word{text};
+        return taken(word, name);
+    }
+
+    bool taken(const held_object &word, const qxsh::handle_name &name = sample_name)
+    {
+        const std::string text = word.text();
+        Tcl_Obj *const object = word;
+        const auto *const before = object->typePtr;
+        const bool taken = qxsh::read_new_handle(object, &type_, name);
+        if (taken) {
+            EXPECT_EQ(object->typePtr, &qxsh::handle_type);
+            EXPECT_EQ(object->internalRep.twoPtrValue.ptr1, right(text));
+            EXPECT_EQ(object->internalRep.twoPtrValue.ptr2, &type_);
+        } else {
+            EXPECT_EQ(object->typePtr, before);
+        }
+        EXPECT_EQ(word.text(), text);
+        return taken;
+    }
+
+    swig_type_record type_ = {sample_name.text, "sample_t *", nullptr, nullptr, nullptr, 0};
+    swig_cast_record cast_ = {&type_, nullptr, nullptr, nullptr};
+
+private:
+    void *right(const std::string &text)
+    {
+        void *pointer = nullptr;
+        EXPECT_EQ(SWIG_Tcl_ConvertPtrFromString(nullptr, text.c_str(), &pointer, &type_, 0), 0);
+        return pointer;
+    }
+};
+
+TEST_F(new_handle, is_taken)
+{
+    EXPECT_TRUE(taken("_1f0a9b7c_p_sample_t"));
+    EXPECT_TRUE(taken("_00000000_p_sample_t"));
+    EXPECT_TRUE(taken("_ffffffff_p_sample_t"));
+}
+
+TEST_F(new_handle, is_not_taken_if_it_is_not_well_formed)
+{
+    for (const char *text :
+         {"", "NULL", "_", "_1f0a9b7c", "_1f0a9b7c_p_sample_", "_1f0a9b7c_p_sample_tt",
+          "_1f0a9b7c_p_sample_u", "_1F0A9B7C_p_sample_t", "_1f0a9b7g_p_sample_t",
+          "x1f0a9b7c_p_sample_t", " 1f0a9b7c_p_sample_t", "_1f0a9b7_p_sample_tt"})
+        EXPECT_FALSE(taken(text)) << text;
+}
+
+TEST_F(new_handle, is_not_taken_if_the_word_was_looked_at_before)
+{
+    const held_object word{"_1f0a9b7c_p_sample_t"};
+    int length;
+    ASSERT_EQ(Tcl_ListObjLength(nullptr, word, &length), TCL_OK);
+    EXPECT_FALSE(taken(word));
+}
+
+TEST_F(new_handle, is_not_taken_if_its_name_is_too_short_to_be_compared)
+{
+    constexpr qxsh::handle_name name = "_p_int";
+    type_.name = name.text;
+    EXPECT_EQ(taken("_1f0a9b7c_p_int", name), name.length >= shortest_compared);
+}
+
+TEST_F(new_handle, is_not_taken_if_the_type_matched_another_one_last)
+{
+    swig_type_record derived = {"_p_derived_t", "derived_t *", nullptr, nullptr, nullptr, 0};
+    swig_cast_record first = {&derived, nullptr, &cast_, nullptr};
+    type_.cast = &first;
+    EXPECT_FALSE(taken("_1f0a9b7c_p_sample_t"));
+    type_.cast = nullptr;
+    EXPECT_FALSE(taken("_1f0a9b7c_p_sample_t"));
+}
+
+TEST_F(new_handle, is_not_taken_if_it_has_to_be_converted)
+{
+    cast_.converter = [](void *pointer, int *) { return pointer; };
+    EXPECT_FALSE(taken("_1f0a9b7c_p_sample_t"));
+}
+
+} // namespace
