@@ -14,8 +14,8 @@ static swig_type_record *type_of(word_kind kind)
     return kind >= word_handle ? swig_types[kind - word_handle] : nullptr;
 }
 
-[[gnu::noinline]] static int convert_and_call(Tcl_ObjCmdProc *wrapper, Tcl_Interp *interp,
-                                              int objc, Tcl_Obj *const objv[], const char *usage,
+[[gnu::noinline]] static int convert_and_call(Tcl_ObjCmdProc *wrapper, Tcl_Interp *interp, int objc,
+                                              Tcl_Obj *const objv[], const char *usage,
                                               const word_kind *kinds)
 {
     if (check_word_count(interp, objc, objv, usage) != TCL_OK)
@@ -39,7 +39,7 @@ int call_converted(Tcl_ObjCmdProc *wrapper, Tcl_Interp *interp, int objc, Tcl_Ob
     // Most often what is not ready is the first word, a handle that a script has as text. Neither
     // does that need a stack frame.
     const int type = kinds[0] - word_handle;
-    if (objc > 1 && type >= 0 && read_new_handle(objv[1], swig_types[type], handle_names[type]))
+    if (objc > 1 && type >= 0 && read_new_handle(objv[1], swig_types[type], swig_type_names[type]))
         return wrapper(nullptr, interp, objc, objv);
     return convert_and_call(wrapper, interp, objc, objv, usage, kinds);
 }

@@ -11,6 +11,7 @@
 #include "runtime/constants.h"
 #include "runtime/known_objects.h"
 
+#include <algorithm>
 #include <array>
 #include <cctype>
 #include <cstring>
@@ -92,7 +93,7 @@ struct scene
 std::string read_format_text(bytes &input)
 {
     std::string text = input.text(40);
-    text = text.substr(0, text.find('\0'));
+    text.resize(std::min(text.find('\0'), text.size()));
     std::size_t letters = 0;
     for (std::size_t i = 0; i < text.size() && text[i] != ':' && text[i] != ';'; ++i)
         if (++letters > most_letters)

@@ -7,6 +7,7 @@
 #include "fuzz/expect.h"
 #include "fuzz/handle_model.h"
 #include "fuzz/hostile_words.h"
+#include "fuzz/tally.h"
 #include "fuzz/target.h"
 #include "fuzz/tcl_words.h"
 #include "helpers/output.h"
@@ -25,6 +26,8 @@ constexpr unsigned most_calls = 12;
 constexpr std::uint32_t longest_array = 8;
 
 Tcl_Interp *interp;
+tally calls{"calls"};
+tally hostile{"hostile words"};
 std::vector<const random_test::command *> commands;
 
 const random_test::tables &tables()
@@ -206,8 +209,11 @@ void scene::carry_out(const call &made)
     std::vector<std::string> texts;
     for (const hostile_word &word : made.words) {
         objects.push_back(word.object);
+        if (!word.meaning.known || !word.meaning.error.empty())
+            ++hostile;
         texts.emplace_back(held{Tcl_DuplicateObj(word.object)}.text());
     }
+    ++calls;
     bool known;
     const std::string right = expected_message(made, known);
     const int status = evaluate(objects);

@@ -6,6 +6,7 @@
 #include "fuzz/expect.h"
 #include "fuzz/handle_model.h"
 #include "fuzz/live_blocks.h"
+#include "fuzz/tally.h"
 #include "fuzz/target.h"
 #include "fuzz/tcl_words.h"
 #include "helpers/output.h"
@@ -24,6 +25,8 @@ constexpr unsigned most_calls = 16;
 constexpr std::uint32_t longest_array = 8;
 
 Tcl_Interp *interp;
+tally calls{"calls"};
+tally refused{"refused"};
 std::vector<const random_test::command *> commands;
 
 const random_test::tables &tables()
@@ -147,11 +150,13 @@ void scene::carry_out(const random_test::command &what)
     }
     const std::string first_word = words.size() > 1 ? std::string{words[1].text()} : "";
     const int status = evaluate({words.begin(), words.end()});
+    ++calls;
     if (status == TCL_OK) {
         expect(!stale, what.name + " refuses a handle of a freed block");
         learn(what, first_word);
         return;
     }
+    ++refused;
     const std::string result = Tcl_GetStringResult(interp);
     const std::string middle = " in method '" + what.name + "', argument ";
     expect(status == TCL_ERROR && (result.starts_with("SystemError" + middle) ||

@@ -63,8 +63,8 @@ inline void become_handle(Tcl_Obj *object, void *pointer, swig_type_record *type
 }
 
 /// The short way for a text that has not been looked at, of a type whose last match was the type
-/// itself: if it is a well-formed handle of the type, the object remembers it. False, with the object
-/// unchanged: it has to go the long way, swig_convert_ptr. `name` is the type's own.
+/// itself: if it is a well-formed handle of the type, the object remembers it. False, with the
+/// object unchanged: it has to go the long way, swig_convert_ptr. `name` is the type's own.
 inline bool read_new_handle(Tcl_Obj *object, swig_type_record *type, const handle_name &name)
 {
     const swig_cast_record *const cast = type->cast;

@@ -13,7 +13,8 @@ namespace qxsh {
 constexpr std::size_t address_digits = 8;
 
 /// What handles of a type carry behind the address: "_p_qx_flow_t".
-struct handle_name {
+struct handle_name
+{
     std::uint8_t length = 0;
     char text[39] = {};
 
@@ -36,12 +37,11 @@ using unaligned_word = unsigned long;
 inline bool is_name(const char *text, const handle_name &name)
 {
     constexpr int size = sizeof(unaligned_word);
-    const auto differ = [](const char *text, const char *wanted) {
-        unaligned_word one;
-        unaligned_word other;
-        std::memcpy(&one, text, size);
-        std::memcpy(&other, wanted, size);
-        return one != other;
+    const auto differ = [](const char *one, const char *other) {
+        unaligned_word words[2];
+        std::memcpy(&words[0], one, size);
+        std::memcpy(&words[1], other, size);
+        return words[0] != words[1];
     };
     if (name.length < size)
         return false;

@@ -8,9 +8,7 @@
 
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
-#include <cstring>
 #include <string>
 
 namespace qxsh {
@@ -48,8 +46,7 @@ void show_prompt(Tcl_Interp *interp)
 
 int give_kept(prompt_input &input, char *buffer, int size)
 {
-    const auto count = std::min(input.kept.size(), static_cast<std::size_t>(size));
-    std::memcpy(buffer, input.kept.data(), count);
+    const auto count = input.kept.copy(buffer, static_cast<std::size_t>(size));
     input.kept.erase(0, count);
     if (input.kept.empty())
         input.whole = false;

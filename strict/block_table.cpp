@@ -86,6 +86,7 @@ std::vector<leak> block_table::leaks() const
         found.bytes += block.size;
     }
     std::vector<leak> all;
+    all.reserve(by_place.size());
     for (const auto &each : by_place)
         all.push_back(each.second);
     // Places tell apart what is equally great, so that reports are the same in every run.

@@ -17,21 +17,21 @@ constexpr std::size_t shortest_compared = sizeof(qxsh::unaligned_word);
 TEST(handle_names, are_those_of_the_types)
 {
     for (int type = 0; type < type_count; ++type) {
-        EXPECT_STREQ(handle_names[type].text, swig_module.type_initial[type]->name);
-        EXPECT_EQ(handle_names[type].length, std::strlen(handle_names[type].text));
+        EXPECT_STREQ(swig_type_names[type].text, swig_module.type_initial[type]->name);
+        EXPECT_EQ(swig_type_names[type].length, std::strlen(swig_type_names[type].text));
     }
 }
 
 TEST(handle_names, are_recognised_unless_too_short)
 {
-    for (const auto &name : handle_names)
+    for (const auto &name : swig_type_names)
         EXPECT_EQ(is_name(name.text, name), name.length >= shortest_compared) << name.text;
 }
 
 // A difference counts at every place, in every bit.
 TEST(handle_names, are_no_others)
 {
-    for (const auto &name : handle_names) {
+    for (const auto &name : swig_type_names) {
         for (std::size_t at = 0; at < name.length; ++at) {
             for (int bit = 0; bit < 8; ++bit) {
                 std::string text = name.text;

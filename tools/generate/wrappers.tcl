@@ -27,7 +27,7 @@ proc generate::types {} {
         set mangled [catalogue::mangled $type]
         append header "    $index,\n"
         append names "    \"$mangled\",\n"
-        append texts "static swig_type_record record$mangled = \{handle_names\[$index\].text,\
+        append texts "static swig_type_record record$mangled = \{swig_type_names\[$index\].text,\
             \"[catalogue::native $type] *\",\n    nullptr, nullptr, nullptr, 0\};\n"
         append texts "static swig_cast_record casts$mangled\[\] = \{\n    \{&record$mangled,\
             nullptr, nullptr, nullptr\}, \{nullptr, nullptr, nullptr, nullptr\}\};\n"
@@ -42,9 +42,9 @@ proc generate::types {} {
     append header "extern swig_type_record *swig_types\[type_count + 1\];\n"
     append header "/// What handles of each type carry behind the address.\n"
     append header "\[\[gnu::visibility(\"hidden\")\]\] "
-    append header "extern const qxsh::handle_name handle_names\[type_count\];\n"
+    append header "extern const qxsh::handle_name swig_type_names\[type_count\];\n"
     append header "extern swig_module_record swig_module;\n"
-    append text "constexpr qxsh::handle_name handle_names\[type_count\] = \{\n$names\};\n\n$texts"
+    append text "constexpr qxsh::handle_name swig_type_names\[type_count\] = \{\n$names\};\n\n$texts"
     append text "\nswig_type_record *swig_types\[type_count + 1\];\n"
     append text "static swig_type_record *const type_initial\[\] = \{\n$records\};\n"
     append text "static swig_cast_record *const cast_initial\[\] = \{\n$casts\};\n"

@@ -2,7 +2,7 @@
 // Generated from the catalogue by tools/generate.tcl; changes belong there.
 #include "types.h"
 
-constexpr qxsh::handle_name handle_names[type_count] = {
+constexpr qxsh::handle_name swig_type_names[type_count] = {
     "_p_char",
     "_p_int",
     "_p_qx_lamp_colour_t",
@@ -13,35 +13,35 @@ constexpr qxsh::handle_name handle_names[type_count] = {
     "_p_unsigned_long_long",
 };
 
-static swig_type_record record_p_char = {handle_names[type_char].text, "char *",
+static swig_type_record record_p_char = {swig_type_names[type_char].text, "char *",
     nullptr, nullptr, nullptr, 0};
 static swig_cast_record casts_p_char[] = {
     {&record_p_char, nullptr, nullptr, nullptr}, {nullptr, nullptr, nullptr, nullptr}};
-static swig_type_record record_p_int = {handle_names[type_int].text, "int *",
+static swig_type_record record_p_int = {swig_type_names[type_int].text, "int *",
     nullptr, nullptr, nullptr, 0};
 static swig_cast_record casts_p_int[] = {
     {&record_p_int, nullptr, nullptr, nullptr}, {nullptr, nullptr, nullptr, nullptr}};
-static swig_type_record record_p_qx_lamp_colour_t = {handle_names[type_qx_lamp_colour_t].text, "qx_lamp_colour_t *",
+static swig_type_record record_p_qx_lamp_colour_t = {swig_type_names[type_qx_lamp_colour_t].text, "qx_lamp_colour_t *",
     nullptr, nullptr, nullptr, 0};
 static swig_cast_record casts_p_qx_lamp_colour_t[] = {
     {&record_p_qx_lamp_colour_t, nullptr, nullptr, nullptr}, {nullptr, nullptr, nullptr, nullptr}};
-static swig_type_record record_p_qx_lamp_t = {handle_names[type_qx_lamp_t].text, "qx_lamp_t *",
+static swig_type_record record_p_qx_lamp_t = {swig_type_names[type_qx_lamp_t].text, "qx_lamp_t *",
     nullptr, nullptr, nullptr, 0};
 static swig_cast_record casts_p_qx_lamp_t[] = {
     {&record_p_qx_lamp_t, nullptr, nullptr, nullptr}, {nullptr, nullptr, nullptr, nullptr}};
-static swig_type_record record_p_qx_lamp_view_t = {handle_names[type_qx_lamp_view_t].text, "qx_lamp_view_t *",
+static swig_type_record record_p_qx_lamp_view_t = {swig_type_names[type_qx_lamp_view_t].text, "qx_lamp_view_t *",
     nullptr, nullptr, nullptr, 0};
 static swig_cast_record casts_p_qx_lamp_view_t[] = {
     {&record_p_qx_lamp_view_t, nullptr, nullptr, nullptr}, {nullptr, nullptr, nullptr, nullptr}};
-static swig_type_record record_p_unsigned_char = {handle_names[type_unsigned_char].text, "unsigned char *",
+static swig_type_record record_p_unsigned_char = {swig_type_names[type_unsigned_char].text, "unsigned char *",
     nullptr, nullptr, nullptr, 0};
 static swig_cast_record casts_p_unsigned_char[] = {
     {&record_p_unsigned_char, nullptr, nullptr, nullptr}, {nullptr, nullptr, nullptr, nullptr}};
-static swig_type_record record_p_unsigned_int = {handle_names[type_unsigned_int].text, "unsigned int *",
+static swig_type_record record_p_unsigned_int = {swig_type_names[type_unsigned_int].text, "unsigned int *",
     nullptr, nullptr, nullptr, 0};
 static swig_cast_record casts_p_unsigned_int[] = {
     {&record_p_unsigned_int, nullptr, nullptr, nullptr}, {nullptr, nullptr, nullptr, nullptr}};
-static swig_type_record record_p_unsigned_long_long = {handle_names[type_unsigned_long_long].text, "unsigned long long *",
+static swig_type_record record_p_unsigned_long_long = {swig_type_names[type_unsigned_long_long].text, "unsigned long long *",
     nullptr, nullptr, nullptr, 0};
 static swig_cast_record casts_p_unsigned_long_long[] = {
     {&record_p_unsigned_long_long, nullptr, nullptr, nullptr}, {nullptr, nullptr, nullptr, nullptr}};

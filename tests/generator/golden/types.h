@@ -23,5 +23,5 @@ constexpr int most_arguments = 9;
 /// The types as resolved when the module was first linked; ends with a null.
 [[gnu::visibility("hidden")]] extern swig_type_record *swig_types[type_count + 1];
 /// What handles of each type carry behind the address.
-[[gnu::visibility("hidden")]] extern const qxsh::handle_name handle_names[type_count];
+[[gnu::visibility("hidden")]] extern const qxsh::handle_name swig_type_names[type_count];
 extern swig_module_record swig_module;
