@@ -7,16 +7,11 @@
 #include "fuzz/expect.h"
 #include "fuzz/handle_model.h"
 #include "fuzz/hostile_words.h"
+#include "fuzz/module.h"
 #include "fuzz/tally.h"
 #include "fuzz/target.h"
-#include "fuzz/tcl_words.h"
-#include "helpers/output.h"
-#include "shell/demo.h"
 
-#include "control.h"
 #include "device.h"
-
-#include <array>
 
 namespace fuzz {
 
@@ -25,16 +20,8 @@ namespace {
 constexpr unsigned most_calls = 12;
 constexpr std::uint32_t longest_array = 8;
 
-Tcl_Interp *interp;
 tally calls{"calls"};
 tally hostile{"hostile words"};
-std::vector<const random_test::command *> commands;
-
-const random_test::tables &tables()
-{
-    static const auto all = random_test::read_tables(QXSH_PROJECT "/tests/expected");
-    return all;
-}
 
 class scene
 {
@@ -66,28 +53,6 @@ private:
 bool is_call_of_sdk(const random_test::command &what)
 {
     return what.result == "status";
-}
-
-std::string result()
-{
-    return Tcl_GetStringResult(interp);
-}
-
-int evaluate(const std::vector<Tcl_Obj *> &objects)
-{
-    return Tcl_EvalObjv(interp, static_cast<int>(objects.size()), objects.data(), TCL_EVAL_GLOBAL);
-}
-
-// The address of a well-formed handle; 0 for "NULL".
-std::uint32_t address_in(const std::string &handle)
-{
-    std::array<unsigned char, 4> digits{};
-    if (handle == "NULL")
-        return 0;
-    expect(handle.size() > 9 && handle[0] == '_' &&
-               read_digits(std::string_view{handle}.substr(1), digits.data(), 4) == 4,
-           "a result is a handle");
-    return digits[0] | digits[1] << 8U | digits[2] << 16U | std::uint32_t{digits[3]} << 24U;
 }
 
 // A new block, so that something of the type is there.
@@ -189,6 +154,7 @@ void scene::learn(const call &made)
     } else if (what.result.ends_with('*')) {
         const std::string pointee = random_test::pointee_of(what.result);
         const std::uint32_t address = address_in(result());
+        expect(address != 0 || result() == "NULL", "a result is a handle");
         const bool array = what.name.ends_with("_array_create");
         if (address != 0 && (array || what.name.ends_with("_create")))
             live_.add(pointee, address,
@@ -233,9 +199,9 @@ void scene::play()
 {
     bool device_used = false;
     for (unsigned calls = 0; calls < most_calls && !input_.empty(); ++calls) {
-        const auto number = input_.below(65536) % commands.size();
-        device_used = device_used || is_call_of_sdk(*commands[number]);
-        carry_out(decode(*commands[number]));
+        const auto &what = any_command(input_.below(65536));
+        device_used = device_used || is_call_of_sdk(what);
+        carry_out(decode(what));
     }
     for (const live_place &block : live_.whole()) {
         const held name{"qx_data_free"};
@@ -244,7 +210,6 @@ void scene::play()
     }
     if (device_used)
         qxsim::reset_devices();
-    Tcl_ResetResult(interp);
 }
 
 std::uint32_t printed = 0; ///< a sum, so that all bytes are looked at
@@ -259,14 +224,7 @@ void swallow(const char *bytes, std::size_t size)
 
 void prepare(const char *program)
 {
-    interp = start_tcl(program);
-    qxsim::control = qxsim::control_mode::off;
-    keep_commands(interp, "info list concat error catch");
-    expect(Demo_Init(interp) == TCL_OK, "the module starts");
-    qxsh::set_output(swallow);
-    make_live_words(interp);
-    for (const auto &[name, command] : tables().commands)
-        commands.push_back(&command);
+    make_live_words(start_module(program, swallow));
 }
 
 void execute(std::span<const std::uint8_t> data)

@@ -6,13 +6,10 @@
 #include "fuzz/expect.h"
 #include "fuzz/handle_model.h"
 #include "fuzz/live_blocks.h"
+#include "fuzz/module.h"
 #include "fuzz/tally.h"
 #include "fuzz/target.h"
-#include "fuzz/tcl_words.h"
-#include "helpers/output.h"
-#include "shell/demo.h"
 
-#include "control.h"
 #include "device.h"
 
 #include <cstdlib>
@@ -24,21 +21,8 @@ namespace {
 constexpr unsigned most_calls = 16;
 constexpr std::uint32_t longest_array = 8;
 
-Tcl_Interp *interp;
 tally calls{"calls"};
 tally refused{"refused"};
-std::vector<const random_test::command *> commands;
-
-const random_test::tables &tables()
-{
-    static const auto all = random_test::read_tables(QXSH_PROJECT "/tests/expected");
-    return all;
-}
-
-int evaluate(const std::vector<Tcl_Obj *> &objects)
-{
-    return Tcl_EvalObjv(interp, static_cast<int>(objects.size()), objects.data(), TCL_EVAL_GLOBAL);
-}
 
 struct block
 {
@@ -114,16 +98,6 @@ std::string scene::number(const random_test::command &what, std::size_t argument
 // What a call that succeeded has made or freed.
 void scene::learn(const random_test::command &what, const std::string &first_word)
 {
-    const std::string result = Tcl_GetStringResult(interp);
-    const auto address_in = [](const std::string &handle) {
-        std::uint32_t address = 0;
-        unsigned char digits[4];
-        if (handle.size() > 9 &&
-            read_digits(std::string_view{handle}.substr(1), digits, sizeof digits) == 4)
-            address =
-                digits[0] | digits[1] << 8U | digits[2] << 16U | std::uint32_t{digits[3]} << 24U;
-        return address;
-    };
     if (what.name == "qx_data_free") {
         const std::uint32_t address = address_in(first_word);
         for (auto each = live_.begin(); each != live_.end(); ++each) {
@@ -134,8 +108,8 @@ void scene::learn(const random_test::command &what, const std::string &first_wor
             }
         }
         expect(first_word == "NULL", "what is freed was a block");
-    } else if (what.name.ends_with("_create") && address_in(result) != 0) {
-        live_.push_back({random_test::pointee_of(what.result), address_in(result)});
+    } else if (what.name.ends_with("_create") && address_in(result()) != 0) {
+        live_.push_back({random_test::pointee_of(what.result), address_in(result())});
     }
 }
 
@@ -157,19 +131,18 @@ void scene::carry_out(const random_test::command &what)
         return;
     }
     ++refused;
-    const std::string result = Tcl_GetStringResult(interp);
     const std::string middle = " in method '" + what.name + "', argument ";
-    expect(status == TCL_ERROR && (result.starts_with("SystemError" + middle) ||
-                                   result.starts_with("TypeError" + middle) ||
-                                   result.starts_with("OverflowError" + middle)),
-           "a refused word is told of: " + result);
+    expect(status == TCL_ERROR && (result().starts_with("SystemError" + middle) ||
+                                   result().starts_with("TypeError" + middle) ||
+                                   result().starts_with("OverflowError" + middle)),
+           "a refused word is told of: " + result());
 }
 
 void scene::play()
 {
     bool device_used = false;
     for (unsigned calls = 0; calls < most_calls && !input_.empty(); ++calls) {
-        const auto &what = *commands[input_.below(65536) % commands.size()];
+        const auto &what = any_command(input_.below(65536));
         device_used = device_used || what.result == "status";
         carry_out(what);
     }
@@ -180,7 +153,6 @@ void scene::play()
     }
     if (device_used)
         qxsim::reset_devices();
-    Tcl_ResetResult(interp);
 }
 
 void swallow(const char *, std::size_t) {}
@@ -189,15 +161,8 @@ void swallow(const char *, std::size_t) {}
 
 void prepare(const char *program)
 {
-    interp = start_tcl(program);
-    qxsim::control = qxsim::control_mode::off;
     setenv("QXSH_STRICT_MEMORY", "1", 1);
-    // Where a block was made is asked of `info frame`.
-    keep_commands(interp, "info list concat error catch");
-    expect(Demo_Init(interp) == TCL_OK, "the module starts");
-    qxsh::set_output(swallow);
-    for (const auto &[name, command] : tables().commands)
-        commands.push_back(&command);
+    start_module(program, swallow);
 }
 
 void execute(std::span<const std::uint8_t> data)
