@@ -15,12 +15,15 @@ leg_strict() {
     build_preset release all && rm -rf "$project/build/release/transcripts-strict" &&
         QXSH_STRICT_MEMORY=1 run_tests release -R '^(script\.|examples$|random$)'
 }
-leg_dev() { preset_leg dev; }
+leg_dev() {
+    need_packages valgrind || skipped "not installed: ${missing[*]}" || return
+    preset_leg dev
+}
 leg_i686() { need_i686 || return; preset_leg i686; }
 leg_i686_asan() { need_i686 || return; preset_leg i686-asan; }
 leg_armhf() { need_armhf || return; preset_leg armhf; }
 leg_fuzz() {
-    need_packages fuzz || skipped "not installed: ${missing[*]}" || return
+    need_packages fuzz valgrind || skipped "not installed: ${missing[*]}" || return
     fuzz_all 100000 1
 }
 leg_compare() { compare_transcripts release i686 armhf; }
