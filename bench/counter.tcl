@@ -21,24 +21,27 @@ proc counter::tools {target} {
 proc counter::shell {target} { file join [folder $target] bin qxsh }
 proc counter::package_library {target} { file join [folder $target] lib demo0.0 libdemo.so }
 
+proc counter::sysroot {} {
+    variable project
+    file join $project build sysroot armhf root
+}
+
 # A stock tclsh for the target.
 proc counter::tclsh {target} {
-    variable project
     if {$target eq "pc"} { return [auto_execok tclsh8.6] }
-    file join $project build sysroot armhf root usr bin tclsh8.6
+    file join [sysroot] usr bin tclsh8.6
 }
 
 # The words that start a program of the target, with the idle SDK library, in an environment that is
 # always the same: start-up costs depend on it.
 proc counter::launcher {target {sdk idle}} {
-    variable project
-    set words [list env -i PATH=$::env(PATH) HOME=/nonexistent LANG=C]
+    set words [list env -i PATH=/usr/local/bin:/usr/bin:/bin HOME=/nonexistent LANG=C]
     # The C library has copying and comparing for several kinds of processors: the same everywhere.
     if {$target eq "pc"} {
         lappend words GLIBC_TUNABLES=glibc.cpu.hwcaps=-AVX2,-AVX_Fast_Unaligned_Load,-ERMS,-FSRM
     }
     if {$sdk eq "idle"} { lappend words LD_LIBRARY_PATH=[file join [tools $target] idle] }
-    if {$target ne "pc"} { lappend words [file join $project tools setup launch] $target }
+    if {$target ne "pc"} { lappend words qemu-arm -L [sysroot] }
     return $words
 }
 
@@ -50,7 +53,7 @@ proc counter::counting_launcher {target file at_start {sdk idle} {options {}}} {
             --instr-atstart=[expr {$at_start ? "yes" : "no"}] --callgrind-out-file=$file]
     }
     set plugin [file join [tools pc] instruction_counter.so]
-    return [linsert $words 1+[lsearch $words -i] QEMU_PLUGIN=file=$plugin,out=$file$options]
+    return [concat $words -plugin file=$plugin,out=$file$options]
 }
 
 # The counts of all regions, in order.
@@ -71,12 +74,12 @@ proc counter::regions {target file} {
     return $counts
 }
 
-# Instructions of a whole run of a program.
-proc counter::total {target sdk args} {
+# Instructions of a whole run of a program, which finds its SDK library itself.
+proc counter::total {target args} {
     variable scratch
     file mkdir $scratch
     set file [file join $scratch total.$target]
-    exec {*}[counting_launcher $target $file 1 $sdk] {*}$args >/dev/null
+    exec {*}[counting_launcher $target $file 1 own] {*}$args >/dev/null
     set channel [open $file]
     set text [read $channel]
     close $channel
@@ -152,12 +155,19 @@ proc counter::registration {target} {
         [list [file join [tools $target] floor.so] [package_library $target]]
 }
 
-# A run of an empty script: tclsh's instructions, the shell's.
-proc counter::start_up {target {sdk idle}} {
-    variable scratch
-    file mkdir $scratch
-    set script [file join $scratch empty.tcl]
+# A run of an empty script: tclsh's instructions, the shell's. Tcl looks at each letter of the paths
+# it starts from, so both lie where the path has the same length wherever the project is.
+proc counter::start_up {target} {
+    set folder [exec mktemp -d /tmp/qxsh-start.XXXXXX]
+    file mkdir [file join $folder bin] [file join $folder lib]
+    set script [file join $folder empty.tcl]
     close [open $script w]
-    list floor [total $target $sdk [tclsh $target] $script] \
-        ours [total $target $sdk [shell $target] $script]
+    file copy [file join [tools $target] idle libqx-sdk.so] [file join $folder lib]
+    foreach {variant program} [list floor [tclsh $target] ours [shell $target]] {
+        set copy [file join $folder bin [file tail $program]]
+        file copy $program $copy
+        lappend counts $variant [total $target $copy $script]
+    }
+    file delete -force $folder
+    return $counts
 }
