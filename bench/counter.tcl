@@ -163,11 +163,14 @@ proc counter::start_up {target} {
     set script [file join $folder empty.tcl]
     close [open $script w]
     file copy [file join [tools $target] idle libqx-sdk.so] [file join $folder lib]
-    foreach {variant program} [list floor [tclsh $target] ours [shell $target]] {
-        set copy [file join $folder bin [file tail $program]]
-        file copy $program $copy
-        lappend counts $variant [total $target $copy $script]
-    }
+    set code [catch {
+        foreach {variant program} [list floor [tclsh $target] ours [shell $target]] {
+            set copy [file join $folder bin [file tail $program]]
+            file copy $program $copy
+            lappend counts $variant [total $target $copy $script]
+        }
+        set counts
+    } result]
     file delete -force $folder
-    return $counts
+    return -code $code $result
 }

@@ -246,7 +246,9 @@ expectation carry_out(scene &with, const format_reading &format)
 // One pointer per letter, for p and s# one more; what is behind the last is not looked at.
 int call(scene &with, const format_reading &format)
 {
-    std::array<void *, 2 * most_letters> targets{};
+    constexpr std::size_t most_targets = 20;
+    static_assert(most_targets == 2 * most_letters);
+    std::array<void *, most_targets> targets{};
     std::size_t next = 0;
     for (std::size_t i = 0; i < format.letters.size(); ++i) {
         const letter &each = format.letters[i];

@@ -82,7 +82,6 @@ leg_analysis() {
         >"$results" 2>>"$log" || status=1
     cppcheck --project="$folder/compile_commands.json" --std=c++20 --quiet --error-exitcode=1 \
         --enable=warning,performance,portability --suppress='*:/usr/*' --suppress='*:*/tests/*' \
-        --suppress='*:*/fuzz/*' \
         -i/usr/src >>"$results" 2>&1 || status=1
     cat "$results" >>"$log"
     ((status == 0)) || grep -E '(warning|error):' "$results"
@@ -170,8 +169,8 @@ soak() {
         tail -n 12 "$results.$strict"
     done
     cat "$results".[01] >>"$log"
-    counts=$(awk '/^soak: / { run += $2; failed += $(NF - 1) } END { print run - failed, failed + 0, 0 }' \
-        "$results".[01])
+    counts=$(awk '/^soak: / { run += $2; failed += $(NF - 1) }
+        END { print run - failed, failed + 0, 0 }' "$results".[01])
     return $status
 }
 
