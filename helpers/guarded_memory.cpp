@@ -8,7 +8,7 @@
 #endif
 #include "helpers/guarded_memory.h"
 
-#include <ucontext.h>
+#include <signal.h> // ucontext_t, as POSIX.1-2008 has it
 
 #include <cstddef>
 #include <cstring>
