@@ -6,7 +6,7 @@
 
 # `set -e` does not hold in here, since a leg runs in a condition: every step says `|| return`.
 
-all_legs=(release strict dev i686 i686-asan armhf fuzz compare docs valgrind speed)
+all_legs=(release strict dev i686 i686-asan armhf tcl85 board fuzz compare docs valgrind speed)
 long_legs=(analysis valgrind-scripts soak packages)
 
 leg_release() { preset_leg release; }
@@ -22,11 +22,13 @@ leg_dev() {
 leg_i686() { need_i686 || return; preset_leg i686; }
 leg_i686_asan() { need_i686 || return; preset_leg i686-asan; }
 leg_armhf() { need_armhf || return; preset_leg armhf; }
+leg_tcl85() { need_tcl85 || return; preset_leg tcl85; }
+leg_board() { need_board || return; preset_leg board; }
 leg_fuzz() {
     need_packages fuzz valgrind || skipped "not installed: ${missing[*]}" || return
     fuzz_all 100000 1
 }
-leg_compare() { compare_transcripts release i686 armhf; }
+leg_compare() { compare_transcripts release i686 armhf tcl85 board; }
 leg_docs() {
     need_packages docs || skipped "not installed: ${missing[*]}" || return
     build_preset release docs && run_tests release -C docs -L docs
@@ -103,6 +105,19 @@ need_foreign() {
     "$project/tools/setup/launch" "$2" "$tclsh" <<<'exit 42' >>"$log" 2>&1
     (($? == 42)) ||
         skipped "this machine does not run $2 programs (see $log)"
+}
+
+# need_tcl85, need_board : what is made of Tcl 8.5's sources. Given ones that are no good are a
+# failure and nothing to be skipped.
+need_tcl85() {
+    [[ -n ${QXSH_TCL85_SOURCE-} ]] || skipped "$no_tcl85_source" || return
+    need_packages tcl85 || skipped "not installed: ${missing[*]}" || return
+    "$project/tools/setup/tcl85"
+}
+need_board() {
+    [[ -n ${QXSH_TCL85_SOURCE-} ]] || skipped "$no_tcl85_source" || return
+    need_packages tcl85 armhf board || skipped "not installed: ${missing[*]}" || return
+    "$project/tools/setup/board"
 }
 
 need_i686() { need_foreign i686 i386; }
