@@ -12,7 +12,7 @@ apply {{folder parts commands} {
     foreach name {get set template reading::value} { qx::handle::load_at_first_call ::qx::$name }
     foreach {name procedure} $commands { interp alias {} ::qx::$name {} ::qx::$procedure }
 }} [file dirname [info script]] {
-    catalogue handles reading help status why script_parser lint
+    catalogue_data catalogue wording handles reading help status why script_parser lint
 } {
     diff     reading::diff
     json     reading::json

@@ -44,7 +44,7 @@ proc qx::status::usage {} {
 
 proc qx::status::is_call {name} {
     if {![qx::catalogue::is_command $name]} { return 0 }
-    return [expr {[dict get [qx::catalogue::command $name] shape] eq "call"}]
+    return [expr {[dict get [qx::catalogue::facts $name] shape] eq "call"}]
 }
 
 # Numbers of statuses that are given by number or name.
@@ -78,7 +78,7 @@ proc qx::status::judge {words status allow} {
 proc qx::status::failure {words status} {
     set name [string trimleft [lindex $words 0] :]
     set text $name
-    set facts [qx::catalogue::command $name]
+    set facts [qx::catalogue::facts $name]
     foreach {argument type} [dict get $facts arguments] word [lrange $words 1 end] {
         append text " $argument=$word"
     }

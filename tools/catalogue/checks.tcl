@@ -45,6 +45,18 @@ proc catalogue::check_holds {place field what} {
     }
 }
 
+# A range has to be narrower than the type.
+proc catalogue::check_range {place name type width range} {
+    variable scalar_types
+    if {![dict exists $scalar_types $type] || $width} {
+        fail $place "-range is for plain numbers; $name is none"
+    }
+    set most [expr {(1 << (8 * [lindex [dict get $scalar_types $type] 0])) - 1}]
+    if {[lindex $range 1] >= $most} {
+        fail $place "-range [join $range ..] of $name is not narrower than its type, 0..$most"
+    }
+}
+
 # Every type that a field or an argument names has to exist, and records must not contain
 # themselves.
 proc catalogue::check_types {} {

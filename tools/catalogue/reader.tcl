@@ -68,12 +68,30 @@ proc catalogue::declare_areas {place words} {
 
 proc catalogue::declare_argument {place words} {
     variable model
-    expect $place 2 $words "argument name description"
+    set range {}
+    if {[lindex $words 1] eq "-range"} {
+        set range [read_range $place [lindex $words 2]]
+        set words [lreplace $words 1 2]
+    }
+    expect $place 2 $words "argument name ?-range least..greatest? description"
     foreach {name text} $words break
     check_name $place $name argument
     check_text $place $text
     if {[dict exists $model(arguments) $name]} { fail $place "argument $name is described twice" }
-    dict set model(arguments) $name $text
+    dict set model(arguments) $name [list [with_range $text $range] $range]
+}
+
+# What is meaningful of a number: 0..63 -> {0 63}.
+proc catalogue::read_range {place word} {
+    if {![regexp {^(0|[1-9]\d{0,9})\.\.([1-9]\d{0,9})$} $word -> least greatest]
+            || $least >= $greatest} { fail $place "-range \"$word\" is not like 0..63" }
+    return [list $least $greatest]
+}
+
+# A description says the range, too.
+proc catalogue::with_range {text range} {
+    if {$range eq {}} { return $text }
+    return "$text, [join $range { to }]"
 }
 
 proc catalogue::declare_area {place words} {
@@ -137,7 +155,7 @@ proc catalogue::read_field {place line} {
     check_name $place $name field
     check_text $place [lindex $line end]
     set field [dict create name $name place $place text [lindex $line end] bit 0 width 0 count 0 \
-        set_as {} holds {} dumped 1]
+        set_as {} holds {} dumped 1 range {}]
     if {![regexp {^(\d+)(?:\.(\d+))?$} $where -> offset bit]} {
         fail $place "\"$where\" is no offset"
     }
@@ -175,6 +193,13 @@ proc catalogue::read_field {place line} {
                 dict set field holds [lindex $options 1]
                 set options [lrange $options 2 end]
             }
+            -range {
+                set range [read_range $place [lindex $options 1]]
+                check_range $place $name $element [dict get $field width] $range
+                dict set field range $range
+                dict set field text [with_range [dict get $field text] $range]
+                set options [lrange $options 2 end]
+            }
             default { fail $place "\"[lindex $options 0]\" is no field option" }
         }
     }
@@ -202,15 +227,19 @@ proc catalogue::declare_call {place words} {
             if {$type ni {u8 u16 u32}} { fail $here "\"$type\" is no argument type" }
             if {$direction ne "in"} { fail $here "$argument is passed by value and can only be in" }
         }
+        set range {}
         if {[llength $line] == 3} {
             if {![dict exists $model(arguments) $argument]} {
                 fail $here "argument $argument has no description, here or in index.tcl"
             }
-            set description [dict get $model(arguments) $argument]
+            foreach {description range} [dict get $model(arguments) $argument] break
+            # What a pointer leads to is not typed in.
+            if {[string match {*[*]} $type]} { set range {} }
+            if {$range ne {}} { check_range $here $argument $type 0 $range }
         }
         check_text $here $description
         lappend arguments [dict create name $argument type $type direction $direction \
-            text $description place $here]
+            text $description range $range place $here]
     }
     lappend model(calls) $name
     set model(call,$name) [dict create name $name text $text arguments $arguments \
