@@ -51,15 +51,13 @@ proc qx::status::is_call {name} {
 proc qx::status::numbers {words} {
     set result {}
     foreach word $words {
-        set number $word
-        dict for {each status} [qx::catalogue::statuses] {
-            if {[lindex $status 0] eq $word} { set number $each }
+        if {[string is wideinteger -strict $word]} {
+            lappend result $word
+        } elseif {[catch { qx::catalogue::status_number $word } number options]} {
+            return -level 2 -code error -errorcode [dict get $options -errorcode] $number
+        } else {
+            lappend result $number
         }
-        if {![string is wideinteger -strict $number]} {
-            return -level 2 -code error -errorcode [list QX UNKNOWN status $word] \
-                "\"$word\" is no status"
-        }
-        lappend result $number
     }
     return $result
 }
@@ -69,7 +67,7 @@ proc qx::status::judge {words status allow} {
     if {$status == 0 || $status in $allow} return
     note $words 0 $status
     set name [qx::catalogue::status_name $status]
-    # As qx_sim's errors of statuses: a status without a name stands for itself.
+    # A status without a name stands for itself.
     if {$name eq {}} { set name $status }
     return -level 2 -code error -errorcode [list QX_STATUS $status $name] [failure $words $status]
 }

@@ -84,7 +84,8 @@ the simulator: a libqx-sdk.so that lies where no other program finds it by
 accident. Numbers, messages and dumps are those of a board, so that scripts
 can be tried at a desk or in CI.
 .
-The Tcl package qx_sim makes it fail, wait and write logs on request.")
+The Tcl package qx, which comes with the shell, makes it fail, wait and
+write logs on request (qx::sim).")
 endif()
 package(documentation qxsh-doc ARCHITECTURE all SECTION doc
     DESCRIPTION "reference and examples of qxsh
