@@ -1,4 +1,4 @@
-# Package qx_prompt, completion of what stands behind a command: handles of the fitting type, hints
+# Package qx::prompt, completion of what stands behind a command: handles of the fitting type, hints
 # for numbers, names, fields of records. Relies on offers.tcl and, for what it knows of the SDK, on
 # the package qx; without that one, variables are offered behind a dollar sign and nothing else is.
 

@@ -1,4 +1,4 @@
-# Package qx_prompt, the history's file: a line for each that was typed, written at once, so that it
+# Package qx::prompt, the history's file: a line for each that was typed, written at once, so that it
 # outlives the shell; several shells add to it, and it keeps the last ones. Relies on nothing.
 
 namespace eval qx::prompt::history {

@@ -12,7 +12,7 @@
 
 #include <unistd.h>
 
-namespace qx_prompt {
+namespace qx::prompt {
 
 namespace {
 
@@ -128,4 +128,4 @@ void bind_line_drop()
         rl_bind_key_in_map(drop_key, end_dropped_line, map);
 }
 
-} // namespace qx_prompt
+} // namespace qx::prompt

@@ -24,5 +24,3 @@ apply {{folder parts commands} {
     why      why::explain
     lint     lint::file
 }
-
-package provide qx 0.1

@@ -35,6 +35,7 @@ leg_docs() {
 # processor are left out where it cannot be built for; the tests tell.
 leg_packages() {
     local build=$project/packaging/build
+    local -x DEBFULLNAME="qxsh tests" DEBEMAIL=tests@qxsh.invalid
     need_packages packages || skipped "not installed: ${missing[*]}" || return
     [[ $(dpkg --print-architecture) == amd64 ]] ||
         skipped "packages for amd64 are made on amd64" || return
