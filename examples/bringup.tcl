@@ -1,5 +1,5 @@
-# What the examples share: SDK calls whose status is checked, output cells, fields of records. Relies
-# on the package qx, whose names of statuses are those of the simulated device.
+# What the examples share: SDK calls whose status is checked, output cells, fields of records.
+# Relies on the package qx, whose names of statuses are those of the simulated device.
 
 package require qx
 

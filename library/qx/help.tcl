@@ -159,9 +159,10 @@ proc qx::help::command_text {name} {
     set text "[dict get $command usage]\n  [dict get $words purpose]\n"
     set rows {}
     foreach argument [dict get $words arguments] {
-        foreach {each type range direction what} [parts $argument name type range direction text] break
-        if {$direction ne {}} { append range ", $direction" }
-        lappend rows [list $each $type $range $what]
+        set row [parts $argument name type range text]
+        set direction [dict get $argument direction]
+        if {$direction ne {}} { lset row 2 "[lindex $row 2], $direction" }
+        lappend rows $row
     }
     append text [section Arguments [table $rows]]
     append text "Result\n  [dict get $words result]\n"

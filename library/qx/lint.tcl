@@ -244,7 +244,7 @@ proc qx::lint::package_command {name word} {
         set names {}
         foreach each [lsort [info commands ::qx::*]] { lappend names [string range $each 2 end] }
         set near [join [qx::catalogue::nearest $name $names] {, }]
-        found [dict get $word line] "$name is no command; nearest: $near"
+        found [dict get $word line] "$name is not a command; nearest: $near"
     }
 }
 
@@ -254,7 +254,7 @@ proc qx::lint::sdk_command {name words values} {
     if {![qx::catalogue::is_command $name]} {
         if {$name ni $own} {
             set near [join [qx::catalogue::nearest $name [qx::catalogue::commands]] {, }]
-            found $line "$name is no command; nearest: $near"
+            found $line "$name is not a command; nearest: $near"
         }
         forget $words
         return
@@ -348,9 +348,9 @@ proc qx::lint::wrong_handle {type word} {
     if {[regexp {^_[0-9a-f]{8}_p_(\w+)$} $word -> name]} {
         set wanted [string map {{ } _} [string range [qx::catalogue::native $type] 0 end-2]]
         if {$type eq "void*" || $name eq $wanted} return
-        return "$word is no handle of [qx::catalogue::native $type]"
+        return "$word is not a handle of [qx::catalogue::native $type]"
     }
     # A name may be that of an object that the script makes.
     if {[regexp {^[A-Za-z]} $word] && ![string is wideinteger -strict $word]} return
-    return "\"$word\" is no handle"
+    return "\"$word\" is not a handle"
 }

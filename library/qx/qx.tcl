@@ -1,9 +1,10 @@
 # Package qx: what a person at the prompt and a script in CI want beside the 1093 commands. All of
 # it is in namespace qx, in one file a part. Relies on the files beside this one.
 #
-# Commands of qx::sim are used under that name. The others are other names for procedures in the parts' own namespaces, or come with the
-# package's library when one of them is called first. One of them is named `set`: no code of the
-# package runs in the namespace qx itself, where it would take that one for Tcl's.
+# Those of qx::sim and qx::catalogue are called by these names. The commands in the namespace qx are
+# other names for procedures in the parts' own namespaces, or come with the package's library when
+# one of them is called first. One of them is named `set`: no code of the package runs in the
+# namespace qx itself, where it would take that one for Tcl's.
 
 namespace eval qx {}
 

@@ -1,5 +1,5 @@
-# Package qx, Tcl scripts as commands and words: nothing is run or replaced. Reads whole scripts, for
-# qx::lint and for the tests; a command that is still being typed is the business of qx::prompt,
+# Package qx, Tcl scripts as commands and words: nothing is run or replaced. Reads whole scripts,
+# for qx::lint and for the tests; a command that is still being typed is the business of qx::prompt,
 # which does without this package. Relies on nothing.
 #
 # A command is a list of words. A word is a dict:

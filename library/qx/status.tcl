@@ -32,7 +32,7 @@ proc qx::status::check {args} {
     if {[llength $args] > 1} {
         set near [join [qx::catalogue::nearest $name [qx::catalogue::calls]] {, }]
         return -code error -errorcode [list QX UNKNOWN call $name] \
-            "\"$name\" is no SDK function; nearest: $near"
+            "\"$name\" is not an SDK function; nearest: $near"
     }
     block [lindex $args 0] $allow
 }

@@ -120,8 +120,8 @@ proc qx::why::given {word type} {
         return "$word, a number"
     }
     if {[string match _* $word]} { return "\"$word\", which has not the form of a handle" }
-    if {[qx::catalogue::is_pointer $type]} { return "\"$word\", which is no handle" }
-    return "\"$word\", which is no number"
+    if {[qx::catalogue::is_pointer $type]} { return "\"$word\", which is not a handle" }
+    return "\"$word\", which is not a number"
 }
 
 # The native spelling of a mangled type; one that is not the SDK's is shown as it is.

@@ -23,7 +23,7 @@ proc catalogue::read_file {file words} {
         set pending {}
         set word [lindex $declaration 0]
         if {$word ni $words} {
-            fail $place "\"$word\" is no declaration; known here: [join $words {, }]"
+            fail $place "\"$word\" is not a declaration; known here: [join $words {, }]"
         }
         declare_$word $place [lrange $declaration 1 end]
     }
@@ -59,7 +59,7 @@ proc catalogue::declare_areas {place words} {
     if {$words eq {}} { fail $place "expected: areas name ..." }
     foreach area $words {
         check_name $place $area area
-        if {$area eq "index"} { fail $place "index is the name of this file, no name for an area" }
+        if {$area eq "index"} { fail $place "index is the name of this file, not of an area" }
         if {$area in $model(areas)} { fail $place "area $area is listed twice" }
         lappend model(areas) $area
     }
@@ -157,7 +157,7 @@ proc catalogue::read_field {place line} {
     set field [dict create name $name place $place text [lindex $line end] bit 0 width 0 count 0 \
         set_as {} holds {} dumped 1 range {}]
     if {![regexp {^(\d+)(?:\.(\d+))?$} $where -> offset bit]} {
-        fail $place "\"$where\" is no offset"
+        fail $place "\"$where\" is not an offset"
     }
     check_number $place offset $offset
     dict set field offset $offset
@@ -172,7 +172,7 @@ proc catalogue::read_field {place line} {
         dict set field bit $bit
         dict set field width $width
     } else {
-        if {$bit ne {}} { fail $place "$name is no bit-field and has no bit number" }
+        if {$bit ne {}} { fail $place "$name is not a bit-field and has no bit number" }
         set element $type
     }
     dict set field type $element
@@ -184,7 +184,7 @@ proc catalogue::read_field {place line} {
             }
             -set-as {
                 set type [lindex $options 1]
-                if {$type ni {u8 u16 u32}} { fail $place "-set-as \"$type\" is no field type" }
+                if {$type ni {u8 u16 u32}} { fail $place "-set-as \"$type\" is not a field type" }
                 dict set field set_as $type
                 set options [lrange $options 2 end]
             }
@@ -200,7 +200,7 @@ proc catalogue::read_field {place line} {
                 dict set field text [with_range [dict get $field text] $range]
                 set options [lrange $options 2 end]
             }
-            default { fail $place "\"[lindex $options 0]\" is no field option" }
+            default { fail $place "\"[lindex $options 0]\" is not a field option" }
         }
     }
     return $field
@@ -218,13 +218,13 @@ proc catalogue::declare_call {place words} {
     foreach {here line} [body_lines $place $body] {
         if {[llength $line] ni {3 4}} { fail $here "expected: direction type name ?description?" }
         foreach {direction type argument description} [concat $line {{}}] break
-        if {$direction ni {in out inout}} { fail $here "\"$direction\" is no direction" }
+        if {$direction ni {in out inout}} { fail $here "\"$direction\" is not a direction" }
         check_name $here $argument argument
         if {$argument eq $name} { fail $here "argument $argument is named like its call" }
         if {$argument in $names} { fail $here "argument $argument is already declared" }
         lappend names $argument
         if {![string match {*[*]} $type]} {
-            if {$type ni {u8 u16 u32}} { fail $here "\"$type\" is no argument type" }
+            if {$type ni {u8 u16 u32}} { fail $here "\"$type\" is not an argument type" }
             if {$direction ne "in"} { fail $here "$argument is passed by value and can only be in" }
         }
         set range {}
@@ -253,7 +253,7 @@ proc catalogue::declare_cell {place words} {
     expect $place 3 $words "cell word type { operations }"
     foreach {word type operations} $words break
     check_name $place $word cell
-    if {$type ni {u8 u16 u32 i32 u64}} { fail $place "\"$type\" is no cell type" }
+    if {$type ni {u8 u16 u32 i32 u64}} { fail $place "\"$type\" is not a cell type" }
     if {$model(area) eq {}} { fail $place "the file has to begin with its area" }
     if {$word ni $model(cells)} {
         lappend model(cells) $word
@@ -263,7 +263,7 @@ proc catalogue::declare_cell {place words} {
             [dict get $model(cell,$word) type] at [join [dict get $model(cell,$word) place] :]"
     }
     foreach operation [as_list $operations $place] {
-        if {$operation ni $cell_operations} { fail $place "\"$operation\" is no cell operation" }
+        if {$operation ni $cell_operations} { fail $place "\"$operation\" is not a cell operation" }
         if {$operation in [dict get $model(cell,$word) operations]} {
             fail $place "cell $word already has its $operation"
         }
@@ -277,7 +277,7 @@ proc catalogue::declare_pointer {place words} {
     expect $place 2 $words "pointer type description"
     foreach {name text} $words break
     if {![regexp {^[A-Za-z][A-Za-z0-9_]*( [A-Za-z][A-Za-z0-9_]*)*$} $name]} {
-        fail $place "\"$name\" is no name for a type"
+        fail $place "\"$name\" is not a name for a type"
     }
     check_text $place $text
     enter pointer $place $name

@@ -1,6 +1,6 @@
 # The manual pages: one of section n for each area, and qxsh.1 from its hand-written template. They
-# use the plain macros of man(7) only. Relies on the words of the package qx, and on the switches and
-# statuses read.
+# use the plain macros of man(7) only. Relies on the words of the package qx, and on the switches
+# and statuses read.
 
 namespace eval manual {
     variable switches {} ;# name and meaning, alternating

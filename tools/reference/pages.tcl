@@ -1,6 +1,6 @@
 # The HTML pages: index, commands, statuses, conventions, and one page per area with its records,
-# their byte maps, and its commands. Relies on html.tcl, drawing.tcl, the words of the package qx and
-# the statuses read.
+# their byte maps, and its commands. Relies on html.tcl, drawing.tcl, the words of the package qx
+# and the statuses read.
 
 namespace eval pages {
     variable statuses {} ;# name, number, meaning, alternating
@@ -246,7 +246,7 @@ proc pages::statuses_text {} {
     variable answers
     set text "<p>What the functions of the simulated device answer. The numbers are its own: a\
         board's library may answer others, and only 0 is sure to be success. A status stays a plain\
-        result of the command; it is no Tcl error.</p>\n"
+        result of the command; not a Tcl error.</p>\n"
     set rows {}
     foreach {name number meaning} $statuses {
         set links {}

@@ -157,7 +157,7 @@ run_tests() {
 soak() {
     local folder=$project/build/$1 minutes=$2 status=0 strict results=${log%.log}.results
     [[ $minutes =~ ^[1-9][0-9]{0,4}$ ]] || {
-        echo "QXSH_SOAK_MINUTES is no number of minutes: $minutes"
+        echo "QXSH_SOAK_MINUTES is not a number of minutes: $minutes"
         return 1
     }
     build_preset "$1" qxsh && build_preset "$1" random_script || return
