@@ -1,5 +1,5 @@
-// The library of the package qx::prompt: what a serial line and pasted scripts want of Readline, and
-// no script can set through tclreadline.
+// The library of the package qx::prompt: what a serial line and pasted scripts want of Readline,
+// and no script can set through tclreadline.
 //
 //   qx::prompt::readline::settle PLAIN   once, after tclreadline has been initialized
 //   qx::prompt::readline::files ON       whether file names complete where nothing else does

@@ -16,6 +16,19 @@ namespace eval qx::help {
         qx::watch    {?on|off?} {keep the words of commands that fail, for qx::why}
         qx::lint     {script.tcl} {what is wrong in a script's commands, without running it}
         qx::template {record ?-view views? ?-raw?} {the dict of a record that is all zero}
+        qx::sim::attach    {?file?} {take the simulator under control, by a control file}
+        qx::sim::detach    {} {end all settings and remove the control file}
+        qx::sim::fault     {pattern when status} {make calls of some functions fail}
+        qx::sim::latency   {pattern microseconds} {make calls of some functions take time}
+        qx::sim::log       {file} {log every call, a line of JSON each}
+        qx::sim::keys      {onoff} {whether keys are written out in logs and snapshots}
+        qx::sim::clear     {} {end all faults, latencies and the log}
+        qx::sim::reset     {} {all devices as they were at the start}
+        qx::sim::snapshot  {?file?} {the configuration of all devices as JSON}
+        qx::sim::state     {?file?} {the same with clocks, counters and the use of tables}
+        qx::sim::flow_key  {flow} {the bytes that the flow table's hash runs over}
+        qx::sim::flow_slot {flow} {the slot of the flow table that the hash names}
+        qx::sim::find_flow {device flow} {the slot that a device keeps a flow in, or -1}
     }
 }
 
