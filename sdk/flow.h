@@ -7,7 +7,7 @@
 namespace qxsim {
 
 /// What a flow is found by. Documented as a formula in docs/simulator.md and as a script in
-/// library/qx_sim.tcl, in the same words; the three change together.
+/// library/qx/sim.tcl, in the same words; the three change together.
 flow_key flow_key_of(const qx_pkt_info_t &packet) noexcept;
 
 /// The slot that a key's hash names; a flow lies in this one or in one of the next ones, round the

@@ -28,6 +28,13 @@ namespace eval harness {
 }
 
 proc project {} { file dirname [file dirname [file dirname $::harness::here]] }
+# The version in CMakeLists.txt; that of the script packages is its first two numbers.
+proc project_version {} {
+    regexp -line {^project\(qxsh VERSION ([0-9.]+)} \
+        [file_text [file join [project] CMakeLists.txt]] -> version
+    return $version
+}
+proc script_version {} { join [lrange [split [project_version] .] 0 1] . }
 proc scratch {name} { file join $::harness::folder $name }
 
 # ------------------------------------------------------------------------------ constraints

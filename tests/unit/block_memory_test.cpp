@@ -170,7 +170,7 @@ TEST(blocks, of_many_megabytes)
 // What the process says when it stops: our own words on 64 bits, else those of the C library or the
 // sanitizer.
 #if UINTPTR_MAX > UINT32_MAX
-constexpr const char *double_free = "is no live block";
+constexpr const char *double_free = "is not a live block";
 constexpr const char *bad_free = double_free;
 #elif defined QXSH_SANITIZED
 constexpr const char *double_free = "attempting double-free";
