@@ -54,6 +54,11 @@ constraint same_machine {![info exists env(QXSH_ON_BOARD)]} \
 
 testConstraint sanitized   [expr {$env(QXSH_SANITIZED) eq "ON"}]
 testConstraint unsanitized [expr {$env(QXSH_SANITIZED) ne "ON"}]
+# What runs under an emulator of another processor.
+testConstraint emulated [regexp {\m(?:armhf|board)\M} $env(QXSH_LAUNCHER)]
+
+# What a test expects with uClibc, and with another C library.
+proc with_uclibc {uclibc otherwise} { expr {$::env(QXSH_UCLIBC) ? $uclibc : $otherwise} }
 
 # ------------------------------------------------------------------------------------ files
 

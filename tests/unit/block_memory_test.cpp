@@ -180,8 +180,17 @@ constexpr const char *double_free = "free|invalid pointer"; // it has several wo
 constexpr const char *bad_free = double_free;
 #endif
 
+// Why a wrong release cannot be tested.
+#ifdef __UCLIBC__
+constexpr const char *unnoticed = "uClibc does not notice a wrong release";
+#else
+constexpr const char *unnoticed = nullptr;
+#endif
+
 TEST(blocks_DeathTest, freed_twice)
 {
+    if (unnoticed != nullptr)
+        GTEST_SKIP() << unnoticed;
     for (const std::uint32_t size : {0u, 4u, 212u, 10000u}) {
         void *const start = allocate_block(size);
         EXPECT_DEATH((free_block(start), free_block(start)), double_free) << size;
@@ -192,6 +201,8 @@ TEST(blocks_DeathTest, freed_twice)
 #if UINTPTR_MAX > UINT32_MAX || !defined QXSH_SANITIZED
 TEST(blocks_DeathTest, a_bad_free_aborts)
 {
+    if (unnoticed != nullptr)
+        GTEST_SKIP() << unnoticed;
     void *const start = allocate_block(100);
     EXPECT_EXIT((free_block(start), free_block(start)), testing::KilledBySignal(SIGABRT),
                 double_free);
@@ -201,6 +212,8 @@ TEST(blocks_DeathTest, a_bad_free_aborts)
 
 TEST(blocks_DeathTest, freed_by_an_interior_pointer)
 {
+    if (unnoticed != nullptr)
+        GTEST_SKIP() << unnoticed;
     for (const std::uint32_t offset : {8u, 16u, 1u, 4u, 200u}) {
 #if UINTPTR_MAX == UINT32_MAX && defined QXSH_SANITIZED
         // There AddressSanitizer takes the number of a call stack for a block's state: one number
