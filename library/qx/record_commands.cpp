@@ -5,6 +5,7 @@
 //   qx::reading::value COMMAND WORDS HANDLE ?OPTION ...?   as qx::get, for the command of that name
 //
 // Relies on the package's scripts for words that only look like handles, and for nearest names.
+#include "library/qx/judged_calls.h"
 #include "library/qx/record_plan.h"
 #include "library/qx/record_session.h"
 #include "library/qx/record_writer.h"
@@ -162,5 +163,6 @@ extern "C" __attribute__((visibility("default"))) int Qxmemory_Init(Tcl_Interp *
     Tcl_CreateObjCommand(interp, "::qx::set", set_command, data, nullptr);
     Tcl_CreateObjCommand(interp, "::qx::template", template_command, data, nullptr);
     Tcl_CreateObjCommand(interp, "::qx::reading::value", value_command, data, nullptr);
+    create_judging_commands(interp);
     return TCL_OK;
 }

@@ -2,8 +2,8 @@
 # Relies on catalogue.tcl. Statuses have the names of the simulated device; another SDK may mean
 # something else by them.
 #
-# Both look at commands through Tcl's execution traces, so the commands themselves stay as they are.
-# A block has its 83 traces as long as it runs.
+# A block judges the 83 SDK functions as long as it runs, by the package's library; qx::watch looks
+# at commands through Tcl's execution traces.
 
 namespace eval qx::status {
     variable last {}     ;# the last failure: words, code, result, and Tcl's errorInfo before it
@@ -91,24 +91,19 @@ proc qx::status::failure {words status} {
 
 proc qx::status::block {script allow} {
     variable allowed
-    if {$allowed eq {}} { trace_calls add }
+    if {$allowed eq {}} { judge_calls [qx::catalogue::calls] }
     lappend allowed $allow
     set code [catch { uplevel 2 $script } result options]
     set allowed [lrange $allowed 0 end-1]
-    if {$allowed eq {}} { trace_calls remove }
+    if {$allowed eq {}} { leave_calls }
     # For two procedures: this one and `check`.
     dict incr options -level 2
     return -options $options $result
 }
 
-proc qx::status::trace_calls {what} {
-    foreach name [qx::catalogue::calls] {
-        trace $what execution ::$name leave ::qx::status::left
-    }
-}
-
-# Called when an SDK function of a block has ended; an error here is one of the function.
-proc qx::status::left {words code result operation} {
+# Called when an SDK function of a block has ended in an error or in a status that is not 0; an error
+# here becomes the function's.
+proc qx::status::left {words code result} {
     variable allowed
     if {$code != 0} { return [note $words $code $result] }
     # A block that waits for events may have ended before.
