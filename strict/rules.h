@@ -3,7 +3,6 @@
 #pragma once
 
 #include "commands/command_table.h"
-#include "helpers/dump.h"
 #include "runtime/command_words.h"
 
 #include <cstdint>
@@ -35,8 +34,8 @@ struct command_rule {
 
 /// What a pointer type points to.
 struct element_type {
-    std::uint32_t size;          ///< bytes
-    const record_layout *layout; ///< null: a number
+    std::uint16_t size;  ///< bytes
+    std::int16_t record; ///< its number; -1: a number
 };
 
 [[gnu::visibility("hidden")]] extern const word_rule word_rules[];

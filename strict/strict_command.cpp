@@ -3,6 +3,7 @@
 
 #include "commands/sdk_output.h"
 #include "helpers/block_memory.h"
+#include "records/addresses.h"
 #include "runtime/command_words.h"
 #include "runtime/errors.h"
 #include "strict/checks.h"
@@ -137,8 +138,7 @@ int checked_call::release(const void *pointer)
 {
     if (pointer == nullptr)
         return call();
-    const auto address = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(pointer));
-    blocks().release(address, current_place(interp_, row_.name));
+    blocks().release(address_of(pointer), current_place(interp_, row_.name));
     return TCL_OK;
 }
 
@@ -152,8 +152,7 @@ int checked_call::make(const word_rule &result)
         return code;
     const Tcl_Obj *const made = Tcl_GetObjResult(interp_);
     if (made->typePtr == &handle_type) {
-        const void *const block = made->internalRep.twoPtrValue.ptr1;
-        blocks().add(static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(block)),
+        blocks().add(address_of(made->internalRep.twoPtrValue.ptr1),
                      count * element_types[type].size, type, place);
     }
     return TCL_OK;

@@ -1,4 +1,5 @@
 // What strict memory believes about each command, against the tables of commands and records.
+#include "records/table.h"
 #include "strict/rules.h"
 #include "tests/unit/expected_table.h"
 #include "types.h"
@@ -107,10 +108,10 @@ TEST(memory_rules, know_the_size_of_every_element)
     for (int type = 0; type < type_count; ++type) {
         const char *const name = swig_module.type_initial[type]->str;
         EXPECT_EQ(element_types[type].size, sizes[name]) << name;
-        const auto *const layout = element_types[type].layout;
-        records += layout != nullptr ? 1 : 0;
-        if (layout != nullptr) {
-            EXPECT_EQ(layout->size, sizes[name]) << name;
+        const int record = element_types[type].record;
+        records += record >= 0 ? 1 : 0;
+        if (record >= 0) {
+            EXPECT_EQ(record_rows[record].size, sizes[name]) << name;
         }
     }
     EXPECT_EQ(records + numbers, std::size_t{type_count});

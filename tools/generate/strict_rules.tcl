@@ -22,11 +22,11 @@ proc generate::strict_rules {} {
 }
 
 proc generate::element_type {type} {
-    if {[catalogue::is_record $type]} { return "\{[catalogue::type_size $type], &${type}_layout\}" }
+    if {[catalogue::is_record $type]} { return "\{[catalogue::type_size $type], [record_number $type]\}" }
     # A type that is neither a record nor a scalar has no commands.
     variable ::catalogue::scalar_types
     set known [dict exists $scalar_types $type]
-    return "\{[expr {$known ? [catalogue::type_size $type] : 1}], nullptr\}"
+    return "\{[expr {$known ? [catalogue::type_size $type] : 1}], -1\}"
 }
 
 # One rule a word, and one for the result.
@@ -56,7 +56,7 @@ proc generate::memory_use {command name type} {
     }
     switch -- [dict get $command shape] {
         call {
-            set counter [catalogue::count_of [dict keys $arguments] $name]
+            set counter [catalogue::count_of [dict get $command owner] $name]
             if {$counter >= 0} { return [list counted [expr {$counter + 1}]] }
         }
         array_get { return {base 0} }

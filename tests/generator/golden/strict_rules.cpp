@@ -10,14 +10,14 @@ namespace qxsh {
 using enum memory_use;
 
 const element_type element_types[] = {
-    {1, nullptr},
-    {4, nullptr},
-    {3, &qx_lamp_colour_t_layout},
-    {56, &qx_lamp_t_layout},
-    {4, &qx_lamp_view_t_layout},
-    {1, nullptr},
-    {4, nullptr},
-    {8, nullptr},
+    {1, -1},
+    {4, -1},
+    {3, 0},
+    {56, 2},
+    {4, 1},
+    {1, -1},
+    {4, -1},
+    {8, -1},
 };
 
 const word_rule word_rules[] = {
