@@ -1,10 +1,10 @@
 // Checks of pointers against the table of blocks; see checks.h.
 #include "strict/checks.h"
 
+#include "commands/command_table.h"
 #include "records/addresses.h"
 #include "records/table.h"
 #include "runtime/handle_text.h"
-#include "strict/rules.h"
 #include "types.h"
 
 #include <algorithm>
@@ -54,7 +54,10 @@ std::string in_no_block(const block_table &blocks, const std::string &what, std:
 // ------------------------------------------------------------------------------ what lies where
 
 // Every byte may be looked at.
-bool is_byte_view(int type) { return type == type_unsigned_char; }
+bool is_byte_view(int type)
+{
+    return type == type_unsigned_char;
+}
 
 // Whether at this offset of a record lies another one, or itself.
 bool holds(const record_row &outer, std::uint32_t offset, const record_row &wanted)

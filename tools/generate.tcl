@@ -8,7 +8,6 @@
 #   helpers.h, helpers/    the record helpers and cells
 #   types.h, types.cpp     the type table and the module record
 #   commands/, test_wrap.cpp   the wrappers and the command table
-#   strict_rules.cpp       what each command does with memory
 #   libqx-sdk.map          the names a library of the SDK exports
 #
 # Bodies are dull: each calls one hand-written function of helpers/ or runtime/. Which commands
@@ -16,7 +15,7 @@
 
 source [file join [file dirname [file normalize [info script]]] catalogue.tcl]
 
-foreach part {text record_table public_header helpers wrappers strict_rules} {
+foreach part {text record_table public_header helpers wrappers} {
     source [file join [file dirname [file normalize [info script]]] generate $part.tcl]
 }
 
@@ -33,7 +32,6 @@ proc generate::main {catalogue_folder output_folder} {
     helpers
     types
     wrappers
-    strict_rules
     export_map
 }
 

@@ -11,19 +11,30 @@ namespace {
 
 using namespace qxsh;
 
-bool is_pointer(const std::string &type) { return type.ends_with("*"); }
+bool is_pointer(const std::string &type)
+{
+    return type.ends_with("*");
+}
 
 std::string name_of(word_kind kind)
 {
     switch (kind) {
-    case word_end:                return "none";
-    case word_unsigned_char:      return "unsigned char";
-    case word_unsigned_short:     return "unsigned short";
-    case word_unsigned_int:       return "unsigned int";
-    case word_int:                return "int";
-    case word_unsigned_long_long: return "unsigned long long";
-    case word_any_handle:         return "void *";
-    default:                      return swig_module.type_initial[kind - word_handle]->str;
+    case word_end:
+        return "none";
+    case word_unsigned_char:
+        return "unsigned char";
+    case word_unsigned_short:
+        return "unsigned short";
+    case word_unsigned_int:
+        return "unsigned int";
+    case word_int:
+        return "int";
+    case word_unsigned_long_long:
+        return "unsigned long long";
+    case word_any_handle:
+        return "void *";
+    default:
+        return swig_module.type_initial[kind - word_handle]->str;
     }
 }
 
@@ -36,7 +47,8 @@ std::vector<std::string> split(const std::string &types)
     return all;
 }
 
-struct expected_rule {
+struct expected_rule
+{
     memory_use use;
     std::size_t with;
 };
@@ -59,11 +71,11 @@ expected_rule expected_use(const table_row &command, const std::vector<std::stri
     return {memory_use::element, 0};
 }
 
-expected_rule expected_result(const table_row &command, std::size_t words)
+command_form expected_result(const std::string &name)
 {
-    if (command[0].ends_with("_array_create"))
-        return {memory_use::makes, words};
-    return {command[0].ends_with("_create") ? memory_use::makes : memory_use::none, 0};
+    if (name.ends_with("_array_create"))
+        return command_form::makes_array;
+    return name.ends_with("_create") ? command_form::makes : command_form::plain;
 }
 
 TEST(memory_rules, say_of_every_word_what_its_command_does_with_it)
@@ -76,30 +88,33 @@ TEST(memory_rules, say_of_every_word_what_its_command_does_with_it)
     for (const auto &command : commands) {
         SCOPED_TRACE(command[0]);
         ASSERT_TRUE(rows.contains(command[0]));
-        const command_rule &rule = rule_of(*rows[command[0]]);
+        const command_row &row = row_of(*rows[command[0]]);
         const auto types = split(command[2]);
-        ASSERT_EQ(rule.words, types.size());
+        ASSERT_EQ(words_of(row), static_cast<int>(types.size()));
         for (std::size_t number = 1; number <= types.size(); ++number) {
-            const word_rule &word = word_rules[rule.first + number - 1];
+            const word_rule word = rule_of(row, static_cast<int>(number));
             const auto expected = expected_use(command, types, number);
             EXPECT_EQ(name_of(word.kind), types[number - 1]) << number;
             EXPECT_EQ(word.use, expected.use) << number;
-            EXPECT_EQ(word.with, expected.with) << number;
+            EXPECT_EQ(word.with, static_cast<int>(expected.with)) << number;
         }
-        const word_rule &result = word_rules[rule.first + rule.words];
-        const auto expected = expected_result(command, types.size());
-        const bool makes = expected.use == memory_use::makes;
-        EXPECT_EQ(name_of(result.kind), makes ? command[3] : "none");
-        EXPECT_EQ(result.use, expected.use);
-        EXPECT_EQ(result.with, expected.with);
+        const bool made = row.form == command_form::makes || row.form == command_form::makes_array;
+        const auto expected = expected_result(command[0]);
+        EXPECT_EQ(made ? row.form : command_form::plain, expected);
+        if (made) {
+            EXPECT_EQ(name_of(static_cast<word_kind>(word_handle + row.what)), command[3]);
+        }
+        if (row.form == command_form::calls) {
+            EXPECT_EQ(call_rows[row.what].name.text(), command[0]);
+        }
     }
 }
 
 TEST(memory_rules, know_the_size_of_every_element)
 {
-    std::map<std::string, std::uint32_t> sizes{{"char *", 1},           {"unsigned char *", 1},
-                                               {"unsigned short *", 2}, {"unsigned int *", 4},
-                                               {"int *", 4}, {"unsigned long long *", 8}};
+    std::map<std::string, std::uint32_t> sizes{
+        {"char *", 1},         {"unsigned char *", 1}, {"unsigned short *", 2},
+        {"unsigned int *", 4}, {"int *", 4},           {"unsigned long long *", 8}};
     const std::size_t numbers = sizes.size();
     for (const auto &record : read_expected("records.tsv"))
         sizes[record[0] + " *"] = static_cast<std::uint32_t>(std::stoul(record[2]));
