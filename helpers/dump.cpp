@@ -5,11 +5,11 @@
 
 #include "helpers/guarded_memory.h"
 #include "helpers/output.h"
+#include "record_numbers.h"
 #include "records/values.h"
 
 #include <bit>
 #include <cstring>
-#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -84,11 +84,14 @@ private:
     std::string gap_;
 };
 
-// Made when a type is dumped first; a flow's takes about 4 KiB.
-const dump_plan &plan_for(const record_row &row)
+// Made when a type is dumped first, and kept; a flow's takes about 4 KiB.
+const dump_plan &plan_for(int number)
 {
-    static std::map<const record_row *, dump_plan> plans;
-    return plans.try_emplace(&row, row).first->second;
+    static const dump_plan *plans[record_count];
+    const dump_plan *&plan = plans[number];
+    if (plan == nullptr)
+        plan = new dump_plan{record_rows[number]};
+    return *plan;
 }
 
 // Four bytes at any alignment. The compiler makes one instruction of it where the processor can.
@@ -128,18 +131,19 @@ std::uint32_t compose(const unsigned char *bytes)
 
 } // namespace
 
-void dump_record(const void *record, const record_row &row)
+void dump_record(const void *record, int number)
 {
-    if (record == nullptr || !can_read(record, row.size))
+    const std::size_t size = record_rows[number].size;
+    if (record == nullptr || !can_read(record, static_cast<std::uint32_t>(size)))
         return;
-    const auto &plan = plan_for(row);
+    const auto &plan = plan_for(number);
     // Kept for the next dump.
     static std::vector<unsigned char> values;
     static std::vector<char> lines;
     // A value is read as four bytes, wherever it ends, and written with four digits at least.
-    values.resize(row.size + std::size_t{3});
+    values.resize(size + 3);
     lines.resize(plan.longest() + 4);
-    std::memcpy(values.data(), record, row.size);
+    std::memcpy(values.data(), record, size);
 
     const unsigned char *const bytes = values.data();
     const char *text = plan.text().data();

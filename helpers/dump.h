@@ -3,12 +3,10 @@
 // fields.
 #pragma once
 
-#include "records/table.h"
-
 namespace qxsh {
 
 /// Prints all fields of a record in declaration order, in one piece; nothing for null, or where
-/// there is no memory. `row` is one of record_rows.
-void dump_record(const void *record, const record_row &row);
+/// there is no memory. `number` is the record's in record_rows.
+void dump_record(const void *record, int number);
 
 } // namespace qxsh

@@ -63,7 +63,7 @@ proc generate::field_size {field}   { catalogue::type_size [dict get $field type
 proc generate::body_create {c} {
     list "return static_cast<[dict get $c owner] *>(create_record([owner_size $c]));"
 }
-proc generate::body_dump {c} { list "dump_record(cfg, record_rows\[record_[dict get $c owner]\]);" }
+proc generate::body_dump {c} { list "dump_record(cfg, record_[dict get $c owner]);" }
 proc generate::body_array_create {c} {
     list "return static_cast<[dict get $c owner] *>(create_record_array(size, [owner_size $c]));"
 }

@@ -24,7 +24,7 @@ void qx_lamp_colour_init(qx_lamp_colour_t *cfg, unsigned char hue, unsigned shor
 
 void qx_lamp_colour_dump(qx_lamp_colour_t *cfg)
 {
-    dump_record(cfg, record_rows[record_qx_lamp_colour_t]);
+    dump_record(cfg, record_qx_lamp_colour_t);
 }
 
 void qx_lamp_colour_set_hue(qx_lamp_colour_t *cfg, unsigned char hue)
@@ -69,7 +69,7 @@ qx_lamp_view_t *qx_lamp_view_create()
 
 void qx_lamp_view_dump(qx_lamp_view_t *cfg)
 {
-    dump_record(cfg, record_rows[record_qx_lamp_view_t]);
+    dump_record(cfg, record_qx_lamp_view_t);
 }
 
 void qx_lamp_view_set_word(qx_lamp_view_t *cfg, unsigned int word)
@@ -130,7 +130,7 @@ void qx_lamp_init(qx_lamp_t *cfg, unsigned short id, unsigned char mode, unsigne
 
 void qx_lamp_dump(qx_lamp_t *cfg)
 {
-    dump_record(cfg, record_rows[record_qx_lamp_t]);
+    dump_record(cfg, record_qx_lamp_t);
 }
 
 void qx_lamp_set_id(qx_lamp_t *cfg, unsigned short id)
