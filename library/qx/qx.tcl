@@ -5,11 +5,13 @@
 # package's library when one of them is called first. One of them is named `set`: no code of the
 # package runs in the namespace qx itself, where it would take that one for Tcl's.
 
-namespace eval qx {}
+namespace eval qx::sim {}
 
 apply {{folder parts commands} {
     foreach part $parts { source [file join $folder $part.tcl] }
-    foreach name {get set template reading::value} { qx::handle::load_at_first_call ::qx::$name }
+    foreach name {get set template reading::value sim::flow_key sim::flow_slot} {
+        qx::handle::load_at_first_call ::qx::$name
+    }
     foreach {name procedure} $commands { interp alias {} ::qx::$name {} ::qx::$procedure }
 }} [file dirname [info script]] {
     catalogue handles reading help status why script_parser lint
