@@ -52,4 +52,13 @@ inline const command_row &row_of(const swig_command_info &command)
     return command_rows[&command - swig_commands];
 }
 
+/// How many words it takes.
+inline int words_of(const command_row &row)
+{
+    int words = 0;
+    while (word_kinds[row.kinds + words] != word_end)
+        ++words;
+    return words;
+}
+
 } // namespace qxsh

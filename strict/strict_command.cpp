@@ -1,6 +1,7 @@
 // Checks before and notes behind a command; see strict_command.h.
 #include "strict/strict_command.h"
 
+#include "commands/command_table.h"
 #include "commands/sdk_output.h"
 #include "helpers/block_memory.h"
 #include "records/addresses.h"
@@ -8,7 +9,6 @@
 #include "runtime/errors.h"
 #include "strict/checks.h"
 #include "strict/leak_report.h"
-#include "strict/rules.h"
 #include "types.h"
 
 #include <algorithm>
@@ -38,8 +38,8 @@ class checked_call
 {
 public:
     checked_call(const swig_command_info &row, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
-        : command_(row), row_(row_of(row)), interp_(interp), objc_(objc),
-          usage_(":" + std::string{row.name} + " ")
+        : command_(row), row_(row_of(row)), kinds_(word_kinds + row_.kinds), interp_(interp),
+          objc_(objc), usage_(":" + std::string{row.name} + " ")
     {
         words_[0] = objv[0];
         std::copy(objv + 1, objv + objc, words_ + 1);
@@ -66,6 +66,7 @@ private:
 
     const swig_command_info &command_;
     const command_row &row_;
+    const word_kind *const kinds_; // of word n: [n - 1]
     Tcl_Interp *const interp_;
     const int objc_;
     const std::string usage_; // as much of it as messages look at
@@ -101,7 +102,7 @@ bool is_ready(const Tcl_Obj *word, const Tcl_Obj &converted)
 
 bool checked_call::convert(int number)
 {
-    const word_kind kind = rule_of(row_, number).kind;
+    const word_kind kind = kinds_[number - 1];
     auto *const type = kind >= word_handle ? swig_types[type_number(kind)] : nullptr;
     Tcl_Obj *const word = words_[number];
     if (kind >= word_any_handle && !is_handle_or_command(word, kind))
@@ -117,23 +118,24 @@ bool checked_call::convert(int number)
 
 std::string checked_call::problem_of(int number) const
 {
-    const word_rule rule = rule_of(row_, number);
-    if (rule.use == memory_use::none || pointer(number) == nullptr)
+    const word_kind kind = kinds_[number - 1];
+    if (kind < word_any_handle || pointer(number) == nullptr)
         return {};
-    const checked_pointer what{pointer(number), type_number(rule.kind)};
-    switch (rule.use) {
-    case memory_use::indexed:
-        return problem_of_access(blocks(), what, value(rule.with), 1);
-    case memory_use::counted:
-        // An array of none has to be there as well.
-        return problem_of_access(blocks(), what, 0, std::max(value(rule.with), 1u));
-    case memory_use::base:
-        return problem_of_base(blocks(), what);
-    case memory_use::released:
+    const checked_pointer what{pointer(number), type_number(kind)};
+    if (row_.form == command_form::releases)
         return problem_of_release(blocks(), what.pointer);
-    default:
-        return problem_of_access(blocks(), what, 0, 1);
+    if (row_.form == command_form::points)
+        return problem_of_base(blocks(), what);
+    if (row_.form == command_form::indexes && number == 1)
+        return problem_of_access(blocks(), what, value(objc_ - 1), 1);
+    std::uint32_t count = 1;
+    if (row_.form == command_form::calls) {
+        const int counter = arguments_of(call_rows[row_.what])[number - 1].count;
+        // An array of none has to be there as well.
+        if (counter >= 0)
+            count = std::max(value(counter + 1), 1u);
     }
+    return problem_of_access(blocks(), what, 0, count);
 }
 
 int checked_call::release(const void *pointer)

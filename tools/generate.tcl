@@ -35,13 +35,4 @@ proc generate::main {catalogue_folder output_folder} {
     export_map
 }
 
-if {[info exists argv0] && [file normalize $argv0] eq [file normalize [info script]]} {
-    if {[llength $argv] != 2} {
-        puts stderr "usage: tclsh generate.tcl <catalogue folder> <output folder>"
-        exit 2
-    }
-    if {[catch {generate::main {*}$argv} message]} {
-        puts stderr [expr {$errorCode eq "CATALOGUE" ? $message : $errorInfo}]
-        exit 1
-    }
-}
+generate::from_command_line [info script] {{catalogue folder} {output folder}} generate::main

@@ -126,13 +126,5 @@ proc generate_sdk::main {catalogue_folder status_file output_folder} {
     definitions $statuses
 }
 
-if {[info exists argv0] && [file normalize $argv0] eq [file normalize [info script]]} {
-    if {[llength $argv] != 3} {
-        puts stderr "usage: tclsh generate_sdk.tcl <catalogue folder> <qx_status.h> <output folder>"
-        exit 2
-    }
-    if {[catch {generate_sdk::main {*}$argv} message]} {
-        puts stderr [expr {$errorCode eq "CATALOGUE" ? $message : $errorInfo}]
-        exit 1
-    }
-}
+generate::from_command_line [info script] {{catalogue folder} qx_status.h {output folder}} \
+    generate_sdk::main

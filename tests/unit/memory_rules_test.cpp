@@ -1,6 +1,6 @@
-// What strict memory believes about each command, against the tables of commands and records.
-#include "records/table.h"
-#include "strict/rules.h"
+// What the command table says of each command, and strict memory goes by, against the tables of
+// commands and records.
+#include "commands/command_table.h"
 #include "tests/unit/expected_table.h"
 #include "types.h"
 
@@ -47,38 +47,26 @@ std::vector<std::string> split(const std::string &types)
     return all;
 }
 
-struct expected_rule
-{
-    memory_use use;
-    std::size_t with;
-};
-
-// What becomes of a word, by the names that commands have.
-expected_rule expected_use(const table_row &command, const std::vector<std::string> &types,
-                           std::size_t number)
+// A command's form, by the names that commands have.
+command_form expected_form(const table_row &command)
 {
     const std::string &name = command[0];
-    if (!is_pointer(types[number - 1]))
-        return {memory_use::none, 0};
-    if (types[number - 1] == "void *")
-        return {memory_use::released, 0};
-    if (number == 1 && name.ends_with("_array_get") && is_pointer(command[3]))
-        return {memory_use::base, 0};
-    if (number == 1 && (name.ends_with("_array_get") || name.ends_with("_array_set")))
-        return {memory_use::indexed, types.size()};
-    if (name == "qx_ipsec_sa_add" && number == 5)
-        return {memory_use::counted, 4};
-    return {memory_use::element, 0};
-}
-
-command_form expected_result(const std::string &name)
-{
+    if (command[3] == "status")
+        return command_form::calls;
     if (name.ends_with("_array_create"))
         return command_form::makes_array;
-    return name.ends_with("_create") ? command_form::makes : command_form::plain;
+    if (name.ends_with("_create"))
+        return command_form::makes;
+    if (command[2] == "void *")
+        return command_form::releases;
+    if (name.ends_with("_array_get") && is_pointer(command[3]))
+        return command_form::points;
+    if (name.ends_with("_array_get") || name.ends_with("_array_set"))
+        return command_form::indexes;
+    return command_form::plain;
 }
 
-TEST(memory_rules, say_of_every_word_what_its_command_does_with_it)
+TEST(memory_rules, say_of_every_command_what_its_words_and_its_form_are)
 {
     std::map<std::string, const swig_command_info *> rows;
     for (const auto *each = swig_commands; each->name != nullptr; ++each)
@@ -91,17 +79,10 @@ TEST(memory_rules, say_of_every_word_what_its_command_does_with_it)
         const command_row &row = row_of(*rows[command[0]]);
         const auto types = split(command[2]);
         ASSERT_EQ(words_of(row), static_cast<int>(types.size()));
-        for (std::size_t number = 1; number <= types.size(); ++number) {
-            const word_rule word = rule_of(row, static_cast<int>(number));
-            const auto expected = expected_use(command, types, number);
-            EXPECT_EQ(name_of(word.kind), types[number - 1]) << number;
-            EXPECT_EQ(word.use, expected.use) << number;
-            EXPECT_EQ(word.with, static_cast<int>(expected.with)) << number;
-        }
-        const bool made = row.form == command_form::makes || row.form == command_form::makes_array;
-        const auto expected = expected_result(command[0]);
-        EXPECT_EQ(made ? row.form : command_form::plain, expected);
-        if (made) {
+        for (std::size_t i = 0; i < types.size(); ++i)
+            EXPECT_EQ(name_of(word_kinds[row.kinds + i]), types[i]) << i;
+        EXPECT_EQ(row.form, expected_form(command));
+        if (row.form == command_form::makes || row.form == command_form::makes_array) {
             EXPECT_EQ(name_of(static_cast<word_kind>(word_handle + row.what)), command[3]);
         }
         if (row.form == command_form::calls) {
