@@ -1,14 +1,16 @@
-# What the tool chains for other processors share. Relies on three variables, `foreign_compiler`
-# (prefix of Debian's cross compiler), `foreign_architecture` (Debian's name for the processor) and
-# CMAKE_LIBRARY_ARCHITECTURE, and on what `tools/setup/sysroot ARCHITECTURE` unpacks under build/.
+# What the tool chains share whose libraries are not this machine's. Relies on `foreign_architecture`,
+# the folder below build/sysroot, and, for another processor, on `foreign_compiler` (prefix of
+# Debian's cross compiler) and CMAKE_LIBRARY_ARCHITECTURE.
 
 get_filename_component(foreign_project "${CMAKE_CURRENT_LIST_DIR}/.." ABSOLUTE)
 
 set(CMAKE_SYSTEM_NAME Linux)
-set(CMAKE_C_COMPILER ${foreign_compiler}-gcc)
-set(CMAKE_CXX_COMPILER ${foreign_compiler}-g++)
+if(foreign_compiler)
+    set(CMAKE_C_COMPILER ${foreign_compiler}-gcc)
+    set(CMAKE_CXX_COMPILER ${foreign_compiler}-g++)
+endif()
 
-# That processor's Debian libraries are found here and nowhere else; programs are this machine's.
+# Libraries are found here and nowhere else; programs are this machine's.
 set(QXSH_SYSROOT "${foreign_project}/build/sysroot/${foreign_architecture}/root")
 set(CMAKE_FIND_ROOT_PATH "${QXSH_SYSROOT}")
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)

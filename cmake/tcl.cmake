@@ -15,6 +15,11 @@
 
 set(QXSH_TCL_VERSION 8.6 CACHE STRING "Tcl version to build with")
 
+# A board's tool chain names a sysroot as CMake does.
+if(CMAKE_SYSROOT AND NOT QXSH_SYSROOT)
+    set(QXSH_SYSROOT "${CMAKE_SYSROOT}")
+endif()
+
 find_path(QXSH_TCL_INCLUDE tcl.h PATH_SUFFIXES tcl${QXSH_TCL_VERSION} tcl
           DOC "folder of tcl.h (package tcl8.6-dev)")
 find_library(QXSH_TCL_LIBRARY tcl${QXSH_TCL_VERSION} DOC "libtcl (package tcl8.6-dev)")
@@ -40,7 +45,7 @@ foreach(variable IN LISTS wanted)
     if(NOT ${variable})
         get_property(what CACHE ${variable} PROPERTY HELPSTRING)
         if(QXSH_SYSROOT)
-            string(APPEND what ", looked for in ${QXSH_SYSROOT}, which tools/setup/sysroot fills")
+            string(APPEND what ", looked for in ${QXSH_SYSROOT}")
         endif()
         message(FATAL_ERROR "${variable} was not found: ${what}")
     endif()
@@ -77,6 +82,14 @@ function(link_by_name target library)
     endif()
 endfunction()
 
+# What is built finds libraries in <build>/lib alone, so a Tcl that the loader does not find is there.
+get_filename_component(folder "${QXSH_TCL_LIBRARY}" DIRECTORY)
+if(NOT folder IN_LIST CMAKE_CXX_IMPLICIT_LINK_DIRECTORIES)
+    file(MAKE_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
+    get_filename_component(name "${QXSH_TCL_LIBRARY}" NAME)
+    file(CREATE_LINK "${QXSH_TCL_LIBRARY}" "${CMAKE_BINARY_DIR}/lib/${name}" SYMBOLIC)
+endif()
+
 add_library(tcl::tcl INTERFACE IMPORTED)
 target_include_directories(tcl::tcl INTERFACE "${QXSH_TCL_INCLUDE}")
 link_by_name(tcl::tcl "${QXSH_TCL_LIBRARY}")
@@ -85,6 +98,10 @@ add_library(tcl::stub INTERFACE IMPORTED)
 target_include_directories(tcl::stub INTERFACE "${QXSH_TCL_INCLUDE}")
 target_compile_definitions(tcl::stub INTERFACE USE_TCL_STUBS)
 target_link_libraries(tcl::stub INTERFACE "${QXSH_TCLSTUB_LIBRARY}")
+# Its functions are each library's own. Tcl 8.5 has some of the same names, so that a shell that shows
+# them would give them to every extension it loads, whose own stub table would stay empty.
+get_filename_component(name "${QXSH_TCLSTUB_LIBRARY}" NAME)
+target_link_options(tcl::stub INTERFACE "LINKER:--exclude-libs,${name}")
 
 add_library(tcl::line_editing INTERFACE IMPORTED)
 if(QXSH_LINE_EDITING)

@@ -15,7 +15,7 @@ namespace {
 constexpr std::size_t live_words = 32; // more than a command has words
 std::array<std::string, live_words> live_answers;
 
-int answer(ClientData text, Tcl_Interp *interp, int, Tcl_Obj *const[])
+int say_text(ClientData text, Tcl_Interp *interp, int, Tcl_Obj *const[])
 {
     Tcl_SetObjResult(interp, held{*static_cast<std::string *>(text)});
     return TCL_OK;
@@ -56,14 +56,14 @@ hostile_word number_word(held object, const std::string &native)
 void make_live_words(Tcl_Interp *interp)
 {
     for (std::size_t i = 0; i < live_words; ++i)
-        Tcl_CreateObjCommand(interp, ("live_" + std::to_string(i)).c_str(), answer,
+        Tcl_CreateObjCommand(interp, ("live_" + std::to_string(i)).c_str(), say_text,
                              &live_answers[i], nullptr);
     static std::string circle = "circle";
     static std::string nobody = "nobody";
     static std::string hole = "NULL";
-    Tcl_CreateObjCommand(interp, "circle", answer, &circle, nullptr);
-    Tcl_CreateObjCommand(interp, "stranger", answer, &nobody, nullptr);
-    Tcl_CreateObjCommand(interp, "hole", answer, &hole, nullptr);
+    Tcl_CreateObjCommand(interp, "circle", say_text, &circle, nullptr);
+    Tcl_CreateObjCommand(interp, "stranger", say_text, &nobody, nullptr);
+    Tcl_CreateObjCommand(interp, "hole", say_text, &hole, nullptr);
 }
 
 held word_maker::object(const std::string &text)

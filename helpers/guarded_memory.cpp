@@ -10,7 +10,7 @@
 
 #include "records/addresses.h"
 
-#include <ucontext.h>
+#include <signal.h> // ucontext_t, as POSIX.1-2008 has it
 
 #include <cstddef>
 #include <cstring>

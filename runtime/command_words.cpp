@@ -7,7 +7,7 @@
 
 namespace qxsh {
 
-const Tcl_ObjType converted_number = {"", nullptr, nullptr, nullptr, nullptr};
+object_type converted_number = make_object_type("");
 
 static const char *native_name(word_kind kind, const swig_type_record *type)
 {

@@ -31,7 +31,7 @@ enum word_kind : std::uint8_t {
 consteval word_kind handle_of(int type) { return static_cast<word_kind>(word_handle + type); }
 
 /// The type of converted number words: internalRep.wideValue is the number. No script sees one.
-[[gnu::visibility("hidden")]] extern const Tcl_ObjType converted_number;
+[[gnu::visibility("hidden")]] extern object_type converted_number;
 
 /// Whether the word is a number that fits, as it stands; gives it if so.
 template <class Number>

@@ -187,7 +187,8 @@ const char *swig_unpack_hex(const char *text, void *data, std::size_t size)
 }
 
 // Not registered with Tcl, so nothing but this module converts objects to it.
-const Tcl_ObjType qxsh::handle_type = {"qx_handle", nullptr, copy_memory, make_text, nullptr};
+qxsh::object_type qxsh::handle_type =
+    qxsh::make_object_type("qx_handle", copy_memory, make_text);
 
 Tcl_Obj *swig_new_pointer_obj(void *pointer, swig_type_record *type)
 {

@@ -45,7 +45,7 @@ namespace qxsh {
 
 /// The type of objects that remember what their handle text stands for: twoPtrValue holds the
 /// address and the record of the type that the text names.
-[[gnu::visibility("hidden")]] extern const Tcl_ObjType handle_type;
+[[gnu::visibility("hidden")]] extern object_type handle_type;
 
 /// Whether the pointer has a handle other than "NULL": it is not null and lies below 4 GiB.
 inline bool has_handle(const void *pointer)

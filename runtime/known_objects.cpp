@@ -3,7 +3,7 @@
 
 namespace qxsh {
 
-static const Tcl_ObjType nothing = {"", nullptr, nullptr, nullptr, nullptr};
+static object_type nothing = make_object_type("");
 static const char no_text[] = "";
 
 constinit known_objects known = {&nothing, &nothing, no_text};

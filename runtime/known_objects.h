@@ -7,9 +7,9 @@
 namespace qxsh {
 
 struct known_objects {
-    const Tcl_ObjType *integer_type; ///< objects whose value is internalRep.longValue
-    const Tcl_ObjType *wide_type;    ///< Tcl_WideInt objects; the same where Tcl has only one type
-    const char *empty_text;          ///< what every new object has as its text, one array for all
+    object_type *integer_type; ///< objects whose value is internalRep.longValue
+    object_type *wide_type;    ///< Tcl_WideInt objects; the same where Tcl has only one type
+    const char *empty_text;    ///< what every new object has as its text, one array for all
 };
 
 /// Until learn_known_objects() has run, its members equal nothing that an object can hold.

@@ -158,8 +158,9 @@ int pass_event(ClientData, int mask) { return mask; }
 
 void watch_prompt_input(Tcl_Interp *interp)
 {
+    static char name[] = "prompt"; // Tcl 8.5 wants it without const
     static Tcl_ChannelType type = {};
-    type.typeName = "prompt";
+    type.typeName = name;
     type.version = TCL_CHANNEL_VERSION_5;
     type.closeProc = close_input;
     type.inputProc = read_input;

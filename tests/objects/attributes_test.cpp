@@ -27,12 +27,6 @@ int set_text(ClientData instance, Tcl_Interp *interp, int objc, Tcl_Obj *const o
     return TCL_OK;
 }
 
-int report_words(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
-{
-    Tcl_SetObjResult(interp, Tcl_NewListObj(objc, objv));
-    return TCL_OK;
-}
-
 class attributes : public object_commands
 {
 protected:

@@ -4,8 +4,6 @@
 
 namespace {
 
-constexpr const char *invalid =
-    "Invalid method. Must be one of: configure cget -acquire -disown -delete";
 constexpr const char *registry = "swig_runtime_data_type_pointer4";
 
 template <char Id> int answer(ClientData, Tcl_Interp *interp, int, Tcl_Obj *const[])

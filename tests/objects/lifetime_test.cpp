@@ -27,7 +27,7 @@ int evaluate_text(ClientData data, Tcl_Interp *interp, int, Tcl_Obj *const objv[
     return evaluate(data, interp, 3, words);
 }
 
-int set_width(ClientData data, Tcl_Interp *interp, int, Tcl_Obj *const objv[])
+int touch_and_set_width(ClientData data, Tcl_Interp *interp, int, Tcl_Obj *const objv[])
 {
     thing::of(data).text->append("x"); // touches the object itself and what it holds
     return Tcl_GetIntFromObj(interp, objv[2], &thing::of(data).width);
@@ -48,7 +48,7 @@ protected:
                         return TCL_OK;
                     })
             .attribute("-eval", evaluate_text, evaluate)
-            .attribute("-width", nullptr, set_width)
+            .attribute("-width", nullptr, touch_and_set_width)
             .destroyed_by(thing::destroy)
             .attach(type_);
     }

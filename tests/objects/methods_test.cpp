@@ -4,20 +4,11 @@
 
 namespace {
 
-int report_words(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
-{
-    Tcl_SetObjResult(interp, Tcl_NewListObj(objc, objv));
-    return TCL_OK;
-}
-
 template <int Status> int end_with(ClientData, Tcl_Interp *interp, int, Tcl_Obj *const[])
 {
     Tcl_SetObjResult(interp, Tcl_NewIntObj(Status));
     return Status;
 }
-
-constexpr const char *invalid =
-    "Invalid method. Must be one of: configure cget -acquire -disown -delete";
 
 class methods : public object_commands
 {

@@ -41,6 +41,17 @@ struct thing
     }
 };
 
+/// The error of a method that an object does not have; the names of those that it has may follow.
+inline constexpr const char *invalid =
+    "Invalid method. Must be one of: configure cget -acquire -disown -delete";
+
+/// A method whose result is the words that it was called with.
+inline int report_words(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
+{
+    Tcl_SetObjResult(interp, Tcl_NewListObj(objc, objv));
+    return TCL_OK;
+}
+
 /// A class description with everything that it points to. Lists are complete once it is attached.
 class sample_class
 {

@@ -40,6 +40,11 @@ proc constraint {name condition reason} {
 }
 proc have_program {name} { expr {[auto_execok $name] ne {}} }
 
+# tools/on_board runs the shell on a machine that ssh reaches. Tests that need more of it than files
+# and outputs keep those runs out of the transcript.
+constraint same_machine {![info exists env(QXSH_ON_BOARD)]} \
+    "the shell runs on another machine, behind ssh, with devices of its own"
+
 testConstraint sanitized   [expr {$env(QXSH_SANITIZED) eq "ON"}]
 testConstraint unsanitized [expr {$env(QXSH_SANITIZED) ne "ON"}]
 

@@ -1,8 +1,8 @@
 # A person at a terminal: runs the shell on a pseudo-terminal and types at its prompt. Relies on
 # shell.tcl and on the package Expect.
 
-constraint terminal {![catch {package require Expect}]} \
-    "tclsh has no package Expect (package tcl-expect)"
+constraint terminal {[testConstraint same_machine] && ![catch {package require Expect}]} \
+    "tclsh has no package Expect (package tcl-expect), or ssh is between it and the shell"
 if {[testConstraint terminal]} { log_user 0 }
 
 # A home folder with this rc file, or with none.

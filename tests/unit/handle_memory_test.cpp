@@ -78,11 +78,6 @@ TEST_F(handle_memory, rule_3_a_remembered_handle_is_of_any_type_too)
     EXPECT_EQ(pointer_, at(0x0001a2b0));
 }
 
-void *sixteen_on(void *pointer, int *)
-{
-    return static_cast<char *>(pointer) + 16;
-}
-
 TEST_F(handle_memory, rule_4_the_source_is_remembered_and_converted_each_time)
 {
     plain_type derived{"_p_derived"};

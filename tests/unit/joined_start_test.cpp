@@ -14,11 +14,6 @@ namespace {
 constexpr const char *variable_name = "swig_runtime_data_type_pointer4";
 using names = std::vector<std::string>;
 
-void *sixteen_on(void *pointer, int *)
-{
-    return static_cast<char *>(pointer) + 16;
-}
-
 // The other modules last as long as the process, as loaded modules do.
 sample_module &other()
 {

@@ -64,7 +64,7 @@ std::string reading_as_unsigned_long_long(Tcl_Obj *object)
     return std::to_string(value);
 }
 
-std::string reading_as_tcl_long(Tcl_Interp *interp, Tcl_Obj *object)
+std::string reading_by_tcl(Tcl_Interp *interp, Tcl_Obj *object)
 {
     long value;
     if (Tcl_GetLongFromObj(interp, object, &value) == TCL_OK)
@@ -83,7 +83,7 @@ number_row reference_readings(Tcl_Interp *interp, Tcl_Obj *object)
     row.readings[as_unsigned_short] = reading_as_unsigned(object, USHRT_MAX);
     row.readings[as_unsigned_char] = reading_as_unsigned(object, UCHAR_MAX);
     row.readings[as_unsigned_long_long] = reading_as_unsigned_long_long(object);
-    row.readings[as_tcl_long] = reading_as_tcl_long(interp, object);
+    row.readings[as_tcl_long] = reading_by_tcl(interp, object);
     row.word = Tcl_GetString(object);
     return row;
 }

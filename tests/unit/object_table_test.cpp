@@ -36,10 +36,10 @@ TEST(object_table, pointers_that_differ_in_one_bit)
         EXPECT_TRUE(object_table::disown(reinterpret_cast<void *>(std::uintptr_t{1} << bit)));
 }
 
-void *sixteen_on(void *pointer, int *new_memory)
+void *told_of_no_new_memory(void *pointer, int *new_memory)
 {
     EXPECT_EQ(*new_memory, 0);
-    return static_cast<char *>(pointer) + 16;
+    return sixteen_on(pointer, new_memory);
 }
 
 class disowning : public handle_doors
@@ -114,7 +114,7 @@ TEST_F(disowning, is_for_matching_types_only)
 TEST_F(disowning, takes_out_the_pointer_before_its_conversion)
 {
     sample_type base{"_p_base"};
-    base.accept(flow_, sixteen_on);
+    base.accept(flow_, told_of_no_new_memory);
     object_table::acquire(at(0x20));
     EXPECT_EQ(convert_text("_10000000_p_qx_flow_t", base, swig_disown), 0);
     EXPECT_EQ(pointer_, at(0x20));
@@ -131,7 +131,7 @@ protected:
 
 TEST_F(converters, replace_the_pointer)
 {
-    base_.accept(base_).accept(derived_, sixteen_on);
+    base_.accept(base_).accept(derived_, told_of_no_new_memory);
     EXPECT_EQ(convert("_10000000_p_derived", base_), at(0x20));
     EXPECT_EQ(convert("_10000000_p_base", base_), at(0x10));
     expect_refused("_10000000_p_base", derived_);
@@ -140,7 +140,7 @@ TEST_F(converters, replace_the_pointer)
 // Null stays outside: "NULL" has no type. A typed zero goes through.
 TEST_F(converters, are_not_asked_about_NULL)
 {
-    base_.accept(derived_, sixteen_on);
+    base_.accept(derived_, told_of_no_new_memory);
     EXPECT_EQ(convert("NULL", base_), nullptr);
     EXPECT_EQ(convert("_00000000_p_derived", base_), at(0x10));
 }

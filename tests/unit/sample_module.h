@@ -10,6 +10,12 @@
 #include <string>
 #include <vector>
 
+/// A converter from a derived type to a base that lies sixteen bytes further on.
+inline void *sixteen_on(void *pointer, int *)
+{
+    return static_cast<char *>(pointer) + 16;
+}
+
 /// An address as handles have it.
 inline void *at(std::uint32_t address)
 {

@@ -6,7 +6,7 @@
 
 # `set -e` does not hold in here, since a leg runs in a condition: every step says `|| return`.
 
-all_legs=(release strict dev i686 i686-asan armhf fuzz compare docs valgrind speed)
+all_legs=(release strict dev i686 i686-asan armhf tcl85 board fuzz compare docs valgrind speed)
 long_legs=(analysis valgrind-scripts soak packages)
 
 leg_release() { preset_leg release; }
@@ -22,11 +22,13 @@ leg_dev() {
 leg_i686() { need_i686 || return; preset_leg i686; }
 leg_i686_asan() { need_i686 || return; preset_leg i686-asan; }
 leg_armhf() { need_armhf || return; preset_leg armhf; }
+leg_tcl85() { need_tcl85 || return; preset_leg tcl85; }
+leg_board() { need_board || return; preset_leg board; }
 leg_fuzz() {
     need_packages fuzz valgrind || skipped "not installed: ${missing[*]}" || return
     fuzz_all 100000 1
 }
-leg_compare() { compare_transcripts release i686 armhf; }
+leg_compare() { compare_transcripts release i686 armhf tcl85 board; }
 leg_docs() {
     need_packages docs || skipped "not installed: ${missing[*]}" || return
     build_preset release docs && run_tests release -C docs -L docs
@@ -49,7 +51,7 @@ leg_packages() {
 }
 leg_valgrind() {
     need_packages valgrind || skipped "not installed: ${missing[*]}" || return
-    memcheck release unit objects
+    build_preset release all && run_tests release -C memcheck -L memcheck
 }
 leg_soak() { soak release "${QXSH_SOAK_MINUTES:-5}"; }
 
@@ -66,13 +68,19 @@ leg_speed() {
     return $status
 }
 
-# clang-tidy (.clang-tidy) and cppcheck over what is shipped. Both read the release build's
-# commands, less the options that only its compiler knows.
+# Test programs compiled file by file, which finds includes that are missing; clang-tidy
+# (.clang-tidy) and cppcheck over what is shipped. Both read the release build's commands, less the
+# options that only its compiler knows.
 leg_analysis() {
     local folder=$project/build/analysis results=${log%.log}.results status=0 files
     need_packages analysis || skipped "not installed: ${missing[*]}" || return
     build_preset release all || return
     mkdir -p "$folder"
+    logged "configuring for files by themselves" "$log" cmake -S "$project" --preset release \
+        -B "$project/build/alone" -DQXSH_TEST_ALONE=ON -DQXSH_WERROR=ON \
+        -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-O0 &&
+        logged "building tests file by file" "$log" \
+            cmake --build "$project/build/alone" -j "$jobs" || status=1
     sed 's/ --param=[^ ]*//g; s/ -fno-ipa-icf//g' "$project/build/release/compile_commands.json" \
         >"$folder/compile_commands.json"
     files=$(cd "$project" && git ls-files 'shell/*.cpp' 'commands/*.cpp' 'records/*.cpp' \
@@ -106,21 +114,37 @@ need_foreign() {
         skipped "this machine does not run $2 programs (see $log)"
 }
 
+# need_tcl85, need_board : what is made of Tcl 8.5's sources. Given ones that are no good are a
+# failure and nothing to be skipped.
+need_tcl85() {
+    [[ -n ${QXSH_TCL85_SOURCE-} ]] || skipped "$no_tcl85_source" || return
+    need_packages tcl85 || skipped "not installed: ${missing[*]}" || return
+    "$project/tools/setup/tcl85"
+}
+need_board() {
+    [[ -n ${QXSH_TCL85_SOURCE-} ]] || skipped "$no_tcl85_source" || return
+    need_packages tcl85 armhf board || skipped "not installed: ${missing[*]}" || return
+    "$project/tools/setup/board"
+}
+
 need_i686() { need_foreign i686 i386; }
 need_armhf() { need_foreign armhf armhf; }
 
-# preset_leg PRESET : configures, builds with warnings as errors and runs all tests of build/PRESET.
+# preset_leg PRESET : configures and builds build/PRESET and runs all its tests.
 preset_leg() {
     build_preset "$1" all || return
+    reason=$(sed -n 's/^-- \(tests left to other builds: .*\)/\1/p' "$log")
     rm -rf "$project/build/$1/transcripts" # what an older run left proves nothing
     run_tests "$1"
 }
 
-# build_preset PRESET TARGET : configures build/PRESET and builds the target.
+# build_preset PRESET TARGET : configures build/PRESET and builds the target, with warnings as errors
+# but in the release build, which ./run shares and whose compiler may be anyone's.
 build_preset() {
-    local status=0
+    local status=0 options=()
+    [[ $1 == release ]] || options+=(-DQXSH_WERROR=ON)
     lock_build
-    configure "$1" "$log" -DQXSH_WERROR=ON &&
+    configure "$1" "$log" "${options[@]}" &&
         logged "building '$2' of preset '$1'" "$log" \
             cmake --build "$project/build/$1" --target "$2" -j "$jobs" || status=1
     unlock_build
@@ -129,17 +153,16 @@ build_preset() {
 
 # run_tests PRESET CTEST-WORD... : runs tests of build/PRESET and counts them.
 run_tests() {
-    local preset=$1 results=${log%.log}.results status=0
-    local test_log=$project/build/$1/Testing/Temporary/LastTest.log
+    local preset=$1 results=${log%.log}.results status=0 folder=$project/build/$1
+    local test_log=$folder/Testing/Temporary/LastTest.log
     shift
-    rm -f "$test_log"
-    (cd "$project" && ctest --preset "$preset" -j "$jobs" "$@") \
+    rm -rf "$test_log" "$folder/results" "$folder/results.xml"
+    (cd "$project" && ctest --preset "$preset" -j "$jobs" --output-junit "$folder/results.xml" "$@") \
         </dev/null >"$results" 2>&1 8>&- || status=1
     cat "$results" >>"$log"
-    if [[ -f $test_log ]]; then
-        cat "$test_log" >>"$log"
-        counts=$(count_tests "$test_log")
-    fi
+    [[ ! -f $test_log ]] || cat "$test_log" >>"$log"
+    counts=$(tclsh8.6 "$project/tools/setup/count_tests.tcl" "$folder/results.xml" \
+        "$folder/results") || return
     if ((status)); then
         # The failing tests' output, without a line for each test that passed.
         grep -vE '^ *Start +[0-9]+: |^ *[0-9]+/[0-9]+ Test .* Passed ' "$results" || true
@@ -147,7 +170,7 @@ run_tests() {
         return 1
     fi
     case $counts in
-        '0 '*) echo "no test was counted in $log"; return 1 ;;
+        '0 0 '*) echo "no test was counted: see $log"; return 1 ;;
         *' 0 '*) ;;
         *) echo "tests failed that ctest did not notice: see $log"; return 1 ;;
     esac
@@ -205,22 +228,6 @@ fuzz_all() {
     ((bad == 0))
 }
 
-# count_tests FILE : "PASSED FAILED SKIPPED", the sums of GoogleTest's and tcltest's closing lines.
-count_tests() {
-    awk '
-        /^\[  PASSED  \] [0-9]+ tests?\.$/              { passed += $4 }
-        /^\[  FAILED  \] [0-9]+ tests?, listed below:/  { failed += $4 }
-        /^\[  SKIPPED \] [0-9]+ tests?, listed below:/  { skipped += $4 }
-        /\tTotal\t[0-9]+\tPassed\t[0-9]+\tSkipped\t[0-9]+\tFailed\t[0-9]+/ {
-            for (i = 1; i < NF; i++) {
-                if ($i == "Passed") passed += $(i + 1)
-                if ($i == "Skipped") skipped += $(i + 1)
-                if ($i == "Failed") failed += $(i + 1)
-            }
-        }
-        END { printf "%d %d %d\n", passed, failed, skipped }' "$1"
-}
-
 # The shell itself, with scripts that go through every area.
 leg_valgrind_scripts() {
     local script results=${log%.log}.results passed=0 failed=0
@@ -239,28 +246,6 @@ leg_valgrind_scripts() {
     done
     counts="$passed $failed 0"
     ((failed == 0 && passed > 0))
-}
-
-# memcheck PRESET FOLDER... : the test programs of build/PRESET/tests/FOLDER under valgrind. It does
-# not look for leaks: Tcl's allocator gives nothing back; the sanitized builds look for them.
-memcheck() {
-    local preset=$1 program programs results=${log%.log}.results status=0
-    shift
-    programs=$(cd "$project/build/$preset/tests" 2>>"$log" &&
-        find "$@" -maxdepth 1 -type f -perm -u+x | LC_ALL=C sort)
-    [[ -n $programs ]] || skipped "the test programs of '$preset' are not built" || return
-    while IFS= read -r program; do
-        echo "-- $program" >>"$log"
-        valgrind -q --error-exitcode=99 --child-silent-after-fork=yes \
-            "$project/build/$preset/tests/$program" </dev/null >"$results" 2>&1 || {
-            grep -vE '^\[ (RUN|     OK) ' "$results" | tail -n 40
-            echo "$program failed under valgrind; all output: $log"
-            status=1
-        }
-        cat "$results" >>"$log"
-    done <<<"$programs"
-    counts=$(count_tests "$log")
-    return $status
 }
 
 # compare_transcripts PRESET... : what the script tests recorded must be the same, byte for byte,

@@ -6,6 +6,7 @@ SECTION = "console/utils"
 LICENSE = "MIT"
 LIC_FILES_CHKSUM = "file://LICENSE;md5=6db2847f75610964da22eece703b5cf0"
 
+# The prompt starts a thread; every C library here has them, so nothing asks for that.
 DEPENDS = "tcl tcl-native"
 
 inherit cmake externalsrc
