@@ -12,8 +12,8 @@ namespace qxsh {
 /// Digits of a handle's address.
 constexpr std::size_t address_digits = 8;
 
-/// What handles of a type carry behind the address: "_p_qx_flow_t". A name that has no room does not
-/// compile.
+/// What handles of a type carry behind the address: "_p_qx_flow_t". A name that has no room does
+/// not compile.
 struct handle_name
 {
     std::uint8_t length = 0;

@@ -39,8 +39,8 @@ proc generate_sdk::word {call argument number} {
     set type [dict get $argument type]
     if {![is_pointer $type]} { return "frame.value<[catalogue::native $type]>($number)" }
     set native [catalogue::native [target $type]]
-    if {[catalogue::count_of $call [dict get $argument name]] >= 0} { return "frame.array<$native>($number)" }
-    return "frame.record<$native>($number)"
+    set array [expr {[catalogue::count_of $call [dict get $argument name]] >= 0}]
+    return "frame.[expr {$array ? "array" : "record"}]<$native>($number)"
 }
 
 proc generate_sdk::declaration {call} {

@@ -39,7 +39,8 @@ proc generate::helpers {} {
         set commands [helper_commands $area]
         set text "// Helpers of the area: [dict get [catalogue::area $area] text].\n// $note\n"
         append text "#include \"helpers.h\"\n\n#include \"helpers/cells.h\"\n"
-        append text "#include \"helpers/dump.h\"\n#include \"helpers/records.h\"\n#include \"record_numbers.h\"\n\nusing namespace qxsh;\n"
+        append text "#include \"helpers/dump.h\"\n#include \"helpers/records.h\"\n"
+        append text "#include \"record_numbers.h\"\n\nusing namespace qxsh;\n"
         append header "\n// [dict get [catalogue::area $area] text]\n\n"
         foreach command $commands {
             set shape [dict get $command shape]

@@ -79,8 +79,9 @@ proc generate::wrappers {} {
     set text "// The wrappers, in the order of the command table.\n// $note\n#pragma once\n\n"
     append text "#include \"commands/command_table.h\"\n\n$declarations"
     write test_wrap.h $text
-    set text "// The command table, in the order of registration, and what its commands are.\n// $note\n"
-    append text "#include \"test_wrap.h\"\n\n#include \"record_numbers.h\"\n#include \"types.h\"\n\n"
+    set text "// The command table, in the order of registration, and what its commands are.\n"
+    append text "// $note\n#include \"test_wrap.h\"\n\n#include \"record_numbers.h\"\n"
+    append text "#include \"types.h\"\n\n"
     append text "const swig_command_info swig_commands\[\] = \{\n"
     append text "$commands    \{nullptr, nullptr, nullptr\},\n\};\n\nnamespace qxsh \{\n\n"
     append text "const command_row command_rows\[\] = \{\n$rows\};\n\n"
