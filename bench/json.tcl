@@ -8,7 +8,7 @@ namespace eval json {
 proc json::text {value} { variable escapes; return \"[string map $escapes $value]\" }
 
 proc json::number {value} {
-    if {![string is double -strict $value]} { error "$value is no number" }
+    if {![string is double -strict $value]} { error "$value is not a number" }
     if {[string is wideinteger -strict $value]} { return $value }
     return [format %.9g $value]
 }

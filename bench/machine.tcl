@@ -26,7 +26,7 @@ proc machine::describe {} {
     regexp -line {^PRETTY_NAME="(.*)"$} [read /etc/os-release] -> system
     list processor $processor \
         cores [regexp -all -line {^processor\s*:} [read /proc/cpuinfo]] \
-        memory "[expr {$memory / 1048576}] GiB" system $system kernel [first_line uname -sr] \
+        memory "[expr {$memory / 1048576}] GiB" system $system \
         date [clock format [clock seconds] -gmt 1 -format "%Y-%m-%d %H:%M UTC"] \
         load_at_start [load]
 }

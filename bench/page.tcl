@@ -56,8 +56,8 @@ proc page::shown {judged value} {
 proc page::machine {result} {
     set machine [dict get $result machine]
     line "Measured [dict get $machine date] on [dict get $machine cores] cores of\
-        [dict get $machine processor], [dict get $machine memory], [dict get $machine system],\
-        [dict get $machine kernel]; load average at the start [dict get $machine load_at_start],\
+        [dict get $machine processor], [dict get $machine memory], [dict get $machine system];\
+        load average at the start [dict get $machine load_at_start],\
         at the end [dict get $result load_at_end]; [dict get $result rounds] rounds."
     if {[lindex [dict get $machine load_at_start] 0] > 1} {
         line "The machine was busy with other work, which instructions do not notice and times do."

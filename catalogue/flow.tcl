@@ -25,9 +25,9 @@ union qx_l4_header_t 4 "layer 4 header, by protocol" {
 }
 
 record qx_vlan_t 8 "one VLAN tag of a packet" {
-    0   u32  tpid_encap_type  "TPID encoding of the tag, an SDK code"
-    4   u16  vlan_id          "VLAN identifier, 0 to 4095"
-    6   u8   priority         "802.1p priority, 0 to 7"
+    0   u32  tpid_encap_type                "TPID encoding of the tag, an SDK code"
+    4   u16  vlan_id          -range 0..4095 "VLAN identifier"
+    6   u8   priority         -range 0..7    "802.1p priority"
 }
 
 record qx_pkt_info_t 88 "a packet as it arrives or leaves" {

@@ -33,7 +33,7 @@ if(QXSH_LINE_EDITING)
               DOC "folder of readline/readline.h (package libreadline-dev)")
     find_library(QXSH_NCURSES_LIBRARY ncurses DOC "libncurses (package libncurses-dev)")
 endif()
-find_program(QXSH_TCLSH NAMES tclsh${QXSH_TCL_VERSION} tclsh
+find_program(QXSH_TCLSH NAMES tclsh8.6 tclsh NO_CMAKE_SYSTEM_PATH
              DOC "this machine's tclsh (package tcl8.6)")
 
 set(wanted QXSH_TCL_INCLUDE QXSH_TCL_LIBRARY QXSH_TCLSTUB_LIBRARY QXSH_TCLSH)

@@ -9,7 +9,7 @@ set number 0
 # Makes a mistake: the call has to be refused, with this status.
 proc mistake {what status function args} {
     expect $status $function {*}$args
-    set meaning [qx::sim::status_meaning [qx::sim::status_number $status]]
+    set meaning [qx::catalogue::status_meaning [qx::catalogue::status_number $status]]
     puts "[incr ::number]. $what: $status, $meaning"
 }
 
@@ -31,7 +31,7 @@ mistake "passing on a record that is not there" QX_NULL_POINTER \
     qx_flow_add $device [qx_flow_array_get NULL 0]
 
 # --- The words of an IPv6 address are set, its family is not: 0 is IPv4, which has no 64 bits.
-fill_array qx_l3_ip_addr_set_ipv6_addr [qx_ip_address_get_ip_addr $address] [ip_words 2001:db8:7::]
+qx::set [qx_ip_address_get_ip_addr $address] {ipv6_addr 2001:db8:7::}
 qx_ip_address_set_addr_len $address 64
 mistake "an IPv6 prefix without its family" QX_BAD_ADDRESS qx_nat_subnet_add $device 40 $address
 puts "   for the device got this:"
@@ -66,7 +66,7 @@ set route [qx_l3_route_create]
 set_ip [qx_l3_route_get_prefix $route] 10.9.0.0/16
 must qx_l3_route_add $device $route
 set_ip [qx_l3_route_get_prefix $route] 10.8.0.0/16
-fill_array qx_l3_nexthop_set_da_mac [qx_l3_route_get_nexthop $route] [mac 02:00:00:bb:00:01]
+qx::set [qx_l3_route_get_nexthop $route] {da_mac 02:00:00:bb:00:01}
 mistake "a route that changes a next hop in passing" QX_CONFLICT qx_l3_route_add $device $route
 
 # --- Tearing down in the order of building up. The other way round works.

@@ -12,11 +12,10 @@ set_fields qx_etherip_tunnel_cfg $etherip replace_inner_sa 1 default_tos 0x10 ho
     flow_label 0x12345
 set from [qx_etherip_tunnel_cfg_get_tun_saddr $etherip]
 set to [qx_etherip_tunnel_cfg_get_tun_daddr $etherip]
-fill_array qx_l3_ip_addr_set_ipv6_addr $from [ip_words $local]
-fill_array qx_l3_ip_addr_set_ipv6_addr $to [ip_words $remote]
-fill_array qx_etherip_tunnel_cfg_set_local_lan_mac $etherip [mac 02:00:00:00:01:01]
-fill_array qx_etherip_tunnel_cfg_set_outer_src_mac $etherip [mac 02:00:00:00:01:04]
-fill_array qx_etherip_tunnel_cfg_set_outer_dst_mac $etherip [mac 02:00:00:bb:00:01]
+qx::set $from [list ipv6_addr $local]
+qx::set $to [list ipv6_addr $remote]
+qx::set $etherip {local_lan_mac 02:00:00:00:01:01 outer_src_mac 02:00:00:00:01:04
+    outer_dst_mac 02:00:00:bb:00:01}
 
 # The tunnel itself, all fields in one go: type 3, port 4, no next hop of its own (0), both
 # directions (2). The nested records are copied, so that the ones given here are free again
@@ -38,8 +37,8 @@ must qx_tunnel_get $device $tunnel $found
 puts "tunnel $tunnel: [ip [qx_tunnel_cfg_get_src_addr $found]] ->\
     [ip [qx_tunnel_cfg_get_dest_addr $found]], [fields qx_tunnel_cfg $found type tx_port dir]"
 set etherip [qx_tunnel_cfg_union_get_etherip [qx_tunnel_cfg_get_tunnel $found]]
-puts "frames go out from [mac_text qx_etherip_tunnel_cfg_get_outer_src_mac $etherip]\
-    to [mac_text qx_etherip_tunnel_cfg_get_outer_dst_mac $etherip]"
+puts "frames go out from [dict get [qx::get $etherip] outer_src_mac]\
+    to [dict get [qx::get $etherip] outer_dst_mac]"
 puts "its EtherIP settings:"
 qx_etherip_tunnel_cfg_dump $etherip
 

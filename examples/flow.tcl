@@ -14,8 +14,7 @@ set flow [qx_flow_create]
 # flow.
 set ingress [qx_flow_get_ingress_pkt $flow]
 set_fields qx_pkt_info $ingress phy_port 1 eth_type 0x0800 tos 0 protocol 6
-fill_array qx_pkt_info_set_da_mac $ingress [mac 02:00:00:00:01:01]
-fill_array qx_pkt_info_set_sa_mac $ingress [mac 02:00:00:aa:00:17]
+qx::set $ingress {da_mac 02:00:00:00:01:01 sa_mac 02:00:00:aa:00:17}
 set_ip [qx_pkt_info_get_sa_ip $ingress] 192.168.1.23
 set_ip [qx_pkt_info_get_da_ip $ingress] 198.51.100.7
 
@@ -30,8 +29,7 @@ qx_l4_tcp_init $tcp 40123 443
 qx_flow_set_egress_pkt $flow $ingress
 set egress [qx_flow_get_egress_pkt $flow]
 set_fields qx_pkt_info $egress phy_port 4
-fill_array qx_pkt_info_set_da_mac $egress [mac 02:00:00:bb:00:01]
-fill_array qx_pkt_info_set_sa_mac $egress [mac 02:00:00:00:01:04]
+qx::set $egress {da_mac 02:00:00:bb:00:01 sa_mac 02:00:00:00:01:04}
 set_ip [qx_pkt_info_get_sa_ip $egress] 203.0.113.5
 qx_l4_tcp_set_sport [qx_l4_header_get_tcp [qx_pkt_info_get_l4_header $egress]] 61000
 

@@ -16,8 +16,7 @@ set_fields qx_ip_translate_cfg $cfg translate_type 1 copy_tos 1 default_tos 0 \
 # The IPv6 packet, set in place.
 set packet [qx_ip_translate_cfg_get_v6_pkt $cfg]
 set_fields qx_pkt_info $packet phy_port 4 eth_type 0x86dd protocol 4
-fill_array qx_pkt_info_set_da_mac $packet [mac 02:00:00:bb:00:01]
-fill_array qx_pkt_info_set_sa_mac $packet [mac 02:00:00:00:01:04]
+qx::set $packet {da_mac 02:00:00:bb:00:01 sa_mac 02:00:00:00:01:04}
 set_ip [qx_pkt_info_get_sa_ip $packet] 2001:db8:12:3400::1
 set_ip [qx_pkt_info_get_da_ip $packet] 2001:db8:ffff::64
 

@@ -65,8 +65,8 @@ proc fill_sa {sa spi direction from to key} {
         qx_ipsec_sa_set_ekey $sa [expr {($key + $index) & 255}] $index
     }
     qx_ipsec_sa_set_akey $sa $key 4294967295 ;# this index means all 32
-    qx_l3_ip_addr_set_ipv4_addr [qx_ipsec_sa_get_tunnel_saddr $sa] [ip_words $from]
-    qx_l3_ip_addr_set_ipv4_addr [qx_ipsec_sa_get_tunnel_daddr $sa] [ip_words $to]
+    qx::set [qx_ipsec_sa_get_tunnel_saddr $sa] [list ipv4_addr $from]
+    qx::set [qx_ipsec_sa_get_tunnel_daddr $sa] [list ipv4_addr $to]
 }
 
 # The SAs of each direction stand in an array and are added together. Previous handle 0: first in

@@ -19,8 +19,7 @@ set l2tp [qx_tunnel_cfg_union_get_l2tp [qx_tunnel_cfg_get_tunnel $cfg]]
 set_fields qx_l2tp_tunnel_cfg $l2tp ver 2 tid 9 src_port 1701 dest_port 1701 send_seq 1
 set_fields qx_l2tp_tunnel_cfg $l2tp encap_type 1 calc_udp_csum 1 cookie_len 4
 fill_array qx_l2tp_tunnel_cfg_set_cookie $l2tp {0xc0 0x01 0xca 0xfe}
-fill_array qx_l2tp_tunnel_cfg_set_l2tp_src_mac $l2tp [mac 02:00:00:00:01:04]
-fill_array qx_l2tp_tunnel_cfg_set_peer_l2tp_src_mac $l2tp [mac 02:00:00:bb:00:01]
+qx::set $l2tp {l2tp_src_mac 02:00:00:00:01:04 peer_l2tp_src_mac 02:00:00:bb:00:01}
 
 set tunnel [filled uint32 cell { must qx_tunnel_add $device $cfg $cell }]
 

@@ -9,7 +9,8 @@ set_fields qx_mcast_member $member afi 0 sub_port 3 mcast_vlan 200 mode 1
 set_ip [qx_mcast_member_get_grp_addr $member] 232.1.1.1
 
 # The group's MAC address is made of the low 23 bits of its IP address.
-set group [ip_words 232.1.1.1]
+set address [qx_ip_address_get_ip_addr [qx_mcast_member_get_grp_addr $member]]
+set group [qx_l3_ip_addr_get_addr $address 0]
 fill_array qx_mcast_member_set_dest_mac $member [list 0x01 0x00 0x5e [expr {$group >> 16 & 127}] \
     [expr {$group >> 8 & 255}] [expr {$group & 255}]]
 
@@ -27,7 +28,7 @@ proc show {member} {
     }
     puts "[fields qx_mcast_member $member sub_port mcast_vlan mode],\
         group [ip [qx_mcast_member_get_grp_addr $member]]\
-        ([mac_text qx_mcast_member_get_dest_mac $member]), from $sources"
+        ([dict get [qx::get $member] dest_mac]), from $sources"
 }
 show $member
 

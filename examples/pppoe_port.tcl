@@ -12,8 +12,7 @@ must qx_pppoe_port_add $device $port $pppoe_port
 # The session as discovery found it: the two stations, its number, and the VLAN it runs in.
 set cfg [qx_pppoe_port_cfg_create]
 qx_pppoe_port_cfg_init $cfg 0x2f01 35 $port
-fill_array qx_pppoe_port_cfg_set_src_mac $cfg [mac 02:00:00:00:01:04]
-fill_array qx_pppoe_port_cfg_set_dest_mac $cfg [mac 02:00:00:dd:00:01]
+qx::set $cfg {src_mac 02:00:00:00:01:04 dest_mac 02:00:00:dd:00:01}
 
 # Until it has its encapsulation the port has nothing to show.
 set found [qx_pppoe_port_cfg_create]
@@ -21,8 +20,8 @@ puts "a port of its own: [expect QX_NO_ENCAP qx_pppoe_port_config_get $device $p
 must qx_pppoe_port_encap_set $device $pppoe_port $cfg
 must qx_pppoe_port_config_get $device $pppoe_port $found
 puts "PPPoE port $pppoe_port: session [qx_pppoe_port_cfg_get_pppoe_session_id $found],\
-    [mac_text qx_pppoe_port_cfg_get_src_mac $found] ->\
-    [mac_text qx_pppoe_port_cfg_get_dest_mac $found]"
+    [dict get [qx::get $found] src_mac] ->\
+    [dict get [qx::get $found] dest_mac]"
 puts "its configuration:"
 qx_pppoe_port_cfg_dump $found
 

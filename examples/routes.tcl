@@ -14,12 +14,12 @@ proc port_nexthop {address interface port mac} {
     set nhid [qx_l3_nexthop_get_nhid $hop]
     set_fields qx_l3_nexthop_id $nhid nhop_type 0 intf_id $interface
     set_ip [qx_l3_nexthop_id_get_addr $nhid] $address
-    fill_array qx_l3_nexthop_set_da_mac $hop [mac $mac]
+    qx::set $hop [list da_mac $mac]
     qx_l3_nexthop_intf_binding_set_port_id [qx_l3_nexthop_get_id $hop] $port
     set encap [qx_l3_nexthop_encap_get_port_encap [qx_l3_nexthop_get_encap $hop]]
     qx_port_encap_set_type $encap 0
     set eth [qx_port_union_encap_get_eth [qx_port_encap_get_port_encap $encap]]
-    fill_array qx_eth_port_encap_set_src_mac $eth [mac 02:00:00:00:01:0$port]
+    qx::set $eth [list src_mac 02:00:00:00:01:0$port]
     return $hop
 }
 set outside [port_nexthop 203.0.113.1 40 4 02:00:00:bb:00:01]
@@ -54,7 +54,7 @@ proc way {nexthop} {
     set nhid [qx_l3_nexthop_get_nhid $nexthop]
     return "via [ip [qx_l3_nexthop_id_get_addr $nhid]],\
         port [qx_l3_nexthop_intf_binding_get_port_id [qx_l3_nexthop_get_id $nexthop]],\
-        [mac_text qx_l3_nexthop_get_da_mac $nexthop]"
+        [dict get [qx::get $nexthop] da_mac]"
 }
 
 # Walking the table: next 0 asks for the first entry, 1 for the one after that in the record.

@@ -13,11 +13,9 @@ set_fields qx_rule_hash $rule apptype 1 mac_type 2 hash_index $slot voq_pol_idx 
 
 # --- the key: UDP to port 53, from VLAN 20. An IPv4 address is word 0 of its four.
 set key [qx_rule_hash_get_key $rule]
-fill_array qx_rule_hash_key_set_mac_da $key [mac 02:00:00:00:01:01]
-fill_array qx_rule_hash_key_set_mac_sa $key [mac 02:00:00:aa:00:17]
+qx::set $key {mac_da 02:00:00:00:01:01 mac_sa 02:00:00:aa:00:17}
 set_fields qx_rule_hash_key $key eth_type 0x0800 tpid_enc_1 1 _8021p_1 0 vid_1 20
-fill_array qx_rule_hash_key_set_sa $key [ip_words 192.168.20.9]
-fill_array qx_rule_hash_key_set_da $key [ip_words 203.0.113.53]
+qx::set $key {sa 192.168.20.9 da 203.0.113.53}
 set_fields qx_rule_hash_key $key ip_version 4 ip_valid 1 ip_prot 17 l4_valid 1 l4_sp 5353 l4_dp 53
 
 # --- the tag comes off, and the packet goes into queue 3 under policer 1.
@@ -28,10 +26,10 @@ set_fields qx_rule_hash_voq_pol [qx_rule_hash_get_voq_pol $rule] voq_base 3 pol_
 set result [qx_rule_hash_get_fwd_result $rule]
 set l2 [qx_rule_hash_fwd_result_get_l2 $result]
 set_fields qx_rule_hash_fwd_result_l2 $l2 mac_da_replace_en 1 l2_index 11
-fill_array qx_rule_hash_fwd_result_l2_set_mac_da $l2 [mac 02:00:00:cc:00:35]
+qx::set $l2 {mac_da 02:00:00:cc:00:35}
 set l3 [qx_rule_hash_fwd_result_get_l3 $result]
 set_fields qx_rule_hash_fwd_result_l3 $l3 ip_da_replace_en 1 ip_da_index 5 decr_ttl_hoplimit 1
-fill_array qx_rule_hash_fwd_result_l3_set_ip_da $l3 [ip_words 10.0.0.53]
+qx::set $l3 {ip_da 10.0.0.53}
 qx_rule_hash_fwd_result_dest_init [qx_rule_hash_fwd_result_get_dest $result] 1 1 7
 qx_rule_hash_fwd_result_act_init [qx_rule_hash_fwd_result_get_act $result] 1 2 0
 
@@ -44,10 +42,10 @@ set found [qx_rule_hash_create]
 must qx_rule_hash_get_by_hash_index $device $slot $found
 set key [qx_rule_hash_get_key $found]
 set l3 [qx_rule_hash_fwd_result_get_l3 [qx_rule_hash_get_fwd_result $found]]
-set source [ip_text [elements qx_rule_hash_key_get_sa $key 1]]
-set destination [ip_text [elements qx_rule_hash_key_get_da $key 1]]
-set resolver [ip_text [elements qx_rule_hash_fwd_result_l3_get_ip_da $l3 1]]
-puts "from [mac_text qx_rule_hash_key_get_mac_sa $key], $source, VLAN\
+set source [dict get [qx::get $key] sa]
+set destination [dict get [qx::get $key] da]
+set resolver [dict get [qx::get $l3] ip_da]
+puts "from [dict get [qx::get $key] mac_sa], $source, VLAN\
     [qx_rule_hash_key_get_vid_1 $key]: $destination becomes $resolver"
 puts "indexes: [fields qx_rule_hash $found hash_index voq_pol_idx fwd_rslt_idx vlan_rslt_idx]"
 puts "the forwarding result:"

@@ -24,7 +24,7 @@ const random_test::command &any_command(std::uint32_t number);
 int evaluate(const std::vector<Tcl_Obj *> &words);
 std::string result();
 
-/// The address in a well-formed handle; 0 of "NULL" and of what is no handle.
+/// The address in a well-formed handle; 0 of "NULL" and of what is not a handle.
 std::uint32_t address_in(const std::string &handle);
 
 } // namespace fuzz

@@ -11,7 +11,7 @@ namespace qxsh {
 /// own. The caller owns it and gives it back with free_block.
 void *allocate_block(std::uint32_t size);
 
-/// Gives a block back. Null does nothing. An address that is no live block is reported on stderr
+/// Gives a block back. Null does nothing. An address that is not a live block is reported on stderr
 /// and ends the process with abort(), as the C library's free does.
 void free_block(void *block);
 

@@ -234,7 +234,7 @@ std::uint32_t check_word(const header *block, std::uint32_t size)
 [[noreturn]] void report_bad_free(void *block)
 {
     std::fflush(stdout);
-    std::fprintf(stderr, "qx_data_free: 0x%08lx is no live block\n",
+    std::fprintf(stderr, "qx_data_free: 0x%08lx is not a live block\n",
                  reinterpret_cast<unsigned long>(block));
     std::abort();
 }

@@ -1,5 +1,5 @@
 # A sample rc file: copy it to ~/.myapprc, or let yours source it. It makes the prompt comfortable:
-# the package qx_prompt edits lines, completes them and keeps a history. At the prompt nothing runs
+# the package qx::prompt edits lines, completes them and keeps a history. At the prompt nothing runs
 # but commands that are typed in full, with the package and without. Scripts are not touched.
 
 # The rc file is also read when commands come from a pipe; comforts are for people.
@@ -16,7 +16,7 @@ foreach dir $auto_path {
 }
 unset -nocomplain dir index
 
-if {[catch { package require qx_prompt } reason]} {
+if {[catch { package require qx::prompt } reason]} {
     puts stderr "plain prompt: $reason"
     # Tcl's own handler of unknown commands would run abbreviations (qx_flow_ad) and Unix programs
     # (ls). This one loads what the script libraries have to offer, and refuses everything else.

@@ -1,7 +1,7 @@
 /* The statuses of the simulated device: what the SDK functions return here.
  * A status keeps its number for good; docs/simulator.md says which function returns which, and
  * when. Each line below has one status and its meaning; the status names of the library and of the
- * script package qx_sim are read from these lines.
+ * script package qx are read from these lines.
  */
 #ifndef QX_STATUS_H
 #define QX_STATUS_H

@@ -80,7 +80,7 @@ bool read_fault(const std::vector<std::string> &words, fault_rule &rule, std::st
         return false;
     }
     if (!read_status(words[2], rule.status)) {
-        mistake = "\"" + words[2] + "\" is no status to fail with";
+        mistake = "\"" + words[2] + "\" is not a status to fail with";
         return false;
     }
     return true;
@@ -98,7 +98,7 @@ bool read_latency(const std::vector<std::string> &words, latency_rule &rule, std
         return false;
     }
     if (!read_number(words[1], 0, latency_limit, rule.microseconds)) {
-        mistake = "\"" + words[1] + "\" is no time from 0 to 10000000 microseconds";
+        mistake = "\"" + words[1] + "\" is not a time from 0 to 10000000 microseconds";
         return false;
     }
     return true;

@@ -48,7 +48,7 @@ proc generate_package::record_rows {} {
         set fields {}
         foreach field [dict get $record fields] {
             set shown {}
-            foreach key {name offset type width bit count text dumped holds set_as} {
+            foreach key {name offset type width bit count text dumped holds set_as range} {
                 lappend shown $key [dict get $field $key]
             }
             lappend fields $shown
@@ -107,6 +107,7 @@ proc generate_package::cell_rows {} {
     return $rows
 }
 
+# The whole file, for the catalogue that has been loaded.
 proc generate_package::data {statuses} {
     variable note
     set text "# What the package qx knows of the SDK; catalogue.tcl answers from it.\n# $note\n"
@@ -118,14 +119,13 @@ proc generate_package::data {statuses} {
     append text [variable_text call_data [call_rows]]
     append text [variable_text command_data [command_rows]]
     append text [variable_text status_data [status_rows $statuses]]
-    append text "}\n"
-    generate::write catalogue_data.tcl $text
+    return "$text}\n"
 }
 
 proc generate_package::main {catalogue_folder status_file output_folder} {
     set ::generate::folder $output_folder
     catalogue::load $catalogue_folder
-    data [statuses::read_header $status_file]
+    generate::write catalogue_data.tcl [data [statuses::read_header $status_file]]
 }
 
 generate::from_command_line [info script] {{catalogue folder} qx_status.h {output folder}} \

@@ -4,8 +4,9 @@
 #   man/       qxsh.1 and one page of section n for each area
 #   editors/   what checkers and editors want to know about the commands
 #
-# All of it follows from the catalogue, the list of statuses and the tables of docs/; what no table
-# knows is hand-written in tools/reference and packaging/qxsh.1.in. A file whose content would stay
+# All of it follows from the catalogue, the list of statuses and the tables of docs/. The words about
+# commands are those of the package qx (library/qx/wording.tcl); what no table knows is hand-written
+# in tools/reference and packaging/qxsh.1.in. A file whose content would stay
 # the same is not touched. A mistake in the data is one line, and then nothing is written.
 
 namespace eval reference {
@@ -13,10 +14,12 @@ namespace eval reference {
     variable parts [file join $tools reference]
     variable note "Generated from the catalogue by tools/reference.tcl; changes belong there."
 }
-foreach part {catalogue.tcl statuses.tcl generate/text.tcl} {
-    source [file join $reference::tools $part]
+source [file join $reference::tools generate_package.tcl]
+# The words about commands are those of the package qx.
+foreach part {catalogue wording} {
+    source [file join $reference::tools .. library qx $part.tcl]
 }
-foreach part {wording byte_map html drawing pages manual editors} {
+foreach part {byte_map html drawing pages manual editors} {
     source [file join $reference::parts $part.tcl]
 }
 
@@ -28,6 +31,15 @@ proc reference::file_text {name} {
     return $text
 }
 
+# All commands in table order, as facts.
+proc reference::commands {} {
+    variable commands
+    if {![info exists commands]} {
+        foreach name [qx::catalogue::commands] { lappend commands [qx::catalogue::facts $name] }
+    }
+    return $commands
+}
+
 # All files: name below the output folder and text, alternating.
 proc reference::files {project version} {
     return [concat [pages::files] [manual::files $project $version] [editors::files]]
@@ -36,10 +48,10 @@ proc reference::files {project version} {
 proc reference::main {project version output} {
     set generate::folder $output
     catalogue::load [file join $project catalogue]
-    wording::prepare
     set header [file join $project sdk qx_status.h]
     set simulator [file join $project docs simulator.md]
     set statuses [statuses::read_header $header]
+    uplevel #0 [generate_package::data $statuses]
     set names {}
     foreach {name number meaning} $statuses { lappend names $name }
     set pages::statuses $statuses

@@ -65,12 +65,12 @@ proc statuses::read_answers {file known functions} {
     foreach {line_number cells} [table $file function] {
         if {[llength $cells] != 3} { fail $file $line_number "expected: function, statuses, when" }
         foreach {function names when} $cells break
-        if {$function ni $functions} { fail $file $line_number "\"$function\" is no SDK call" }
+        if {$function ni $functions} { fail $file $line_number "\"$function\" is not an SDK call" }
         if {[dict exists $answers $function]} {
             fail $file $line_number "$function already has a row"
         }
         foreach name $names {
-            if {$name ni $known} { fail $file $line_number "\"$name\" is no status" }
+            if {$name ni $known} { fail $file $line_number "\"$name\" is not a status" }
         }
         dict set answers $function [list $names $when]
     }
@@ -91,7 +91,7 @@ proc statuses::read_switches {folder} {
             if {[llength $cells] != 2} { fail $file $line_number "expected: switch, what it does" }
             set name [lindex $cells 0]
             if {![regexp {^[A-Z][A-Z0-9_]*$} $name]} {
-                fail $file $line_number "\"$name\" is no name of a switch"
+                fail $file $line_number "\"$name\" is not the name of a switch"
             }
             if {[dict exists $places $name]} {
                 fail $file $line_number "$name is already described at [dict get $places $name]"

@@ -1,4 +1,4 @@
-# Package qx_prompt, completion of what stands behind a command: handles of the fitting type, hints
+# Package qx::prompt, completion of what stands behind a command: handles of the fitting type, hints
 # for numbers, names, fields of records. Relies on offers.tcl and, for what it knows of the SDK, on
 # the package qx; without that one, variables are offered behind a dollar sign and nothing else is.
 
@@ -31,7 +31,7 @@ proc qx::prompt::arguments::next {words word variables} {
             }
         }
         if {[qx::catalogue::is_command $name]} {
-            set facts [qx::catalogue::command $name]
+            set facts [qx::catalogue::facts $name]
             return [sdk_word $facts [llength $words] $word $variables]
         }
         if {$name eq "dict" && [lindex $words 1] eq "get" && [llength $words] > 2} {
@@ -106,8 +106,7 @@ proc qx::prompt::arguments::sdk_word {facts number word variables} {
     if {[string match {$*} $word]} {
         return [list offers [qx::prompt::offers::variables $word [no_handles $variables]]]
     }
-    set range [string map {{ to } ..} [qx::help::range_text $facts $argument $type]]
-    return [list hint "<$argument: $range>"]
+    return [list hint "<$argument: [qx::wording::hint $facts $argument $type]>"]
 }
 
 # Variables whose handle is of a type, a pattern; the hint if there is none.
@@ -174,7 +173,7 @@ proc qx::prompt::arguments::record_of {word variables} {
     set type {}
     if {[regexp {^\[\s*(?:::)?(qx_\w+)} $word -> command]} {
         if {[qx::catalogue::is_command $command]} {
-            set type [string trimright [dict get [qx::catalogue::command $command] result] *]
+            set type [string trimright [dict get [qx::catalogue::facts $command] result] *]
         }
     } elseif {![regexp {^_[0-9a-f]{8}_p_(\w+)$} $word -> type]} {
         return
@@ -264,14 +263,14 @@ proc qx::prompt::arguments::field {frames variables} {
 
 # What a field takes; in a list one of its elements.
 proc qx::prompt::arguments::value_hint {field in_list} {
-    foreach part {name type holds count width} { set $part [dict get $field $part] }
+    foreach part {name type holds count} { set $part [dict get $field $part] }
     set samples {mac 02:00:00:00:00:01 ipv4 192.0.2.1 ipv6 2001:db8::1 ip 192.0.2.1}
     if {!$in_list && [dict exists $samples $holds]} {
         set wanted [dict get $samples $holds]
     } elseif {[qx::catalogue::is_record $type]} {
         set wanted "{$type}"
     } else {
-        set wanted [join [qx::catalogue::range $type $width] ..]
+        set wanted [qx::wording::field_hint $field]
     }
     if {$count && !$in_list && $wanted ni [dict values $samples]} {
         set wanted "{$count of $wanted}"

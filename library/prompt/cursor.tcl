@@ -1,4 +1,4 @@
-# Package qx_prompt, where a cursor stands: reads a command that is still being typed. Nothing is
+# Package qx::prompt, where a cursor stands: reads a command that is still being typed. Nothing is
 # run or replaced, and nothing is asked but the text. Relies on nothing.
 #
 # What is open at the cursor is a list of frames, the outermost first. A frame is a dict:

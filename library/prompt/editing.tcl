@@ -1,4 +1,4 @@
-# Package qx_prompt, line editing: starts tclreadline, and where Tcl's loop prompts reads a command
+# Package qx::prompt, line editing: starts tclreadline, and where Tcl's loop prompts reads a command
 # of as many lines as it takes. Relies on history.tcl, offers.tcl and the library of this package,
 # which does with Readline and Tcl what no script can.
 

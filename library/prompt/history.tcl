@@ -1,5 +1,5 @@
-# Package qx_prompt, the history's file: a line for each that was typed, written at once, so that it
-# outlives the shell; several shells add to it, and it keeps the last ones. Relies on nothing.
+# Package qx::prompt, the history's file: a line for each that was typed, written at once, so that
+# it outlives the shell; several shells add to it, and it keeps the last ones. Relies on nothing.
 
 namespace eval qx::prompt::history {
     variable most 1000 ;# lines that are kept; the file is cut when it has a quarter more

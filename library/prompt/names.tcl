@@ -1,4 +1,4 @@
-# Package qx_prompt, unknown commands. Tcl's own handler would run abbreviations (qx_flow_ad) and
+# Package qx::prompt, unknown commands. Tcl's own handler would run abbreviations (qx_flow_ad) and
 # Unix programs (ls); this one loads what the script libraries offer, and of everything else it says
 # what is like it. Relies on the package qx for that; without it, the message is Tcl's alone.
 

@@ -1,4 +1,4 @@
-# Package qx_prompt, completion: what may stand at the cursor, as a function of the text before it,
+# Package qx::prompt, completion: what may stand at the cursor, as a function of the text before it,
 # the commands and the variables there are. Relies on cursor.tcl and arguments.tcl.
 
 namespace eval qx::prompt::offers {

@@ -1,5 +1,5 @@
-# Package qx_prompt: what the sample rc file starts. Line editing with completion and a kept history
-# where the package tclreadline is there, a plain prompt where not; in both nothing runs but
+# Package qx::prompt: what the sample rc file starts. Line editing with completion and a kept
+# history where the package tclreadline is there, a plain prompt where not; in both nothing runs but
 # commands that are typed in full. Relies on the files beside this one; the package qx is loaded
 # when something is first asked of it, so that the prompt comes at once.
 
@@ -65,5 +65,3 @@ proc qx::prompt::commands {{text {}}} {
     }
     return [lsort -unique $names]
 }
-
-package provide qx_prompt 0.1

@@ -1,5 +1,5 @@
-// The library of the package qx_prompt: what a serial line and pasted scripts want of Readline, and
-// no script can set through tclreadline.
+// The library of the package qx::prompt: what a serial line and pasted scripts want of Readline,
+// and no script can set through tclreadline.
 //
 //   qx::prompt::readline::settle PLAIN   once, after tclreadline has been initialized
 //   qx::prompt::readline::files ON       whether file names complete where nothing else does
@@ -88,7 +88,7 @@ int settle(ClientData, Tcl_Interp *interp, int count, Tcl_Obj *const words[])
     rl_completion_entry_function = file_or_nothing;
     if (rl_function_of_keyseq("\t", nullptr, nullptr) == rl_complete)
         rl_bind_key('\t', complete_or_insert);
-    qx_prompt::bind_line_drop();
+    qx::prompt::bind_line_drop();
     return TCL_OK;
 }
 
@@ -102,6 +102,6 @@ extern "C" __attribute__((visibility("default"))) int Qxreadline_Init(Tcl_Interp
         return TCL_ERROR;
     Tcl_CreateObjCommand(interp, "::qx::prompt::readline::settle", settle, nullptr, nullptr);
     Tcl_CreateObjCommand(interp, "::qx::prompt::readline::files", files, nullptr, nullptr);
-    qx_prompt::create_line_commands(interp);
+    qx::prompt::create_line_commands(interp);
     return TCL_OK;
 }

@@ -12,7 +12,7 @@
 
 #include <unistd.h>
 
-namespace qx_prompt {
+namespace qx::prompt {
 
 namespace {
 
@@ -98,8 +98,7 @@ int give(ClientData, Tcl_Interp *interp, int count, Tcl_Obj *const words[])
     }
     Tcl_Channel in = Tcl_GetStdChannel(TCL_STDIN);
     int size = 0;
-    auto *const bytes =
-        reinterpret_cast<const char *>(Tcl_GetByteArrayFromObj(words[1], &size));
+    auto *const bytes = reinterpret_cast<const char *>(Tcl_GetByteArrayFromObj(words[1], &size));
     const qxsh::line_editing *const shell = shell_of(interp);
     if (in != nullptr && shell != nullptr) {
         shell->give(bytes, size);
@@ -128,4 +127,4 @@ void bind_line_drop()
         rl_bind_key_in_map(drop_key, end_dropped_line, map);
 }
 
-} // namespace qx_prompt
+} // namespace qx::prompt

@@ -1,10 +1,10 @@
 // The line that is being edited, and a whole command on its way to Tcl's loop: commands of the
-// package qx_prompt.
+// package qx::prompt.
 #pragma once
 
 #include <tcl.h>
 
-namespace qx_prompt {
+namespace qx::prompt {
 
 /// Creates the commands and tells the shell how a half-typed line is dropped.
 ///   qx::prompt::readline::expect        before tclreadline reads a line
@@ -15,4 +15,4 @@ void create_line_commands(Tcl_Interp *interp);
 /// Binds what drops the line; after rl_initialize.
 void bind_line_drop();
 
-} // namespace qx_prompt
+} // namespace qx::prompt

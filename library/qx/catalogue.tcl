@@ -1,6 +1,7 @@
 # Package qx, what the SDK's catalogue says: areas, records with their fields, calls, the 1093
 # commands, the statuses of the simulated device. The other parts of the package, and scripts, ask
-# here. Relies on catalogue_data.tcl beside this file, which the build writes from the catalogue.
+# here. Relies on catalogue_data.tcl, which the build writes from the catalogue, and for the words
+# about commands on wording.tcl.
 #
 # Type words: u8 u16 u32 i32 u64, a record's name, either with * for a pointer, void*; as a result
 # also none, status, and low32 (the low half of a 64-bit number). Unknown names are errors {QX
@@ -12,46 +13,7 @@ namespace eval qx::catalogue {
     #   area_data    area -> text, records, calls         record_data  record -> as `record` has it
     #   call_data    call -> as `call` gives it                 status_data  number -> name, meaning
     #   command_data command -> area, shape, owner, field, arguments, result
-    # What a command of a record or a cell does, by its shape: %r record, %f field, %t the field's
-    # meaning.
-    variable shape_texts {
-        create             {make a zeroed %r}
-        init               {fill the fields of a %r in one go, arrays excepted}
-        dump               {print the fields of a %r}
-        array_create       {make an array of zeroed %r records}
-        array_set          {copy a %r into an array}
-        array_get          {a %r of an array, in place}
-        set_scalar         {set %f: %t}
-        get_scalar         {read %f: %t}
-        set_bits           {set %f: %t}
-        get_bits           {read %f: %t}
-        set_array          {set an element of %f: %t}
-        get_array          {read an element of %f: %t}
-        set_record         {copy a record into %f: %t}
-        get_record         {%f, in place: %t}
-        set_records        {copy a record into an element of %f: %t}
-        get_records        {an element of %f, in place: %t}
-        cell_create        {make a cell of type %r with a value}
-        cell_get           {read a cell of type %r}
-        cell_array_create  {make an array of cells of type %r, all with one value}
-        cell_array_get     {read a cell of an array of type %r}
-        cell_array_set     {write a cell of an array of type %r}
-        free               {release a block that a _create command made}
-    }
-    # What an argument of such a command carries; those of fields have the field's meaning.
-    variable argument_texts {
-        cfg   {the record}
-        arr   {the first record of the array}
-        item  {the record to copy}
-        idx   {number of the element, from 0; 4294967295 sets every element}
-        index {number of the cell, from 0}
-        size  {number of elements}
-        ptr   {the cell, or the first of an array}
-        data  {the value}
-    }
 }
-
-source [file join [file dirname [info script]] catalogue_data.tcl]
 
 # The entry of a name in one of the dicts; an unknown name is an error.
 proc qx::catalogue::entry {kind data name} {
@@ -79,8 +41,9 @@ proc qx::catalogue::records {} {
 
 # A record: kind (record or union), size in bytes, packed, area, text, fields. Each field is a dict:
 # name, offset in bytes, type, bit and width of a bit-field (width 0: it is none), count of an
-# array's elements (0: it is no array), text, dumped, holds (mac, ipv4, ipv6, ip, family, key
-# or nothing), set_as (the type of its setter, if another).
+# array's elements (0: it is no array), text, dumped, holds (mac, ipv4, ipv6, ip, family, key or
+# nothing), set_as (the type of its setter, if another), range (least and greatest meaningful value,
+# if they are not those of the type).
 proc qx::catalogue::record {type} {
     variable record_data
     return [entry record $record_data $type]
@@ -108,10 +71,47 @@ proc qx::catalogue::calls {} {
     return [dict keys $call_data]
 }
 
-# An SDK function: text, area, arguments, each a dict: name, type, direction (in, out, inout), text.
+# An SDK function: text, area, arguments, each a dict: name, type, direction (in, out, inout), text,
+# range (as that of a field).
 proc qx::catalogue::call {name} {
     variable call_data
     return [entry call $call_data $name]
+}
+
+# One argument of an SDK function.
+proc qx::catalogue::call_argument {call name} {
+    foreach argument [dict get [call $call] arguments] {
+        if {[dict get $argument name] eq $name} { return $argument }
+    }
+    return -code error -errorcode [list QX UNKNOWN argument $name] "$call has no argument \"$name\""
+}
+
+# The SDK functions that take a pointer to a record or to a cell's type, in alphabetical order.
+proc qx::catalogue::calls_with {type} {
+    variable takers
+    # An index of all types, made when the first is asked for.
+    if {![info exists takers]} {
+        set takers {}
+        foreach call [calls] {
+            foreach argument [dict get [call $call] arguments] {
+                set pointed [dict get $argument type]
+                if {[is_pointer $pointed]} { dict lappend takers [target $pointed] $call }
+            }
+        }
+    }
+    if {![dict exists $takers $type]} return
+    return [lsort -unique [dict get $takers $type]]
+}
+
+# Where records hold one of a type: record and field, alternating.
+proc qx::catalogue::holders {type} {
+    set result {}
+    foreach holder [records] {
+        foreach field [dict get [record $holder] fields] {
+            if {[dict get $field type] eq $type} { lappend result $holder [dict get $field name] }
+        }
+    }
+    return $result
 }
 
 # All command names, in table order.
@@ -136,57 +136,75 @@ proc qx::catalogue::commands_of {owner} {
     return [entry owner $owned $owner]
 }
 
-# A command: name, area, shape (create, init, dump, set_scalar ... as in shape_texts, or call),
-# owner (record, call, or type word of a cell), field, arguments (names and type words,
-# alternating), result (a type word), usage (as its message shows it), text, argument_texts (in
-# order).
+# A command: its facts, and in words text (its purpose) and argument_texts (in order).
 proc qx::catalogue::command {name} {
+    set facts [facts $name]
+    set texts {}
+    foreach {argument type} [dict get $facts arguments] {
+        lappend texts [qx::wording::argument_text $facts $argument]
+    }
+    return [dict replace $facts text [qx::wording::purpose $facts] argument_texts $texts]
+}
+
+# The facts of a command: name, area, shape (create, init, dump, set_scalar, set_bits, set_array,
+# set_record, set_records, the same with get, array_create, array_set, array_get, cell_create,
+# cell_get, cell_array_create, cell_array_get, cell_array_set, free, or call), owner (record, call,
+# or type word of a cell), field, arguments (names and type words, alternating), result (a type
+# word), usage (as its message shows it).
+proc qx::catalogue::facts {name} {
     variable command_data
     foreach {area shape owner field arguments result} [entry command $command_data $name] break
-    set texts {}
     set usage $name
-    foreach {argument type} $arguments {
-        append usage " $argument"
-        lappend texts [argument_text $shape $owner $field $argument]
-    }
+    foreach {argument type} $arguments { append usage " $argument" }
     return [dict create name $name area $area shape $shape owner $owner field $field \
-        arguments $arguments result $result usage $usage text [command_text $shape $owner $field] \
-        argument_texts $texts]
+        arguments $arguments result $result usage $usage]
 }
 
-proc qx::catalogue::command_text {shape owner field} {
-    variable shape_texts
-    if {$shape eq "call"} { return [dict get [call $owner] text] }
-    set meaning {}
-    if {$field ne {}} { set meaning [dict get [field $owner $field] text] }
-    if {[is_record $owner]} { set shown $owner } else { set shown [native $owner] }
-    return [string map [list %r $shown %f $field %t $meaning] [dict get $shape_texts $shape]]
+# The field that an argument of a record's command fills; empty if it fills none.
+proc qx::catalogue::field_of {command argument} {
+    foreach key {shape owner field} { set $key [dict get $command $key] }
+    if {$field ne {} && $field eq $argument} { return [field $owner $field] }
+    if {$shape eq "init" && $argument ne "cfg"} { return [field $owner $argument] }
+    return
 }
 
-proc qx::catalogue::argument_text {shape owner field argument} {
-    variable argument_texts
-    if {$shape eq "call"} {
-        foreach each [dict get [call $owner] arguments] {
-            if {[dict get $each name] eq $argument} { return [dict get $each text] }
+# Which numbers an argument takes, a dict:
+#   taken  least and greatest number; of an index of a field those that have an element
+#   every  the index that stands for all elements, where there is one; otherwise empty
+#   kept   how many of the low bits a bit-field keeps; 0 if all of them
+#   meant  least and greatest meaningful number if they are others than those taken, or empty
+proc qx::catalogue::bounds {command argument type} {
+    foreach key {shape owner field} { set $key [dict get $command $key] }
+    set bounds [dict create taken [range $type] every {} kept 0 meant {}]
+    if {$field ne {} && $argument eq "idx"} {
+        dict set bounds taken [list 0 [expr {[dict get [field $owner $field] count] - 1}]]
+        if {[string match set_* $shape]} { dict set bounds every [lindex [range $type] 1] }
+    } elseif {$shape eq "call"} {
+        dict set bounds meant [dict get [call_argument $owner $argument] range]
+    } elseif {[set filled [field_of $command $argument]] ne {}} {
+        dict set bounds kept [dict get $filled width]
+        if {[dict get $filled width] || [dict get $filled range] ne {}} {
+            dict set bounds meant [field_range $filled]
         }
     }
-    # A field may be named like one of the others.
-    if {$field eq $argument} { return [dict get [field $owner $field] text] }
-    if {$shape eq "init" && $argument ne "cfg"} { return [dict get [field $owner $argument] text] }
-    if {$shape eq "free"} { return "the block's handle, of any type" }
-    if {$argument eq "idx"} {
-        switch -glob -- $shape {
-            array_*   { return "number of the element, from 0" }
-            get_*     { return "number of the element, from 0" }
-        }
-    }
-    return [dict get $argument_texts $argument]
+    return $bounds
 }
+
+# The least and the greatest number that a field is meant to hold.
+proc qx::catalogue::field_range {field} {
+    if {[dict get $field range] ne {}} { return [dict get $field range] }
+    return [range [dict get $field type] [dict get $field width]]
+}
+
+proc qx::catalogue::is_pointer {type} { string match {*[*]} $type }
+
+# What a pointer points to: a record, a cell's type word, or void.
+proc qx::catalogue::target {type} { string range $type 0 end-1 }
 
 # The native spelling of a type word: u16 -> unsigned short, qx_flow_t* -> qx_flow_t *.
 proc qx::catalogue::native {type} {
     variable scalar_data
-    if {[string match {*[*]} $type]} { return "[native [string range $type 0 end-1]] *" }
+    if {[is_pointer $type]} { return "[native [target $type]] *" }
     if {[dict exists $scalar_data $type]} { return [lindex [dict get $scalar_data $type] 1] }
     return $type
 }
@@ -208,6 +226,17 @@ proc qx::catalogue::range {type {width 0}} {
     return [list 0 [expr {(1 << $width) - 1}]]
 }
 
+# The least and the greatest number that is converted without an error: these two types wrap.
+proc qx::catalogue::converted {type} {
+    foreach {least greatest} [range $type] break
+    set wrapped [lindex [range u32] 1]
+    switch -- $type {
+        i32 { set least -$wrapped; set greatest $wrapped }
+        u64 { set least -$wrapped }
+    }
+    return [list $least $greatest]
+}
+
 # The word of a scalar type's cell commands: u8 -> uint8, as in qx_uint8_create.
 proc qx::catalogue::cell {type} {
     variable cell_data
@@ -226,6 +255,15 @@ proc qx::catalogue::status_name {number} {
     variable status_data
     if {![dict exists $status_data $number]} return
     return [lindex [dict get $status_data $number] 0]
+}
+
+# The number of a status that is given by name: QX_EXISTS -> 10.
+proc qx::catalogue::status_number {name} {
+    variable status_data
+    dict for {number status} $status_data {
+        if {[lindex $status 0] eq $name} { return $number }
+    }
+    return -code error -errorcode [list QX UNKNOWN status $name] "\"$name\" is not a status"
 }
 
 # What a status means; empty for a number without a name.

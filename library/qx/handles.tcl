@@ -12,21 +12,21 @@ proc qx::handle::refuse {word text} {
 
 # The record that a handle belongs to, and the handle as the shell writes it.
 proc qx::handle::of_record {word} {
-    if {$word eq "NULL"} { refuse $word "NULL is no record" }
+    if {$word eq "NULL"} { refuse $word "NULL is not a record" }
     set handle $word
     # The name of an object's command stands for the object.
     if {![string match _* $word] && [llength [info commands ::$word]]} {
         if {[catch { uplevel #0 [list $word cget -this] } handle]} { set handle $word }
     }
     if {![regexp {^_[0-9a-f]{8}_p_(\w+)$} $handle -> type]} {
-        refuse $word "\"$word\" is no handle of a record"
+        refuse $word "\"$word\" is not a handle of a record"
     }
     if {![qx::catalogue::is_record $type]} {
-        refuse $word "$word is a handle of type [string map {_ { }} $type], which is no record"
+        refuse $word "$word is a handle of type [string map {_ { }} $type], which is not a record"
     }
     # The command refuses what the shell itself takes for no handle of the type.
     set handle [::[qx::catalogue::stem $type]_array_get $handle 0]
-    if {$handle eq "NULL"} { refuse $word "$word is a null pointer, no record" }
+    if {$handle eq "NULL"} { refuse $word "$word is a null pointer, not a record" }
     return [list $type $handle]
 }
 

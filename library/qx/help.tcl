@@ -1,6 +1,5 @@
-# Package qx: qx::help, qx::apropos, qx::areas. Their results are texts for people, at most 100
-# columns wide, made of what catalogue.tcl says, so that there is one for every command, record and
-# area.
+# Package qx: qx::help, qx::apropos, qx::areas. Their results are texts for people, made of what
+# catalogue.tcl and wording.tcl say, so that there is one for every command, record and area.
 
 namespace eval qx::help {
     # The package's own commands: usage and what they do.
@@ -17,6 +16,19 @@ namespace eval qx::help {
         qx::watch    {?on|off?} {keep the words of commands that fail, for qx::why}
         qx::lint     {script.tcl} {what is wrong in a script's commands, without running it}
         qx::template {record ?-view views? ?-raw?} {the dict of a record that is all zero}
+        qx::sim::attach    {?file?} {take the simulator under control, by a control file}
+        qx::sim::detach    {} {end all settings and remove the control file}
+        qx::sim::fault     {pattern when status} {make calls of some functions fail}
+        qx::sim::latency   {pattern microseconds} {make calls of some functions take time}
+        qx::sim::log       {file} {log every call, a line of JSON each}
+        qx::sim::keys      {onoff} {whether keys are written out in logs and snapshots}
+        qx::sim::clear     {} {end all faults, latencies and the log}
+        qx::sim::reset     {} {all devices as they were at the start}
+        qx::sim::snapshot  {?file?} {the configuration of all devices as JSON}
+        qx::sim::state     {?file?} {the same with clocks, counters and the use of tables}
+        qx::sim::flow_key  {flow} {the bytes that the flow table's hash runs over}
+        qx::sim::flow_slot {flow} {the slot of the flow table that the hash names}
+        qx::sim::find_flow {device flow} {the slot that a device keeps a flow in, or -1}
     }
 }
 
@@ -70,10 +82,7 @@ proc qx::help::areas {} {
     return [string trimright [table $rows] \n]
 }
 
-proc qx::help::counted {list noun} {
-    set count [llength $list]
-    return "[expr {$count ? $count : "no"}] $noun[expr {$count == 1 ? "" : "s"}]"
-}
+proc qx::help::counted {list noun} { qx::wording::counted [llength $list] $noun }
 
 # What has a word in its name or description: areas, records, fields, calls, and commands beside
 # them.
@@ -91,8 +100,10 @@ proc qx::help::apropos {word} {
     }
     foreach name [qx::catalogue::commands] {
         # Those of a record are said by the record and its fields.
-        foreach {shape owner text} [parts [qx::catalogue::command $name] shape owner text] break
-        if {![qx::catalogue::is_record $owner]} { lappend rows [list $name $text] }
+        set facts [qx::catalogue::facts $name]
+        if {![qx::catalogue::is_record [dict get $facts owner]]} {
+            lappend rows [list $name [qx::wording::purpose $facts]]
+        }
     }
     set found {}
     foreach row $rows {
@@ -156,97 +167,25 @@ proc qx::help::section {title text} {
 # ---------------------------------------------------------------------------------- commands
 
 proc qx::help::command_text {name} {
-    set command [qx::catalogue::command $name]
-    set text "[dict get $command usage]\n  [dict get $command text]\n"
+    set command [qx::catalogue::facts $name]
+    set words [qx::wording::describe $command]
+    set text "[dict get $command usage]\n  [dict get $words purpose]\n"
     set rows {}
-    foreach {argument type} [dict get $command arguments] what [dict get $command argument_texts] {
-        lappend rows [list $argument [qx::catalogue::native $type] \
-            [range_text $command $argument $type] $what]
+    foreach argument [dict get $words arguments] {
+        set row [parts $argument name type range text]
+        set direction [dict get $argument direction]
+        if {$direction ne {}} { lset row 2 "[lindex $row 2], $direction" }
+        lappend rows $row
     }
     append text [section Arguments [table $rows]]
-    append text "Result\n  [result_text $command]\n"
-    append text [section Related [filled [related $command]]]
+    append text "Result\n  [dict get $words result]\n"
+    set notes {}
+    foreach note [dict get $words notes] { append notes "  $note\n" }
+    append text [section Notes $notes]
+    append text [section Related [filled [lrange [dict get $words related] 0 11]]]
     append text "Example\n"
     foreach line [example $command] { append text "  $line\n" }
     return [string trimright $text \n]
-}
-
-# Which words an argument takes.
-proc qx::help::range_text {command argument type} {
-    if {$type eq "void*"} { return "any handle" }
-    if {[string match {*[*]} $type]} {
-        set text "handle or NULL"
-        if {[dict get $command shape] eq "call"} {
-            foreach each [dict get [qx::catalogue::call [dict get $command name]] arguments] {
-                if {[dict get $each name] ne $argument} continue
-                append text [dict get {in {, read} out {, written} inout {, read and written}} \
-                    [dict get $each direction]]
-            }
-        }
-        return $text
-    }
-    foreach {least greatest} [qx::catalogue::range $type] break
-    # A bit-field keeps the low bits of what its setter takes.
-    foreach {owner name} [parts $command owner field] break
-    if {[dict get $command shape] eq "init" && $argument ne "cfg"} { set name $argument }
-    if {$name eq $argument && $name ne {}} {
-        set width [dict get [qx::catalogue::field $owner $name] width]
-        if {$width} { append greatest ", low $width bits" }
-    }
-    return "$least to $greatest"
-}
-
-proc qx::help::result_text {command} {
-    set type [dict get $command result]
-    switch -glob -- $type {
-        none   { return "nothing" }
-        status { return "status, 0 for success" }
-        low32  { return "the number's low 32 bits with their sign; all of it is printed" }
-        *[*]   {
-            set text "handle of type [qx::catalogue::native $type]"
-            switch -glob -- [dict get $command shape] {
-                *create   { append text ", to be released with qx_data_free" }
-                get_*     { append text ", into the record itself; NULL for NULL" }
-                array_get { append text ", into the array itself; NULL for NULL" }
-            }
-            return $text
-        }
-    }
-    set width 0
-    foreach {owner field} [parts $command owner field] break
-    if {$field ne {}} { set width [dict get [qx::catalogue::field $owner $field] width] }
-    foreach {least greatest} [qx::catalogue::range $type $width] break
-    return "number, $least to $greatest"
-}
-
-# Commands that go together with one.
-proc qx::help::related {command} {
-    foreach {name shape owner field area} [parts $command name shape owner field area] break
-    set names {}
-    if {$shape eq "call"} {
-        # The calls whose names begin alike, and what makes the records and cells that it takes.
-        set start [join [lrange [split $name _] 0 1] _]
-        foreach call [dict get [qx::catalogue::area $area] calls] {
-            if {[string match ${start}_* $call]} { lappend names $call }
-        }
-        foreach {argument type} [dict get $command arguments] {
-            if {[string match {*[*]} $type]} {
-                lappend names [creator [string range $type 0 end-1]]
-            }
-        }
-    } else {
-        foreach other [qx::catalogue::commands_of $owner] {
-            set facts [qx::catalogue::command $other]
-            if {[dict get $facts field] eq $field || [dict get $facts shape] in {create dump}} {
-                lappend names $other
-            }
-        }
-        if {$shape eq "free"} { lappend names qx_uint32_create qx_flow_create }
-        if {[string match *create $shape]} { lappend names qx_data_free }
-    }
-    set result {}
-    foreach each $names { if {$each ne $name && $each ni $result} { lappend result $each } }
-    return [lrange $result 0 11]
 }
 
 # The command that makes what a pointer of the type points to.
@@ -262,8 +201,8 @@ proc qx::help::example {command} {
     set before {}
     set words $name
     foreach {argument type} $arguments {
-        if {[string match {*[*]} $type]} {
-            lappend before "set $argument \[[creation [string range $type 0 end-1]]\]"
+        if {[qx::catalogue::is_pointer $type]} {
+            lappend before "set $argument \[[creation [qx::catalogue::target $type]]\]"
             append words " \$$argument"
         } else {
             append words " [example_number $argument]"
@@ -322,7 +261,7 @@ proc qx::help::record_commands {type} {
     set stem [qx::catalogue::stem $type]
     set names {}
     foreach name [qx::catalogue::commands_of $type] {
-        if {[dict get [qx::catalogue::command $name] field] eq {}} { lappend names $name }
+        if {[dict get [qx::catalogue::facts $name] field] eq {}} { lappend names $name }
     }
     return [concat $names [list ${stem}_get_<field> ${stem}_set_<field>]]
 }
@@ -336,23 +275,15 @@ proc qx::help::takers {type} {
         }
     }
     set names {}
-    foreach call [qx::catalogue::calls] {
-        foreach argument [dict get [qx::catalogue::call $call] arguments] {
-            if {[string range [dict get $argument type] 0 end-1] in $types && $call ni $names} {
-                lappend names $call
-            }
-        }
-    }
-    return $names
+    foreach each $types { set names [concat $names [qx::catalogue::calls_with $each]] }
+    return [lsort -unique $names]
 }
 
 # The records that hold a record as a field.
 proc qx::help::holders {type} {
     set names {}
-    foreach other [qx::catalogue::records] {
-        foreach field [dict get [qx::catalogue::record $other] fields] {
-            if {[dict get $field type] eq $type && $other ni $names} { lappend names $other }
-        }
+    foreach {holder field} [qx::catalogue::holders $type] {
+        if {$holder ni $names} { lappend names $holder }
     }
     return $names
 }
@@ -371,10 +302,10 @@ proc qx::help::area_text {name} {
     }
     set rows {}
     foreach each [qx::catalogue::commands] {
-        set command [qx::catalogue::command $each]
+        set command [qx::catalogue::facts $each]
         foreach {area shape owner} [parts $command area shape owner] break
         if {$area eq $name && $shape ne "call" && ![qx::catalogue::is_record $owner]} {
-            lappend rows [list $each [dict get $command text]]
+            lappend rows [list $each [qx::wording::purpose $command]]
         }
     }
     append text [section Commands [table $rows]]

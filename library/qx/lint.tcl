@@ -244,7 +244,7 @@ proc qx::lint::package_command {name word} {
         set names {}
         foreach each [lsort [info commands ::qx::*]] { lappend names [string range $each 2 end] }
         set near [join [qx::catalogue::nearest $name $names] {, }]
-        found [dict get $word line] "$name is no command; nearest: $near"
+        found [dict get $word line] "$name is not a command; nearest: $near"
     }
 }
 
@@ -254,25 +254,26 @@ proc qx::lint::sdk_command {name words values} {
     if {![qx::catalogue::is_command $name]} {
         if {$name ni $own} {
             set near [join [qx::catalogue::nearest $name [qx::catalogue::commands]] {, }]
-            found $line "$name is no command; nearest: $near"
+            found $line "$name is not a command; nearest: $near"
         }
         forget $words
         return
     }
-    set facts [qx::catalogue::command $name]
+    set facts [qx::catalogue::facts $name]
     set arguments [dict get $facts arguments]
     # Words behind {*} may be any number.
     foreach word $words { if {[dict get $word expand]} { return [result $facts] } }
     set wanted [expr {[llength $arguments] / 2}]
     set given [expr {[llength $words] - 1}]
     if {$given != $wanted} {
-        found $line "$name takes [qx::why::counted $wanted], not $given: [dict get $facts usage]"
+        set words_wanted [qx::wording::counted $wanted argument]
+        found $line "$name takes $words_wanted, not $given: [dict get $facts usage]"
         return [result $facts]
     }
     set number 0
     foreach {argument type} $arguments word [lrange $words 1 end] value [lrange $values 1 end] {
         incr number
-        set wrong [mistake $type $value]
+        set wrong [mistake $facts $argument $type $value]
         if {$wrong ne {}} {
             found [dict get $word line] "$name, argument $number ($argument): $wrong"
         }
@@ -285,7 +286,7 @@ proc qx::lint::sdk_command {name words values} {
 proc qx::lint::result {facts} {
     set type [dict get $facts result]
     if {$type eq "none"} { return [list constant {}] }
-    if {[string match {*[*]} $type]} { return [list handle [string range $type 0 end-1]] }
+    if {[qx::catalogue::is_pointer $type]} { return [list handle [qx::catalogue::target $type]] }
     return number
 }
 
@@ -297,11 +298,11 @@ proc qx::lint::release {word line} {
     if {$name ni $shared} { dict set known $name [list released $line] }
 }
 
-# What is wrong with a value for an argument of a type; empty if nothing is, or nothing is known.
-proc qx::lint::mistake {type value} {
+# What is wrong with a value for an argument of a command; empty if nothing is, or nothing is known.
+proc qx::lint::mistake {facts argument type value} {
     foreach {kind what} $value break
     if {![info exists kind]} return
-    set pointer [string match {*[*]} $type]
+    set pointer [qx::catalogue::is_pointer $type]
     switch -- $kind {
         released { if {$pointer} { return "the handle was released in line $what" } }
         number   {
@@ -313,31 +314,32 @@ proc qx::lint::mistake {type value} {
             if {!$pointer} {
                 return "a handle of [qx::catalogue::native $what*], where a number is wanted"
             }
-            if {$type ne "void*" && $what ne [string range $type 0 end-1]} {
+            if {$type ne "void*" && $what ne [qx::catalogue::target $type]} {
                 return "a handle of [qx::catalogue::native $what*], where one of\
                     [qx::catalogue::native $type] is wanted"
             }
         }
         constant {
             if {$pointer} { return [wrong_handle $type $what] }
-            return [wrong_number $type $what]
+            return [wrong_number $facts $argument $type $what]
         }
     }
     return
 }
 
-proc qx::lint::wrong_number {type word} {
-    foreach {least greatest} [qx::catalogue::range $type] break
-    # The two that take more than their range: they wrap.
-    switch -- $type {
-        i32 { set least -4294967295; set greatest 4294967295 }
-        u64 { set least -4294967295 }
-    }
+proc qx::lint::wrong_number {facts argument type word} {
     if {![string is wideinteger -strict $word] && ![regexp {^\s*\d+\s*$} $word]} {
-        return "\"$word\" is no number"
+        return "\"$word\" is not a number"
     }
-    if {$word < $least || $word > $greatest} { return "$word is outside $least to $greatest" }
-    return
+    set bounds [qx::catalogue::bounds $facts $argument $type]
+    set taken [dict get $bounds taken]
+    # A number beyond its range may be converted all the same, an index has to be one.
+    if {$taken eq [qx::catalogue::range $type]} { set taken [qx::catalogue::converted $type] }
+    foreach {least greatest} $taken break
+    if {($word >= $least && $word <= $greatest) || $word == [dict get $bounds every]} return
+    set range [qx::wording::between $taken]
+    if {$argument eq "idx"} { set range [qx::wording::range $facts $argument $type] }
+    return "$word is outside $range"
 }
 
 proc qx::lint::wrong_handle {type word} {
@@ -346,9 +348,9 @@ proc qx::lint::wrong_handle {type word} {
     if {[regexp {^_[0-9a-f]{8}_p_(\w+)$} $word -> name]} {
         set wanted [string map {{ } _} [string range [qx::catalogue::native $type] 0 end-2]]
         if {$type eq "void*" || $name eq $wanted} return
-        return "$word is no handle of [qx::catalogue::native $type]"
+        return "$word is not a handle of [qx::catalogue::native $type]"
     }
     # A name may be that of an object that the script makes.
     if {[regexp {^[A-Za-z]} $word] && ![string is wideinteger -strict $word]} return
-    return "\"$word\" is no handle"
+    return "\"$word\" is not a handle"
 }

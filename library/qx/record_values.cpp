@@ -41,7 +41,7 @@ bool record_writer::nested(const record_row &row, unsigned at, Tcl_Obj *value, c
     if (session_.is_dict(value) && !is_address(row))
         return record(row, at, value, &here);
     if (Tcl_ListObjGetElements(nullptr, value, &count, &words) != TCL_OK)
-        return refuse(&here, Tcl_ObjPrintf("\"%s\" is no dict of fields", Tcl_GetString(value)));
+        return refuse(&here, Tcl_ObjPrintf("\"%s\" is not a dict of fields", Tcl_GetString(value)));
     std::uint32_t first;
     const bool may_be_address =
         count == 1 || (count == 4 && session_.take_number(words[0], UINT32_MAX, first) !=
@@ -87,8 +87,8 @@ bool record_writer::mac(const field_row &field, unsigned at, Tcl_Obj *value, con
         return true;
     }
     if (Tcl_ListObjGetElements(nullptr, value, &count, &each) != TCL_OK || count == 1)
-        return refuse(&here, Tcl_ObjPrintf("\"%s\" is no MAC address like 02:00:00:00:00:01, nor a"
-                                           " list of 6 bytes",
+        return refuse(&here, Tcl_ObjPrintf("\"%s\" is neither a MAC address like 02:00:00:00:00:01"
+                                           " nor a list of 6 bytes",
                                            Tcl_GetString(value)));
     return elements(value, field.count, each, here) && numbers(1, at, field.count, each, here);
 }
@@ -134,7 +134,7 @@ bool record_writer::address(unsigned at, Tcl_Obj *value, holding holds, const pl
     const int version = parse_ip(Tcl_GetString(value), words);
     if (version == 0 || (holds == holding::ipv6 && version == 4))
         return refuse(&here,
-                      Tcl_ObjPrintf("\"%s\" is no %s address, nor a list of 4 words",
+                      Tcl_ObjPrintf("\"%s\" is neither an %s address nor a list of 4 words",
                                     Tcl_GetString(value), holds == holding::ipv6 ? "IPv6" : "IP"));
     for (unsigned i = 0; i < 4; ++i)
         store(at + 4 * i, 4, words[i]);
@@ -160,7 +160,7 @@ bool record_writer::prefix(const record_row &row, unsigned at, Tcl_Obj *value, c
     }
     if (version == 0)
         return refuse(&here,
-                      Tcl_ObjPrintf("\"%s\" is no IP address or prefix like 10.0.0.0/8", text));
+                      Tcl_ObjPrintf("\"%s\" is not an IP address or prefix like 10.0.0.0/8", text));
     const int bits = version == 4 ? 32 : 128;
     const int length = slash != nullptr ? length_of(slash + 1) : bits;
     if (length < 0 || length > bits)
@@ -185,7 +185,7 @@ bool record_writer::elements(Tcl_Obj *value, int wanted, Tcl_Obj **&elements, co
 {
     int count;
     if (Tcl_ListObjGetElements(nullptr, value, &count, &elements) != TCL_OK)
-        return refuse(&here, Tcl_ObjPrintf("\"%s\" is no list", Tcl_GetString(value)));
+        return refuse(&here, Tcl_ObjPrintf("\"%s\" is not a list", Tcl_GetString(value)));
     if (count != wanted)
         return refuse(&here,
                       Tcl_ObjPrintf("wants a list of %d elements, not of %d", wanted, count));
@@ -201,7 +201,7 @@ bool record_writer::take(Tcl_Obj *value, std::uint32_t greatest, std::uint32_t &
     const place element = {&here, nullptr, index};
     const place &there = index >= 0 ? element : here;
     if (taken == record_session::taken::no_number)
-        return refuse(&there, Tcl_ObjPrintf("\"%s\" is no number", Tcl_GetString(value)));
+        return refuse(&there, Tcl_ObjPrintf("\"%s\" is not a number", Tcl_GetString(value)));
     // Tcl_ObjPrintf shows unsigned numbers as wide as its own are.
     char limit[12];
     std::snprintf(limit, sizeof limit, "%lu", static_cast<unsigned long>(greatest));

@@ -145,7 +145,7 @@ bool record_writer::record(const record_row &row, unsigned at, Tcl_Obj *values, 
 {
     entries all;
     if (!all.open(session_, row, values))
-        return refuse(here, Tcl_ObjPrintf("\"%s\" is no dict of fields", Tcl_GetString(values)));
+        return refuse(here, Tcl_ObjPrintf("\"%s\" is not a dict of fields", Tcl_GetString(values)));
     if (!row.is_union || all.count() < 2)
         return fields(row, at, all, here);
     unsigned char written[most_record_bytes];

@@ -1,5 +1,6 @@
-# Package qx, Tcl scripts as commands and words, for qx::lint: nothing is run or replaced. Relies on
-# nothing.
+# Package qx, Tcl scripts as commands and words: nothing is run or replaced. Reads whole scripts,
+# for qx::lint and for the tests; a command that is still being typed is the business of qx::prompt,
+# which does without this package. Relies on nothing.
 #
 # A command is a list of words. A word is a dict:
 #   kind    braced, plain (quoted or bare, nothing in it is replaced) or other
@@ -18,20 +19,24 @@ namespace eval qx::script_parser {
 # The commands of a script whose first line has a number. Errors have the code {QX SYNTAX line
 # commands}, with the commands before the mistake.
 proc qx::script_parser::commands {script first} {
-    variable text
-    variable place
-    variable line
-    # A script in braces is read while the one around it is.
-    set saved [list $text $place $line]
-    foreach {text place line} [list $script 0 $first] break
     set before {}
-    set code [catch { read_commands {} before } result options]
-    foreach {text place line} $saved break
-    if {$code} {
+    if {[catch { within $script $first { read_commands {} before } } result options]} {
         set mistake [concat [dict get $options -errorcode] [list $before]]
         return -code error -errorcode $mistake $result
     }
     return $result
+}
+
+# Reads a text from its beginning, while the one around it is being read, too.
+proc qx::script_parser::within {script first reading} {
+    variable text
+    variable place
+    variable line
+    set saved [list $text $place $line]
+    foreach {text place line} [list $script 0 $first] break
+    set code [catch { uplevel 1 $reading } result options]
+    foreach {text place line} $saved break
+    return -options $options $result
 }
 
 proc qx::script_parser::fail {at message} {
@@ -184,23 +189,24 @@ proc qx::script_parser::is_one_script {word} {
     return 1
 }
 
-# The commands in the brackets of an expression, a list of scripts.
+# The commands in the brackets of an expression, a list of scripts. Braces in it hold data.
 proc qx::script_parser::in_expression {expression first} {
+    return [within $expression $first { read_expression }]
+}
+
+proc qx::script_parser::read_expression {} {
+    variable text
+    variable place
     set scripts {}
-    set at 0
-    while {[regexp -indices -start $at {\\.|\[} $expression found]} {
-        foreach {start end} $found break
-        set at [expr {$end + 1}]
-        if {$start != $end} continue
-        # The shortest text behind it that is a script up to a bracket.
-        set lines [expr {$first + [llength [split [string range $expression 0 $start] \n]] - 1}]
-        for {set close [string first \] $expression $at]} {$close >= 0} \
-                {set close [string first \] $expression [expr {$close + 1}]]} {
-            if {[info complete [string range $expression $start $close]]} {
-                lappend scripts [commands [string range $expression $at $close-1] $lines]
-                set at [expr {$close + 1}]
-                break
+    while {[regexp -indices -start $place {[\\\[\{]} $text found]} {
+        go_to [lindex $found 0]
+        switch -- [string index $text $place] {
+            \\ { go_to [expr {min($place + 2, [string length $text])}] }
+            \[ {
+                go_to [expr {$place + 1}]
+                lappend scripts [read_commands \]]
             }
+            \{ { read_braces }
         }
     }
     return $scripts

@@ -32,7 +32,7 @@ proc qx::status::check {args} {
     if {[llength $args] > 1} {
         set near [join [qx::catalogue::nearest $name [qx::catalogue::calls]] {, }]
         return -code error -errorcode [list QX UNKNOWN call $name] \
-            "\"$name\" is no SDK function; nearest: $near"
+            "\"$name\" is not an SDK function; nearest: $near"
     }
     block [lindex $args 0] $allow
 }
@@ -44,22 +44,20 @@ proc qx::status::usage {} {
 
 proc qx::status::is_call {name} {
     if {![qx::catalogue::is_command $name]} { return 0 }
-    return [expr {[dict get [qx::catalogue::command $name] shape] eq "call"}]
+    return [expr {[dict get [qx::catalogue::facts $name] shape] eq "call"}]
 }
 
 # Numbers of statuses that are given by number or name.
 proc qx::status::numbers {words} {
     set result {}
     foreach word $words {
-        set number $word
-        dict for {each status} [qx::catalogue::statuses] {
-            if {[lindex $status 0] eq $word} { set number $each }
+        if {[string is wideinteger -strict $word]} {
+            lappend result $word
+        } elseif {[catch { qx::catalogue::status_number $word } number options]} {
+            return -level 2 -code error -errorcode [dict get $options -errorcode] $number
+        } else {
+            lappend result $number
         }
-        if {![string is wideinteger -strict $number]} {
-            return -level 2 -code error -errorcode [list QX UNKNOWN status $word] \
-                "\"$word\" is no status"
-        }
-        lappend result $number
     }
     return $result
 }
@@ -69,7 +67,7 @@ proc qx::status::judge {words status allow} {
     if {$status == 0 || $status in $allow} return
     note $words 0 $status
     set name [qx::catalogue::status_name $status]
-    # As qx_sim's errors of statuses: a status without a name stands for itself.
+    # A status without a name stands for itself.
     if {$name eq {}} { set name $status }
     return -level 2 -code error -errorcode [list QX_STATUS $status $name] [failure $words $status]
 }
@@ -78,7 +76,7 @@ proc qx::status::judge {words status allow} {
 proc qx::status::failure {words status} {
     set name [string trimleft [lindex $words 0] :]
     set text $name
-    set facts [qx::catalogue::command $name]
+    set facts [qx::catalogue::facts $name]
     foreach {argument type} [dict get $facts arguments] word [lrange $words 1 end] {
         append text " $argument=$word"
     }

@@ -77,7 +77,7 @@ proc qx::why::argument_text {words name number} {
     set argument [lindex [dict get $facts arguments] [expr {2 * $number - 2}]]
     set what [lindex [dict get $facts argument_texts] [expr {$number - 1}]]
     set text "[dict get $facts usage]\n  argument $number is $argument: $what\n"
-    append text "  wanted: [wanted $type]\n"
+    append text "  wanted: [wanted $facts $argument $type]\n"
     if {[llength $words] > $number} {
         append text "  given:  [given [lindex $words $number] $type]"
     } else {
@@ -86,13 +86,12 @@ proc qx::why::argument_text {words name number} {
     return $text
 }
 
-proc qx::why::wanted {type} {
+proc qx::why::wanted {facts argument type} {
     if {$type eq "void*"} { return "a handle of any type, or NULL" }
-    if {[string match {*[*]} $type]} {
+    if {[qx::catalogue::is_pointer $type]} {
         return "a handle of type [qx::catalogue::native $type], or NULL"
     }
-    foreach {least greatest} [qx::catalogue::range $type] break
-    return "[qx::catalogue::native $type], $least to $greatest"
+    return "[qx::catalogue::native $type], [qx::wording::range $facts $argument $type]"
 }
 
 # What a word is, seen as something of a type.
@@ -113,7 +112,7 @@ proc qx::why::given {word type} {
     }
     if {$word eq "NULL"} { return "NULL, the null pointer" }
     if {[string is wideinteger -strict $word] || [regexp {^[-+]?\d+$} $word]} {
-        if {[string match {*[*]} $type]} { return "$word, a number" }
+        if {[qx::catalogue::is_pointer $type]} { return "$word, a number" }
         foreach {least greatest} [qx::catalogue::range $type] break
         set number [expr {$word + 0}]
         if {$number > $greatest} { return "$word, which is above the range" }
@@ -121,8 +120,8 @@ proc qx::why::given {word type} {
         return "$word, a number"
     }
     if {[string match _* $word]} { return "\"$word\", which has not the form of a handle" }
-    if {[string match {*[*]} $type]} { return "\"$word\", which is no handle" }
-    return "\"$word\", which is no number"
+    if {[qx::catalogue::is_pointer $type]} { return "\"$word\", which is not a handle" }
+    return "\"$word\", which is not a number"
 }
 
 # The native spelling of a mangled type; one that is not the SDK's is shown as it is.
@@ -135,10 +134,10 @@ proc qx::why::handle_type {mangled} {
 proc qx::why::count_text {words name} {
     set facts [qx::catalogue::command $name]
     set wanted [expr {[llength [dict get $facts arguments]] / 2}]
-    set text "[dict get $facts usage]\n  wanted: [counted $wanted]\n"
+    set text "[dict get $facts usage]\n  wanted: [qx::wording::counted $wanted argument]\n"
     if {[llength $words] == 1 && $wanted == 0} { return "${text}  given:  more" }
     set count [expr {[llength $words] - 1}]
-    append text "  given:  [counted $count]"
+    append text "  given:  [qx::wording::counted $count argument]"
     if {$count < $wanted} {
         set missing {}
         foreach {argument type} [lrange [dict get $facts arguments] [expr {2 * $count}] end] {
@@ -147,8 +146,4 @@ proc qx::why::count_text {words name} {
         append text "; missing: [join $missing {, }]"
     }
     return $text
-}
-
-proc qx::why::counted {count} {
-    return "[expr {$count ? $count : "no"}] argument[expr {$count == 1 ? "" : "s"}]"
 }

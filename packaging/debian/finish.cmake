@@ -35,7 +35,7 @@ function(finish component)
 
     set(doc "${root}/usr/share/doc/${name}")
     file(MAKE_DIRECTORY "${doc}")
-    file(COPY_FILE "${debian}/changelog" "${doc}/changelog.Debian")
+    file(COPY_FILE "${CPACK_QXSH_CHANGELOG}" "${doc}/changelog.Debian")
     file(COPY_FILE "${debian}/copyright" "${doc}/copyright")
     if(EXISTS "${debian}/${name}.lintian-overrides")
         set(overrides "${root}/usr/share/lintian/overrides")

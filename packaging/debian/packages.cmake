@@ -3,18 +3,26 @@
 # libraries' packages are those of that release, and tests hold them against the programs.
 
 set(here "${CMAKE_CURRENT_LIST_DIR}")
-set(QXSH_MAINTAINER "qxsh authors <authors@qxsh.invalid>" CACHE STRING
-    "who answers for the packages: whoever publishes them has an address")
+# Debian wants an address of whoever answers for a package. The project has none to give: cpack refuses to
+# make packages as long as it is not known.
+set(QXSH_MAINTAINER "" CACHE STRING
+    "who answers for the packages: Name <address>; by default DEBFULLNAME <DEBEMAIL>")
+set(QXSH_PACKAGER "${QXSH_MAINTAINER}")
+if(NOT QXSH_PACKAGER AND DEFINED ENV{DEBFULLNAME} AND DEFINED ENV{DEBEMAIL})
+    set(QXSH_PACKAGER "$ENV{DEBFULLNAME} <$ENV{DEBEMAIL}>")
+endif()
 
 # The first line of the changelog names the version; its revision counts packages of one version.
-file(STRINGS "${here}/changelog" entry LIMIT_COUNT 1)
+file(STRINGS "${here}/changelog.in" entry LIMIT_COUNT 1)
 if(NOT entry MATCHES "^qxsh \\(([^-]+)-([^)]+)\\) ")
-    message(FATAL_ERROR "packaging/debian/changelog does not begin with a version: ${entry}")
+    message(FATAL_ERROR "packaging/debian/changelog.in does not begin with a version: ${entry}")
 elseif(NOT CMAKE_MATCH_1 STREQUAL PROJECT_VERSION)
-    message(FATAL_ERROR "packaging/debian/changelog is at ${CMAKE_MATCH_1}, "
+    message(FATAL_ERROR "packaging/debian/changelog.in is at ${CMAKE_MATCH_1}, "
                         "the project at ${PROJECT_VERSION}")
 endif()
 set(CPACK_DEBIAN_PACKAGE_RELEASE "${CMAKE_MATCH_2}")
+set(CPACK_QXSH_CHANGELOG "${CMAKE_BINARY_DIR}/changelog.Debian")
+configure_file("${here}/changelog.in" "${CPACK_QXSH_CHANGELOG}" @ONLY)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME qxsh)
@@ -28,7 +36,7 @@ set(CPACK_THREADS 1)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
-set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${QXSH_MAINTAINER}")
+set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${QXSH_PACKAGER}")
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 # A tool chain for another processor names it as Debian does; cpack asks dpkg for this machine's.
@@ -84,7 +92,8 @@ the simulator: a libqx-sdk.so that lies where no other program finds it by
 accident. Numbers, messages and dumps are those of a board, so that scripts
 can be tried at a desk or in CI.
 .
-The Tcl package qx_sim makes it fail, wait and write logs on request.")
+The Tcl package qx, which comes with the shell, makes it fail, wait and
+write logs on request (qx::sim).")
 endif()
 package(documentation qxsh-doc ARCHITECTURE all SECTION doc
     DESCRIPTION "reference and examples of qxsh

@@ -1,9 +1,8 @@
 # Runs an example and tells at its end what it left behind: blocks that it created and did not release, and
 # what is different in the device. Words: the example, a control file for the simulator.
-# Relies on qx_sim, as the examples do.
+# Relies on the package qx, as the examples do.
 
-lappend auto_path [file join [file dirname [lindex $argv 0]] .. library]
-package require qx_sim
+package require qx
 qx::sim::attach [lindex $argv 1]
 
 # The example has the global variables to itself.

@@ -1,11 +1,11 @@
-# Which commands Tcl scripts use: a reader of Tcl text that finds the first word of every command,
-# in bodies, conditions and brackets too, and with an ensemble its second word. Relies on nothing.
+# Which commands Tcl scripts use: the first word of every command, in bodies, conditions and brackets
+# too, and with an ensemble its second word. Relies on library/qx/script_parser.tcl.
 #
 #   script_words::read FILE   -> a list: word, line, word, line ...; "string length" for an ensemble
 
+source [file join [project] library qx script_parser.tcl]
+
 namespace eval script_words {
-    variable text {}
-    variable file_line 1
     variable found {}
     # Where the bodies are: positions of the words that are scripts or conditions; `all` from a
     # position on. A word of ours that is not here takes no script.
@@ -27,172 +27,84 @@ namespace eval script_words {
 
 proc script_words::read {file} {
     variable found {}
-    set channel [open $file]
-    fconfigure $channel -encoding utf-8
-    script [::read $channel] 1
-    close $channel
+    script [file_text $file] 1
     return $found
 }
 
-# Line of a place in a text that begins at `line`.
-proc script_words::line_at {text place line} {
-    return [expr {$line + [regexp -all \n [string range $text 0 [expr {$place - 1}]]]}]
+proc script_words::script {text line} {
+    run [qx::script_parser::commands $text $line]
 }
 
-# Reads a whole text as commands.
-proc script_words::script {text line} { commands $text 0 {} $line }
+proc script_words::run {commands} { foreach words $commands { command $words } }
 
-# Reads commands from a place to the end, or to a closing bracket; -> the place behind them.
-proc script_words::commands {text at until line} {
-    set size [string length $text]
-    while {$at < $size} {
-        regexp -indices -start $at {\A(?:[ \t\n\r;]|\\\n)*} $text blank
-        set at [expr {[lindex $blank 1] + 1}]
-        if {$at >= $size} break
-        set first [string index $text $at]
-        if {$first eq $until} { return [expr {$at + 1}] }
-        if {$first eq "#"} {
-            regexp -indices -start $at {\A(?:\\.|\\\n|[^\n\\])*} $text comment
-            set at [expr {[lindex $comment 1] + 1}]
-            continue
-        }
-        set start $at
-        set words {}
-        # One word after the other until the command's end.
-        while {$at < $size} {
-            regexp -indices -start $at {\A(?:[ \t]|\\\n)*} $text blank
-            set at [expr {[lindex $blank 1] + 1}]
-            set next [string index $text $at]
-            if {$next in [list {} \n \; $until]} break
-            foreach {kind value at place} [word $text $at $until $line] break
-            lappend words $kind $value [line_at $text $place $line]
-        }
-        if {$words ne {}} { command $words [line_at $text $start $line] }
-    }
-    return $at
+# In a condition only what stands in brackets are commands; braced operands are data.
+proc script_words::condition {text line} {
+    foreach script [qx::script_parser::in_expression $text $line] { run $script }
 }
 
-# Reads one word; -> kind (plain: no substitution in it, braced, other), its text, the place behind
-# it, the place its text begins at. What stands in brackets in it is read as commands.
-proc script_words::word {text at until line} {
-    if {[string range $text $at $at+2] eq "{*}" && ![string is space [string index $text $at+3]]} {
-        incr at 3
-    }
-    switch -- [string index $text $at] {
-        \{ {
-            set end [closing_brace $text $at]
-            set inner [string range $text $at+1 $end-1]
-            return [list braced $inner [expr {$end + 1}] [expr {$at + 1}]]
-        }
-        \" { set ends {["]}; set begin [expr {$at + 1}] }
-        default { set ends [expr {$until eq {} ? {[ \t\n;]} : {[ \t\n;\]]}}]; set begin $at }
-    }
-    set kind plain
-    set place $begin
-    while {$place < [string length $text]} {
-        set char [string index $text $place]
-        if {[regexp $ends $char]} break
-        switch -- $char {
-            \\ { incr place 2 }
-            \[ { set kind other; set place [commands $text [expr {$place + 1}] \] $line] }
-            $  {
-                set kind other
-                incr place
-                if {[string index $text $place] eq "\{"} {
-                    set place [expr {[string first \} $text $place] + 1}]
-                }
-            }
-            default { incr place }
-        }
-    }
-    set value [string range $text $begin $place-1]
-    if {[string index $text $at] eq "\""} { incr place }
-    return [list $kind $value $place $begin]
+# A part of the word with a number; empty if there is no such word.
+proc script_words::part {words number key} {
+    set word [lindex $words $number]
+    if {$word ne {}} { return [dict get $word $key] }
 }
 
-proc script_words::closing_brace {text at} {
-    set depth 0
-    while {[regexp -indices -start $at {\\.|\\\n|[\{\}]} $text place]} {
-        switch -- [string range $text [lindex $place 0] [lindex $place 1]] {
-            \{ { incr depth }
-            \} { if {[incr depth -1] == 0} { return [lindex $place 0] } }
-        }
-        set at [expr {[lindex $place 1] + 1}]
-    }
-    error "a brace is not closed"
-}
-
-# Enters a command and reads its bodies.
-proc script_words::command {words line} {
+# Enters a command and reads its brackets and bodies.
+proc script_words::command {words} {
     variable found
     variable bodies
-    variable data
     variable ensembles
-    foreach {kind name name_line} $words break
-    if {$kind ne "plain"} return
-    set name [string trimleft $name :]
-    set count [expr {[llength $words] / 3}]
-    set second [lindex $words 4]
+    foreach word $words {
+        foreach script [dict get $word nested] { run $script }
+    }
+    if {[part $words 0 kind] ne "plain"} return
+    set name [string trimleft [part $words 0 text] :]
+    set second [part $words 1 text]
     # An interpreter of the script's own is told to do something; what it knows is its business.
     if {$second eq "eval" && $name ni {namespace interp}} return
-    if {$name in $ensembles && $count > 1 && [lindex $words 3] eq "plain"} {
-        lappend found "$name $second" $line
-    } else {
-        lappend found $name $line
-    }
+    set entry $name
+    if {$name in $ensembles && [part $words 1 kind] eq "plain"} { set entry "$name $second" }
+    lappend found $entry [part $words 0 line]
     if {$name eq "switch"} { return [switch_bodies $words] }
     if {![dict exists $bodies $name]} return
     if {$name eq "namespace" && $second ne "eval"} return
     if {$name eq "dict" && $second ni {for with update filter}} return
-    set places [dict get $bodies $name]
-    if {[lindex $places 0] eq "all"} {
-        set from [lindex $places 1]
-        set places {}
-        for {set each $from} {$each < $count} {incr each} { lappend places $each }
-    }
-    foreach each [string map [list end [expr {$count - 1}]] $places] {
-        set first [expr {3 * $each}]
-        foreach {kind value value_line} [lrange $words $first $first+2] break
-        set before [lindex $words [expr {3 * $each - 2}]]
-        if {$each >= $count || $kind ne "braced" || $before in $data} continue
-        if {$name eq "test" && ![string match -* $before]} continue
-        if {$name in {expr constraint testConstraint} || ($name eq "for" && $each == 2)
-                || ($name in {while if} && [is_condition $words $each])} {
-            condition $value $value_line
-        } else {
-            script $value $value_line
-        }
-    }
+    foreach number [places [dict get $bodies $name] [llength $words]] { body $name $words $number }
 }
 
-proc script_words::is_condition {words each} {
-    return [expr {$each == 1 || [lindex $words [expr {3 * $each - 2}]] eq "elseif"}]
+# The numbers of the words that are bodies: `all` from one on, `end` the last.
+proc script_words::places {places count} {
+    if {[lindex $places 0] ne "all"} { return [string map [list end [expr {$count - 1}]] $places] }
+    set numbers {}
+    for {set each [lindex $places 1]} {$each < $count} {incr each} { lappend numbers $each }
+    return $numbers
 }
 
-# In a condition only what stands in brackets are commands; braced operands are data.
-proc script_words::condition {text line} {
-    set at 0
-    while {[regexp -indices -start $at {\\.|[\[\{]} $text place]} {
-        set at [expr {[lindex $place 1] + 1}]
-        switch -- [string range $text [lindex $place 0] [lindex $place 1]] {
-            \[ { set at [commands $text $at \] $line] }
-            \{ { set at [expr {[closing_brace $text [lindex $place 0]] + 1}] }
-        }
+proc script_words::body {name words number} {
+    variable data
+    set before [part $words [expr {$number - 1}] text]
+    if {[part $words $number kind] ne "braced" || $before in $data} return
+    if {$name eq "test" && ![string match -* $before]} return
+    set text [part $words $number text]
+    if {$name in {expr constraint testConstraint} || ($name eq "for" && $number == 2)
+            || ($name in {while if} && ($number == 1 || $before eq "elseif"))} {
+        condition $text [part $words $number line]
+    } else {
+        script $text [part $words $number line]
     }
 }
 
 # Patterns and bodies, in one list or as words of their own.
 proc script_words::switch_bodies {words} {
-    set count [expr {[llength $words] / 3}]
+    set count [llength $words]
     set value 1
-    while {[string match -* [lindex $words [expr {3 * $value + 1}]]]} { incr value }
+    while {[string match -* [part $words $value text]]} { incr value }
     if {$count - $value > 2} {
         for {set each [expr {$value + 2}]} {$each < $count} {incr each 2} {
-            script [lindex $words [expr {3 * $each + 1}]] [lindex $words [expr {3 * $each + 2}]]
+            script [part $words $each text] [part $words $each line]
         }
-    } elseif {[lindex $words end-2] eq "braced"} {
-        foreach {pattern body} [lindex $words end-1] {
-            if {$body ne "-"} { script $body [lindex $words end] }
+    } elseif {[part $words end kind] eq "braced"} {
+        foreach {pattern body} [part $words end text] {
+            if {$body ne "-"} { script $body [part $words end line] }
         }
     }
 }

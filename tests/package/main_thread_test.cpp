@@ -12,6 +12,17 @@ protected:
     interpreter tcl_;
 };
 
+class beside_main_thread : public main_thread
+{
+protected:
+    void SetUp() override
+    {
+        if (!tcl_.has_threads())
+            GTEST_SKIP() << no_threads;
+        main_thread::SetUp();
+    }
+};
+
 TEST_F(main_thread, has_the_package)
 {
     EXPECT_EQ(tcl_.value(count_commands), "1093");
@@ -21,7 +32,7 @@ TEST_F(main_thread, has_the_package)
     EXPECT_EQ(other.value(count_commands), "1093");
 }
 
-TEST_F(main_thread, has_it_alone)
+TEST_F(beside_main_thread, has_it_alone)
 {
     in_a_thread([] {
         interpreter tcl;
@@ -31,7 +42,7 @@ TEST_F(main_thread, has_it_alone)
     });
 }
 
-TEST_F(main_thread, leaves_no_trace_elsewhere)
+TEST_F(beside_main_thread, leaves_no_trace_elsewhere)
 {
     in_a_thread([] {
         interpreter tcl;
@@ -43,7 +54,7 @@ TEST_F(main_thread, leaves_no_trace_elsewhere)
     });
 }
 
-TEST_F(main_thread, refuses_safe_interpreters_too)
+TEST_F(beside_main_thread, refuses_safe_interpreters_too)
 {
     in_a_thread([] {
         interpreter tcl;
@@ -53,7 +64,7 @@ TEST_F(main_thread, refuses_safe_interpreters_too)
     });
 }
 
-TEST_F(main_thread, refuses_many)
+TEST_F(beside_main_thread, refuses_many)
 {
     for (int i = 0; i < 10; ++i)
         in_a_thread([] {
@@ -63,7 +74,7 @@ TEST_F(main_thread, refuses_many)
 }
 
 // Between refusals, records and interpreters of the main thread stay as they are.
-TEST_F(main_thread, goes_on)
+TEST_F(beside_main_thread, goes_on)
 {
     tcl_.value("set flow [qx_flow_create]; qx_flow_set_flow_id $flow 5");
     in_a_thread([] {
@@ -77,7 +88,7 @@ TEST_F(main_thread, goes_on)
     tcl_.value("qx_data_free $flow");
 }
 
-TEST_F(main_thread, goes_on_while_another_is_refused)
+TEST_F(beside_main_thread, goes_on_while_another_is_refused)
 {
     tcl_thread other{[] {
         for (int i = 0; i < 20; ++i) {

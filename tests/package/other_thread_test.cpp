@@ -7,8 +7,18 @@
 
 namespace {
 
+class other_thread : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        if (!interpreter{}.has_threads())
+            GTEST_SKIP() << no_threads;
+    }
+};
+
 // All threads load at the same moment, and keep what they got until all have tried.
-TEST(other_thread, one_of_many_gets_the_package)
+TEST_F(other_thread, one_of_many_gets_the_package)
 {
     constexpr int threads = 8;
     std::atomic<int> ready{0};
@@ -34,7 +44,7 @@ TEST(other_thread, one_of_many_gets_the_package)
     EXPECT_EQ(others, threads - 1);
 }
 
-TEST(other_thread, the_main_thread_comes_too_late)
+TEST_F(other_thread, the_main_thread_comes_too_late)
 {
     interpreter tcl;
     EXPECT_EQ(try_script(tcl, load_package), refused);
@@ -43,7 +53,7 @@ TEST(other_thread, the_main_thread_comes_too_late)
 
 // A system may give a new thread the name of one that has ended. Then the package is its own, and
 // sound.
-TEST(other_thread, a_later_thread_is_refused_or_has_it_alone)
+TEST_F(other_thread, a_later_thread_is_refused_or_has_it_alone)
 {
     for (int i = 0; i < 5; ++i)
         in_a_thread([] {

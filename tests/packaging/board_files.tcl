@@ -2,8 +2,7 @@
 
 without_transcript
 
-set version [exec sed -n {s/^project(qxsh VERSION \([0-9.]*\).*/\1/p} \
-    [file join [project] CMakeLists.txt]]
+set version [project_version]
 
 # Configures the project with these words as a build system does, for this machine; -> the lines in
 # which CMake complains of words it does not know.

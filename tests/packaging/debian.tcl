@@ -77,4 +77,4 @@ set qos_script {
     puts [list [qx_flow_get_flow_id $flow] [dict get [qx::get $flow] flow_id]]
     qx_data_free $flow
 }
-set qos_output "0 0 6 76\n0.0 0.1 1093\n7 7\n"
+set qos_output "0 0 6 76\n0.0 [script_version] 1093\n7 7\n"

@@ -1,11 +1,11 @@
-# What the tests of the package qx_prompt share: questions to its functions, asked in the shell
+# What the tests of the package qx::prompt share: questions to its functions, asked in the shell
 # without a terminal, and sessions at one. Relies on tests/script/shell.tcl and terminal.tcl.
 
 source [file join [project] tests script terminal.tcl]
 set sample [file join [project] library myapprc.tcl]
 
 # What a script prints that has the package.
-proc printed {script} { without_recording { output_of "package require qx_prompt\n$script" } }
+proc printed {script} { without_recording { output_of "package require qx::prompt\n$script" } }
 
 # What completion answers to texts, in one run: for each a list of word, offers, hint, files.
 proc answers {variables texts} {

@@ -48,7 +48,7 @@ public:
     /// Whether a command may go there for a thing of this type.
     bool leads_to(place at, const std::string &pointee);
 
-    /// A word that is no handle of this type.
+    /// A word that is not a handle of this type.
     std::string bad_word(const std::string &pointee);
 
     /// The null pointer, in one of its forms.

@@ -28,6 +28,13 @@ namespace eval harness {
 }
 
 proc project {} { file dirname [file dirname [file dirname $::harness::here]] }
+# The version in CMakeLists.txt; that of the script packages is its first two numbers.
+proc project_version {} {
+    regexp -line {^project\(qxsh VERSION ([0-9.]+)} \
+        [file_text [file join [project] CMakeLists.txt]] -> version
+    return $version
+}
+proc script_version {} { join [lrange [split [project_version] .] 0 1] . }
 proc scratch {name} { file join $::harness::folder $name }
 
 # ------------------------------------------------------------------------------ constraints
@@ -47,6 +54,11 @@ constraint same_machine {![info exists env(QXSH_ON_BOARD)]} \
 
 testConstraint sanitized   [expr {$env(QXSH_SANITIZED) eq "ON"}]
 testConstraint unsanitized [expr {$env(QXSH_SANITIZED) ne "ON"}]
+# What runs under an emulator of another processor.
+testConstraint emulated [regexp {\m(?:armhf|board)\M} $env(QXSH_LAUNCHER)]
+
+# What a test expects with uClibc, and with another C library.
+proc with_uclibc {uclibc otherwise} { expr {$::env(QXSH_UCLIBC) ? $uclibc : $otherwise} }
 
 # ------------------------------------------------------------------------------------ files
 

@@ -106,7 +106,7 @@ TEST_F(environment, mistakes_are_reported_under_the_name_of_the_switch)
     setenv("QX_SIM_LATENCY", "qx_flow_add soon", 1);
     EXPECT_TRUE(in_child([] { return suspended() == 9 && suspended() == 9; }, file_));
     EXPECT_EQ("qx_sim: QX_SIM_FAULT: expected: fault FUNCTION WHEN STATUS\n"
-              "qx_sim: QX_SIM_LATENCY: \"soon\" is no time from 0 to 10000000 microseconds\n",
+              "qx_sim: QX_SIM_LATENCY: \"soon\" is not a time from 0 to 10000000 microseconds\n",
               text());
 }
 

@@ -1,5 +1,5 @@
 # What the simulator's script tests share: the harness of tests/script, the catalogue, and runs of the shell
-# with the script package qx_sim and a control file of the run's own.
+# with the script package qx and a control file of the run's own.
 
 set here [file dirname [file normalize [info script]]]
 source [file join $here .. script shell.tcl]
@@ -8,8 +8,7 @@ catalogue::load [file join [project] catalogue]
 
 # Runs a script in the shell with the package loaded and the simulator attached; -> dict: out, status.
 proc simulated {script} {
-    set head "lappend auto_path [list [file join [project] library]]\npackage require qx_sim\n"
-    append head "qx::sim::attach [list [scratch control]]\n"
+    set head "package require qx\nqx::sim::attach [list [scratch control]]\n"
     return [shell $head$script]
 }
 

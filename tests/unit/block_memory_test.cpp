@@ -188,7 +188,7 @@ TEST(blocks, of_many_megabytes)
 // What the process says when it stops: our own words on 64 bits, else those of the C library or the
 // sanitizer.
 #if UINTPTR_MAX > UINT32_MAX
-constexpr const char *double_free = "is no live block";
+constexpr const char *double_free = "is not a live block";
 constexpr const char *bad_free = double_free;
 #elif defined QXSH_SANITIZED
 constexpr const char *double_free = "attempting double-free";
@@ -198,8 +198,17 @@ constexpr const char *double_free = "free|invalid pointer"; // it has several wo
 constexpr const char *bad_free = double_free;
 #endif
 
+// Why a wrong release cannot be tested.
+#ifdef __UCLIBC__
+constexpr const char *unnoticed = "uClibc does not notice a wrong release";
+#else
+constexpr const char *unnoticed = nullptr;
+#endif
+
 TEST(blocks_DeathTest, freed_twice)
 {
+    if (unnoticed != nullptr)
+        GTEST_SKIP() << unnoticed;
     for (const std::uint32_t size : {0u, 4u, 212u, 10000u}) {
         void *const start = allocate_block(size);
         EXPECT_DEATH((free_block(start), free_block(start)), double_free) << size;
@@ -210,6 +219,8 @@ TEST(blocks_DeathTest, freed_twice)
 #if UINTPTR_MAX > UINT32_MAX || !defined QXSH_SANITIZED
 TEST(blocks_DeathTest, a_bad_free_aborts)
 {
+    if (unnoticed != nullptr)
+        GTEST_SKIP() << unnoticed;
     void *const start = allocate_block(100);
     EXPECT_EXIT((free_block(start), free_block(start)), testing::KilledBySignal(SIGABRT),
                 double_free);
@@ -219,6 +230,8 @@ TEST(blocks_DeathTest, a_bad_free_aborts)
 
 TEST(blocks_DeathTest, freed_by_an_interior_pointer)
 {
+    if (unnoticed != nullptr)
+        GTEST_SKIP() << unnoticed;
     for (const std::uint32_t offset : {8u, 16u, 1u, 4u, 200u}) {
 #if UINTPTR_MAX == UINT32_MAX && defined QXSH_SANITIZED
         // There AddressSanitizer takes the number of a call stack for a block's state: one number

@@ -164,7 +164,7 @@ TEST_F(constants_3, lower_case_letters_take_the_word)
     EXPECT_STREQ(text, "POINTER");
 }
 
-// The value is used as the letter wants it: a handle is no number.
+// The value is used as the letter wants it: a handle is not a number.
 TEST_F(constants_3, upper_case_numbers)
 {
     interpreter tcl;

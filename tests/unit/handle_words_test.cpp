@@ -122,7 +122,7 @@ TEST_F(handle_words, a_command_that_fails)
     tcl_.value("proc broken args { error {out of order} {} {OUT OF ORDER} }");
     refuse("broken", flow_);
     refuse("error", flow_);
-    refuse("set", flow_); // succeeds, but what it answers is no handle
+    refuse("set", flow_); // succeeds, but what it answers is not a handle
     refuse("box extra", flow_);
 }
 

@@ -44,6 +44,9 @@ private:
     Tcl_Obj *object_;
 };
 
+/// Why a test that needs several threads is left out where Tcl has none.
+inline constexpr const char *no_threads = "this Tcl was built without threads";
+
 /// An interpreter without Tcl's script library.
 class interpreter
 {
@@ -65,6 +68,9 @@ public:
         EXPECT_EQ(eval(script), TCL_OK) << script << ": " << result();
         return result();
     }
+    /// Whether Tcl was built with threads; without them it takes all threads for one.
+    bool has_threads() { return value("info exists tcl_platform(threaded)") == "1"; }
+
     /// The result of a script that has to fail.
     std::string error(const std::string &script)
     {

@@ -205,6 +205,8 @@ TEST(start_3, garbage_in_the_registry_variable)
 // Nothing of the module is locked, so only one thread may have it.
 TEST(start_3, other_threads_are_refused)
 {
+    if (!interpreter{}.has_threads())
+        GTEST_SKIP() << no_threads;
     std::thread{[] {
         {
             interpreter tcl;

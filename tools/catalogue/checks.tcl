@@ -4,7 +4,7 @@
 proc catalogue::check_name {place name what} {
     variable reserved_names
     if {![regexp {^[A-Za-z_][A-Za-z0-9_]*$} $name]} {
-        fail $place "\"$name\" is no name for [with_article $what]"
+        fail $place "\"$name\" is not a name for [with_article $what]"
     }
     if {$name in $reserved_names} {
         fail $place "$name is a reserved word, no name for [with_article $what]"
@@ -27,7 +27,7 @@ proc catalogue::check_text {place text} {
 proc catalogue::check_number {place what number {least 1}} {
     # Nine digits keep every sum and product of the checks inside 64 bits, and octal zeros out.
     if {![regexp {^(0|[1-9]\d{0,8})$} $number] || ($what ne "offset" && $number < $least)} {
-        fail $place "\"$number\" is no $what"
+        fail $place "\"$number\" is not [with_article $what]"
     }
 }
 
@@ -42,7 +42,19 @@ proc catalogue::check_holds {place field what} {
     set type [dict get $field type]
     if {$count} { append type \[[expr {$wanted eq {u8[]} ? {} : $count}]\] }
     if {$type ne $wanted || [dict get $field width]} {
-        fail $place "-holds $what is for $wanted; [dict get $field name] is none"
+        fail $place "-holds $what is for $wanted; [dict get $field name] is not one"
+    }
+}
+
+# A range has to be narrower than the type.
+proc catalogue::check_range {place name type width range} {
+    variable scalar_types
+    if {![dict exists $scalar_types $type] || $width} {
+        fail $place "-range is for plain numbers; $name is not one"
+    }
+    set most [expr {(1 << (8 * [lindex [dict get $scalar_types $type] 0])) - 1}]
+    if {[lindex $range 1] >= $most} {
+        fail $place "-range [join $range ..] of $name is not narrower than its type, 0..$most"
     }
 }
 
@@ -58,10 +70,10 @@ proc catalogue::check_types {} {
                 fail $place "type $type of [dict get $field name] is not declared"
             }
             if {[dict get $field set_as] ne {} && [field_kind $field] ne "array"} {
-                fail $place "-set-as is for arrays of scalars; [dict get $field name] is none"
+                fail $place "-set-as is for arrays of scalars; [dict get $field name] is not one"
             }
             if {[dict get $field width] && $type ni {u8 u16 u32}} {
-                fail $place "[dict get $field name] is a bit-field in a unit that is no scalar"
+                fail $place "[dict get $field name] is a bit-field in a unit that is not a scalar"
             }
         }
     }

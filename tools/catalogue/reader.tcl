@@ -23,7 +23,7 @@ proc catalogue::read_file {file words} {
         set pending {}
         set word [lindex $declaration 0]
         if {$word ni $words} {
-            fail $place "\"$word\" is no declaration; known here: [join $words {, }]"
+            fail $place "\"$word\" is not a declaration; known here: [join $words {, }]"
         }
         declare_$word $place [lrange $declaration 1 end]
     }
@@ -59,7 +59,7 @@ proc catalogue::declare_areas {place words} {
     if {$words eq {}} { fail $place "expected: areas name ..." }
     foreach area $words {
         check_name $place $area area
-        if {$area eq "index"} { fail $place "index is the name of this file, no name for an area" }
+        if {$area eq "index"} { fail $place "index is the name of this file, not of an area" }
         if {$area in $model(areas)} { fail $place "area $area is listed twice" }
         lappend model(areas) $area
     }
@@ -68,12 +68,30 @@ proc catalogue::declare_areas {place words} {
 
 proc catalogue::declare_argument {place words} {
     variable model
-    expect $place 2 $words "argument name description"
+    set range {}
+    if {[lindex $words 1] eq "-range"} {
+        set range [read_range $place [lindex $words 2]]
+        set words [lreplace $words 1 2]
+    }
+    expect $place 2 $words "argument name ?-range least..greatest? description"
     foreach {name text} $words break
     check_name $place $name argument
     check_text $place $text
     if {[dict exists $model(arguments) $name]} { fail $place "argument $name is described twice" }
-    dict set model(arguments) $name $text
+    dict set model(arguments) $name [list [with_range $text $range] $range]
+}
+
+# What is meaningful of a number: 0..63 -> {0 63}.
+proc catalogue::read_range {place word} {
+    if {![regexp {^(0|[1-9]\d{0,9})\.\.([1-9]\d{0,9})$} $word -> least greatest]
+            || $least >= $greatest} { fail $place "-range \"$word\" is not like 0..63" }
+    return [list $least $greatest]
+}
+
+# A description says the range, too.
+proc catalogue::with_range {text range} {
+    if {$range eq {}} { return $text }
+    return "$text, [join $range { to }]"
 }
 
 proc catalogue::declare_area {place words} {
@@ -137,9 +155,9 @@ proc catalogue::read_field {place line} {
     check_name $place $name field
     check_text $place [lindex $line end]
     set field [dict create name $name place $place text [lindex $line end] bit 0 width 0 count 0 \
-        set_as {} holds {} dumped 1]
+        set_as {} holds {} dumped 1 range {}]
     if {![regexp {^(\d+)(?:\.(\d+))?$} $where -> offset bit]} {
-        fail $place "\"$where\" is no offset"
+        fail $place "\"$where\" is not an offset"
     }
     check_number $place offset $offset
     dict set field offset $offset
@@ -154,7 +172,7 @@ proc catalogue::read_field {place line} {
         dict set field bit $bit
         dict set field width $width
     } else {
-        if {$bit ne {}} { fail $place "$name is no bit-field and has no bit number" }
+        if {$bit ne {}} { fail $place "$name is not a bit-field and has no bit number" }
         set element $type
     }
     dict set field type $element
@@ -166,7 +184,7 @@ proc catalogue::read_field {place line} {
             }
             -set-as {
                 set type [lindex $options 1]
-                if {$type ni {u8 u16 u32}} { fail $place "-set-as \"$type\" is no field type" }
+                if {$type ni {u8 u16 u32}} { fail $place "-set-as \"$type\" is not a field type" }
                 dict set field set_as $type
                 set options [lrange $options 2 end]
             }
@@ -175,7 +193,14 @@ proc catalogue::read_field {place line} {
                 dict set field holds [lindex $options 1]
                 set options [lrange $options 2 end]
             }
-            default { fail $place "\"[lindex $options 0]\" is no field option" }
+            -range {
+                set range [read_range $place [lindex $options 1]]
+                check_range $place $name $element [dict get $field width] $range
+                dict set field range $range
+                dict set field text [with_range [dict get $field text] $range]
+                set options [lrange $options 2 end]
+            }
+            default { fail $place "\"[lindex $options 0]\" is not a field option" }
         }
     }
     return $field
@@ -193,24 +218,28 @@ proc catalogue::declare_call {place words} {
     foreach {here line} [body_lines $place $body] {
         if {[llength $line] ni {3 4}} { fail $here "expected: direction type name ?description?" }
         foreach {direction type argument description} [concat $line {{}}] break
-        if {$direction ni {in out inout}} { fail $here "\"$direction\" is no direction" }
+        if {$direction ni {in out inout}} { fail $here "\"$direction\" is not a direction" }
         check_name $here $argument argument
         if {$argument eq $name} { fail $here "argument $argument is named like its call" }
         if {$argument in $names} { fail $here "argument $argument is already declared" }
         lappend names $argument
         if {![string match {*[*]} $type]} {
-            if {$type ni {u8 u16 u32}} { fail $here "\"$type\" is no argument type" }
+            if {$type ni {u8 u16 u32}} { fail $here "\"$type\" is not an argument type" }
             if {$direction ne "in"} { fail $here "$argument is passed by value and can only be in" }
         }
+        set range {}
         if {[llength $line] == 3} {
             if {![dict exists $model(arguments) $argument]} {
                 fail $here "argument $argument has no description, here or in index.tcl"
             }
-            set description [dict get $model(arguments) $argument]
+            foreach {description range} [dict get $model(arguments) $argument] break
+            # What a pointer leads to is not typed in.
+            if {[string match {*[*]} $type]} { set range {} }
+            if {$range ne {}} { check_range $here $argument $type 0 $range }
         }
         check_text $here $description
         lappend arguments [dict create name $argument type $type direction $direction \
-            text $description place $here]
+            text $description range $range place $here]
     }
     lappend model(calls) $name
     set model(call,$name) [dict create name $name text $text arguments $arguments \
@@ -224,7 +253,7 @@ proc catalogue::declare_cell {place words} {
     expect $place 3 $words "cell word type { operations }"
     foreach {word type operations} $words break
     check_name $place $word cell
-    if {$type ni {u8 u16 u32 i32 u64}} { fail $place "\"$type\" is no cell type" }
+    if {$type ni {u8 u16 u32 i32 u64}} { fail $place "\"$type\" is not a cell type" }
     if {$model(area) eq {}} { fail $place "the file has to begin with its area" }
     if {$word ni $model(cells)} {
         lappend model(cells) $word
@@ -234,7 +263,7 @@ proc catalogue::declare_cell {place words} {
             [dict get $model(cell,$word) type] at [join [dict get $model(cell,$word) place] :]"
     }
     foreach operation [as_list $operations $place] {
-        if {$operation ni $cell_operations} { fail $place "\"$operation\" is no cell operation" }
+        if {$operation ni $cell_operations} { fail $place "\"$operation\" is not a cell operation" }
         if {$operation in [dict get $model(cell,$word) operations]} {
             fail $place "cell $word already has its $operation"
         }
@@ -248,7 +277,7 @@ proc catalogue::declare_pointer {place words} {
     expect $place 2 $words "pointer type description"
     foreach {name text} $words break
     if {![regexp {^[A-Za-z][A-Za-z0-9_]*( [A-Za-z][A-Za-z0-9_]*)*$} $name]} {
-        fail $place "\"$name\" is no name for a type"
+        fail $place "\"$name\" is not a name for a type"
     }
     check_text $place $text
     enter pointer $place $name

@@ -1,5 +1,5 @@
 # What checkers and editors want to know: the commands and how many words each takes, for Nagelfar
-# as a Tcl file, for tclint as JSON, for rlwrap as a list of words. Relies on wording.tcl.
+# as a Tcl file, for tclint as JSON, for rlwrap as a list of words. Relies on the facts of the package qx.
 
 namespace eval editors {}
 
@@ -18,7 +18,7 @@ proc editors::argument_names {command} {
 proc editors::nagelfar {} {
     set text "# Syntax database of the commands of package demo for the Tcl checker Nagelfar.\n"
     append text "# $reference::note\n\n"
-    foreach command [wording::commands] {
+    foreach command [reference::commands] {
         append text "set ::syntax([dict get $command name])\
             [llength [argument_names $command]]\n"
     }
@@ -27,7 +27,7 @@ proc editors::nagelfar {} {
 
 proc editors::tclint {} {
     set entries {}
-    foreach command [wording::commands] {
+    foreach command [reference::commands] {
         set positionals {}
         foreach name [argument_names $command] {
             lappend positionals "{\"name\": \"$name\", \"required\": true, \"value\":\
@@ -46,7 +46,7 @@ proc editors::tclint {} {
 # Commands, records and fields, each once. rlwrap reads words, and completes them anywhere.
 proc editors::rlwrap {} {
     set words {}
-    foreach command [wording::commands] { lappend words [dict get $command name] }
+    foreach command [reference::commands] { lappend words [dict get $command name] }
     foreach name [catalogue::records] {
         lappend words $name
         foreach field [dict get [catalogue::record $name] fields] {

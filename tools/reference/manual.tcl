@@ -1,5 +1,6 @@
 # The manual pages: one of section n for each area, and qxsh.1 from its hand-written template. They
-# use the plain macros of man(7) only. Relies on wording.tcl and the switches and statuses read.
+# use the plain macros of man(7) only. Relies on the words of the package qx, and on the switches
+# and statuses read.
 
 namespace eval manual {
     variable switches {} ;# name and meaning, alternating
@@ -28,14 +29,14 @@ proc manual::page_name {area} { return qx_$area }
 # ------------------------------------------------------------------------------------ commands
 
 proc manual::command {command} {
-    set words [wording::describe $command]
+    set words [qx::wording::describe $command]
     set text ".PP\n[bold [dict get $command name]]"
     set names {}
     foreach argument [dict get $words arguments] { lappend names [dict get $argument name] }
     if {$names ne {}} { append text ".I [quoted [join $names]]\n" }
     append text ".RS\n[sentence [dict get $words purpose]]"
     foreach argument [dict get $words arguments] {
-        set direction [wording::direction $command [dict get $argument name]]
+        set direction [dict get $argument direction]
         if {$direction ne {}} { append direction ", " }
         append text ".br\n.IR [quoted [dict get $argument name]] :\n"
         append text "[escape [dict get $argument text]];\n"
@@ -68,10 +69,10 @@ proc manual::record {name} {
             append where ", lowest bit [dict get $field bit]"
         }
         append text ".TP\n[bold [dict get $field name]]"
-        append text "[escape "$where, [wording::field_type $field]"]:\n"
+        append text "[escape "$where, [qx::wording::field_type $field]"]:\n"
         append text "[escape [dict get $field text]].\n"
     }
-    foreach command [wording::commands] {
+    foreach command [reference::commands] {
         if {[dict get $command owner] eq $name} { append text [command $command] }
     }
     return $text
@@ -131,7 +132,7 @@ proc manual::shell_page {template version} {
     foreach line [statuses::lines_of $template] {
         incr number
         set line [string map [list @VERSION@ [escape $version] \
-            @COMMANDS@ [llength [wording::commands]] @CALLS@ [llength [catalogue::calls]]] $line]
+            @COMMANDS@ [llength [reference::commands]] @CALLS@ [llength [catalogue::calls]]] $line]
         switch -- $line {
             @SWITCHES@ { append text [switch_list]; continue }
             @AREAS@    { append text [area_list]; continue }

@@ -1,6 +1,6 @@
 # The HTML pages: index, commands, statuses, conventions, and one page per area with its records,
-# their byte maps, and its commands. Relies on html.tcl, drawing.tcl, wording.tcl and the statuses
-# read.
+# their byte maps, and its commands. Relies on html.tcl, drawing.tcl, the words of the package qx
+# and the statuses read.
 
 namespace eval pages {
     variable statuses {} ;# name, number, meaning, alternating
@@ -11,7 +11,7 @@ namespace eval pages {
 proc pages::area_page {area} { return area-$area.html }
 # Where a command, a record or one of its fields stands.
 proc pages::place {command} {
-    return [area_page [dict get [wording::command $command] area]]#$command
+    return [area_page [dict get [qx::catalogue::facts $command] area]]#$command
 }
 proc pages::record_place {record} {
     return [area_page [dict get [catalogue::record $record] area]]#$record
@@ -34,7 +34,7 @@ proc pages::records_of {area} {
 }
 proc pages::commands_of {area shapes} {
     set result {}
-    foreach command [wording::commands] {
+    foreach command [reference::commands] {
         if {[dict get $command area] ne $area} continue
         foreach shape $shapes {
             if {[string match $shape [dict get $command shape]]} { lappend result $command; break }
@@ -50,12 +50,12 @@ proc pages::keyed {key text} { return "<p><span class=\"key\">$key</span> $text<
 
 proc pages::command_section {command level} {
     set name [dict get $command name]
-    set words [wording::describe $command]
+    set words [qx::wording::describe $command]
     set text "<section class=\"command\" id=\"$name\">\n<h$level class=\"usage\"><code><a\
         class=\"self\" href=\"#$name\">$name</a>"
     foreach argument [dict get $words arguments] { append text " <i>[dict get $argument name]</i>" }
     append text "</code></h$level>\n<p>[html::sentence [dict get $words purpose]]</p>\n"
-    if {[dict get $words arguments] ne {}} { append text [argument_list $command $words] }
+    if {[dict get $words arguments] ne {}} { append text [argument_list $words] }
     append text [keyed Result "[html::escape [dict get $words result]]."]
     foreach note [dict get $words notes] { append text "<p>[html::escape $note]</p>\n" }
     if {[dict get $command shape] eq "call"} { append text [status_lines $name] }
@@ -67,10 +67,10 @@ proc pages::command_section {command level} {
     return "$text</section>\n"
 }
 
-proc pages::argument_list {command words} {
+proc pages::argument_list {words} {
     set text "<dl>\n"
     foreach argument [dict get $words arguments] {
-        set direction [wording::direction $command [dict get $argument name]]
+        set direction [dict get $argument direction]
         append text "<dt><code>[dict get $argument name]</code></dt>\n<dd>"
         append text [type_link [dict get $argument type]]
         if {$direction ne {}} { append text " <span class=\"direction\">$direction</span>" }
@@ -97,7 +97,7 @@ proc pages::status_lines {call} {
 proc pages::record_section {name} {
     set record [catalogue::record $name]
     set kind [expr {[dict get $record kind] eq "union" ? "Union" : "Record"}]
-    set facts "$kind of [wording::plural [dict get $record size] byte]"
+    set facts "$kind of [qx::wording::counted [dict get $record size] byte]"
     if {[dict get $record packed]} { append facts ", packed" }
     set text "<section class=\"record\" id=\"$name\">\n<h2><a class=\"self\"\
         href=\"#$name\"><code>$name</code></a></h2>\n"
@@ -140,7 +140,7 @@ proc pages::legend {name} {
 proc pages::field_table {name} {
     set rows {}
     foreach field [dict get [catalogue::record $name] fields] {
-        set type [wording::field_type $field]
+        set type [qx::wording::field_type $field]
         set where [dict get $field offset]
         if {[dict get $field width]} {
             set low [dict get $field bit]
@@ -162,10 +162,10 @@ proc pages::field_table {name} {
 proc pages::used_by {name} {
     set text {}
     set links {}
-    foreach call [wording::calls_with $name] { lappend links [command_link $call] }
+    foreach call [qx::catalogue::calls_with $name] { lappend links [command_link $call] }
     if {$links ne {}} { append text [keyed Calls [join $links {, }]] }
     set links {}
-    foreach {holder field} [wording::holders_of $name] {
+    foreach {holder field} [qx::catalogue::holders $name] {
         lappend links [html::code_link [record_place $holder].$field $holder.$field]
     }
     if {$links ne {}} { append text [keyed "Part of" [join $links {, }]] }
@@ -203,7 +203,7 @@ proc pages::area_text {area} {
 
 proc pages::index_text {} {
     variable version
-    set total [llength [wording::commands]]
+    set total [llength [reference::commands]]
     set text "<p>The $total commands of the shell, the [llength [catalogue::records]] records and\
         unions they build, and the [llength [catalogue::calls]] functions of the SDK they call.\
         New here? Read the <a href=\"conventions.html\">conventions</a> first.</p>\n"
@@ -231,7 +231,7 @@ proc pages::commands_text {} {
             set words {}
             foreach {name type} [dict get $command arguments] { lappend words $name }
             lappend rows {} [list [command_link [dict get $command name]] "<i>[join $words]</i>" \
-                [html::sentence [wording::purpose $command]]]
+                [html::sentence [qx::wording::purpose $command]]]
         }
         append text "<h2 id=\"$area\">[html::escape [dict get [catalogue::area $area] text]]</h2>\n"
         append text [html::table "Commands: [dict get [catalogue::area $area] text]" \
@@ -246,7 +246,7 @@ proc pages::statuses_text {} {
     variable answers
     set text "<p>What the functions of the simulated device answer. The numbers are its own: a\
         board's library may answer others, and only 0 is sure to be success. A status stays a plain\
-        result of the command; it is no Tcl error.</p>\n"
+        result of the command; not a Tcl error.</p>\n"
     set rows {}
     foreach {name number meaning} $statuses {
         set links {}
@@ -281,9 +281,9 @@ proc pages::entries_text {} {
                 [dict get $field text]]
         }
     }
-    foreach command [wording::commands] {
+    foreach command [reference::commands] {
         set name [dict get $command name]
-        lappend rows [entry $name [place $name] command [wording::purpose $command]]
+        lappend rows [entry $name [place $name] command [qx::wording::purpose $command]]
     }
     foreach {name number meaning} $statuses {
         lappend rows [entry "$name $number" statuses.html#$name status $meaning]

@@ -37,6 +37,7 @@ leg_docs() {
 # processor are left out where it cannot be built for; the tests tell.
 leg_packages() {
     local build=$project/packaging/build
+    local -x DEBFULLNAME="qxsh tests" DEBEMAIL=tests@qxsh.invalid
     need_packages packages || skipped "not installed: ${missing[*]}" || return
     [[ $(dpkg --print-architecture) == amd64 ]] ||
         skipped "packages for amd64 are made on amd64" || return
@@ -180,7 +181,7 @@ run_tests() {
 soak() {
     local folder=$project/build/$1 minutes=$2 status=0 strict results=${log%.log}.results
     [[ $minutes =~ ^[1-9][0-9]{0,4}$ ]] || {
-        echo "QXSH_SOAK_MINUTES is no number of minutes: $minutes"
+        echo "QXSH_SOAK_MINUTES is not a number of minutes: $minutes"
         return 1
     }
     build_preset "$1" qxsh && build_preset "$1" random_script || return

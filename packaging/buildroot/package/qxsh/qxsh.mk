@@ -4,7 +4,7 @@
 #
 ################################################################################
 
-QXSH_VERSION = 0.1.0
+QXSH_VERSION = 0.2.0
 QXSH_SITE = $(BR2_EXTERNAL_QXSH_PATH)/../..
 QXSH_SITE_METHOD = local
 # What was built in the source folder is not copied along.
@@ -19,9 +19,7 @@ QXSH_CONF_OPTS = \
 	-DQXSH_SIMULATOR=OFF \
 	-DQXSH_STATIC_RUNTIME=ON \
 	-DQXSH_TCLSH=$(shell command -v $(call qstrip,$(BR2_PACKAGE_QXSH_TCLSH))) \
-	-DQXSH_TCL_PACKAGE_DIR=lib \
-	-DQXSH_QX_PACKAGE_DIR=lib/qx0.1 \
-	-DQXSH_PROMPT_PACKAGE_DIR=lib/qx_prompt0.1
+	-DQXSH_PACKAGE_DIR=lib
 
 # Records lie at any address, and the processor may not read words there.
 ifeq ($(BR2_arm),y)

@@ -1,82 +1,13 @@
-# Package qx_sim: the simulated device from a script. Names of statuses, faults, latency, call log, reset,
-# snapshots, and the flow table's hash. On a board only the names and the hash mean anything.
+# Package qx, qx::sim: the simulated device from a script. Faults, latency, call log, reset,
+# snapshots, and the flow table's hash. On a board only the hash means anything.
 #
-# The simulator takes orders from a control file, which has to be named before the first SDK call of the
-# process: by the environment variable QX_SIM_CONTROL, or by `qx::sim::attach` in the script. Orders are
-# obeyed before the procedure returns. Relies on the SDK commands of the shell and, for the names, on
-# qx_status.h, beside this file or in sdk/.
+# The simulator takes orders from a control file, which has to be named before the first SDK call of
+# the process: by the environment variable QX_SIM_CONTROL, or by `qx::sim::attach` in the script.
+# Orders are obeyed before the procedure returns. Relies on the SDK commands of the shell.
 
 namespace eval qx::sim {
     variable control {}  ;# the control file; empty until attached
     variable settings {} ;# its lines that last
-    variable names {}    ;# status number -> name and meaning
-    variable folder [file dirname [file normalize [info script]]]
-}
-
-# ---------------------------------------------------------------------------------- statuses
-
-proc qx::sim::read_statuses {} {
-    variable names
-    variable folder
-    foreach file [list [file join $folder qx_status.h] [file join $folder .. sdk qx_status.h]] {
-        if {![file readable $file]} continue
-        set channel [open $file]
-        set text [read $channel]
-        close $channel
-        foreach line [split $text \n] {
-            if {[regexp {^\s+(QX_\w+) = (\d+),?\s+/\* (.+) \*/$} $line -> name number meaning]} {
-                dict set names $number [list $name $meaning]
-            }
-        }
-        return
-    }
-    return -code error "qx_status.h is neither in $folder nor in its sister folder sdk"
-}
-
-# All statuses, a list of number and name.
-proc qx::sim::statuses {} {
-    variable names
-    if {$names eq {}} { read_statuses }
-    set result {}
-    foreach number [lsort -integer [dict keys $names]] {
-        lappend result $number [lindex [dict get $names $number] 0]
-    }
-    return $result
-}
-
-# The name of a status: 10 -> QX_EXISTS; a number without a name comes back as it is.
-proc qx::sim::status_name {number} {
-    variable names
-    statuses
-    if {![dict exists $names $number]} { return $number }
-    return [lindex [dict get $names $number] 0]
-}
-
-# What a status means; empty for a number without a name.
-proc qx::sim::status_meaning {number} {
-    variable names
-    statuses
-    if {![dict exists $names $number]} return
-    return [lindex [dict get $names $number] 1]
-}
-
-# The number behind a name: QX_EXISTS -> 10.
-proc qx::sim::status_number {name} {
-    foreach {number known} [statuses] {
-        if {$known eq $name} { return $number }
-    }
-    return -code error "\"$name\" is no status"
-}
-
-# Calls an SDK function; a status other than 0 becomes an error that names it, with the error code
-# QX_STATUS, the number and the name.
-proc qx::sim::must {function args} {
-    set status [uplevel 1 [concat [list $function] $args]]
-    if {$status == 0} return
-    set name [status_name $status]
-    set text "$function: $name"
-    if {$name ne $status} { append text " ($status), [status_meaning $status]" }
-    return -code error -errorcode [list QX_STATUS $status $name] $text
 }
 
 # ---------------------------------------------------------------------------------- control
@@ -209,7 +140,3 @@ proc qx::sim::find_flow {device flow} {
     qx_data_free $found
     return $result
 }
-
-# flow_key and flow_slot are commands of package qx, made of the device's own hash.
-if {[info commands ::qx_flow_create] ne {}} { package require qx }
-package provide qx_sim 0.1

@@ -19,9 +19,7 @@ EXTRA_OECMAKE = " \
     -DQXSH_SIMULATOR=OFF \
     -DQXSH_STATIC_RUNTIME=ON \
     -DQXSH_TCLSH=${STAGING_BINDIR_NATIVE}/tclsh \
-    -DQXSH_TCL_PACKAGE_DIR=${baselib} \
-    -DQXSH_QX_PACKAGE_DIR=${baselib}/qx0.1 \
-    -DQXSH_PROMPT_PACKAGE_DIR=${baselib}/qx_prompt0.1 \
+    -DQXSH_PACKAGE_DIR=${baselib} \
 "
 
 # tclreadline is in no layer that this one depends on: who switches this on has a recipe for it.
@@ -37,8 +35,8 @@ INSANE_SKIP:${PN} += "file-rdeps"
 
 FILES:${PN} += " \
     ${libdir}/demo0.0 \
-    ${libdir}/qx0.1 \
-    ${libdir}/qx_prompt0.1 \
+    ${libdir}/qx[0-9]* \
+    ${libdir}/qx_prompt[0-9]* \
     ${datadir}/qxsh \
 "
 RDEPENDS:${PN} = "tcl"
