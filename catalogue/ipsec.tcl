@@ -27,8 +27,8 @@ record qx_ipsec_sa_t 136 "one security association" {
     0      u16            replay_window          "size of the anti-replay window"
     4      u32            spi                    "security parameter index"
     8      u32            seq_num                "sequence number"
-    12     u8[32]         ekey                   "encryption key"
-    44     u8[32]         akey                   "authentication key"
+    12     u8[32]         ekey       -holds key  "encryption key"
+    44     u8[32]         akey       -holds key  "authentication key"
     # one 32-bit word, filled by its bit-fields
     76.0   u32:1          ip_ver                 "IP version, an SDK code"
     76.1   u32:1          proto                  "IPsec protocol, an SDK code"

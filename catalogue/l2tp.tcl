@@ -65,7 +65,7 @@ record qx_l2tp_tunnel_cfg_t 56 "settings of an L2TP tunnel" {
     27  u8     calc_udp_csum                  "flag: calculate the UDP checksum"
     28  u32    ns                             "sequence number Ns"
     32  u16    cookie_len                     "length of the cookie"
-    34  u8[8]  cookie                         "the cookie"
+    34  u8[8]  cookie             -holds key  "the cookie"
     42  u16    offset                         "offset of the payload"
     44  u8[6]  l2tp_src_mac       -holds mac  "source MAC address"
     50  u8[6]  peer_l2tp_src_mac  -holds mac  "source MAC address of the peer"

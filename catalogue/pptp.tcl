@@ -4,16 +4,16 @@
 area pptp "PPTP sessions"
 
 record qx_pptp_sa_t 84 "security association of a PPTP session" {
-    0   u16              sa_id        "identifier of the security association"
-    4   u32              dir          "direction, an SDK code"
-    8   u16              call_id      "call id"
-    10  qx_ip_address_t  local_addr   "local address"
-    31  qx_ip_address_t  remote_addr  "remote address"
-    52  u32              state        "state, an SDK code"
-    56  u32              crypto_type  "kind of encryption, an SDK code"
-    60  u8[16]           key          "encryption key"
-    76  u8               keylen       "length of the key"
-    80  u32              seq_num      "sequence number"
+    0   u16              sa_id            "identifier of the security association"
+    4   u32              dir              "direction, an SDK code"
+    8   u16              call_id          "call id"
+    10  qx_ip_address_t  local_addr       "local address"
+    31  qx_ip_address_t  remote_addr      "remote address"
+    52  u32              state            "state, an SDK code"
+    56  u32              crypto_type      "kind of encryption, an SDK code"
+    60  u8[16]           key  -holds key  "encryption key"
+    76  u8               keylen           "length of the key"
+    80  u32              seq_num          "sequence number"
 }
 
 call qx_pptp_session_add "add a session" {

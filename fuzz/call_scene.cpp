@@ -21,28 +21,25 @@ struct leaf
     unsigned size, bit, width; ///< width 0: all of it
 };
 
-void collect(const qxsim::record_description &record, std::uint32_t offset,
-             std::vector<leaf> &found)
+void collect(const qxsh::record_row &record, std::uint32_t offset, std::vector<leaf> &found)
 {
-    for (const qxsim::field_description &field : record.fields) {
-        const unsigned elements = field.count == 0 ? 1 : field.count;
-        const std::uint32_t stride = field.record != nullptr ? field.record->size : field.size;
-        for (unsigned i = 0; i < elements; ++i) {
-            const std::uint32_t at = offset + field.offset + i * stride;
-            if (field.record != nullptr)
-                collect(*field.record, at, found);
+    for (const qxsh::field_row &field : fields_of(record)) {
+        for (unsigned i = 0; i < elements_of(field); ++i) {
+            const std::uint32_t at = offset + field.offset + i * field.size;
+            if (field.record >= 0)
+                collect(*record_in(field), at, found);
             else
                 found.push_back({at, field.size, field.bit, field.width});
         }
     }
 }
 
-const std::vector<leaf> &leaves_of(const qxsim::record_description &record)
+const std::vector<leaf> &leaves_of(int record)
 {
-    static std::map<const qxsim::record_description *, std::vector<leaf>> known;
-    std::vector<leaf> &found = known[&record];
+    static std::map<int, std::vector<leaf>> known;
+    std::vector<leaf> &found = known[record];
     if (found.empty())
-        collect(record, 0, found);
+        collect(qxsh::record_rows[record], 0, found);
     return found;
 }
 
@@ -55,10 +52,10 @@ void store(unsigned char *record, const leaf &to, std::uint32_t value)
     std::memcpy(record + to.offset, &unit, to.size);
 }
 
-std::string kind_of(const qxsim::argument_description &argument)
+std::string kind_of(const qxsh::argument_row &argument)
 {
-    std::string kind =
-        argument.record != nullptr ? argument.record->name : std::to_string(argument.size);
+    std::string kind = argument.record >= 0 ? qxsh::record_rows[argument.record].name.text()
+                                            : std::to_string(argument.size);
     return argument.count >= 0 ? kind + "[]" : kind;
 }
 
@@ -106,18 +103,18 @@ std::uint32_t call_scene::value()
     return static_cast<std::uint32_t>(input_.number(choice < 248 ? 2 : 4));
 }
 
-void call_scene::patch(unsigned char *record, const qxsim::argument_description &argument)
+void call_scene::patch(unsigned char *record, const qxsh::argument_row &argument)
 {
-    if (argument.record == nullptr) {
+    if (argument.record < 0) {
         const std::uint32_t number = value();
         std::memcpy(record, &number, std::min<std::size_t>(argument.size, sizeof number));
         return;
     }
-    const auto &leaves = leaves_of(*argument.record);
+    const auto &leaves = leaves_of(argument.record);
     store(record, leaves[input_.below(static_cast<std::uint32_t>(leaves.size()))], value());
 }
 
-void *call_scene::place(const qxsim::argument_description &argument)
+void *call_scene::place(const qxsh::argument_row &argument)
 {
     const std::uint8_t choice = input_.byte();
     if (choice == 255)
@@ -137,13 +134,13 @@ void *call_scene::place(const qxsim::argument_description &argument)
 made_call call_scene::next()
 {
     made_call made;
-    const unsigned number = input_.byte() % qxsim::call_count;
-    made.function = &qxsim::call_descriptions[number];
-    const auto arguments = made.function->arguments;
+    const unsigned number = input_.byte() % qxsh::call_count;
+    made.function = &qxsh::call_rows[number];
+    const auto arguments = arguments_of(*made.function);
     std::vector<qxsim::call_word> words;
     std::vector<std::vector<unsigned char>> before(arguments.size());
     for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const qxsim::argument_description &argument = arguments[i];
+        const qxsh::argument_row &argument = arguments[i];
         if (argument.pointer) {
             words.emplace_back(place(argument));
             continue;
@@ -165,10 +162,10 @@ made_call call_scene::next()
         if (bytes == nullptr)
             continue;
         const bool changed = std::memcmp(before[i].data(), bytes, before[i].size()) != 0;
-        if (changed && (made.status != QX_OK || arguments[i].way == qxsim::direction::in))
-            finding(std::string{made.function->name} + " wrote into " + arguments[i].name +
-                    ", status " + std::to_string(made.status));
-        if (made.status == QX_OK && arguments[i].record == nullptr && arguments[i].size == 4)
+        if (changed && (made.status != QX_OK || arguments[i].way == qxsh::direction::in))
+            finding(std::string{made.function->name.text()} + " wrote into " +
+                    arguments[i].name.text() + ", status " + std::to_string(made.status));
+        if (made.status == QX_OK && arguments[i].record < 0 && arguments[i].size == 4)
             std::memcpy(&ids_[next_id_++ % ids_.size()], bytes, 4);
     }
     return made;

@@ -18,7 +18,7 @@ namespace fuzz {
 /// One call, and what came of it.
 struct made_call
 {
-    const qxsim::call_description *function = nullptr;
+    const qxsh::call_row *function = nullptr;
     std::array<std::uint32_t, 8> values{}; ///< of arguments passed by value
     std::uint32_t status = 0;
 };
@@ -42,8 +42,8 @@ private:
     };
 
     std::uint32_t value();
-    void *place(const qxsim::argument_description &argument);
-    void patch(unsigned char *record, const qxsim::argument_description &argument);
+    void *place(const qxsh::argument_row &argument);
+    void patch(unsigned char *record, const qxsh::argument_row &argument);
 
     bytes &input_;
     std::map<std::string, std::array<memory, 3>> memories_; ///< by what is pointed to

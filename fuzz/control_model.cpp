@@ -74,8 +74,8 @@ std::optional<std::uint32_t> status_in(const std::string &word)
 
 bool some_function_fits(std::string_view pattern)
 {
-    return std::any_of(std::begin(qxsim::call_descriptions), std::end(qxsim::call_descriptions),
-                       [&](const auto &call) { return pattern_fits(pattern, call.name); });
+    return std::any_of(qxsh::call_rows, qxsh::call_rows + qxsh::call_count,
+                       [&](const auto &call) { return pattern_fits(pattern, call.name.text()); });
 }
 
 std::optional<model_rule> read_rule(bool fault, const std::vector<std::string> &words)

@@ -26,10 +26,11 @@ std::vector<std::uint32_t> run(bytes input, bool watch)
         const std::string before = watch ? qxsim::snapshot_text(true) : std::string{};
         const made_call made = scene.next();
         statuses.push_back(made.status);
-        if (!documented(made.function->name, made.status))
-            finding(std::string{made.function->name} + " answered " + std::to_string(made.status));
+        if (!documented(made.function->name.text(), made.status))
+            finding(std::string{made.function->name.text()} + " answered " +
+                    std::to_string(made.status));
         if (watch && made.status != QX_OK && before != qxsim::snapshot_text(true))
-            finding(std::string{made.function->name} + " failed and changed the devices");
+            finding(std::string{made.function->name.text()} + " failed and changed the devices");
     }
     return statuses;
 }

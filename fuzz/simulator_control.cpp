@@ -258,12 +258,12 @@ void controlled_scene::play()
         for (unsigned left = input_.below(5); left > 0; --left) {
             const made_call made = calls_.next();
             if (!model_.log.empty())
-                logged_.emplace_back(made.function->name);
-            const std::uint32_t fault = status_of(model_, made.function->name);
+                logged_.emplace_back(made.function->name.text());
+            const std::uint32_t fault = status_of(model_, made.function->name.text());
             if (fault != 0)
-                expect_equal(made.status, fault, "a call's status", made.function->name);
-            else if (!documented(made.function->name, made.status))
-                finding(std::string{made.function->name} + " answered undocumentedly");
+                expect_equal(made.status, fault, "a call's status", made.function->name.text());
+            else if (!documented(made.function->name.text(), made.status))
+                finding(std::string{made.function->name.text()} + " answered undocumentedly");
         }
     }
     if (!log_overwritten)

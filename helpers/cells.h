@@ -3,9 +3,9 @@
 // writes.
 #pragma once
 
-#include "helpers/addresses.h"
 #include "helpers/block_memory.h"
 #include "helpers/fields.h"
+#include "records/addresses.h"
 
 #include <cstdint>
 #include <type_traits>

@@ -3,13 +3,13 @@
 // record, a loop over its values, and one write.
 #include "helpers/dump.h"
 
-#include "helpers/fields.h"
 #include "helpers/guarded_memory.h"
 #include "helpers/output.h"
+#include "record_numbers.h"
+#include "records/values.h"
 
 #include <bit>
 #include <cstring>
-#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,7 +19,8 @@ namespace qxsh {
 namespace {
 
 /// One value of a dump, and the length of the text in front of it, which ends in "0x".
-struct dump_step {
+struct dump_step
+{
     std::uint32_t mask; ///< of the value, once it is shifted down
     std::uint16_t offset;
     std::uint8_t shift;
@@ -30,9 +31,9 @@ struct dump_step {
 class dump_plan
 {
 public:
-    explicit dump_plan(const record_layout &layout)
+    explicit dump_plan(const record_row &row)
     {
-        add_record(layout, 0);
+        add_record(row, 0);
         text_ += gap_;
     }
 
@@ -45,20 +46,19 @@ public:
     static constexpr std::size_t longest_value = 8; // digits
 
 private:
-    void add_record(const record_layout &layout, std::size_t offset)
+    void add_record(const record_row &row, std::size_t offset)
     {
-        for (const auto &field : layout.fields) {
+        for (const field_row &field : fields_of(row)) {
             if (field.dumped)
                 add_field(field, offset + field.offset);
         }
     }
 
-    void add_field(const field_layout &field, std::size_t offset)
+    void add_field(const field_row &field, std::size_t offset)
     {
-        if (field.nested != nullptr) {
-            const unsigned elements = field.count != 0 ? field.count : 1;
-            for (unsigned index = 0; index < elements; ++index, offset += field.nested->size)
-                add_record(*field.nested, offset);
+        if (const record_row *const inner = record_in(field); inner != nullptr) {
+            for (unsigned index = 0; index < elements_of(field); ++index, offset += field.size)
+                add_record(*inner, offset);
         } else if (field.count != 0) {
             for (unsigned index = 0; index < field.count; ++index, offset += field.size)
                 add_value(field, "[" + std::to_string(index) + "]", offset, "\n");
@@ -68,10 +68,10 @@ private:
     }
 
     // `gap_` is what ends the line before.
-    void add_value(const field_layout &field, const std::string &index, std::size_t offset,
+    void add_value(const field_row &field, const std::string &index, std::size_t offset,
                    const char *line_end)
     {
-        const auto text = gap_ + field.name.text + index + " = 0x";
+        const auto text = gap_ + field.name.text() + index + " = 0x";
         const unsigned width = field.width != 0 ? field.width : 8u * field.size;
         steps_.push_back({bit_mask(0, width), static_cast<std::uint16_t>(offset), field.bit,
                           static_cast<std::uint8_t>(text.size())});
@@ -84,11 +84,14 @@ private:
     std::string gap_;
 };
 
-// Made when a type is dumped first; a flow's takes about 4 KiB.
-const dump_plan &plan_for(const record_layout &layout)
+// Made when a type is dumped first, and kept; a flow's takes about 4 KiB.
+const dump_plan &plan_for(int number)
 {
-    static std::map<const record_layout *, dump_plan> plans;
-    return plans.try_emplace(&layout, layout).first->second;
+    static const dump_plan *plans[record_count];
+    const dump_plan *&plan = plans[number];
+    if (plan == nullptr)
+        plan = new dump_plan{record_rows[number]};
+    return *plan;
 }
 
 // Four bytes at any alignment. The compiler makes one instruction of it where the processor can.
@@ -128,18 +131,19 @@ std::uint32_t compose(const unsigned char *bytes)
 
 } // namespace
 
-void dump_record(const void *record, const record_layout &layout)
+void dump_record(const void *record, int number)
 {
-    if (record == nullptr || !can_read(record, layout.size))
+    const std::size_t size = record_rows[number].size;
+    if (record == nullptr || !can_read(record, static_cast<std::uint32_t>(size)))
         return;
-    const auto &plan = plan_for(layout);
+    const auto &plan = plan_for(number);
     // Kept for the next dump.
     static std::vector<unsigned char> values;
     static std::vector<char> lines;
     // A value is read as four bytes, wherever it ends, and written with four digits at least.
-    values.resize(layout.size + 3);
+    values.resize(size + 3);
     lines.resize(plan.longest() + 4);
-    std::memcpy(values.data(), record, layout.size);
+    std::memcpy(values.data(), record, size);
 
     const unsigned char *const bytes = values.data();
     const char *text = plan.text().data();

@@ -3,14 +3,12 @@
 #pragma once
 
 #include "helpers/guarded_memory.h"
+#include "records/values.h"
 
-#include <bit>
 #include <cstdint>
 #include <cstring>
 
 namespace qxsh {
-
-static_assert(std::endian::native == std::endian::little, "records are little-endian");
 
 /// Reads the unsigned Storage at `offset` of a record that is not null.
 template <class Storage> Storage load(const void *record, std::uint32_t offset)
@@ -47,12 +45,6 @@ template <class Storage> void put(void *record, std::uint32_t offset, std::uint3
     } else {
         store<Storage>(record, offset, value);
     }
-}
-
-/// `width` ones above `bit`; width 1 to 32, bit + width at most 32.
-constexpr std::uint32_t bit_mask(unsigned bit, unsigned width)
-{
-    return (UINT32_MAX >> (32 - width)) << bit;
 }
 
 /// Reads `width` bits from `bit` up, shifted down.

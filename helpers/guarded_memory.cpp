@@ -8,6 +8,8 @@
 #endif
 #include "helpers/guarded_memory.h"
 
+#include "records/addresses.h"
+
 #include <signal.h> // ucontext_t, as POSIX.1-2008 has it
 
 #include <cstddef>
@@ -240,10 +242,8 @@ bool leave_guarded_access(void *context, const void *address)
         at >= reinterpret_cast<std::uintptr_t>(__stop_qxsh_guarded))
         return false;
     return_zero(machine);
-    if (!pending_fault.happened) {
-        const auto low = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(address));
-        pending_fault = {true, low};
-    }
+    if (!pending_fault.happened)
+        pending_fault = {true, address_of(address)};
     return true;
 }
 

@@ -5,6 +5,8 @@
 // malloc's.
 #include "helpers/block_memory.h"
 
+#include "records/addresses.h"
+
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -160,7 +162,7 @@ void add_to_list(header *head, std::size_t bytes)
 {
     header *&list = free_lists[bytes / alignment];
     head->size = no_block;
-    head->check = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(list));
+    head->check = address_of(list);
     list = head;
     ASAN_POISON_MEMORY_REGION(head, bytes);
 }
@@ -171,7 +173,7 @@ header *take_from_list(std::size_t bytes)
     header *const head = list;
     if (head != nullptr) {
         ASAN_UNPOISON_MEMORY_REGION(head, bytes);
-        list = reinterpret_cast<header *>(static_cast<std::uintptr_t>(head->check));
+        list = static_cast<header *>(pointer_to(head->check));
     }
     return head;
 }
@@ -226,7 +228,7 @@ std::size_t bytes_for(std::uint32_t size)
 // Marks a live block; depends on its place, so that a copied or moved header is not taken for one.
 std::uint32_t check_word(const header *block, std::uint32_t size)
 {
-    return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(block)) ^ size ^ 0x71787368u;
+    return address_of(block) ^ size ^ 0x71787368u;
 }
 
 [[noreturn]] void report_bad_free(void *block)

@@ -3,8 +3,8 @@
 // `size` is always a record's size in bytes, `setter` the name that a bad index is reported under.
 #pragma once
 
-#include "helpers/addresses.h"
 #include "helpers/fields.h"
+#include "records/addresses.h"
 
 #include <cstdint>
 #include <cstring>

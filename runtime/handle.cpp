@@ -26,36 +26,17 @@ void copy_memory(Tcl_Obj *source, Tcl_Obj *copy)
     qxsh::become_handle(copy, remembered_pointer(source), remembered_type(source));
 }
 
-std::uint32_t address_of(const void *pointer)
-{
-    return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(pointer));
-}
-
-void *pointer_to(std::uint32_t address)
-{
-    return reinterpret_cast<void *>(static_cast<std::uintptr_t>(address));
-}
-
 void make_text(Tcl_Obj *object)
 {
-    const auto address = address_of(remembered_pointer(object));
+    const auto address = qxsh::address_of(remembered_pointer(object));
     const char *const name = remembered_type(object)->name;
     const std::size_t name_length = std::strlen(name);
     const std::size_t length = 1 + qxsh::address_digits + name_length;
     char *const text = Tcl_Alloc(static_cast<unsigned int>(length + 1));
     text[0] = '_';
-    std::memcpy(swig_pack_hex(text + 1, &address, sizeof address), name, name_length + 1);
+    std::memcpy(qxsh::write_address(text + 1, address), name, name_length + 1);
     object->bytes = text;
     object->length = static_cast<int>(length);
-}
-
-int nibble(char digit)
-{
-    if (digit >= '0' && digit <= '9')
-        return digit - '0';
-    if (digit >= 'a' && digit <= 'f')
-        return digit - 'a' + 10;
-    return -1;
 }
 
 // Evaluates `script` in the caller's frame and replaces `text` by the result.
@@ -123,7 +104,7 @@ int convert_handle(const char *text, std::size_t length, void **pointer, swig_ty
     // Digit by digit where one is bad: what comes before it counts.
     if (length < 1 + qxsh::address_digits || !qxsh::read_address(text + 1, named.address))
         rest = swig_unpack_hex(text + 1, &named.address, sizeof named.address);
-    *pointer = pointer_to(named.address);
+    *pointer = qxsh::pointer_to(named.address);
     if (type == nullptr)
         return 0;
     if (rest == nullptr)
@@ -154,7 +135,7 @@ void remember(Tcl_Obj *object, std::uint32_t address, swig_type_record *source)
 {
     if (object->typePtr != nullptr && object->typePtr->freeIntRepProc != nullptr)
         object->typePtr->freeIntRepProc(object);
-    qxsh::become_handle(object, pointer_to(address), source);
+    qxsh::become_handle(object, qxsh::pointer_to(address), source);
 }
 
 bool fits_buffer(const swig_type_record *type)
@@ -184,11 +165,10 @@ int convert_remembered(Tcl_Obj *object, void **pointer, swig_type_record *type, 
 
 char *swig_pack_hex(char *text, const void *data, std::size_t size)
 {
-    constexpr char digits[] = "0123456789abcdef";
     const auto *const bytes = static_cast<const unsigned char *>(data);
     for (std::size_t i = 0; i < size; ++i) {
-        *text++ = digits[bytes[i] >> 4];
-        *text++ = digits[bytes[i] & 15];
+        *text++ = qxsh::hex_digits[bytes[i] >> 4];
+        *text++ = qxsh::hex_digits[bytes[i] & 15];
     }
     return text;
 }
@@ -197,8 +177,8 @@ const char *swig_unpack_hex(const char *text, void *data, std::size_t size)
 {
     auto *const bytes = static_cast<unsigned char *>(data);
     for (std::size_t i = 0; i < size; ++i, text += 2) {
-        const int high = nibble(text[0]);
-        const int low = high < 0 ? -1 : nibble(text[1]);
+        const int high = qxsh::digit_value(text[0]);
+        const int low = high < 0 ? -1 : qxsh::digit_value(text[1]);
         if (low < 0)
             return nullptr;
         bytes[i] = static_cast<unsigned char>(high << 4 | low);

@@ -3,6 +3,7 @@
 // 64-bit build keeps its blocks below 4 GiB.
 #pragma once
 
+#include "records/addresses.h"
 #include "runtime/handle_text.h"
 #include "runtime/tcl_api.h"
 #include "runtime/type_registry.h"
@@ -49,9 +50,8 @@ namespace qxsh {
 /// Whether the pointer has a handle other than "NULL": it is not null and lies below 4 GiB.
 inline bool has_handle(const void *pointer)
 {
-    const auto address = reinterpret_cast<std::uintptr_t>(pointer);
-    assert(address <= UINT32_MAX && "blocks that scripts hold lie below 4 GiB");
-    return address - 1 < UINT32_MAX;
+    assert(lies_low(pointer) && "blocks that scripts hold lie below 4 GiB");
+    return pointer != nullptr && lies_low(pointer);
 }
 
 /// Makes an object without text and type remember a pointer that has a handle.
@@ -76,7 +76,7 @@ inline bool read_new_handle(Tcl_Obj *object, swig_type_record *type, const handl
     if (text[0] != '_' || !is_name(text + 1 + address_digits, name) ||
         !read_address(text + 1, address))
         return false;
-    become_handle(object, reinterpret_cast<void *>(std::uintptr_t{address}), type);
+    become_handle(object, pointer_to(address), type);
     return true;
 }
 

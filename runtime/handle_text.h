@@ -12,8 +12,8 @@ namespace qxsh {
 /// Digits of a handle's address.
 constexpr std::size_t address_digits = 8;
 
-/// What handles of a type carry behind the address: "_p_qx_flow_t". A name that has no room does not
-/// compile.
+/// What handles of a type carry behind the address: "_p_qx_flow_t". A name that has no room does
+/// not compile.
 struct handle_name
 {
     std::uint8_t length = 0;
@@ -56,25 +56,42 @@ inline bool is_name(const char *text, const handle_name &name)
     return !differ(text + rest, wanted + rest);
 }
 
-/// The value of each digit, -1 of what is none.
+constexpr char hex_digits[] = "0123456789abcdef";
+
+/// The value of each digit, -1 for other characters.
 constexpr auto digit_values = [] {
     std::array<std::int8_t, 256> values;
     values.fill(-1);
     for (int value = 0; value < 16; ++value)
-        values["0123456789abcdef"[value]] = static_cast<std::int8_t>(value);
+        values[hex_digits[value]] = static_cast<std::int8_t>(value);
     return values;
 }();
+
+inline int digit_value(char digit)
+{
+    return digit_values[static_cast<unsigned char>(digit)];
+}
+
+/// Writes the digits of an address, without an end mark; gives the position behind them.
+inline char *write_address(char *text, std::uint32_t address)
+{
+    // Memory order: the first digits are those of the lowest byte.
+    for (int byte = 0; byte < 4; ++byte, address >>= 8) {
+        *text++ = hex_digits[address >> 4 & 15];
+        *text++ = hex_digits[address & 15];
+    }
+    return text;
+}
 
 /// Reads the digits of an address; false, with nothing read, if one is bad.
 inline bool read_address(const char *text, std::uint32_t &address)
 {
     // A value of -1 makes all in which it takes part negative.
-    const auto value = [text](int i) { return digit_values[static_cast<unsigned char>(text[i])]; };
+    const auto value = [text](int i) { return digit_value(text[i]); };
     const int first = value(0) << 12 | value(1) << 8 | value(2) << 4 | value(3);
     const int last = value(4) << 12 | value(5) << 8 | value(6) << 4 | value(7);
     if ((first | last) < 0)
         return false;
-    // Memory order: the first digits are those of the lowest byte.
     address = __builtin_bswap32(static_cast<std::uint32_t>(first << 16 | last));
     return true;
 }

@@ -7,10 +7,14 @@
 
 namespace qxsim {
 
+using qxsh::argument_row;
+using qxsh::direction;
+
 void call_frame::fetch() noexcept
 {
-    for (std::size_t number = 0; number < call_.arguments.size(); ++number) {
-        const argument_description &argument = call_.arguments[number];
+    const auto arguments = arguments_of(call_);
+    for (std::size_t number = 0; number < arguments.size(); ++number) {
+        const argument_row &argument = arguments[number];
         if (argument.pointer && argument.count < 0 && argument.way != direction::out)
             std::memcpy(copies_ + argument.place, words_[number].pointer, argument.size);
     }
@@ -18,23 +22,25 @@ void call_frame::fetch() noexcept
 
 void call_frame::deliver() noexcept
 {
-    for (std::size_t number = 0; number < call_.arguments.size(); ++number) {
-        const argument_description &argument = call_.arguments[number];
+    const auto arguments = arguments_of(call_);
+    for (std::size_t number = 0; number < arguments.size(); ++number) {
+        const argument_row &argument = arguments[number];
         if (argument.pointer && argument.way != direction::in)
             std::memcpy(words_[number].pointer, copies_ + argument.place, argument.size);
     }
 }
 
-static bool has_null(const call_description &call, const call_word *words) noexcept
+static bool has_null(const call_row &call, const call_word *words) noexcept
 {
-    for (std::size_t number = 0; number < call.arguments.size(); ++number)
-        if (call.arguments[number].pointer && words[number].pointer == nullptr)
+    const auto arguments = arguments_of(call);
+    for (std::size_t number = 0; number < arguments.size(); ++number)
+        if (arguments[number].pointer && words[number].pointer == nullptr)
             return true;
     return false;
 }
 
 // Behaviours do not throw; what can is the making of a device, and then nothing has changed yet.
-static qx_status carry_out(const call_description &call, const call_word *words) noexcept
+static qx_status carry_out(const call_row &call, const call_word *words) noexcept
 try {
     call_frame frame{call, words};
     if (call.names_device) {
@@ -46,7 +52,7 @@ try {
     if (has_null(call, words))
         return QX_NULL_POINTER;
     frame.fetch();
-    const qx_status status = call.behave(frame);
+    const qx_status status = behaviours[&call - qxsh::call_rows](frame);
     if (status == QX_OK)
         frame.deliver();
     return status;
@@ -56,7 +62,7 @@ try {
 
 unsigned int perform(unsigned int number, const call_word *words) noexcept
 {
-    const call_description &call = call_descriptions[number];
+    const call_row &call = qxsh::call_rows[number];
     if (controlled()) [[unlikely]]
         return perform_controlled(call, words, carry_out);
     return carry_out(call, words);

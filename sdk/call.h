@@ -6,37 +6,18 @@
 
 #include "qx_status.h"
 #include "record.h"
+#include "record_numbers.h"
+#include "records/table.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <span>
 
 namespace qxsim {
 
 struct device;
 class call_frame;
 
-enum class direction : std::uint8_t { in, out, inout };
-
-/// One argument of an SDK function.
-struct argument_description
-{
-    const char *name;
-    direction way;
-    bool pointer;
-    std::uint16_t size;  ///< bytes of the value, or of what the pointer points to
-    std::uint16_t place; ///< of a pointer: where the frame has its copy
-    std::int8_t count;   ///< of an array: number of the argument with its size; else -1
-    const record_description *record; ///< what is pointed to; null for scalars
-};
-
-struct call_description
-{
-    const char *name;
-    std::span<const argument_description> arguments;
-    bool names_device;                 ///< the first argument is a device number
-    qx_status (*behave)(call_frame &); ///< the behaviour, on the frame's copies
-};
+using qxsh::call_row;
 
 /// An argument as the caller gave it.
 struct call_word
@@ -47,15 +28,11 @@ struct call_word
     void *pointer = nullptr;
 };
 
-/// Bytes that the copies of one call's records take, at most.
-constexpr std::size_t frame_limit = 256;
-
 /// The copies of one call's records and cells. An array stays where it is.
 class call_frame
 {
 public:
-    call_frame(const call_description &call, const call_word *words) noexcept
-        : call_(call), words_(words)
+    call_frame(const call_row &call, const call_word *words) noexcept : call_(call), words_(words)
     {}
 
     device *here = nullptr; ///< the device that the call names; null if it names none
@@ -66,11 +43,11 @@ public:
     }
     template <typename Record> Record &record(unsigned number) noexcept
     {
-        return *reinterpret_cast<Record *>(copies_ + call_.arguments[number].place);
+        return *reinterpret_cast<Record *>(copies_ + arguments_of(call_)[number].place);
     }
     template <typename Record> record_array<Record> array(unsigned number) const noexcept
     {
-        const int count = call_.arguments[number].count;
+        const int count = arguments_of(call_)[number].count;
         return {words_[number].pointer, words_[count].value};
     }
 
@@ -78,9 +55,9 @@ public:
     void deliver() noexcept; ///< copies out what the call fills
 
 private:
-    const call_description &call_;
+    const call_row &call_;
     const call_word *words_;
-    alignas(4) unsigned char copies_[frame_limit] = {};
+    alignas(4) unsigned char copies_[qxsh::most_frame_bytes] = {};
 };
 
 /// One call of the SDK function with this number, from its first check to its status.

@@ -3,13 +3,17 @@
 
 #include "capacities.h"
 #include "files.h"
-#include "json.h"
+#include "records/json.h"
+#include "records/values.h"
 #include "statuses.h"
 
 #include <ctime>
 #include <unistd.h>
 
 namespace qxsim {
+
+using qxsh::argument_row;
+using qxsh::json_text;
 
 static std::int64_t microseconds(clockid_t clock) noexcept
 {
@@ -26,24 +30,20 @@ static std::string seconds(std::int64_t time)
            fraction;
 }
 
-static void write_pointed(json_text &json, const argument_description &argument,
-                          const unsigned char *place)
+static void write_pointed(json_text &json, const argument_row &argument, const unsigned char *place)
 {
-    if (argument.record != nullptr) {
-        json.record(place, *argument.record);
-        return;
-    }
-    std::uint32_t value = 0;
-    std::memcpy(&value, place, argument.size);
-    json.number(value);
+    if (argument.record >= 0)
+        json.record(place, argument.record);
+    else
+        json.number(qxsh::read_number(place, argument.size));
 }
 
 // What a pointer argument points to, as JSON. More records than any call reads are not read here
 // either.
-static std::string pointed(const call_description &call, const call_word *words, std::size_t number,
+static std::string pointed(const call_row &call, const call_word *words, std::size_t number,
                            bool keys)
 {
-    const argument_description &argument = call.arguments[number];
+    const argument_row &argument = arguments_of(call)[number];
     const auto *const place = static_cast<const unsigned char *>(words[number].pointer);
     json_text json{keys};
     if (argument.count < 0) {
@@ -77,14 +77,14 @@ void call_log::use(const std::string &name, bool keys)
         file_ = open_log(name);
 }
 
-void call_log::start(const call_description &call, const call_word *words,
-                     std::uint32_t number) noexcept
+void call_log::start(const call_row &call, const call_word *words, std::uint32_t number) noexcept
 try {
     number_ = number;
     started_ = microseconds(CLOCK_REALTIME);
-    before_.assign(call.arguments.size(), {});
-    for (std::size_t index = 0; index < call.arguments.size(); ++index)
-        if (call.arguments[index].pointer && words[index].pointer != nullptr)
+    const auto arguments = arguments_of(call);
+    before_.assign(arguments.size(), {});
+    for (std::size_t index = 0; index < arguments.size(); ++index)
+        if (arguments[index].pointer && words[index].pointer != nullptr)
             before_[index] = pointed(call, words, index, keys_);
     clock_ = microseconds(CLOCK_MONOTONIC);
 } catch (...) {
@@ -92,16 +92,17 @@ try {
     close();
 }
 
-void call_log::finish(const call_description &call, const call_word *words, std::uint32_t status,
+void call_log::finish(const call_row &call, const call_word *words, std::uint32_t status,
                       bool fault) noexcept
 try {
     const std::int64_t taken = microseconds(CLOCK_MONOTONIC) - clock_;
     json_text json{keys_};
     json.object().member("call", number_).name("time").raw(seconds(started_));
-    json.name("function").string(call.name).name("arguments").object();
-    for (std::size_t index = 0; index < call.arguments.size(); ++index) {
-        json.name(call.arguments[index].name);
-        if (!call.arguments[index].pointer)
+    json.name("function").string(call.name.text()).name("arguments").object();
+    const auto arguments = arguments_of(call);
+    for (std::size_t index = 0; index < arguments.size(); ++index) {
+        json.name(arguments[index].name.text());
+        if (!arguments[index].pointer)
             json.number(words[index].value);
         else if (words[index].pointer == nullptr)
             json.null();

@@ -20,8 +20,8 @@ public:
     bool open() const noexcept { return file_ >= 0; }
 
     /// Before and after a call; `finish` writes the line.
-    void start(const call_description &call, const call_word *words, std::uint32_t number) noexcept;
-    void finish(const call_description &call, const call_word *words, std::uint32_t status,
+    void start(const call_row &call, const call_word *words, std::uint32_t number) noexcept;
+    void finish(const call_row &call, const call_word *words, std::uint32_t status,
                 bool fault) noexcept;
 
 private:

@@ -122,7 +122,7 @@ void wait(std::uint32_t microseconds) noexcept
 }
 
 // What has to happen before the call; false if it was no call but a nudge.
-bool prepare(controls &all, const call_description &call, const call_word *words) noexcept
+bool prepare(controls &all, const call_row &call, const call_word *words) noexcept
 try {
     all.look();
     return !(all.reader.named() && call.names_device && words[0].value == nudge_device);
@@ -133,7 +133,7 @@ try {
 
 } // namespace
 
-unsigned int perform_controlled(const call_description &call, const call_word *words,
+unsigned int perform_controlled(const call_row &call, const call_word *words,
                                 carry_out_function *carry_out) noexcept
 {
     if (control == control_mode::unread) {
@@ -152,10 +152,10 @@ unsigned int perform_controlled(const call_description &call, const call_word *w
     const std::uint32_t number = all.counts.count(call);
     if (all.log.open())
         all.log.start(call, words, number);
-    const std::uint32_t latency = latency_for(all.environment, all.file, call.name);
+    const std::uint32_t latency = latency_for(all.environment, all.file, call.name.text());
     if (latency != 0)
         wait(latency);
-    const std::uint32_t fault = fault_for(all.environment, all.file, call.name);
+    const std::uint32_t fault = fault_for(all.environment, all.file, call.name.text());
     const std::uint32_t status = fault != 0 ? fault : std::uint32_t{carry_out(call, words)};
     if (all.log.open())
         all.log.finish(call, words, status, fault != 0);

@@ -16,11 +16,11 @@ inline bool controlled() noexcept
     return control != control_mode::off;
 }
 
-using carry_out_function = qx_status(const call_description &, const call_word *) noexcept;
+using carry_out_function = qx_status(const call_row &, const call_word *) noexcept;
 
 /// A call under control: the control file is obeyed, the call counted, delayed, logged, and carried
 /// out unless a fault answers it.
-unsigned int perform_controlled(const call_description &call, const call_word *words,
+unsigned int perform_controlled(const call_row &call, const call_word *words,
                                 carry_out_function *carry_out) noexcept;
 
 } // namespace qxsim

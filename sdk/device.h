@@ -4,6 +4,7 @@
 
 #include "address.h"
 #include "capacities.h"
+#include "flow_key.h"
 #include "qx_sdk.h"
 #include "qx_status.h"
 #include "record.h"
@@ -43,9 +44,6 @@ struct power_states
 };
 
 // -------------------------------------------------------------------- flows, rules, translations
-
-/// What a flow is found by: the bytes of its ingress packet that the hash runs over, in that order.
-using flow_key = std::array<std::uint8_t, 64>;
 
 /// Who put a flow into the table; only that one takes it out again.
 enum class flow_owner : std::uint8_t { caller, rtp, translation };

@@ -8,64 +8,6 @@ namespace qxsim {
 /// A flow carries a packet when it is added and then every so many ticks.
 constexpr std::uint32_t ticks_per_packet = 4;
 
-namespace {
-
-// Collects the bytes of a key, numbers low byte first.
-class key_writer
-{
-public:
-    void number(std::uint32_t value, unsigned bytes) noexcept
-    {
-        for (; bytes != 0; --bytes, value >>= 8)
-            key_[size_++] = static_cast<std::uint8_t>(value);
-    }
-    template <std::size_t Count> void bytes(const unsigned char (&values)[Count]) noexcept
-    {
-        for (const unsigned char value : values)
-            number(value, 1);
-    }
-    void address(const qx_ip_address_t &record) noexcept
-    {
-        const address_key address = address_of(record);
-        number(address.family, 1);
-        for (const std::uint32_t word : address.words)
-            number(word, 4);
-    }
-    const flow_key &key() const noexcept { return key_; }
-
-private:
-    flow_key key_{};
-    std::size_t size_ = 0;
-};
-
-} // namespace
-
-flow_key flow_key_of(const qx_pkt_info_t &packet) noexcept
-{
-    key_writer writer;
-    writer.number(packet.phy_port, 1);
-    writer.bytes(packet.da_mac);
-    writer.bytes(packet.sa_mac);
-    writer.number(packet.eth_type, 2);
-    for (const qx_vlan_t &tag : packet.tag)
-        writer.number(tag.vlan_id, 2);
-    writer.number(packet.pppoe_session_id_valid != 0 ? packet.pppoe_session_id : 0, 2);
-    writer.address(packet.da_ip);
-    writer.address(packet.sa_ip);
-    writer.number(packet.protocol, 1);
-    writer.number(packet.l4_header.esp.spi_idx, 4);
-    writer.number(packet.natt_4_bytes, 4);
-    return writer.key();
-}
-
-unsigned flow_home(const flow_key &key) noexcept
-{
-    std::uint32_t hash = 2166136261U;
-    for (const std::uint8_t byte : key)
-        hash = (hash ^ byte) * 16777619U;
-    return (hash ^ hash >> 16) % flow_slot_count;
-}
-
 static std::uint16_t probed(unsigned home, unsigned step) noexcept
 {
     return static_cast<std::uint16_t>((home + step) % flow_slot_count);

@@ -6,14 +6,6 @@
 
 namespace qxsim {
 
-/// What a flow is found by. Documented as a formula in docs/simulator.md and as a script in
-/// library/qx/sim.tcl, in the same words; the three change together.
-flow_key flow_key_of(const qx_pkt_info_t &packet) noexcept;
-
-/// The slot that a key's hash names; a flow lies in this one or in one of the next ones, round the
-/// end.
-unsigned flow_home(const flow_key &key) noexcept;
-
 /// A packet's port, addresses and VLAN identifiers are within their ranges.
 qx_status check_packet(const qx_pkt_info_t &packet) noexcept;
 

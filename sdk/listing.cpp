@@ -2,9 +2,11 @@
 #include "listing.h"
 
 #include "device.h"
-#include "json.h"
+#include "records/json.h"
 
 namespace qxsim {
+
+using namespace qxsh;
 
 namespace {
 
@@ -233,7 +235,7 @@ std::string state_text(bool keys, const call_counts &counts,
     json.name("calls_by_function").object(layout::lines);
     for (std::size_t function = 0; function < call_count; ++function)
         if (counts.of(function) != 0)
-            json.member(call_descriptions[function].name, counts.of(function));
+            json.member(call_rows[function].name.text(), counts.of(function));
     json.end().name("faults").array(layout::lines);
     write_rules(json, environment);
     write_rules(json, file);

@@ -17,16 +17,16 @@ class call_counts
 {
 public:
     /// Counts a call; returns the number of calls so far.
-    std::uint32_t count(const call_description &call) noexcept
+    std::uint32_t count(const call_row &call) noexcept
     {
-        ++by_function_[static_cast<std::size_t>(&call - call_descriptions)];
+        ++by_function_[static_cast<std::size_t>(&call - qxsh::call_rows)];
         return ++all_;
     }
     std::uint32_t all() const noexcept { return all_; }
     std::uint32_t of(std::size_t function) const noexcept { return by_function_[function]; }
 
 private:
-    std::array<std::uint32_t, call_count> by_function_{};
+    std::array<std::uint32_t, qxsh::call_count> by_function_{};
     std::uint32_t all_ = 0;
 };
 

@@ -1,11 +1,9 @@
-// SDK records as the device keeps them, and their description as the log and the listings need it.
-// Relies on records without pointers, little-endian in memory on every build.
+// SDK records as the device keeps them. Relies on records without pointers.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <span>
 #include <type_traits>
 
 namespace qxsim {
@@ -55,35 +53,5 @@ private:
     const unsigned char *start_;
     std::size_t size_;
 };
-
-struct record_description;
-
-/// One field of a record.
-struct field_description
-{
-    const char *name;
-    std::uint16_t offset;             ///< bytes from the record's start
-    std::uint8_t size;                ///< bytes of a scalar or of a bit-field's unit; 0 for records
-    std::uint8_t bit;                 ///< lowest bit of a bit-field
-    std::uint8_t width;               ///< bits of a bit-field; 0 for other fields
-    std::uint16_t count;              ///< elements of an array; 0 for other fields
-    bool secret;                      ///< key material
-    const record_description *record; ///< what the field is made of; null for scalars
-};
-
-struct record_description
-{
-    const char *name;
-    std::uint32_t size; ///< bytes
-    std::span<const field_description> fields;
-};
-
-/// The scalar or bit-field of a record at any address; `index` counts array elements.
-std::uint32_t read_field(const void *record, const field_description &field,
-                         unsigned index) noexcept;
-
-/// Sets the bytes of a record copy that belong to no field to zero, so that copies of equal fields
-/// are equal bytes. For records of up to 256 bytes.
-void clear_padding(void *record, const record_description &description) noexcept;
 
 } // namespace qxsim

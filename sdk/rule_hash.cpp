@@ -1,5 +1,6 @@
 // The rule hash: a rule lies in the slot that its own hash_index names.
 #include "device.h"
+#include "records/values.h"
 #include "sdk_calls.h"
 
 namespace qxsim {
@@ -8,7 +9,7 @@ namespace qxsim {
 static rule_key key_of(const qx_rule_hash_t &rule) noexcept
 {
     rule_key key{rule.key};
-    clear_padding(&*key, record_qx_rule_hash_key_t);
+    qxsh::clear_padding(&*key, qxsh::record_rows[qxsh::record_qx_rule_hash_key_t]);
     return key;
 }
 

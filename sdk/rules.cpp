@@ -39,8 +39,8 @@ bool fits(std::string_view pattern, std::string_view name) noexcept
 
 bool fits_any(std::string_view pattern) noexcept
 {
-    for (const call_description &call : call_descriptions)
-        if (fits(pattern, call.name))
+    for (const call_row &call : std::span{qxsh::call_rows, qxsh::call_count})
+        if (fits(pattern, call.name.text()))
             return true;
     return false;
 }

@@ -77,10 +77,9 @@ void add_handle(signal_text &text, const void *pointer, const swig_type_record *
         text.add("NULL");
         return;
     }
-    auto address = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(pointer));
-    text.add("_");
-    for (int i = 0; i < 4; ++i, address >>= 8)
-        text.add_hex(address & 0xff, 2);
+    char digits[address_digits];
+    write_address(digits, address_of(pointer));
+    text.add("_").add(digits, address_digits);
     text.add(type != nullptr ? type->name : "_p_void");
 }
 

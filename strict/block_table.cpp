@@ -1,6 +1,8 @@
 // The table of known blocks; see block_table.h.
 #include "strict/block_table.h"
 
+#include "records/addresses.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -72,7 +74,7 @@ void block_table::give_back_oldest()
     kept_.pop_front();
     kept_now_ -= oldest.size + overhead;
     blocks_.erase(oldest.address);
-    give_back_(reinterpret_cast<void *>(static_cast<std::uintptr_t>(oldest.address)));
+    give_back_(pointer_to(oldest.address));
 }
 
 std::vector<leak> block_table::leaks() const

@@ -1,8 +1,10 @@
 // Checks of pointers against the table of blocks; see checks.h.
 #include "strict/checks.h"
 
-#include "runtime/handle.h"
-#include "strict/rules.h"
+#include "commands/command_table.h"
+#include "records/addresses.h"
+#include "records/table.h"
+#include "runtime/handle_text.h"
 #include "types.h"
 
 #include <algorithm>
@@ -16,8 +18,8 @@ constexpr std::uint32_t near_bytes = 4096;
 
 std::string handle_text(std::uint32_t address, const char *type)
 {
-    char digits[8];
-    swig_pack_hex(digits, &address, sizeof address);
+    char digits[address_digits];
+    write_address(digits, address);
     return "_" + std::string{digits, sizeof digits} + type;
 }
 
@@ -52,20 +54,23 @@ std::string in_no_block(const block_table &blocks, const std::string &what, std:
 // ------------------------------------------------------------------------------ what lies where
 
 // Every byte may be looked at.
-bool is_byte_view(int type) { return type == type_unsigned_char; }
+bool is_byte_view(int type)
+{
+    return type == type_unsigned_char;
+}
 
 // Whether at this offset of a record lies another one, or itself.
-bool holds(const record_layout &outer, std::uint32_t offset, const record_layout &wanted)
+bool holds(const record_row &outer, std::uint32_t offset, const record_row &wanted)
 {
     if (offset == 0 && &outer == &wanted)
         return true;
-    return std::any_of(outer.fields.begin(), outer.fields.end(), [&](const field_layout &field) {
-        if (field.nested == nullptr || offset < field.offset)
+    const auto fields = fields_of(outer);
+    return std::any_of(fields.begin(), fields.end(), [&](const field_row &field) {
+        if (field.record < 0 || offset < field.offset)
             return false;
         const std::uint32_t inner = offset - field.offset;
-        const std::uint32_t count = std::max<std::uint32_t>(field.count, 1);
-        const std::uint32_t size = field.nested->size;
-        return inner < count * size && holds(*field.nested, inner % size, wanted);
+        return inner < elements_of(field) * field.size &&
+               holds(*record_in(field), inner % field.size, wanted);
     });
 }
 
@@ -80,8 +85,9 @@ bool holds(const known_block &block, std::uint32_t offset, int type)
     const std::uint32_t inner = offset % made_of.size;
     if (type == block.type && inner == 0)
         return true;
-    const record_layout *const wanted = element_types[type].layout;
-    return wanted != nullptr && made_of.layout != nullptr && holds(*made_of.layout, inner, *wanted);
+    const int wanted = element_types[type].record;
+    return wanted >= 0 && made_of.record >= 0 &&
+           holds(record_rows[made_of.record], inner, record_rows[wanted]);
 }
 
 std::string not_there(int type, std::uint32_t offset, const known_block &block)
@@ -93,9 +99,8 @@ std::string not_there(int type, std::uint32_t offset, const known_block &block)
 std::string problem_of_place(const block_table &blocks, checked_pointer what,
                              const known_block *&block)
 {
-    const auto whole = reinterpret_cast<std::uintptr_t>(what.pointer);
-    const auto address = static_cast<std::uint32_t>(whole);
-    block = whole == address ? blocks.at(address) : nullptr;
+    const std::uint32_t address = address_of(what.pointer);
+    block = lies_low(what.pointer) ? blocks.at(address) : nullptr;
     if (block == nullptr)
         return in_no_block(blocks, handle_text(address, swig_types[what.type]->name), address);
     if (!block->live())
@@ -105,7 +110,7 @@ std::string problem_of_place(const block_table &blocks, checked_pointer what,
 
 std::uint32_t offset_in(const known_block &block, const void *pointer)
 {
-    return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(pointer)) - block.address;
+    return address_of(pointer) - block.address;
 }
 
 } // namespace
@@ -144,9 +149,8 @@ std::string problem_of_base(const block_table &blocks, checked_pointer what)
 
 std::string problem_of_release(const block_table &blocks, const void *pointer)
 {
-    const auto whole = reinterpret_cast<std::uintptr_t>(pointer);
-    const auto address = static_cast<std::uint32_t>(whole);
-    const known_block *const block = whole == address ? blocks.at(address) : nullptr;
+    const std::uint32_t address = address_of(pointer);
+    const known_block *const block = lies_low(pointer) ? blocks.at(address) : nullptr;
     if (block == nullptr)
         return "free of no block: " + in_no_block(blocks, handle_text(address, "_p_void"), address);
     const std::uint32_t offset = address - block->address;

@@ -1,13 +1,14 @@
 // Checks before and notes behind a command; see strict_command.h.
 #include "strict/strict_command.h"
 
+#include "commands/command_table.h"
 #include "commands/sdk_output.h"
 #include "helpers/block_memory.h"
+#include "records/addresses.h"
 #include "runtime/command_words.h"
 #include "runtime/errors.h"
 #include "strict/checks.h"
 #include "strict/leak_report.h"
-#include "strict/rules.h"
 #include "types.h"
 
 #include <algorithm>
@@ -27,14 +28,17 @@ block_table &blocks()
     return *table;
 }
 
-int type_number(word_kind kind) { return kind - word_handle; }
+int type_number(word_kind kind)
+{
+    return kind - word_handle;
+}
 
 // One command that is under way.
 class checked_call
 {
 public:
     checked_call(const swig_command_info &row, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
-        : row_(row), rule_(rule_of(row)), rules_(word_rules + rule_.first), interp_(interp),
+        : command_(row), row_(row_of(row)), kinds_(word_kinds + row_.kinds), interp_(interp),
           objc_(objc), usage_(":" + std::string{row.name} + " ")
     {
         words_[0] = objv[0];
@@ -47,9 +51,9 @@ private:
     bool convert(int number);
     bool is_handle_or_command(Tcl_Obj *word, word_kind kind) const;
     std::string problem_of(int number) const;
-    int call() { return row_.wrapper(row_.client_data, interp_, objc_, words_); }
+    int call() { return command_.wrapper(command_.client_data, interp_, objc_, words_); }
     int release(const void *pointer);
-    int make(const word_rule &result);
+    int make();
 
     const void *pointer(int number) const
     {
@@ -60,9 +64,9 @@ private:
         return static_cast<std::uint32_t>(converted_[number].internalRep.wideValue);
     }
 
-    const swig_command_info &row_;
-    const command_rule &rule_;
-    const word_rule *const rules_; // of word n: [n - 1]; of the result: [rule_.words]
+    const swig_command_info &command_;
+    const command_row &row_;
+    const word_kind *const kinds_; // of word n: [n - 1]
     Tcl_Interp *const interp_;
     const int objc_;
     const std::string usage_; // as much of it as messages look at
@@ -98,7 +102,7 @@ bool is_ready(const Tcl_Obj *word, const Tcl_Obj &converted)
 
 bool checked_call::convert(int number)
 {
-    const word_kind kind = rules_[number - 1].kind;
+    const word_kind kind = kinds_[number - 1];
     auto *const type = kind >= word_handle ? swig_types[type_number(kind)] : nullptr;
     Tcl_Obj *const word = words_[number];
     if (kind >= word_any_handle && !is_handle_or_command(word, kind))
@@ -114,47 +118,45 @@ bool checked_call::convert(int number)
 
 std::string checked_call::problem_of(int number) const
 {
-    const word_rule &rule = rules_[number - 1];
-    if (rule.use == memory_use::none || pointer(number) == nullptr)
+    const word_kind kind = kinds_[number - 1];
+    if (kind < word_any_handle || pointer(number) == nullptr)
         return {};
-    const checked_pointer what{pointer(number), type_number(rule.kind)};
-    switch (rule.use) {
-    case memory_use::indexed:
-        return problem_of_access(blocks(), what, value(rule.with), 1);
-    case memory_use::counted:
-        // An array of none has to be there as well.
-        return problem_of_access(blocks(), what, 0, std::max(value(rule.with), 1u));
-    case memory_use::base:
-        return problem_of_base(blocks(), what);
-    case memory_use::released:
+    const checked_pointer what{pointer(number), type_number(kind)};
+    if (row_.form == command_form::releases)
         return problem_of_release(blocks(), what.pointer);
-    default:
-        return problem_of_access(blocks(), what, 0, 1);
+    if (row_.form == command_form::points)
+        return problem_of_base(blocks(), what);
+    if (row_.form == command_form::indexes && number == 1)
+        return problem_of_access(blocks(), what, value(objc_ - 1), 1);
+    std::uint32_t count = 1;
+    if (row_.form == command_form::calls) {
+        const int counter = arguments_of(call_rows[row_.what])[number - 1].count;
+        // An array of none has to be there as well.
+        if (counter >= 0)
+            count = std::max(value(counter + 1), 1u);
     }
+    return problem_of_access(blocks(), what, 0, count);
 }
 
 int checked_call::release(const void *pointer)
 {
     if (pointer == nullptr)
         return call();
-    const auto address = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(pointer));
-    blocks().release(address, current_place(interp_, row_.name));
+    blocks().release(address_of(pointer), current_place(interp_, command_.name));
     return TCL_OK;
 }
 
 // The size of what is made, as the helpers compute it.
-int checked_call::make(const word_rule &result)
+int checked_call::make()
 {
-    const int type = type_number(result.kind);
-    const std::uint32_t count = result.with != 0 ? value(result.with) : 1;
-    const auto place = current_place(interp_, row_.name);
+    const std::uint32_t count = row_.form == command_form::makes_array ? value(objc_ - 1) : 1;
+    const auto place = current_place(interp_, command_.name);
     if (const int code = call(); code != TCL_OK)
         return code;
     const Tcl_Obj *const made = Tcl_GetObjResult(interp_);
     if (made->typePtr == &handle_type) {
-        const void *const block = made->internalRep.twoPtrValue.ptr1;
-        blocks().add(static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(block)),
-                     count * element_types[type].size, type, place);
+        blocks().add(address_of(made->internalRep.twoPtrValue.ptr1),
+                     count * element_types[row_.what].size, row_.what, place);
     }
     return TCL_OK;
 }
@@ -163,23 +165,27 @@ int checked_call::run()
 {
     // All words are converted before the first is checked: a word that names a command may do
     // anything, even free what an earlier one stands for.
-    for (int number = 1; number <= rule_.words; ++number)
+    for (int number = 1; number < objc_; ++number)
         if (!convert(number))
             return TCL_ERROR;
-    for (int number = 1; number <= rule_.words; ++number) {
+    for (int number = 1; number < objc_; ++number) {
         const std::string problem = problem_of(number);
         if (problem.empty())
             continue;
-        const auto message = "in method '" + std::string{row_.name} + "', argument " +
+        const auto message = "in method '" + std::string{command_.name} + "', argument " +
                              std::to_string(number) + ": " + problem;
         swig_set_error_msg(interp_, "SystemError", message.c_str());
         return TCL_ERROR;
     }
-    if (rule_.words == 1 && rules_[0].use == memory_use::released)
+    switch (row_.form) {
+    case command_form::releases:
         return release(pointer(1));
-    if (rules_[rule_.words].use == memory_use::makes)
-        return make(rules_[rule_.words]);
-    return call();
+    case command_form::makes:
+    case command_form::makes_array:
+        return make();
+    default:
+        return call();
+    }
 }
 
 void report_at_exit(ClientData)
@@ -197,7 +203,7 @@ int strict_command(ClientData row, Tcl_Interp *interp, int objc, Tcl_Obj *const 
 {
     const auto &command = *static_cast<const swig_command_info *>(row);
     // It tells how many words it wants.
-    if (objc != 1 + rule_of(command).words)
+    if (objc != 1 + words_of(row_of(command)))
         return command.wrapper(command.client_data, interp, objc, objv);
     try {
         return checked_call{command, interp, objc, objv}.run();

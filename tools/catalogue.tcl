@@ -13,8 +13,9 @@ namespace eval catalogue {
         u64 {8 {unsigned long long}}
     }
     variable most_bytes 4096 ;# of a record: a page, so that it touches two at most
-    # What a field can hold that people write in another way -> its type.
-    variable address_types {mac u8[6] ipv4 u32 ipv6 u32[4] ip u32[4] family u32}
+    # What a field can hold that is shown in another way than its numbers -> its type; u8[] stands
+    # for any number of bytes.
+    variable held_types {mac u8[6] ipv4 u32 ipv6 u32[4] ip u32[4] family u32 key u8[]}
     variable cell_operations {create get array_create array_get array_set}
     # Names that a field or an argument cannot have: words of C and C++, macros that a user of the
     # header may meet, and what the generated functions call their own arguments and locals.
@@ -93,10 +94,19 @@ proc catalogue::call {name}     { variable model; return $model(call,$name) }
 # The stem of a record's commands: its name less a final _t.
 proc catalogue::stem {record} { regsub {_t$} $record {} }
 
-# The number (from 0) of the argument that counts an array: `x_count` belongs to `x_array`; else -1.
-proc catalogue::count_of {names name} {
+# The number (from 0) of the argument that counts the array of that name in a call: `x_count` belongs
+# to `x_array`; -1 if it is not counted.
+proc catalogue::count_of {call name} {
     if {![regsub {_array$} $name _count wanted]} { return -1 }
+    set names {}
+    foreach argument [dict get [call $call] arguments] { lappend names [dict get $argument name] }
     return [lsearch -exact $names $wanted]
+}
+
+# True for the calls that take a device first.
+proc catalogue::names_device {call} {
+    set first [lindex [dict get [call $call] arguments] 0]
+    return [expr {$first ne {} && [dict get $first name] in {device_id dev_id}}]
 }
 
 proc catalogue::type_size {type} {

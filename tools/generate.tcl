@@ -2,13 +2,12 @@
 # folder>
 #
 #   include/qx_sdk.h       the public header: records and prototypes of the SDK
+#   record_table.cpp, record_numbers.h   records and calls for all C++ that walks them
 #   layout_checks.cpp      what the compiler has to agree to
 #   bit_field_places.cpp   what a test looks at
-#   helpers.h, helpers/    the record helpers and cells, layouts of the dumps
+#   helpers.h, helpers/    the record helpers and cells
 #   types.h, types.cpp     the type table and the module record
 #   commands/, test_wrap.cpp   the wrappers and the command table
-#   strict_rules.cpp       what each command does with memory
-#   record_table.cpp       the records for the library of the package qx
 #   libqx-sdk.map          the names a library of the SDK exports
 #
 # Bodies are dull: each calls one hand-written function of helpers/ or runtime/. Which commands
@@ -16,7 +15,7 @@
 
 source [file join [file dirname [file normalize [info script]]] catalogue.tcl]
 
-foreach part {text public_header helpers wrappers strict_rules record_table} {
+foreach part {text record_table public_header helpers wrappers} {
     source [file join [file dirname [file normalize [info script]]] generate $part.tcl]
 }
 
@@ -27,23 +26,13 @@ namespace eval generate {
 proc generate::main {catalogue_folder output_folder} {
     variable folder $output_folder
     catalogue::load $catalogue_folder
+    record_table
     public_header
     layout_checks
     helpers
     types
     wrappers
-    strict_rules
-    record_table
     export_map
 }
 
-if {[info exists argv0] && [file normalize $argv0] eq [file normalize [info script]]} {
-    if {[llength $argv] != 2} {
-        puts stderr "usage: tclsh generate.tcl <catalogue folder> <output folder>"
-        exit 2
-    }
-    if {[catch {generate::main {*}$argv} message]} {
-        puts stderr [expr {$errorCode eq "CATALOGUE" ? $message : $errorInfo}]
-        exit 1
-    }
-}
+generate::from_command_line [info script] {{catalogue folder} {output folder}} generate::main

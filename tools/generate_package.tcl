@@ -128,14 +128,5 @@ proc generate_package::main {catalogue_folder status_file output_folder} {
     generate::write catalogue_data.tcl [data [statuses::read_header $status_file]]
 }
 
-if {[info exists argv0] && [file normalize $argv0] eq [file normalize [info script]]} {
-    if {[llength $argv] != 3} {
-        puts stderr \
-            "usage: tclsh generate_package.tcl <catalogue folder> <qx_status.h> <output folder>"
-        exit 2
-    }
-    if {[catch {generate_package::main {*}$argv} message]} {
-        puts stderr [expr {$errorCode eq "CATALOGUE" ? $message : $errorInfo}]
-        exit 1
-    }
-}
+generate::from_command_line [info script] {{catalogue folder} qx_status.h {output folder}} \
+    generate_package::main

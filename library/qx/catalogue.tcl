@@ -41,7 +41,7 @@ proc qx::catalogue::records {} {
 
 # A record: kind (record or union), size in bytes, packed, area, text, fields. Each field is a dict:
 # name, offset in bytes, type, bit and width of a bit-field (width 0: it is none), count of an
-# array's elements (0: it is no array), text, dumped, holds (mac, ipv4, ipv6, ip, family or
+# array's elements (0: it is no array), text, dumped, holds (mac, ipv4, ipv6, ip, family, key or
 # nothing), set_as (the type of its setter, if another), range (least and greatest meaningful value,
 # if they are not those of the type).
 proc qx::catalogue::record {type} {

@@ -10,7 +10,10 @@ namespace eval qx {}
 
 apply {{folder parts commands} {
     foreach part $parts { source [file join $folder $part.tcl] }
-    foreach name {get set template reading::value status::judge_calls} { qx::handle::load_at_first_call ::qx::$name }
+    foreach name {get set template reading::value status::judge_calls sim::flow_key
+            sim::flow_slot} {
+        qx::handle::load_at_first_call ::qx::$name
+    }
     foreach {name procedure} $commands { interp alias {} ::qx::$name {} ::qx::$procedure }
 }} [file dirname [info script]] {
     catalogue_data catalogue wording handles reading help status why script_parser lint sim

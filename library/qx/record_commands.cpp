@@ -3,12 +3,14 @@
 //   qx::get HANDLE ?-view VIEWS? ?-raw?          qx::template RECORD ?-view VIEWS? ?-raw?
 //   qx::set HANDLE DICT
 //   qx::reading::value COMMAND WORDS HANDLE ?OPTION ...?   as qx::get, for the command of that name
+//   qx::sim::flow_key FLOW        qx::sim::flow_slot FLOW
 //
 // Relies on the package's scripts for words that only look like handles, and for nearest names.
 #include "library/qx/judged_calls.h"
 #include "library/qx/record_plan.h"
 #include "library/qx/record_session.h"
 #include "library/qx/record_writer.h"
+#include "sdk/flow_key.h"
 
 #include <cstring>
 #include <new>
@@ -142,6 +144,49 @@ int set_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const 
     return TCL_OK;
 }
 
+// The key of a command's one word, a flow.
+bool take_flow_key(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[],
+                   qxsim::flow_key &key)
+{
+    found_record found;
+    if (objc != 2) {
+        Tcl_WrongNumArgs(interp, 1, objv, "flow");
+        return false;
+    }
+    if (!data_of(client).session.find(objv[1], found))
+        return false;
+    if (found.row != record_rows + record_qx_flow_t) {
+        Tcl_SetErrorCode(interp, "QX", "HANDLE", Tcl_GetString(objv[1]), nullptr);
+        Tcl_AppendResult(interp, Tcl_GetString(objv[1]), " is not a handle of a flow", nullptr);
+        return false;
+    }
+    qx_flow_t flow;
+    std::memcpy(&flow, found.memory, sizeof flow);
+    key = qxsim::flow_key_of(flow.ingress_pkt);
+    return true;
+}
+
+int flow_key_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
+{
+    qxsim::flow_key key;
+    if (!take_flow_key(client, interp, objc, objv, key))
+        return TCL_ERROR;
+    Tcl_Obj *const bytes = Tcl_NewListObj(0, nullptr);
+    for (const int byte : key)
+        Tcl_ListObjAppendElement(nullptr, bytes, Tcl_NewIntObj(byte));
+    Tcl_SetObjResult(interp, bytes);
+    return TCL_OK;
+}
+
+int flow_slot_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
+{
+    qxsim::flow_key key;
+    if (!take_flow_key(client, interp, objc, objv, key))
+        return TCL_ERROR;
+    Tcl_SetObjResult(interp, Tcl_NewIntObj(static_cast<int>(qxsim::flow_home(key))));
+    return TCL_OK;
+}
+
 void release(ClientData client, Tcl_Interp *)
 {
     data_of(client).~package_data();
@@ -164,5 +209,7 @@ extern "C" __attribute__((visibility("default"))) int Qxmemory_Init(Tcl_Interp *
     Tcl_CreateObjCommand(interp, "::qx::template", template_command, data, nullptr);
     Tcl_CreateObjCommand(interp, "::qx::reading::value", value_command, data, nullptr);
     create_judging_commands(interp);
+    Tcl_CreateObjCommand(interp, "::qx::sim::flow_key", flow_key_command, data, nullptr);
+    Tcl_CreateObjCommand(interp, "::qx::sim::flow_slot", flow_slot_command, data, nullptr);
     return TCL_OK;
 }

@@ -21,7 +21,7 @@ struct field_path
 bool ends_in(const field_path *path, std::string_view word)
 {
     for (; path != nullptr; path = path->outer) {
-        const std::string_view name = path->field->name;
+        const std::string_view name = path->field->name.text();
         if (!word.ends_with(name))
             return false;
         word.remove_suffix(name.size());
@@ -57,7 +57,7 @@ shown_as numbers_as(const field_row &field, bool raw)
 
 const field_row *family_of_record(const record_row &record)
 {
-    return record.family < 0 ? nullptr : fields_of(record) + record.family;
+    return record.family < 0 ? nullptr : &fields_of(record)[record.family];
 }
 
 } // namespace
@@ -104,9 +104,8 @@ unsigned plan_maker::choose(const record_row &record, const field_path *path,
 {
     unsigned count = 0;
     std::ptrdiff_t most = 0;
-    for (const field_row *field = fields_of(record); field != fields_of(record) + record.fields;
-         ++field) {
-        const field_path view = {path, field};
+    for (const field_row &field : fields_of(record)) {
+        const field_path view = {path, &field};
         for (int i = 0; i < count_; ++i) {
             if (!names(i, &view))
                 continue;
@@ -115,13 +114,13 @@ unsigned plan_maker::choose(const record_row &record, const field_path *path,
             const auto parts = 1 + std::count(text.begin(), text.end(), '.');
             if (parts > most)
                 count = 0;
-            if (parts >= most && (count == 0 || chosen[count - 1] != field))
-                chosen[count++] = field;
+            if (parts >= most && (count == 0 || chosen[count - 1] != &field))
+                chosen[count++] = &field;
             most = std::max(most, parts);
         }
     }
     if (count == 0)
-        chosen[count++] = fields_of(record) + record.largest;
+        chosen[count++] = &fields_of(record)[record.largest];
     return count;
 }
 
@@ -131,21 +130,21 @@ void plan_maker::fill(plan_step &step, const field_row &field, const record_row 
 {
     step = {cache_.session_.name(field), &field, nullptr, family_of_record(record),
             numbers_as(field, raw_)};
-    if (field.record < 0)
+    const record_row *const inner = record_in(field);
+    if (inner == nullptr)
         return;
-    const record_row &inner = record_rows[field.record];
     const field_path here = {path, &field};
-    if (field.count == 0 && !raw_ && is_address(inner)) {
+    if (field.count == 0 && !raw_ && is_address(*inner)) {
         bool named = false;
-        for (int i = 0; i < inner.fields; ++i)
-            named = named || is_named({&here, fields_of(inner) + i});
+        for (const field_row &view : fields_of(*inner))
+            named = named || is_named({&here, &view});
         if (!named) {
             step.what = shown_as::ip;
             return;
         }
     }
     step.what = field.count == 0 ? shown_as::record : shown_as::records;
-    step.nested = count_ == 0 ? cache_.plain_plan(inner, raw_) : make(inner, &here);
+    step.nested = count_ == 0 ? cache_.plain_plan(*inner, raw_) : make(*inner, &here);
 }
 
 const record_plan *plan_maker::make(const record_row &record, const field_path *path)
@@ -153,7 +152,7 @@ const record_plan *plan_maker::make(const record_row &record, const field_path *
     const field_row *shown[most_fields];
     unsigned count = record.fields;
     for (unsigned i = 0; i < count; ++i)
-        shown[i] = fields_of(record) + i;
+        shown[i] = &fields_of(record)[i];
     if (record.is_union)
         count = choose(record, path, shown);
     const auto bytes = sizeof(record_plan) + count * sizeof(plan_step);
@@ -212,7 +211,8 @@ const record_plan *plan_cache::plan_of_views(const record_row &record, plan_opti
     const char *const word = Tcl_GetString(words[good]);
     Tcl_ResetResult(interp);
     Tcl_SetErrorCode(interp, "QX", "UNKNOWN", "view", word, nullptr);
-    Tcl_AppendResult(interp, "no union in ", record.name, " has the view \"", word, "\"", nullptr);
+    Tcl_AppendResult(interp, "no union in ", record.name.text(), " has the view \"", word, "\"",
+                     nullptr);
     return nullptr;
 }
 
@@ -220,8 +220,8 @@ const record_plan *plan_cache::plan(const record_row &record, plan_options optio
 {
     if (options.views == nullptr || Tcl_GetString(options.views)[0] == '\0')
         return plain_plan(record, options.raw);
-    Tcl_Obj *const key =
-        Tcl_ObjPrintf("%s %d %s", record.name, options.raw ? 1 : 0, Tcl_GetString(options.views));
+    Tcl_Obj *const key = Tcl_ObjPrintf("%s %d %s", record.name.text(), options.raw ? 1 : 0,
+                                       Tcl_GetString(options.views));
     Tcl_IncrRefCount(key);
     const record_plan *plan;
     Tcl_HashEntry *entry = Tcl_FindHashEntry(&of_views_, Tcl_GetString(key));

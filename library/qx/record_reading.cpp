@@ -1,29 +1,14 @@
 // A record as a dict, by its plan; see record_plan.h. Dicts are made in a list's form: that takes
 // less time than a table of them, and Tcl makes the table when somebody looks into it.
-#include "library/qx/address_text.h"
 #include "library/qx/record_plan.h"
+#include "records/address_text.h"
+#include "records/values.h"
 
 #include <climits>
-#include <cstring>
 
 namespace qxsh {
 
 namespace {
-
-std::uint32_t load(const unsigned char *memory, unsigned size)
-{
-    std::uint32_t value = 0;
-    switch (size) {
-    case 1:
-        return *memory;
-    case 2:
-        std::memcpy(&value, memory, 2);
-        return value;
-    default:
-        std::memcpy(&value, memory, 4);
-        return value;
-    }
-}
 
 Tcl_Obj *number(std::uint32_t value)
 {
@@ -37,8 +22,15 @@ Tcl_Obj *numbers(const unsigned char *memory, unsigned size, unsigned count)
 {
     Tcl_Obj *elements[most_elements];
     for (unsigned i = 0; i < count; ++i)
-        elements[i] = number(load(memory + i * size, size));
+        elements[i] = number(read_number(memory + i * size, size));
     return Tcl_NewListObj(static_cast<int>(count), elements);
+}
+
+// An address as text, by whoever writes such texts.
+template <class Put, class Address> Tcl_Obj *text(Put put, const Address &address)
+{
+    char text[most_address_text];
+    return Tcl_NewStringObj(text, static_cast<int>(put(text, address) - text));
 }
 
 // An address without a family is IPv4 if only its first word is used; one that does not fit its
@@ -48,19 +40,19 @@ Tcl_Obj *ip(const unsigned char *memory, const field_row *family, const unsigned
     address_words words;
     std::memcpy(words, memory, sizeof words);
     const bool is_short = words[1] == 0 && words[2] == 0 && words[3] == 0;
-    int version = family == nullptr ? 0 : version_of(load(record + family->offset, family->size));
+    int version = family == nullptr ? 0 : version_of(read_field(record, *family));
     if (version == 0)
         version = is_short ? 4 : 6;
     if (version == 6)
-        return ipv6_text(words);
-    return is_short ? ipv4_text(words[0]) : numbers(memory, 4, 4);
+        return text(put_ipv6, words);
+    return is_short ? text(put_ipv4, words[0]) : numbers(memory, 4, 4);
 }
 
 Tcl_Obj *ipv6(const unsigned char *memory)
 {
     address_words words;
     std::memcpy(words, memory, sizeof words);
-    return ipv6_text(words);
+    return text(put_ipv6, words);
 }
 
 Tcl_Obj *records(const plan_step &step, const unsigned char *memory)
@@ -78,15 +70,15 @@ Tcl_Obj *value(const plan_step &step, const unsigned char *record)
     const unsigned char *const memory = record + field.offset;
     switch (step.what) {
     case shown_as::number:
-        return number(load(memory, field.size));
+        return number(read_number(memory, field.size));
     case shown_as::bits:
-        return number(load(memory, field.size) >> field.bit & ((1ULL << field.width) - 1));
+        return number(read_field(record, field));
     case shown_as::numbers:
         return numbers(memory, field.size, field.count);
     case shown_as::mac:
-        return mac_text(memory);
+        return text(put_mac, memory);
     case shown_as::ipv4:
-        return ipv4_text(load(memory, 4));
+        return text(put_ipv4, read_number(memory, 4));
     case shown_as::ipv6:
         return ipv6(memory);
     case shown_as::ip:

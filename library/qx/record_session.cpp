@@ -1,6 +1,9 @@
 // Names, numbers and handles; see record_session.h.
 #include "library/qx/record_session.h"
 
+#include "records/addresses.h"
+#include "runtime/handle_text.h"
+
 #include <cstring>
 
 namespace qxsh {
@@ -9,28 +12,8 @@ namespace {
 
 // "_", the address's four bytes in memory order as digits, "_p_" and the record.
 constexpr int digits_at = 1;
-constexpr int mark_at = digits_at + 8;
+constexpr int mark_at = digits_at + address_digits;
 constexpr int record_at = mark_at + 3;
-
-int hex_digit(char digit)
-{
-    if (digit >= '0' && digit <= '9')
-        return digit - '0';
-    return digit >= 'a' && digit <= 'f' ? digit - 'a' + 10 : -1;
-}
-
-bool read_address(const char *digits, std::uint32_t &address)
-{
-    address = 0;
-    for (int shift = 0; shift < 32; shift += 8, digits += 2) {
-        const int high = hex_digit(digits[0]);
-        const int low = hex_digit(digits[1]);
-        if (high < 0 || low < 0)
-            return false;
-        address |= static_cast<std::uint32_t>(high << 4 | low) << shift;
-    }
-    return true;
-}
 
 const Tcl_ObjType *type_of(Tcl_Obj *object)
 {
@@ -49,13 +32,14 @@ record_session::record_session(Tcl_Interp *interp)
                                                            type_of(Tcl_NewWideIntObj(INT64_MAX))}
 {
     for (unsigned i = 0; i < field_count; ++i) {
-        names_[i] = Tcl_NewStringObj(field_rows[i].name, -1);
+        names_[i] = Tcl_NewStringObj(field_rows[i].name.text(), -1);
         Tcl_IncrRefCount(names_[i]);
     }
     Tcl_InitHashTable(&records_, TCL_STRING_KEYS);
-    for (unsigned i = 0; i < record_count; ++i) {
+    for (int i = 0; i < record_count; ++i) {
         int is_new;
-        Tcl_HashEntry *const entry = Tcl_CreateHashEntry(&records_, record_rows[i].name, &is_new);
+        Tcl_HashEntry *const entry =
+            Tcl_CreateHashEntry(&records_, record_rows[i].name.text(), &is_new);
         Tcl_SetHashValue(entry, const_cast<record_row *>(record_rows + i));
     }
 }
@@ -84,13 +68,13 @@ bool record_session::recognise(Tcl_Obj *handle, found_record &found)
     if (length <= record_at || text[0] != '_' || std::memcmp(text + mark_at, "_p_", 3) != 0 ||
         !read_address(text + digits_at, address) || address == 0)
         return false;
-    if (std::strcmp(text + record_at, last_->name) != 0) {
+    if (std::strcmp(text + record_at, last_->name.text()) != 0) {
         const record_row *const row = record(text + record_at);
         if (row == nullptr)
             return false;
         last_ = row;
     }
-    found = {last_, reinterpret_cast<unsigned char *>(static_cast<std::uintptr_t>(address))};
+    found = {last_, static_cast<unsigned char *>(pointer_to(address))};
     return true;
 }
 

@@ -3,7 +3,8 @@
 #pragma once
 
 #include "commands/memory_access.h"
-#include "library/qx/record_table.h"
+#include "record_numbers.h"
+#include "records/table.h"
 
 #include <tcl.h>
 

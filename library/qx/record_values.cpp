@@ -10,11 +10,6 @@ namespace qxsh {
 
 namespace {
 
-std::uint32_t greatest_of(unsigned bits)
-{
-    return UINT32_MAX >> (32 - bits);
-}
-
 // The number behind a prefix's slash; -1 if it is none or has a needless zero.
 int length_of(const char *text)
 {
@@ -106,7 +101,7 @@ bool record_writer::number(const field_row &field, unsigned at, Tcl_Obj *value, 
         return true;
     }
     const unsigned bits = field.width != 0 ? field.width : 8u * field.size;
-    const std::uint32_t greatest = greatest_of(bits);
+    const std::uint32_t greatest = bit_mask(0, bits);
     if (!take(value, greatest, word, here))
         return false;
     if (field.width != 0)
@@ -121,7 +116,7 @@ bool record_writer::numbers(unsigned size, unsigned at, int count, Tcl_Obj *cons
 {
     for (int i = 0; i < count; ++i) {
         std::uint32_t word;
-        if (!take(elements[i], greatest_of(8 * size), word, here, i))
+        if (!take(elements[i], bit_mask(0, 8 * size), word, here, i))
             return false;
         store(at + static_cast<unsigned>(i) * size, size, word);
     }
@@ -171,12 +166,12 @@ bool record_writer::prefix(const record_row &row, unsigned at, Tcl_Obj *value, c
     if (length < 0 || length > bits)
         return refuse(
             &here, Tcl_ObjPrintf("\"%s\" has no length from 0 to %d behind the slash", text, bits));
-    for (const field_row *field = fields_of(row); field != fields_of(row) + row.fields; ++field) {
-        const unsigned there = at + field->offset;
-        if (field->holds == holding::family)
-            store(there, field->size, family_of(version));
-        else if (field->record < 0)
-            store(there, field->size, static_cast<std::uint32_t>(length));
+    for (const field_row &field : fields_of(row)) {
+        const unsigned there = at + field.offset;
+        if (field.holds == holding::family)
+            store(there, field.size, family_of(version));
+        else if (field.record < 0)
+            store(there, field.size, static_cast<std::uint32_t>(length));
         else
             for (unsigned i = 0; i < 4; ++i)
                 store(there + 4 * i, 4, words[i]);

@@ -76,7 +76,7 @@ private:
     // is compared.
     bool has_repetition(const record_session &session, const record_row &row) const
     {
-        const field_row *field = fields_of(row);
+        const field_row *field = fields_of(row).data();
         const field_row *const end = field + row.fields;
         int i = 0;
         for (; i < count_; ++i) {
@@ -110,7 +110,7 @@ private:
 static const field_row *field_of(const record_session &session, const record_row &row, Tcl_Obj *key,
                                  unsigned &hint)
 {
-    const field_row *const all = fields_of(row);
+    const field_row *const all = fields_of(row).data();
     for (unsigned i = hint; i < row.fields; ++i) {
         if (session.name(all[i]) == key) {
             hint = i + 1;
@@ -120,7 +120,7 @@ static const field_row *field_of(const record_session &session, const record_row
     const char *const text = Tcl_GetString(key);
     for (unsigned i = 0; i < row.fields; ++i) {
         const unsigned at = (hint + i) % row.fields;
-        if (std::strcmp(all[at].name, text) == 0) {
+        if (std::strcmp(all[at].name.text(), text) == 0) {
             hint = at + 1;
             return all + at;
         }
@@ -174,7 +174,7 @@ bool record_writer::fields(const record_row &row, unsigned at, entries &all, con
         const field_row *const each = field_of(session_, row, key, hint);
         if (each == nullptr)
             return refuse_name(row, {here, Tcl_GetString(key), 0});
-        const place there = {here, each->name, 0};
+        const place there = {here, each->name.text(), 0};
         version_ = 0;
         if (!field(*each, at + each->offset, value, there))
             return false;
@@ -202,20 +202,20 @@ bool record_writer::check_family(const record_row &row, Tcl_Obj *family, int ver
         return true;
     return refuse(&address,
                   Tcl_ObjPrintf("%s is an IPv%d address, but %s says IPv%d", Tcl_GetString(text),
-                                version, fields_of(row)[row.family].name, wanted));
+                                version, fields_of(row)[row.family].name.text(), wanted));
 }
 
 bool record_writer::refuse_name(const record_row &row, const place &here)
 {
     Tcl_Interp *const interp = session_.interp();
     Tcl_Obj *const names = Tcl_NewListObj(0, nullptr);
-    for (int i = 0; i < row.fields; ++i)
-        Tcl_ListObjAppendElement(nullptr, names, session_.name(fields_of(row)[i]));
+    for (const field_row &field : fields_of(row))
+        Tcl_ListObjAppendElement(nullptr, names, session_.name(field));
     Tcl_Obj *words[] = {Tcl_NewStringObj("::qx::catalogue::nearest", -1),
                         Tcl_NewStringObj(here.name, -1), names};
     for (Tcl_Obj *const word : words)
         Tcl_IncrRefCount(word);
-    Tcl_Obj *const text = Tcl_ObjPrintf("%s has no such field; nearest: ", row.name);
+    Tcl_Obj *const text = Tcl_ObjPrintf("%s has no such field; nearest: ", row.name.text());
     int count;
     Tcl_Obj **near;
     if (Tcl_EvalObjv(interp, 3, words, TCL_EVAL_GLOBAL) == TCL_OK &&
@@ -236,7 +236,7 @@ void record_writer::note_views(const record_row &row, const place *here)
         Tcl_AppendToObj(unions_, ", ", -1);
     }
     if (here == nullptr)
-        Tcl_AppendToObj(unions_, row.name, -1);
+        Tcl_AppendToObj(unions_, row.name.text(), -1);
     else
         append_place(unions_, here);
 }
@@ -247,22 +247,9 @@ void record_writer::store(unsigned at, unsigned size, std::uint32_t value, std::
 {
     if (written_ != nullptr) [[unlikely]]
         compare(at, size, value, mask);
-    if (mask != UINT32_MAX) {
-        std::uint32_t unit = 0;
-        std::memcpy(&unit, bytes_ + at, size);
-        value |= unit & ~mask;
-    }
-    switch (size) {
-    case 1:
-        bytes_[at] = static_cast<unsigned char>(value);
-        break;
-    case 2:
-        std::memcpy(bytes_ + at, &value, 2);
-        break;
-    default:
-        std::memcpy(bytes_ + at, &value, 4);
-        break;
-    }
+    if (mask != UINT32_MAX)
+        value |= read_number(bytes_ + at, size) & ~mask;
+    write_number(bytes_ + at, size, value);
 }
 
 void record_writer::compare(unsigned at, unsigned size, std::uint32_t value, std::uint32_t mask)

@@ -2,8 +2,9 @@
 // mistake leaves an error that names its place, and bytes that are not to be used.
 #pragma once
 
-#include "library/qx/address_text.h"
 #include "library/qx/record_session.h"
+#include "records/address_text.h"
+#include "records/values.h"
 
 namespace qxsh {
 

@@ -125,55 +125,6 @@ proc qx::sim::listing {what file} {
 
 # ---------------------------------------------------------------------------- the flow table
 
-# The bytes that a flow's hash runs over: those of its ingress packet, numbers low byte first.
-proc qx::sim::flow_key {flow} {
-    set packet [qx_flow_get_ingress_pkt $flow]
-    set key [numbers 1 [qx_pkt_info_get_phy_port $packet]]
-    foreach field {da_mac sa_mac} {
-        for {set index 0} {$index < 6} {incr index} {
-            lappend key [qx_pkt_info_get_$field $packet $index]
-        }
-    }
-    set session 0
-    if {[qx_pkt_info_get_pppoe_session_id_valid $packet]} {
-        set session [qx_pkt_info_get_pppoe_session_id $packet]
-    }
-    set key [concat $key [numbers 2 [qx_pkt_info_get_eth_type $packet] \
-        [qx_vlan_get_vlan_id [qx_pkt_info_get_tag $packet 0]] \
-        [qx_vlan_get_vlan_id [qx_pkt_info_get_tag $packet 1]] $session]]
-    foreach field {da_ip sa_ip} {
-        set address [qx_pkt_info_get_$field $packet]
-        set family [qx_ip_address_get_afi $address]
-        lappend key [expr {$family & 0xff}]
-        for {set index 0} {$index < 4} {incr index} {
-            # An IPv4 address is the first word alone.
-            set word [qx_l3_ip_addr_get_addr [qx_ip_address_get_ip_addr $address] $index]
-            set key [concat $key [numbers 4 [expr {$family == 0 && $index > 0 ? 0 : $word}]]]
-        }
-    }
-    set header [qx_l4_header_get_esp [qx_pkt_info_get_l4_header $packet]]
-    return [concat $key [numbers 1 [qx_pkt_info_get_protocol $packet]] \
-        [numbers 4 [qx_l4_esp_get_spi_idx $header] [qx_pkt_info_get_natt_4_bytes $packet]]]
-}
-
-# Numbers as bytes, the low byte first.
-proc qx::sim::numbers {size args} {
-    set bytes {}
-    foreach number $args {
-        for {set count 0} {$count < $size} {incr count} {
-            lappend bytes [expr {($number >> (8 * $count)) & 0xff}]
-        }
-    }
-    return $bytes
-}
-
-# The slot that the hash names for a flow.
-proc qx::sim::flow_slot {flow} {
-    set hash 2166136261
-    foreach byte [flow_key $flow] { set hash [expr {(($hash ^ $byte) * 16777619) & 0xffffffff}] }
-    return [expr {($hash ^ ($hash >> 16)) % 4096}]
-}
-
 # The slot that a device keeps a flow in, found by its flow id from the hash's slot on; -1 if it is in none.
 proc qx::sim::find_flow {device flow} {
     set home [flow_slot $flow]

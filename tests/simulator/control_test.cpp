@@ -210,6 +210,30 @@ TEST_F(control, the_log_has_records_in_full_before_and_after)
     EXPECT_EQ(std::string::npos, text.find("248"));
 }
 
+TEST_F(control, a_cookie_is_a_key_under_whatever_name_its_bytes_have)
+{
+    const std::string log = folder() + "/cookie.log";
+    qx_tunnel_cfg_t cfg = l2tp_tunnel(1);
+    for (unsigned char &byte : cfg.tunnel.l2tp.cookie)
+        byte = 0xa5;
+    unsigned id = 0;
+    order("log " + log + "\n");
+    ASSERT_EQ(QX_OK, qx_tunnel_add(0, &cfg, &id));
+    const std::string words = "2779096485"; // four such bytes, as the EtherIP settings over them
+    for (const std::string &text : {file_text(log), snapshot()}) {
+        EXPECT_NE(std::string::npos, text.find("\"cookie\": \"8 bytes\""));
+        EXPECT_NE(std::string::npos, text.find("\"tun_saddr\": {\"addr\": \"16 bytes\""));
+        EXPECT_NE(std::string::npos, text.find("\"tun_daddr\": {\"addr\": [0, 0, 0, 0]"));
+        EXPECT_EQ(std::string::npos, text.find("165"));
+        EXPECT_EQ(std::string::npos, text.find("42405")); // two
+        EXPECT_EQ(std::string::npos, text.find(words));
+    }
+    order("log " + log + "\nkeys on\n");
+    EXPECT_EQ(QX_EXISTS, qx_tunnel_add(0, &cfg, &id));
+    EXPECT_NE(std::string::npos, file_text(log).find("\"cookie\": [165, 165"));
+    EXPECT_NE(std::string::npos, file_text(log).find(words));
+}
+
 TEST_F(control, the_log_has_arrays_and_bit_fields_and_hides_keys)
 {
     const std::string log = folder() + "/keys.log";

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <csignal>
 #include <random>
+#include <set>
 #include <vector>
 
 #ifdef QXSH_SANITIZED
@@ -56,6 +57,23 @@ TEST(blocks, are_zeroed_when_they_are_used_again)
         }
     }
 }
+
+#if UINTPTR_MAX > UINT32_MAX
+// Our own block memory. Whatever a block's size is, what is freed is used again: a script that makes
+// and frees records for ever stays as large as it is.
+TEST(blocks, are_used_again)
+{
+    for (std::uint32_t size = 1; size <= 1100; ++size) {
+        std::set<void *> places;
+        for (int time = 0; time < 40; ++time) {
+            void *const start = allocate_block(size);
+            places.insert(start);
+            free_block(start);
+        }
+        EXPECT_LE(places.size(), 2u) << size;
+    }
+}
+#endif
 
 TEST(blocks, of_size_0_are_distinct)
 {

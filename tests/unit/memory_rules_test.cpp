@@ -1,5 +1,6 @@
-// What strict memory believes about each command, against the tables of commands and records.
-#include "strict/rules.h"
+// What the command table says of each command, and strict memory goes by, against the tables of
+// commands and records.
+#include "commands/command_table.h"
 #include "tests/unit/expected_table.h"
 #include "types.h"
 
@@ -10,19 +11,30 @@ namespace {
 
 using namespace qxsh;
 
-bool is_pointer(const std::string &type) { return type.ends_with("*"); }
+bool is_pointer(const std::string &type)
+{
+    return type.ends_with("*");
+}
 
 std::string name_of(word_kind kind)
 {
     switch (kind) {
-    case word_end:                return "none";
-    case word_unsigned_char:      return "unsigned char";
-    case word_unsigned_short:     return "unsigned short";
-    case word_unsigned_int:       return "unsigned int";
-    case word_int:                return "int";
-    case word_unsigned_long_long: return "unsigned long long";
-    case word_any_handle:         return "void *";
-    default:                      return swig_module.type_initial[kind - word_handle]->str;
+    case word_end:
+        return "none";
+    case word_unsigned_char:
+        return "unsigned char";
+    case word_unsigned_short:
+        return "unsigned short";
+    case word_unsigned_int:
+        return "unsigned int";
+    case word_int:
+        return "int";
+    case word_unsigned_long_long:
+        return "unsigned long long";
+    case word_any_handle:
+        return "void *";
+    default:
+        return swig_module.type_initial[kind - word_handle]->str;
     }
 }
 
@@ -35,37 +47,26 @@ std::vector<std::string> split(const std::string &types)
     return all;
 }
 
-struct expected_rule {
-    memory_use use;
-    std::size_t with;
-};
-
-// What becomes of a word, by the names that commands have.
-expected_rule expected_use(const table_row &command, const std::vector<std::string> &types,
-                           std::size_t number)
+// A command's form, by the names that commands have.
+command_form expected_form(const table_row &command)
 {
     const std::string &name = command[0];
-    if (!is_pointer(types[number - 1]))
-        return {memory_use::none, 0};
-    if (types[number - 1] == "void *")
-        return {memory_use::released, 0};
-    if (number == 1 && name.ends_with("_array_get") && is_pointer(command[3]))
-        return {memory_use::base, 0};
-    if (number == 1 && (name.ends_with("_array_get") || name.ends_with("_array_set")))
-        return {memory_use::indexed, types.size()};
-    if (name == "qx_ipsec_sa_add" && number == 5)
-        return {memory_use::counted, 4};
-    return {memory_use::element, 0};
+    if (command[3] == "status")
+        return command_form::calls;
+    if (name.ends_with("_array_create"))
+        return command_form::makes_array;
+    if (name.ends_with("_create"))
+        return command_form::makes;
+    if (command[2] == "void *")
+        return command_form::releases;
+    if (name.ends_with("_array_get") && is_pointer(command[3]))
+        return command_form::points;
+    if (name.ends_with("_array_get") || name.ends_with("_array_set"))
+        return command_form::indexes;
+    return command_form::plain;
 }
 
-expected_rule expected_result(const table_row &command, std::size_t words)
-{
-    if (command[0].ends_with("_array_create"))
-        return {memory_use::makes, words};
-    return {command[0].ends_with("_create") ? memory_use::makes : memory_use::none, 0};
-}
-
-TEST(memory_rules, say_of_every_word_what_its_command_does_with_it)
+TEST(memory_rules, say_of_every_command_what_its_words_and_its_form_are)
 {
     std::map<std::string, const swig_command_info *> rows;
     for (const auto *each = swig_commands; each->name != nullptr; ++each)
@@ -75,30 +76,26 @@ TEST(memory_rules, say_of_every_word_what_its_command_does_with_it)
     for (const auto &command : commands) {
         SCOPED_TRACE(command[0]);
         ASSERT_TRUE(rows.contains(command[0]));
-        const command_rule &rule = rule_of(*rows[command[0]]);
+        const command_row &row = row_of(*rows[command[0]]);
         const auto types = split(command[2]);
-        ASSERT_EQ(rule.words, types.size());
-        for (std::size_t number = 1; number <= types.size(); ++number) {
-            const word_rule &word = word_rules[rule.first + number - 1];
-            const auto expected = expected_use(command, types, number);
-            EXPECT_EQ(name_of(word.kind), types[number - 1]) << number;
-            EXPECT_EQ(word.use, expected.use) << number;
-            EXPECT_EQ(word.with, expected.with) << number;
+        ASSERT_EQ(words_of(row), static_cast<int>(types.size()));
+        for (std::size_t i = 0; i < types.size(); ++i)
+            EXPECT_EQ(name_of(word_kinds[row.kinds + i]), types[i]) << i;
+        EXPECT_EQ(row.form, expected_form(command));
+        if (row.form == command_form::makes || row.form == command_form::makes_array) {
+            EXPECT_EQ(name_of(static_cast<word_kind>(word_handle + row.what)), command[3]);
         }
-        const word_rule &result = word_rules[rule.first + rule.words];
-        const auto expected = expected_result(command, types.size());
-        const bool makes = expected.use == memory_use::makes;
-        EXPECT_EQ(name_of(result.kind), makes ? command[3] : "none");
-        EXPECT_EQ(result.use, expected.use);
-        EXPECT_EQ(result.with, expected.with);
+        if (row.form == command_form::calls) {
+            EXPECT_EQ(call_rows[row.what].name.text(), command[0]);
+        }
     }
 }
 
 TEST(memory_rules, know_the_size_of_every_element)
 {
-    std::map<std::string, std::uint32_t> sizes{{"char *", 1},           {"unsigned char *", 1},
-                                               {"unsigned short *", 2}, {"unsigned int *", 4},
-                                               {"int *", 4}, {"unsigned long long *", 8}};
+    std::map<std::string, std::uint32_t> sizes{
+        {"char *", 1},         {"unsigned char *", 1}, {"unsigned short *", 2},
+        {"unsigned int *", 4}, {"int *", 4},           {"unsigned long long *", 8}};
     const std::size_t numbers = sizes.size();
     for (const auto &record : read_expected("records.tsv"))
         sizes[record[0] + " *"] = static_cast<std::uint32_t>(std::stoul(record[2]));
@@ -107,10 +104,10 @@ TEST(memory_rules, know_the_size_of_every_element)
     for (int type = 0; type < type_count; ++type) {
         const char *const name = swig_module.type_initial[type]->str;
         EXPECT_EQ(element_types[type].size, sizes[name]) << name;
-        const auto *const layout = element_types[type].layout;
-        records += layout != nullptr ? 1 : 0;
-        if (layout != nullptr) {
-            EXPECT_EQ(layout->size, sizes[name]) << name;
+        const int record = element_types[type].record;
+        records += record >= 0 ? 1 : 0;
+        if (record >= 0) {
+            EXPECT_EQ(record_rows[record].size, sizes[name]) << name;
         }
     }
     EXPECT_EQ(records + numbers, std::size_t{type_count});

@@ -31,17 +31,18 @@ proc catalogue::check_number {place what number {least 1}} {
     }
 }
 
-# What people write in place of a field's numbers needs its type.
+# What is shown in place of a field's numbers needs its type.
 proc catalogue::check_holds {place field what} {
-    variable address_types
-    if {![dict exists $address_types $what]} {
-        fail $place "-holds \"$what\" is none of [join [dict keys $address_types] {, }]"
+    variable held_types
+    if {![dict exists $held_types $what]} {
+        fail $place "-holds \"$what\" is none of [join [dict keys $held_types] {, }]"
     }
+    set wanted [dict get $held_types $what]
+    set count [dict get $field count]
     set type [dict get $field type]
-    if {[dict get $field count]} { append type \[[dict get $field count]\] }
-    if {$type ne [dict get $address_types $what] || [dict get $field width]} {
-        fail $place "-holds $what is for [dict get $address_types $what];\
-            [dict get $field name] is not one"
+    if {$count} { append type \[[expr {$wanted eq {u8[]} ? {} : $count}]\] }
+    if {$type ne $wanted || [dict get $field width]} {
+        fail $place "-holds $what is for $wanted; [dict get $field name] is not one"
     }
 }
 

@@ -1,4 +1,4 @@
-# The record helpers and cells, one function a command, and the layouts of the dumps.
+# The record helpers and cells, one function a command.
 
 proc generate::result_type {command} {
     set result [dict get $command result]
@@ -33,20 +33,17 @@ proc generate::helper_commands {area} {
 
 proc generate::helpers {} {
     variable note
-    set header "// Prototypes of every record helper and cell function, and the layouts of their dumps.\n"
-    append header "// $note\n#pragma once\n\n#include \"qx_sdk.h\"\n\n#include \"helpers/dump.h\"\n"
+    set header "// Prototypes of every record helper and cell function.\n"
+    append header "// $note\n#pragma once\n\n#include \"qx_sdk.h\"\n"
     foreach area [catalogue::areas] {
         set commands [helper_commands $area]
         set text "// Helpers of the area: [dict get [catalogue::area $area] text].\n// $note\n"
         append text "#include \"helpers.h\"\n\n#include \"helpers/cells.h\"\n"
-        append text "#include \"helpers/records.h\"\n\nusing namespace qxsh;\n"
+        append text "#include \"helpers/dump.h\"\n#include \"helpers/records.h\"\n"
+        append text "#include \"record_numbers.h\"\n\nusing namespace qxsh;\n"
         append header "\n// [dict get [catalogue::area $area] text]\n\n"
         foreach command $commands {
             set shape [dict get $command shape]
-            if {$shape eq "create"} {
-                append text \n[layout_table [dict get $command owner]]
-                append header "extern const qxsh::record_layout [dict get $command owner]_layout;\n"
-            }
             append header [helper_head $command ");"]\n
             append text "\n[helper_head $command ")"]\n\{\n"
             foreach line [body_$shape $command] { append text "    $line\n" }
@@ -55,24 +52,6 @@ proc generate::helpers {} {
         write helpers/$area.cpp $text
     }
     write helpers.h $header
-}
-
-# The table a dump walks: one row a field.
-proc generate::layout_table {name} {
-    set record [catalogue::record $name]
-    set text "static constexpr field_layout ${name}_fields\[\] = \{\n"
-    foreach field [dict get $record fields] {
-        set type [dict get $field type]
-        set nested [expr {[catalogue::is_record $type] ? "&${type}_layout" : "nullptr"}]
-        append text [format "    \{%-26s %3d, %d, %2d, %2d, %d, %s, %s\},\n" \
-            "[quoted [dict get $field name]]," [dict get $field offset] \
-            [expr {[catalogue::is_record $type] ? 0 : [catalogue::type_size $type]}] \
-            [dict get $field bit] [dict get $field width] [dict get $field count] $nested \
-            [expr {[dict get $field dumped] ? "true" : "false"}]]
-    }
-    append text "\};\n"
-    append text "constinit const record_layout ${name}_layout =\
-        \{[dict get $record size], ${name}_fields\};\n"
 }
 
 # Unsigned type of a scalar field's storage.
@@ -85,7 +64,7 @@ proc generate::field_size {field}   { catalogue::type_size [dict get $field type
 proc generate::body_create {c} {
     list "return static_cast<[dict get $c owner] *>(create_record([owner_size $c]));"
 }
-proc generate::body_dump {c} { list "dump_record(cfg, [dict get $c owner]_layout);" }
+proc generate::body_dump {c} { list "dump_record(cfg, record_[dict get $c owner]);" }
 proc generate::body_array_create {c} {
     list "return static_cast<[dict get $c owner] *>(create_record_array(size, [owner_size $c]));"
 }

@@ -1,44 +1,97 @@
-# The records as the library of the package qx reads and writes them: library/qx/record_table.h.
+# The one table of what records and calls there are, for all C++ that walks them: records/table.h.
 
 proc generate::record_table {} {
     variable note
-    set text "// The records, for the library of the package qx.\n// $note\n"
-    append text "#include \"library/qx/record_table.h\"\n\nnamespace qxsh \{\n\n"
-    append text "using enum holding;\n\nconst field_row field_rows\[\] = \{\n"
-    set rows {}
-    set bounds {}
-    set first 0
-    foreach name $catalogue::model(records) {
-        set fields [dict get [catalogue::record $name] fields]
-        append rows "    [record_row $name $first],\n"
-        append bounds "static_assert([dict get [catalogue::record $name] size] <=\
-            most_record_bytes && [llength $fields] <= most_fields);\n"
-        append text "    // $name\n"
-        foreach field $fields {
-            append text "    [field_row $field],\n"
-            if {[dict get $field count]} {
-                append bounds "static_assert([dict get $field count] <= most_elements);\n"
-            }
-        }
-        incr first [llength $fields]
+    variable names {}
+    variable name_bytes 0
+    set rows [concat [record_rows] [call_rows]]
+    set text "// The records and calls of the SDK: records/table.h.\n// $note\n"
+    append text "#include \"records/table.h\"\n\nnamespace qxsh \{\n\nusing enum holding;\n"
+    append text "using enum direction;\n\nconst char table_names\[\] =\n"
+    dict for {name at} $names { append text "    [quoted $name] \"\\0\"\n" }
+    append text ";\n"
+    foreach {declaration lines} $rows {
+        append text "\nconst $declaration\[\] = \{\n"
+        foreach line $lines { append text "    $line\n" }
+        append text "\};\n"
     }
-    append text "\};\n\nconst record_row record_rows\[\] = \{\n$rows\};\n\n"
-    append text "const unsigned record_count = [llength $catalogue::model(records)];\n"
-    append text "const unsigned field_count = $first;\n\n$bounds\n\} // namespace qxsh\n"
+    append text "\n\} // namespace qxsh\n"
     write record_table.cpp $text
+    record_numbers
+}
+
+# The numbers of the rows, and what is the most of them.
+proc generate::record_numbers {} {
+    variable note
+    variable most
+    set text "// Numbers of the records and calls in records/table.h, and bounds of all of them.\n"
+    append text "// $note\n#pragma once\n\nnamespace qxsh \{\n"
+    foreach {kind names} [list record [record_names] call [catalogue::calls]] {
+        append text "\nenum ${kind}_number \{\n"
+        foreach name $names { append text "    ${kind}_$name,\n" }
+        append text "    ${kind}_count\n\};\n"
+    }
+    append text "\nconstexpr unsigned field_count = $most(all);\n"
+    append text "constexpr unsigned most_record_bytes = $most(bytes);\n"
+    append text "constexpr unsigned most_fields = $most(fields);\n"
+    append text "constexpr unsigned most_elements = $most(elements); ///< of an array\n"
+    append text "constexpr unsigned most_frame_bytes = $most(frame); ///< argument_row::place\n"
+    append text "\n\} // namespace qxsh\n"
+    write record_numbers.h $text
+}
+
+proc generate::record_names {} { return $catalogue::model(records) }
+
+# The number of the record that a type word, or a pointer's, names; -1 if it is none.
+proc generate::record_number {type} {
+    return [lsearch -exact [record_names] [string trimright $type *]]
+}
+
+# Where a name stands; one that is used again stands there once.
+proc generate::name_at {name} {
+    variable names
+    variable name_bytes
+    if {![dict exists $names $name]} {
+        dict set names $name $name_bytes
+        incr name_bytes [expr {[string length $name] + 1}]
+    }
+    return "\{[dict get $names $name]\}"
+}
+
+# A line of a table, with the name that stands there as a number.
+proc generate::row {name values} {
+    return "\{[join [concat [list [name_at $name]] $values] {, }]\}, // $name"
+}
+
+proc generate::truth {value} { expr {$value ? "true" : "false"} }
+
+proc generate::record_rows {} {
+    variable most
+    array set most {all 0 bytes 0 fields 0 elements 1 frame 0}
+    set records {}
+    set fields {}
+    foreach name [record_names] {
+        set record [catalogue::record $name]
+        lappend records [record_row $name $most(all)]
+        foreach field [dict get $record fields] {
+            lappend fields [field_row $field]
+            set most(elements) [expr {max($most(elements), [dict get $field count])}]
+        }
+        set count [llength [dict get $record fields]]
+        incr most(all) $count
+        set most(fields) [expr {max($most(fields), $count)}]
+        set most(bytes) [expr {max($most(bytes), [dict get $record size])}]
+    }
+    return [list "record_row record_rows" $records "field_row field_rows" $fields]
 }
 
 proc generate::field_row {field} {
     set type [dict get $field type]
-    set number [lsearch -exact $catalogue::model(records) $type]
-    if {$number < 0 && $type ni {u8 u16 u32}} {
-        error "[dict get $field name]: whole records hold no numbers of type $type"
-    }
     set holds [dict get $field holds]
-    if {$holds eq {}} { set holds number }
-    return "\{[join [list [quoted [dict get $field name]] [dict get $field offset] \
-        [catalogue::type_size $type] [dict get $field bit] [dict get $field width] \
-        [dict get $field count] $holds $number] {, }]\}"
+    return [row [dict get $field name] [list [dict get $field offset] [catalogue::type_size $type] \
+        [dict get $field count] [dict get $field bit] [dict get $field width] \
+        [expr {$holds eq {} ? "number" : $holds}] [truth [dict get $field dumped]] \
+        [record_number $type]]]
 }
 
 proc generate::record_row {name first} {
@@ -51,13 +104,41 @@ proc generate::record_row {name first} {
     foreach field [dict get $record fields] {
         set size [catalogue::type_size [dict get $field type]]
         set size [expr {$size * max(1, [dict get $field count])}]
-        if {$size > $most} {
+        if {$union && $size > $most} {
             set most $size
             set largest $index
         }
         if {[dict get $field holds] eq "family"} { set family $index }
         incr index
     }
-    return "\{[join [list [quoted $name] [dict get $record size] $first $index \
-        [expr {$union ? "true" : "false"}] [expr {$union ? $largest : 0}] $family] {, }]\}"
+    return [row $name [list [dict get $record size] $first $index [truth $union] $largest $family]]
+}
+
+proc generate::call_rows {} {
+    set calls {}
+    set arguments {}
+    foreach name [catalogue::calls] {
+        set lines [argument_rows $name]
+        lappend calls [row $name [list [llength $arguments] [llength $lines] \
+            [truth [catalogue::names_device $name]]]]
+        lappend arguments {*}$lines
+    }
+    return [list "call_row call_rows" $calls "argument_row argument_rows" $arguments]
+}
+
+proc generate::argument_rows {call} {
+    variable most
+    set rows {}
+    set place 0
+    foreach argument [dict get [catalogue::call $call] arguments] {
+        set type [dict get $argument type]
+        set pointer [string match {*[*]} $type]
+        set size [catalogue::type_size [string trimright $type *]]
+        set count [catalogue::count_of $call [dict get $argument name]]
+        lappend rows [row [dict get $argument name] [list [dict get $argument direction] \
+            [truth $pointer] $size $place $count [record_number $type]]]
+        if {$pointer && $count < 0} { incr place [expr {($size + 3) / 4 * 4}] }
+    }
+    set most(frame) [expr {max($most(frame), $place)}]
+    return $rows
 }

@@ -1,4 +1,4 @@
-# What generators of C and C++ share: files, literals, declarators, broken lines. Relies on
+# What generators share: the command line, files, literals, declarators, broken lines. Relies on
 # catalogue.tcl.
 
 namespace eval generate {
@@ -50,4 +50,18 @@ proc generate::wrapped {start pieces end {indent 4}} {
     }
     if {$pieces eq {}} { append line $end }
     return $text$line
+}
+
+# Runs `main` with the words of the command line, which have these names, if that called the script.
+proc generate::from_command_line {script names main} {
+    global argv argv0
+    if {![info exists argv0] || [file normalize $argv0] ne [file normalize $script]} return
+    if {[llength $argv] != [llength $names]} {
+        puts stderr "usage: tclsh [file tail $script] <[join $names {> <}]>"
+        exit 2
+    }
+    if {[catch { $main {*}$argv } message]} {
+        puts stderr [expr {$::errorCode eq "CATALOGUE" ? $message : $::errorInfo}]
+        exit 1
+    }
 }

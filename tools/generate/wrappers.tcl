@@ -56,14 +56,17 @@ proc generate::types {} {
 
 proc generate::wrappers {} {
     variable note
+    variable word_lists {}
     set declarations {}
+    set commands {}
     set rows {}
     foreach command [catalogue::commands] {
         set area [dict get $command area]
         set name [dict get $command name]
         dict append texts $area \n[wrapper $command]
         append declarations "Tcl_ObjCmdProc wrap_$name;\n"
-        append rows "    \{\"$name\", wrap_$name, nullptr\},\n"
+        append commands "    \{\"$name\", wrap_$name, nullptr\},\n"
+        append rows "    [command_row $command], // $name\n"
     }
     foreach area [catalogue::areas] {
         set text "// Commands of the area: [dict get [catalogue::area $area] text].\n// $note\n"
@@ -76,10 +79,58 @@ proc generate::wrappers {} {
     set text "// The wrappers, in the order of the command table.\n// $note\n#pragma once\n\n"
     append text "#include \"commands/command_table.h\"\n\n$declarations"
     write test_wrap.h $text
-    set text "// The command table, in the order of registration.\n// $note\n"
-    append text "#include \"test_wrap.h\"\n\nconst swig_command_info swig_commands\[\] = \{\n"
-    append text "$rows    \{nullptr, nullptr, nullptr\},\n\};\n"
+    set text "// The command table, in the order of registration, and what its commands are.\n"
+    append text "// $note\n#include \"test_wrap.h\"\n\n#include \"record_numbers.h\"\n"
+    append text "#include \"types.h\"\n\n"
+    append text "const swig_command_info swig_commands\[\] = \{\n"
+    append text "$commands    \{nullptr, nullptr, nullptr\},\n\};\n\nnamespace qxsh \{\n\n"
+    append text "const command_row command_rows\[\] = \{\n$rows\};\n\n"
+    append text "const word_kind word_kinds\[\] = \{\n"
+    dict for {kinds at} $word_lists { append text "[wrapped {    } [concat $kinds word_end] ,]\n" }
+    append text "\};\n\nconst element_type element_types\[\] = \{\n"
+    foreach type [catalogue::types] { append text "    [element_type $type],\n" }
+    append text "\};\n\n\} // namespace qxsh\n"
     write test_wrap.cpp $text
+}
+
+# Where a list of kinds begins among those of all commands; equal lists stand there once.
+proc generate::kinds_at {kinds} {
+    variable word_lists
+    if {![dict exists $word_lists $kinds]} {
+        set at 0
+        foreach list [dict keys $word_lists] { incr at [expr {[llength $list] + 1}] }
+        dict set word_lists $kinds $at
+    }
+    return [dict get $word_lists $kinds]
+}
+
+proc generate::word_kinds {command} {
+    set kinds {}
+    foreach {name type} [dict get $command arguments] { lappend kinds [word_kind $type] }
+    return $kinds
+}
+
+# What a command is, by its shape.
+proc generate::command_row {command} {
+    set what 0
+    switch -glob -- [dict get $command shape] {
+        array_get     { set form points }
+        array_set     - cell_array_get - cell_array_set { set form indexes }
+        free          { set form releases }
+        call          { set form calls; set what call_[dict get $command name] }
+        *array_create { set form makes_array; set what [type_index [dict get $command result]] }
+        *create       { set form makes; set what [type_index [dict get $command result]] }
+        default       { set form plain }
+    }
+    return "\{[kinds_at [word_kinds $command]], command_form::$form, $what\}"
+}
+
+proc generate::element_type {type} {
+    variable ::catalogue::scalar_types
+    set record [record_number $type]
+    # A type that is neither a record nor a scalar has no commands.
+    set known [expr {$record >= 0 || [dict exists $scalar_types $type]}]
+    return "\{[expr {$known ? [catalogue::type_size $type] : 1}], $record\}"
 }
 
 # One object command: its words, which are converted where they are not ready; one call; its result.
@@ -89,21 +140,18 @@ proc generate::wrapper {command} {
     set checks [list "objc != [expr {1 + [llength $arguments] / 2}]"]
     set declarations {}
     set names {}
-    set kinds {}
     foreach {argument type} $arguments {
         append declarations "    [declarator $type $argument];\n"
         lappend names $argument
-        lappend kinds [word_kind $type]
         set word "objv\[[llength $names]\], $argument"
         if {[is_typed_pointer $type]} { append word ", swig_types\[[type_index $type]\]" }
         lappend checks "!ready($word)"
     }
-    lappend kinds word_end
     set text "int wrap_$name\(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv\[\])\n\{\n"
     append text "    static constexpr char usage\[\] = [quoted [catalogue::usage $command]];\n"
-    append text [wrapped "    static constexpr word_kind kinds\[\] = \{" $kinds "\};" 8]\n
     append text $declarations [conditions $checks] \
-        "        return call_converted(wrap_$name, interp, objc, objv, usage, kinds);\n"
+        [wrapped "        return call_converted(" [list wrap_$name interp objc objv usage \
+            "word_kinds + [kinds_at [word_kinds $command]]"] ");" 30]\n
     foreach line [call_and_result $command "$name\([join $names {, }])"] {
         append text "    $line\n"
     }

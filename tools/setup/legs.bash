@@ -84,8 +84,9 @@ leg_analysis() {
             cmake --build "$project/build/alone" -j "$jobs" || status=1
     sed 's/ --param=[^ ]*//g; s/ -fno-ipa-icf//g' "$project/build/release/compile_commands.json" \
         >"$folder/compile_commands.json"
-    files=$(cd "$project" && git ls-files 'shell/*.cpp' 'commands/*.cpp' 'runtime/*.cpp' \
-        'helpers/*.cpp' 'strict/*.cpp' 'sdk/*.cpp' 'library/*.cpp' | grep -v '^helpers/block_memory')
+    files=$(cd "$project" && git ls-files 'shell/*.cpp' 'commands/*.cpp' 'records/*.cpp' \
+        'runtime/*.cpp' 'helpers/*.cpp' 'strict/*.cpp' 'sdk/*.cpp' 'library/*.cpp' |
+        grep -v '^helpers/block_memory')
     # shellcheck disable=SC2086 # one word a file
     (cd "$project" && run-clang-tidy -p "$folder" -j "$jobs" -quiet $files) \
         >"$results" 2>>"$log" || status=1

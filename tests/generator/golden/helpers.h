@@ -1,14 +1,11 @@
-// Prototypes of every record helper and cell function, and the layouts of their dumps.
+// Prototypes of every record helper and cell function.
 // Generated from the catalogue by tools/generate.tcl; changes belong there.
 #pragma once
 
 #include "qx_sdk.h"
 
-#include "helpers/dump.h"
-
 // Lamps
 
-extern const qxsh::record_layout qx_lamp_colour_t_layout;
 qx_lamp_colour_t *qx_lamp_colour_create();
 void qx_lamp_colour_init(qx_lamp_colour_t *cfg, unsigned char hue, unsigned short level);
 void qx_lamp_colour_dump(qx_lamp_colour_t *cfg);
@@ -19,7 +16,6 @@ unsigned short qx_lamp_colour_get_level(qx_lamp_colour_t *cfg);
 qx_lamp_colour_t *qx_lamp_colour_array_create(unsigned int size);
 void qx_lamp_colour_array_set(qx_lamp_colour_t *arr, qx_lamp_colour_t *item, unsigned int idx);
 qx_lamp_colour_t *qx_lamp_colour_array_get(qx_lamp_colour_t *arr, unsigned int idx);
-extern const qxsh::record_layout qx_lamp_view_t_layout;
 qx_lamp_view_t *qx_lamp_view_create();
 void qx_lamp_view_dump(qx_lamp_view_t *cfg);
 void qx_lamp_view_set_word(qx_lamp_view_t *cfg, unsigned int word);
@@ -29,7 +25,6 @@ qx_lamp_colour_t *qx_lamp_view_get_colour(qx_lamp_view_t *cfg);
 qx_lamp_view_t *qx_lamp_view_array_create(unsigned int size);
 void qx_lamp_view_array_set(qx_lamp_view_t *arr, qx_lamp_view_t *item, unsigned int idx);
 qx_lamp_view_t *qx_lamp_view_array_get(qx_lamp_view_t *arr, unsigned int idx);
-extern const qxsh::record_layout qx_lamp_t_layout;
 qx_lamp_t *qx_lamp_create();
 void qx_lamp_init(qx_lamp_t *cfg, unsigned short id, unsigned char mode, unsigned char group,
     unsigned char flags, unsigned int serial, unsigned int kind, qx_lamp_view_t *view,

@@ -1,48 +1,78 @@
-// The records, for the library of the package qx.
+// The records and calls of the SDK: records/table.h.
 // Generated from the catalogue by tools/generate.tcl; changes belong there.
-#include "library/qx/record_table.h"
+#include "records/table.h"
 
 namespace qxsh {
 
 using enum holding;
+using enum direction;
 
-const field_row field_rows[] = {
-    // qx_lamp_colour_t
-    {"hue", 0, 1, 0, 0, 0, number, -1},
-    {"level", 1, 2, 0, 0, 0, number, -1},
-    // qx_lamp_view_t
-    {"word", 0, 4, 0, 0, 0, number, -1},
-    {"colour", 0, 3, 0, 0, 0, number, 0},
-    // qx_lamp_t
-    {"id", 0, 2, 0, 0, 0, number, -1},
-    {"mode", 2, 1, 0, 3, 0, number, -1},
-    {"group", 2, 1, 3, 5, 0, number, -1},
-    {"flags", 3, 1, 0, 0, 0, number, -1},
-    {"serial", 4, 4, 0, 30, 0, number, -1},
-    {"kind", 4, 4, 30, 2, 0, number, -1},
-    {"name", 8, 1, 0, 0, 3, number, -1},
-    {"hours", 12, 4, 0, 0, 2, number, -1},
-    {"view", 20, 4, 0, 0, 0, number, 1},
-    {"palette", 24, 3, 0, 0, 4, number, 0},
-    {"program", 36, 4, 0, 0, 4, number, 1},
-    {"secret", 52, 3, 0, 0, 0, number, 0},
-};
+const char table_names[] =
+    "qx_lamp_colour_t" "\0"
+    "hue" "\0"
+    "level" "\0"
+    "qx_lamp_view_t" "\0"
+    "word" "\0"
+    "colour" "\0"
+    "qx_lamp_t" "\0"
+    "id" "\0"
+    "mode" "\0"
+    "group" "\0"
+    "flags" "\0"
+    "serial" "\0"
+    "kind" "\0"
+    "name" "\0"
+    "hours" "\0"
+    "view" "\0"
+    "palette" "\0"
+    "program" "\0"
+    "secret" "\0"
+    "dev_id" "\0"
+    "lamp" "\0"
+    "lamp_id" "\0"
+    "qx_lamp_add" "\0"
+    "channel" "\0"
+    "qx_lamp_tune" "\0"
+;
 
 const record_row record_rows[] = {
-    {"qx_lamp_colour_t", 3, 0, 2, false, 0, -1},
-    {"qx_lamp_view_t", 4, 2, 2, true, 0, -1},
-    {"qx_lamp_t", 56, 4, 12, false, 0, -1},
+    {{0}, 3, 0, 2, false, 0, -1}, // qx_lamp_colour_t
+    {{27}, 4, 2, 2, true, 0, -1}, // qx_lamp_view_t
+    {{54}, 56, 4, 12, false, 0, -1}, // qx_lamp_t
 };
 
-const unsigned record_count = 3;
-const unsigned field_count = 16;
+const field_row field_rows[] = {
+    {{17}, 0, 1, 0, 0, 0, number, true, -1}, // hue
+    {{21}, 1, 2, 0, 0, 0, number, true, -1}, // level
+    {{42}, 0, 4, 0, 0, 0, number, true, -1}, // word
+    {{47}, 0, 3, 0, 0, 0, number, true, 0}, // colour
+    {{64}, 0, 2, 0, 0, 0, number, true, -1}, // id
+    {{67}, 2, 1, 0, 0, 3, number, true, -1}, // mode
+    {{72}, 2, 1, 0, 3, 5, number, true, -1}, // group
+    {{78}, 3, 1, 0, 0, 0, number, true, -1}, // flags
+    {{84}, 4, 4, 0, 0, 30, number, true, -1}, // serial
+    {{91}, 4, 4, 0, 30, 2, number, true, -1}, // kind
+    {{96}, 8, 1, 3, 0, 0, key, true, -1}, // name
+    {{101}, 12, 4, 2, 0, 0, number, true, -1}, // hours
+    {{107}, 20, 4, 0, 0, 0, number, true, 1}, // view
+    {{112}, 24, 3, 4, 0, 0, number, true, 0}, // palette
+    {{120}, 36, 4, 4, 0, 0, number, true, 1}, // program
+    {{128}, 52, 3, 0, 0, 0, number, false, 0}, // secret
+};
 
-static_assert(3 <= most_record_bytes && 2 <= most_fields);
-static_assert(4 <= most_record_bytes && 2 <= most_fields);
-static_assert(56 <= most_record_bytes && 12 <= most_fields);
-static_assert(3 <= most_elements);
-static_assert(2 <= most_elements);
-static_assert(4 <= most_elements);
-static_assert(4 <= most_elements);
+const call_row call_rows[] = {
+    {{155}, 0, 3, true}, // qx_lamp_add
+    {{175}, 3, 4, true}, // qx_lamp_tune
+};
+
+const argument_row argument_rows[] = {
+    {{135}, in, false, 2, 0, -1, -1}, // dev_id
+    {{142}, in, true, 56, 0, -1, 2}, // lamp
+    {{147}, out, true, 4, 56, -1, -1}, // lamp_id
+    {{135}, in, false, 2, 0, -1, -1}, // dev_id
+    {{167}, in, false, 1, 0, -1, -1}, // channel
+    {{21}, in, false, 4, 0, -1, -1}, // level
+    {{142}, inout, true, 56, 0, -1, 2}, // lamp
+};
 
 } // namespace qxsh

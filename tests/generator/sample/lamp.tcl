@@ -19,7 +19,7 @@ record qx_lamp_t 56 "one lamp" {
     3     u8                   flags    "flags"
     4.0   u32:30               serial   "serial number"
     4.30  u32:2                kind     "kind"
-    8     u8[3]                name     "three characters"
+    8     u8[3]                name     -holds key "three characters that no log shows"
     12    u32[2]               hours    -set-as u8 "hours lit, by level"
     20    qx_lamp_view_t       view     "the present light"
     24    qx_lamp_colour_t[4]  palette  "colours to choose from"

@@ -11,10 +11,9 @@ using namespace qxsh;
 int wrap_qx_data_free(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "o:qx_data_free data ";
-    static constexpr word_kind kinds[] = {word_any_handle, word_end};
     void *data;
     if (objc != 2 || !ready(objv[1], data))
-        return call_converted(wrap_qx_data_free, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_data_free, interp, objc, objv, usage, word_kinds + 86);
     begin_call(interp, objc, objv, usage);
     qx_data_free(data);
     end_call();
@@ -24,10 +23,9 @@ int wrap_qx_data_free(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const o
 int wrap_qx_uint64_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "o:qx_uint64_create data ";
-    static constexpr word_kind kinds[] = {word_unsigned_long_long, word_end};
     unsigned long long data;
     if (objc != 2 || !ready(objv[1], data))
-        return call_converted(wrap_qx_uint64_create, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_uint64_create, interp, objc, objv, usage, word_kinds + 88);
     begin_call(interp, objc, objv, usage);
     auto *const result = qx_uint64_create(data);
     end_call();
@@ -37,20 +35,18 @@ int wrap_qx_uint64_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *con
 int wrap_qx_uint64_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "o:qx_uint64_get ptr ";
-    static constexpr word_kind kinds[] = {handle_of(type_unsigned_long_long), word_end};
     unsigned long long *ptr;
     if (objc != 2 || !ready(objv[1], ptr, swig_types[type_unsigned_long_long]))
-        return call_converted(wrap_qx_uint64_get, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_uint64_get, interp, objc, objv, usage, word_kinds + 90);
     return finish(interp, usage, qx_uint64_get(ptr));
 }
 
 int wrap_qx_uint32_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "o:qx_uint32_create data ";
-    static constexpr word_kind kinds[] = {word_unsigned_int, word_end};
     unsigned int data;
     if (objc != 2 || !ready(objv[1], data))
-        return call_converted(wrap_qx_uint32_create, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_uint32_create, interp, objc, objv, usage, word_kinds + 13);
     begin_call(interp, objc, objv, usage);
     auto *const result = qx_uint32_create(data);
     end_call();
@@ -60,21 +56,20 @@ int wrap_qx_uint32_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *con
 int wrap_qx_uint32_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "o:qx_uint32_get ptr ";
-    static constexpr word_kind kinds[] = {handle_of(type_unsigned_int), word_end};
     unsigned int *ptr;
     if (objc != 2 || !ready(objv[1], ptr, swig_types[type_unsigned_int]))
-        return call_converted(wrap_qx_uint32_get, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_uint32_get, interp, objc, objv, usage, word_kinds + 92);
     return finish(interp, usage, qx_uint32_get(ptr));
 }
 
 int wrap_qx_uint32_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "oo:qx_uint32_array_create data size ";
-    static constexpr word_kind kinds[] = {word_unsigned_int, word_unsigned_int, word_end};
     unsigned int data;
     unsigned int size;
     if (objc != 3 || !ready(objv[1], data) || !ready(objv[2], size))
-        return call_converted(wrap_qx_uint32_array_create, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_uint32_array_create, interp, objc, objv, usage,
+                              word_kinds + 94);
     begin_call(interp, objc, objv, usage);
     auto *const result = qx_uint32_array_create(data, size);
     end_call();
@@ -84,20 +79,16 @@ int wrap_qx_uint32_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Ob
 int wrap_qx_uint32_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "oo:qx_uint32_array_get ptr index ";
-    static constexpr word_kind kinds[] = {handle_of(type_unsigned_int), word_unsigned_int,
-        word_end};
     unsigned int *ptr;
     unsigned int index;
     if (objc != 3 || !ready(objv[1], ptr, swig_types[type_unsigned_int]) || !ready(objv[2], index))
-        return call_converted(wrap_qx_uint32_array_get, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_uint32_array_get, interp, objc, objv, usage, word_kinds + 97);
     return finish(interp, usage, qx_uint32_array_get(ptr, index));
 }
 
 int wrap_qx_uint32_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "ooo:qx_uint32_array_set ptr data index ";
-    static constexpr word_kind kinds[] = {handle_of(type_unsigned_int), word_unsigned_int,
-        word_unsigned_int, word_end};
     unsigned int *ptr;
     unsigned int data;
     unsigned int index;
@@ -105,7 +96,8 @@ int wrap_qx_uint32_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *
         !ready(objv[1], ptr, swig_types[type_unsigned_int]) ||
         !ready(objv[2], data) ||
         !ready(objv[3], index))
-        return call_converted(wrap_qx_uint32_array_set, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_uint32_array_set, interp, objc, objv, usage,
+                              word_kinds + 100);
     qx_uint32_array_set(ptr, data, index);
     return finish(interp, usage);
 }
@@ -113,11 +105,11 @@ int wrap_qx_uint32_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *
 int wrap_qx_uint64_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "oo:qx_uint64_array_create data size ";
-    static constexpr word_kind kinds[] = {word_unsigned_long_long, word_unsigned_int, word_end};
     unsigned long long data;
     unsigned int size;
     if (objc != 3 || !ready(objv[1], data) || !ready(objv[2], size))
-        return call_converted(wrap_qx_uint64_array_create, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_uint64_array_create, interp, objc, objv, usage,
+                              word_kinds + 104);
     begin_call(interp, objc, objv, usage);
     auto *const result = qx_uint64_array_create(data, size);
     end_call();
@@ -127,22 +119,19 @@ int wrap_qx_uint64_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Ob
 int wrap_qx_uint64_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "oo:qx_uint64_array_get ptr index ";
-    static constexpr word_kind kinds[] = {handle_of(type_unsigned_long_long), word_unsigned_int,
-        word_end};
     unsigned long long *ptr;
     unsigned int index;
     if (objc != 3 ||
         !ready(objv[1], ptr, swig_types[type_unsigned_long_long]) ||
         !ready(objv[2], index))
-        return call_converted(wrap_qx_uint64_array_get, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_uint64_array_get, interp, objc, objv, usage,
+                              word_kinds + 107);
     return finish(interp, usage, qx_uint64_array_get(ptr, index));
 }
 
 int wrap_qx_uint64_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "ooo:qx_uint64_array_set ptr data index ";
-    static constexpr word_kind kinds[] = {handle_of(type_unsigned_long_long),
-        word_unsigned_long_long, word_unsigned_int, word_end};
     unsigned long long *ptr;
     unsigned long long data;
     unsigned int index;
@@ -150,7 +139,8 @@ int wrap_qx_uint64_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *
         !ready(objv[1], ptr, swig_types[type_unsigned_long_long]) ||
         !ready(objv[2], data) ||
         !ready(objv[3], index))
-        return call_converted(wrap_qx_uint64_array_set, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_uint64_array_set, interp, objc, objv, usage,
+                              word_kinds + 110);
     qx_uint64_array_set(ptr, data, index);
     return finish(interp, usage);
 }
@@ -158,10 +148,9 @@ int wrap_qx_uint64_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *
 int wrap_qx_uint8_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "o:qx_uint8_create data ";
-    static constexpr word_kind kinds[] = {word_unsigned_char, word_end};
     unsigned char data;
     if (objc != 2 || !ready(objv[1], data))
-        return call_converted(wrap_qx_uint8_create, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_uint8_create, interp, objc, objv, usage, word_kinds + 114);
     begin_call(interp, objc, objv, usage);
     auto *const result = qx_uint8_create(data);
     end_call();
@@ -171,21 +160,20 @@ int wrap_qx_uint8_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *cons
 int wrap_qx_uint8_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "o:qx_uint8_get ptr ";
-    static constexpr word_kind kinds[] = {handle_of(type_unsigned_char), word_end};
     unsigned char *ptr;
     if (objc != 2 || !ready(objv[1], ptr, swig_types[type_unsigned_char]))
-        return call_converted(wrap_qx_uint8_get, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_uint8_get, interp, objc, objv, usage, word_kinds + 116);
     return finish(interp, usage, qx_uint8_get(ptr));
 }
 
 int wrap_qx_uint8_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "oo:qx_uint8_array_create data size ";
-    static constexpr word_kind kinds[] = {word_unsigned_char, word_unsigned_int, word_end};
     unsigned char data;
     unsigned int size;
     if (objc != 3 || !ready(objv[1], data) || !ready(objv[2], size))
-        return call_converted(wrap_qx_uint8_array_create, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_uint8_array_create, interp, objc, objv, usage,
+                              word_kinds + 118);
     begin_call(interp, objc, objv, usage);
     auto *const result = qx_uint8_array_create(data, size);
     end_call();
@@ -195,22 +183,18 @@ int wrap_qx_uint8_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj
 int wrap_qx_uint8_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "oo:qx_uint8_array_get ptr index ";
-    static constexpr word_kind kinds[] = {handle_of(type_unsigned_char), word_unsigned_int,
-        word_end};
     unsigned char *ptr;
     unsigned int index;
     if (objc != 3 ||
         !ready(objv[1], ptr, swig_types[type_unsigned_char]) ||
         !ready(objv[2], index))
-        return call_converted(wrap_qx_uint8_array_get, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_uint8_array_get, interp, objc, objv, usage, word_kinds + 121);
     return finish(interp, usage, qx_uint8_array_get(ptr, index));
 }
 
 int wrap_qx_uint8_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "ooo:qx_uint8_array_set ptr data index ";
-    static constexpr word_kind kinds[] = {handle_of(type_unsigned_char), word_unsigned_char,
-        word_unsigned_int, word_end};
     unsigned char *ptr;
     unsigned char data;
     unsigned int index;
@@ -218,7 +202,7 @@ int wrap_qx_uint8_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *c
         !ready(objv[1], ptr, swig_types[type_unsigned_char]) ||
         !ready(objv[2], data) ||
         !ready(objv[3], index))
-        return call_converted(wrap_qx_uint8_array_set, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_uint8_array_set, interp, objc, objv, usage, word_kinds + 124);
     qx_uint8_array_set(ptr, data, index);
     return finish(interp, usage);
 }
@@ -226,10 +210,9 @@ int wrap_qx_uint8_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *c
 int wrap_qx_int32_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "o:qx_int32_create data ";
-    static constexpr word_kind kinds[] = {word_int, word_end};
     int data;
     if (objc != 2 || !ready(objv[1], data))
-        return call_converted(wrap_qx_int32_create, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_int32_create, interp, objc, objv, usage, word_kinds + 128);
     begin_call(interp, objc, objv, usage);
     auto *const result = qx_int32_create(data);
     end_call();
@@ -239,21 +222,20 @@ int wrap_qx_int32_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *cons
 int wrap_qx_int32_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "o:qx_int32_get ptr ";
-    static constexpr word_kind kinds[] = {handle_of(type_int), word_end};
     int *ptr;
     if (objc != 2 || !ready(objv[1], ptr, swig_types[type_int]))
-        return call_converted(wrap_qx_int32_get, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_int32_get, interp, objc, objv, usage, word_kinds + 130);
     return finish(interp, usage, qx_int32_get(ptr));
 }
 
 int wrap_qx_int32_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "oo:qx_int32_array_create data size ";
-    static constexpr word_kind kinds[] = {word_int, word_unsigned_int, word_end};
     int data;
     unsigned int size;
     if (objc != 3 || !ready(objv[1], data) || !ready(objv[2], size))
-        return call_converted(wrap_qx_int32_array_create, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_int32_array_create, interp, objc, objv, usage,
+                              word_kinds + 132);
     begin_call(interp, objc, objv, usage);
     auto *const result = qx_int32_array_create(data, size);
     end_call();
@@ -263,19 +245,16 @@ int wrap_qx_int32_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj
 int wrap_qx_int32_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "oo:qx_int32_array_get ptr index ";
-    static constexpr word_kind kinds[] = {handle_of(type_int), word_unsigned_int, word_end};
     int *ptr;
     unsigned int index;
     if (objc != 3 || !ready(objv[1], ptr, swig_types[type_int]) || !ready(objv[2], index))
-        return call_converted(wrap_qx_int32_array_get, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_int32_array_get, interp, objc, objv, usage, word_kinds + 135);
     return finish(interp, usage, qx_int32_array_get(ptr, index));
 }
 
 int wrap_qx_int32_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "ooo:qx_int32_array_set ptr data index ";
-    static constexpr word_kind kinds[] = {handle_of(type_int), word_int, word_unsigned_int,
-        word_end};
     int *ptr;
     int data;
     unsigned int index;
@@ -283,7 +262,7 @@ int wrap_qx_int32_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *c
         !ready(objv[1], ptr, swig_types[type_int]) ||
         !ready(objv[2], data) ||
         !ready(objv[3], index))
-        return call_converted(wrap_qx_int32_array_set, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_int32_array_set, interp, objc, objv, usage, word_kinds + 138);
     qx_int32_array_set(ptr, data, index);
     return finish(interp, usage);
 }

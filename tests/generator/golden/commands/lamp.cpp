@@ -11,9 +11,9 @@ using namespace qxsh;
 int wrap_qx_lamp_colour_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = ":qx_lamp_colour_create ";
-    static constexpr word_kind kinds[] = {word_end};
     if (objc != 1)
-        return call_converted(wrap_qx_lamp_colour_create, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_colour_create, interp, objc, objv, usage,
+                              word_kinds + 0);
     begin_call(interp, objc, objv, usage);
     auto *const result = qx_lamp_colour_create();
     end_call();
@@ -23,8 +23,6 @@ int wrap_qx_lamp_colour_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj
 int wrap_qx_lamp_colour_init(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "ooo:qx_lamp_colour_init cfg hue level ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_colour_t), word_unsigned_char,
-        word_unsigned_short, word_end};
     qx_lamp_colour_t *cfg;
     unsigned char hue;
     unsigned short level;
@@ -32,7 +30,7 @@ int wrap_qx_lamp_colour_init(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *
         !ready(objv[1], cfg, swig_types[type_qx_lamp_colour_t]) ||
         !ready(objv[2], hue) ||
         !ready(objv[3], level))
-        return call_converted(wrap_qx_lamp_colour_init, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_colour_init, interp, objc, objv, usage, word_kinds + 1);
     qx_lamp_colour_init(cfg, hue, level);
     return finish(interp, usage);
 }
@@ -40,10 +38,9 @@ int wrap_qx_lamp_colour_init(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *
 int wrap_qx_lamp_colour_dump(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "o:qx_lamp_colour_dump cfg ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_colour_t), word_end};
     qx_lamp_colour_t *cfg;
     if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_colour_t]))
-        return call_converted(wrap_qx_lamp_colour_dump, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_colour_dump, interp, objc, objv, usage, word_kinds + 5);
     qx_lamp_colour_dump(cfg);
     return finish(interp, usage);
 }
@@ -51,14 +48,13 @@ int wrap_qx_lamp_colour_dump(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *
 int wrap_qx_lamp_colour_set_hue(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "oo:qx_lamp_colour_set_hue cfg hue ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_colour_t), word_unsigned_char,
-        word_end};
     qx_lamp_colour_t *cfg;
     unsigned char hue;
     if (objc != 3 ||
         !ready(objv[1], cfg, swig_types[type_qx_lamp_colour_t]) ||
         !ready(objv[2], hue))
-        return call_converted(wrap_qx_lamp_colour_set_hue, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_colour_set_hue, interp, objc, objv, usage,
+                              word_kinds + 7);
     qx_lamp_colour_set_hue(cfg, hue);
     return finish(interp, usage);
 }
@@ -66,24 +62,23 @@ int wrap_qx_lamp_colour_set_hue(ClientData, Tcl_Interp *interp, int objc, Tcl_Ob
 int wrap_qx_lamp_colour_get_hue(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "o:qx_lamp_colour_get_hue cfg ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_colour_t), word_end};
     qx_lamp_colour_t *cfg;
     if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_colour_t]))
-        return call_converted(wrap_qx_lamp_colour_get_hue, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_colour_get_hue, interp, objc, objv, usage,
+                              word_kinds + 5);
     return finish(interp, usage, qx_lamp_colour_get_hue(cfg));
 }
 
 int wrap_qx_lamp_colour_set_level(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "oo:qx_lamp_colour_set_level cfg level ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_colour_t), word_unsigned_short,
-        word_end};
     qx_lamp_colour_t *cfg;
     unsigned short level;
     if (objc != 3 ||
         !ready(objv[1], cfg, swig_types[type_qx_lamp_colour_t]) ||
         !ready(objv[2], level))
-        return call_converted(wrap_qx_lamp_colour_set_level, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_colour_set_level, interp, objc, objv, usage,
+                              word_kinds + 10);
     qx_lamp_colour_set_level(cfg, level);
     return finish(interp, usage);
 }
@@ -91,20 +86,20 @@ int wrap_qx_lamp_colour_set_level(ClientData, Tcl_Interp *interp, int objc, Tcl_
 int wrap_qx_lamp_colour_get_level(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "o:qx_lamp_colour_get_level cfg ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_colour_t), word_end};
     qx_lamp_colour_t *cfg;
     if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_colour_t]))
-        return call_converted(wrap_qx_lamp_colour_get_level, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_colour_get_level, interp, objc, objv, usage,
+                              word_kinds + 5);
     return finish(interp, usage, qx_lamp_colour_get_level(cfg));
 }
 
 int wrap_qx_lamp_colour_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "o:qx_lamp_colour_array_create size ";
-    static constexpr word_kind kinds[] = {word_unsigned_int, word_end};
     unsigned int size;
     if (objc != 2 || !ready(objv[1], size))
-        return call_converted(wrap_qx_lamp_colour_array_create, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_colour_array_create, interp, objc, objv, usage,
+                              word_kinds + 13);
     begin_call(interp, objc, objv, usage);
     auto *const result = qx_lamp_colour_array_create(size);
     end_call();
@@ -114,8 +109,6 @@ int wrap_qx_lamp_colour_array_create(ClientData, Tcl_Interp *interp, int objc, T
 int wrap_qx_lamp_colour_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "ooo:qx_lamp_colour_array_set arr item idx ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_colour_t),
-        handle_of(type_qx_lamp_colour_t), word_unsigned_int, word_end};
     qx_lamp_colour_t *arr;
     qx_lamp_colour_t *item;
     unsigned int idx;
@@ -123,7 +116,8 @@ int wrap_qx_lamp_colour_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_
         !ready(objv[1], arr, swig_types[type_qx_lamp_colour_t]) ||
         !ready(objv[2], item, swig_types[type_qx_lamp_colour_t]) ||
         !ready(objv[3], idx))
-        return call_converted(wrap_qx_lamp_colour_array_set, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_colour_array_set, interp, objc, objv, usage,
+                              word_kinds + 15);
     qx_lamp_colour_array_set(arr, item, idx);
     return finish(interp, usage);
 }
@@ -131,14 +125,13 @@ int wrap_qx_lamp_colour_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_
 int wrap_qx_lamp_colour_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "oo:qx_lamp_colour_array_get arr idx ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_colour_t), word_unsigned_int,
-        word_end};
     qx_lamp_colour_t *arr;
     unsigned int idx;
     if (objc != 3 ||
         !ready(objv[1], arr, swig_types[type_qx_lamp_colour_t]) ||
         !ready(objv[2], idx))
-        return call_converted(wrap_qx_lamp_colour_array_get, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_colour_array_get, interp, objc, objv, usage,
+                              word_kinds + 19);
     auto *const result = qx_lamp_colour_array_get(arr, idx);
     return set_pointer_result(interp, result, swig_types[type_qx_lamp_colour_t]);
 }
@@ -146,9 +139,8 @@ int wrap_qx_lamp_colour_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_
 int wrap_qx_lamp_view_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = ":qx_lamp_view_create ";
-    static constexpr word_kind kinds[] = {word_end};
     if (objc != 1)
-        return call_converted(wrap_qx_lamp_view_create, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_view_create, interp, objc, objv, usage, word_kinds + 0);
     begin_call(interp, objc, objv, usage);
     auto *const result = qx_lamp_view_create();
     end_call();
@@ -158,10 +150,9 @@ int wrap_qx_lamp_view_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *
 int wrap_qx_lamp_view_dump(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "o:qx_lamp_view_dump cfg ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_view_t), word_end};
     qx_lamp_view_t *cfg;
     if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_view_t]))
-        return call_converted(wrap_qx_lamp_view_dump, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_view_dump, interp, objc, objv, usage, word_kinds + 22);
     qx_lamp_view_dump(cfg);
     return finish(interp, usage);
 }
@@ -169,14 +160,13 @@ int wrap_qx_lamp_view_dump(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *co
 int wrap_qx_lamp_view_set_word(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "oo:qx_lamp_view_set_word cfg word ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_view_t), word_unsigned_int,
-        word_end};
     qx_lamp_view_t *cfg;
     unsigned int word;
     if (objc != 3 ||
         !ready(objv[1], cfg, swig_types[type_qx_lamp_view_t]) ||
         !ready(objv[2], word))
-        return call_converted(wrap_qx_lamp_view_set_word, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_view_set_word, interp, objc, objv, usage,
+                              word_kinds + 24);
     qx_lamp_view_set_word(cfg, word);
     return finish(interp, usage);
 }
@@ -184,24 +174,23 @@ int wrap_qx_lamp_view_set_word(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj
 int wrap_qx_lamp_view_get_word(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "o:qx_lamp_view_get_word cfg ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_view_t), word_end};
     qx_lamp_view_t *cfg;
     if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_view_t]))
-        return call_converted(wrap_qx_lamp_view_get_word, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_view_get_word, interp, objc, objv, usage,
+                              word_kinds + 22);
     return finish(interp, usage, qx_lamp_view_get_word(cfg));
 }
 
 int wrap_qx_lamp_view_set_colour(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "oo:qx_lamp_view_set_colour cfg colour ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_view_t),
-        handle_of(type_qx_lamp_colour_t), word_end};
     qx_lamp_view_t *cfg;
     qx_lamp_colour_t *colour;
     if (objc != 3 ||
         !ready(objv[1], cfg, swig_types[type_qx_lamp_view_t]) ||
         !ready(objv[2], colour, swig_types[type_qx_lamp_colour_t]))
-        return call_converted(wrap_qx_lamp_view_set_colour, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_view_set_colour, interp, objc, objv, usage,
+                              word_kinds + 27);
     qx_lamp_view_set_colour(cfg, colour);
     return finish(interp, usage);
 }
@@ -209,10 +198,10 @@ int wrap_qx_lamp_view_set_colour(ClientData, Tcl_Interp *interp, int objc, Tcl_O
 int wrap_qx_lamp_view_get_colour(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "o:qx_lamp_view_get_colour cfg ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_view_t), word_end};
     qx_lamp_view_t *cfg;
     if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_view_t]))
-        return call_converted(wrap_qx_lamp_view_get_colour, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_view_get_colour, interp, objc, objv, usage,
+                              word_kinds + 22);
     auto *const result = qx_lamp_view_get_colour(cfg);
     return set_pointer_result(interp, result, swig_types[type_qx_lamp_colour_t]);
 }
@@ -220,10 +209,10 @@ int wrap_qx_lamp_view_get_colour(ClientData, Tcl_Interp *interp, int objc, Tcl_O
 int wrap_qx_lamp_view_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "o:qx_lamp_view_array_create size ";
-    static constexpr word_kind kinds[] = {word_unsigned_int, word_end};
     unsigned int size;
     if (objc != 2 || !ready(objv[1], size))
-        return call_converted(wrap_qx_lamp_view_array_create, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_view_array_create, interp, objc, objv, usage,
+                              word_kinds + 13);
     begin_call(interp, objc, objv, usage);
     auto *const result = qx_lamp_view_array_create(size);
     end_call();
@@ -233,8 +222,6 @@ int wrap_qx_lamp_view_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl
 int wrap_qx_lamp_view_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "ooo:qx_lamp_view_array_set arr item idx ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_view_t),
-        handle_of(type_qx_lamp_view_t), word_unsigned_int, word_end};
     qx_lamp_view_t *arr;
     qx_lamp_view_t *item;
     unsigned int idx;
@@ -242,7 +229,8 @@ int wrap_qx_lamp_view_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Ob
         !ready(objv[1], arr, swig_types[type_qx_lamp_view_t]) ||
         !ready(objv[2], item, swig_types[type_qx_lamp_view_t]) ||
         !ready(objv[3], idx))
-        return call_converted(wrap_qx_lamp_view_array_set, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_view_array_set, interp, objc, objv, usage,
+                              word_kinds + 30);
     qx_lamp_view_array_set(arr, item, idx);
     return finish(interp, usage);
 }
@@ -250,12 +238,11 @@ int wrap_qx_lamp_view_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Ob
 int wrap_qx_lamp_view_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "oo:qx_lamp_view_array_get arr idx ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_view_t), word_unsigned_int,
-        word_end};
     qx_lamp_view_t *arr;
     unsigned int idx;
     if (objc != 3 || !ready(objv[1], arr, swig_types[type_qx_lamp_view_t]) || !ready(objv[2], idx))
-        return call_converted(wrap_qx_lamp_view_array_get, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_view_array_get, interp, objc, objv, usage,
+                              word_kinds + 24);
     auto *const result = qx_lamp_view_array_get(arr, idx);
     return set_pointer_result(interp, result, swig_types[type_qx_lamp_view_t]);
 }
@@ -263,9 +250,8 @@ int wrap_qx_lamp_view_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Ob
 int wrap_qx_lamp_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = ":qx_lamp_create ";
-    static constexpr word_kind kinds[] = {word_end};
     if (objc != 1)
-        return call_converted(wrap_qx_lamp_create, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_create, interp, objc, objv, usage, word_kinds + 0);
     begin_call(interp, objc, objv, usage);
     auto *const result = qx_lamp_create();
     end_call();
@@ -275,10 +261,6 @@ int wrap_qx_lamp_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const
 int wrap_qx_lamp_init(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "ooooooooo:qx_lamp_init cfg id mode group flags serial kind view secret ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_unsigned_short,
-        word_unsigned_char, word_unsigned_char, word_unsigned_char, word_unsigned_int,
-        word_unsigned_int, handle_of(type_qx_lamp_view_t), handle_of(type_qx_lamp_colour_t),
-        word_end};
     qx_lamp_t *cfg;
     unsigned short id;
     unsigned char mode;
@@ -298,7 +280,7 @@ int wrap_qx_lamp_init(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const o
         !ready(objv[7], kind) ||
         !ready(objv[8], view, swig_types[type_qx_lamp_view_t]) ||
         !ready(objv[9], secret, swig_types[type_qx_lamp_colour_t]))
-        return call_converted(wrap_qx_lamp_init, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_init, interp, objc, objv, usage, word_kinds + 34);
     qx_lamp_init(cfg, id, mode, group, flags, serial, kind, view, secret);
     return finish(interp, usage);
 }
@@ -306,10 +288,9 @@ int wrap_qx_lamp_init(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const o
 int wrap_qx_lamp_dump(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "o:qx_lamp_dump cfg ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_end};
     qx_lamp_t *cfg;
     if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]))
-        return call_converted(wrap_qx_lamp_dump, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_dump, interp, objc, objv, usage, word_kinds + 44);
     qx_lamp_dump(cfg);
     return finish(interp, usage);
 }
@@ -317,11 +298,10 @@ int wrap_qx_lamp_dump(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const o
 int wrap_qx_lamp_set_id(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "oo:qx_lamp_set_id cfg id ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_unsigned_short, word_end};
     qx_lamp_t *cfg;
     unsigned short id;
     if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], id))
-        return call_converted(wrap_qx_lamp_set_id, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_set_id, interp, objc, objv, usage, word_kinds + 46);
     qx_lamp_set_id(cfg, id);
     return finish(interp, usage);
 }
@@ -329,21 +309,19 @@ int wrap_qx_lamp_set_id(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const
 int wrap_qx_lamp_get_id(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "o:qx_lamp_get_id cfg ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_end};
     qx_lamp_t *cfg;
     if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]))
-        return call_converted(wrap_qx_lamp_get_id, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_get_id, interp, objc, objv, usage, word_kinds + 44);
     return finish(interp, usage, qx_lamp_get_id(cfg));
 }
 
 int wrap_qx_lamp_set_mode(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "oo:qx_lamp_set_mode cfg mode ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_unsigned_char, word_end};
     qx_lamp_t *cfg;
     unsigned char mode;
     if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], mode))
-        return call_converted(wrap_qx_lamp_set_mode, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_set_mode, interp, objc, objv, usage, word_kinds + 49);
     qx_lamp_set_mode(cfg, mode);
     return finish(interp, usage);
 }
@@ -351,21 +329,19 @@ int wrap_qx_lamp_set_mode(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *con
 int wrap_qx_lamp_get_mode(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "o:qx_lamp_get_mode cfg ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_end};
     qx_lamp_t *cfg;
     if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]))
-        return call_converted(wrap_qx_lamp_get_mode, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_get_mode, interp, objc, objv, usage, word_kinds + 44);
     return finish(interp, usage, qx_lamp_get_mode(cfg));
 }
 
 int wrap_qx_lamp_set_group(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "oo:qx_lamp_set_group cfg group ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_unsigned_char, word_end};
     qx_lamp_t *cfg;
     unsigned char group;
     if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], group))
-        return call_converted(wrap_qx_lamp_set_group, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_set_group, interp, objc, objv, usage, word_kinds + 49);
     qx_lamp_set_group(cfg, group);
     return finish(interp, usage);
 }
@@ -373,21 +349,19 @@ int wrap_qx_lamp_set_group(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *co
 int wrap_qx_lamp_get_group(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "o:qx_lamp_get_group cfg ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_end};
     qx_lamp_t *cfg;
     if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]))
-        return call_converted(wrap_qx_lamp_get_group, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_get_group, interp, objc, objv, usage, word_kinds + 44);
     return finish(interp, usage, qx_lamp_get_group(cfg));
 }
 
 int wrap_qx_lamp_set_flags(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "oo:qx_lamp_set_flags cfg flags ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_unsigned_char, word_end};
     qx_lamp_t *cfg;
     unsigned char flags;
     if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], flags))
-        return call_converted(wrap_qx_lamp_set_flags, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_set_flags, interp, objc, objv, usage, word_kinds + 49);
     qx_lamp_set_flags(cfg, flags);
     return finish(interp, usage);
 }
@@ -395,21 +369,19 @@ int wrap_qx_lamp_set_flags(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *co
 int wrap_qx_lamp_get_flags(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "o:qx_lamp_get_flags cfg ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_end};
     qx_lamp_t *cfg;
     if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]))
-        return call_converted(wrap_qx_lamp_get_flags, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_get_flags, interp, objc, objv, usage, word_kinds + 44);
     return finish(interp, usage, qx_lamp_get_flags(cfg));
 }
 
 int wrap_qx_lamp_set_serial(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "oo:qx_lamp_set_serial cfg serial ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_unsigned_int, word_end};
     qx_lamp_t *cfg;
     unsigned int serial;
     if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], serial))
-        return call_converted(wrap_qx_lamp_set_serial, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_set_serial, interp, objc, objv, usage, word_kinds + 52);
     qx_lamp_set_serial(cfg, serial);
     return finish(interp, usage);
 }
@@ -417,21 +389,19 @@ int wrap_qx_lamp_set_serial(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *c
 int wrap_qx_lamp_get_serial(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "o:qx_lamp_get_serial cfg ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_end};
     qx_lamp_t *cfg;
     if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]))
-        return call_converted(wrap_qx_lamp_get_serial, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_get_serial, interp, objc, objv, usage, word_kinds + 44);
     return finish(interp, usage, qx_lamp_get_serial(cfg));
 }
 
 int wrap_qx_lamp_set_kind(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "oo:qx_lamp_set_kind cfg kind ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_unsigned_int, word_end};
     qx_lamp_t *cfg;
     unsigned int kind;
     if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], kind))
-        return call_converted(wrap_qx_lamp_set_kind, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_set_kind, interp, objc, objv, usage, word_kinds + 52);
     qx_lamp_set_kind(cfg, kind);
     return finish(interp, usage);
 }
@@ -439,18 +409,15 @@ int wrap_qx_lamp_set_kind(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *con
 int wrap_qx_lamp_get_kind(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "o:qx_lamp_get_kind cfg ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_end};
     qx_lamp_t *cfg;
     if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]))
-        return call_converted(wrap_qx_lamp_get_kind, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_get_kind, interp, objc, objv, usage, word_kinds + 44);
     return finish(interp, usage, qx_lamp_get_kind(cfg));
 }
 
 int wrap_qx_lamp_set_name(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "ooo:qx_lamp_set_name cfg name idx ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_unsigned_char,
-        word_unsigned_int, word_end};
     qx_lamp_t *cfg;
     unsigned char name;
     unsigned int idx;
@@ -458,7 +425,7 @@ int wrap_qx_lamp_set_name(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *con
         !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) ||
         !ready(objv[2], name) ||
         !ready(objv[3], idx))
-        return call_converted(wrap_qx_lamp_set_name, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_set_name, interp, objc, objv, usage, word_kinds + 55);
     qx_lamp_set_name(cfg, name, idx);
     return finish(interp, usage);
 }
@@ -466,19 +433,16 @@ int wrap_qx_lamp_set_name(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *con
 int wrap_qx_lamp_get_name(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "oo:qx_lamp_get_name cfg idx ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_unsigned_int, word_end};
     qx_lamp_t *cfg;
     unsigned int idx;
     if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], idx))
-        return call_converted(wrap_qx_lamp_get_name, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_get_name, interp, objc, objv, usage, word_kinds + 52);
     return finish(interp, usage, qx_lamp_get_name(cfg, idx));
 }
 
 int wrap_qx_lamp_set_hours(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "ooo:qx_lamp_set_hours cfg hours idx ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_unsigned_char,
-        word_unsigned_int, word_end};
     qx_lamp_t *cfg;
     unsigned char hours;
     unsigned int idx;
@@ -486,7 +450,7 @@ int wrap_qx_lamp_set_hours(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *co
         !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) ||
         !ready(objv[2], hours) ||
         !ready(objv[3], idx))
-        return call_converted(wrap_qx_lamp_set_hours, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_set_hours, interp, objc, objv, usage, word_kinds + 55);
     qx_lamp_set_hours(cfg, hours, idx);
     return finish(interp, usage);
 }
@@ -494,25 +458,22 @@ int wrap_qx_lamp_set_hours(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *co
 int wrap_qx_lamp_get_hours(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "oo:qx_lamp_get_hours cfg idx ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_unsigned_int, word_end};
     qx_lamp_t *cfg;
     unsigned int idx;
     if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], idx))
-        return call_converted(wrap_qx_lamp_get_hours, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_get_hours, interp, objc, objv, usage, word_kinds + 52);
     return finish(interp, usage, qx_lamp_get_hours(cfg, idx));
 }
 
 int wrap_qx_lamp_set_view(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "oo:qx_lamp_set_view cfg view ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), handle_of(type_qx_lamp_view_t),
-        word_end};
     qx_lamp_t *cfg;
     qx_lamp_view_t *view;
     if (objc != 3 ||
         !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) ||
         !ready(objv[2], view, swig_types[type_qx_lamp_view_t]))
-        return call_converted(wrap_qx_lamp_set_view, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_set_view, interp, objc, objv, usage, word_kinds + 59);
     qx_lamp_set_view(cfg, view);
     return finish(interp, usage);
 }
@@ -520,10 +481,9 @@ int wrap_qx_lamp_set_view(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *con
 int wrap_qx_lamp_get_view(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "o:qx_lamp_get_view cfg ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_end};
     qx_lamp_t *cfg;
     if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]))
-        return call_converted(wrap_qx_lamp_get_view, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_get_view, interp, objc, objv, usage, word_kinds + 44);
     auto *const result = qx_lamp_get_view(cfg);
     return set_pointer_result(interp, result, swig_types[type_qx_lamp_view_t]);
 }
@@ -531,8 +491,6 @@ int wrap_qx_lamp_get_view(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *con
 int wrap_qx_lamp_set_palette(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "ooo:qx_lamp_set_palette cfg palette idx ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t),
-        handle_of(type_qx_lamp_colour_t), word_unsigned_int, word_end};
     qx_lamp_t *cfg;
     qx_lamp_colour_t *palette;
     unsigned int idx;
@@ -540,7 +498,7 @@ int wrap_qx_lamp_set_palette(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *
         !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) ||
         !ready(objv[2], palette, swig_types[type_qx_lamp_colour_t]) ||
         !ready(objv[3], idx))
-        return call_converted(wrap_qx_lamp_set_palette, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_set_palette, interp, objc, objv, usage, word_kinds + 62);
     qx_lamp_set_palette(cfg, palette, idx);
     return finish(interp, usage);
 }
@@ -548,11 +506,10 @@ int wrap_qx_lamp_set_palette(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *
 int wrap_qx_lamp_get_palette(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "oo:qx_lamp_get_palette cfg idx ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_unsigned_int, word_end};
     qx_lamp_t *cfg;
     unsigned int idx;
     if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], idx))
-        return call_converted(wrap_qx_lamp_get_palette, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_get_palette, interp, objc, objv, usage, word_kinds + 52);
     auto *const result = qx_lamp_get_palette(cfg, idx);
     return set_pointer_result(interp, result, swig_types[type_qx_lamp_colour_t]);
 }
@@ -560,8 +517,6 @@ int wrap_qx_lamp_get_palette(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *
 int wrap_qx_lamp_set_program(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "ooo:qx_lamp_set_program cfg program idx ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), handle_of(type_qx_lamp_view_t),
-        word_unsigned_int, word_end};
     qx_lamp_t *cfg;
     qx_lamp_view_t *program;
     unsigned int idx;
@@ -569,7 +524,7 @@ int wrap_qx_lamp_set_program(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *
         !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) ||
         !ready(objv[2], program, swig_types[type_qx_lamp_view_t]) ||
         !ready(objv[3], idx))
-        return call_converted(wrap_qx_lamp_set_program, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_set_program, interp, objc, objv, usage, word_kinds + 66);
     qx_lamp_set_program(cfg, program, idx);
     return finish(interp, usage);
 }
@@ -577,11 +532,10 @@ int wrap_qx_lamp_set_program(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *
 int wrap_qx_lamp_get_program(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "oo:qx_lamp_get_program cfg idx ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_unsigned_int, word_end};
     qx_lamp_t *cfg;
     unsigned int idx;
     if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], idx))
-        return call_converted(wrap_qx_lamp_get_program, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_get_program, interp, objc, objv, usage, word_kinds + 52);
     auto *const result = qx_lamp_get_program(cfg, idx);
     return set_pointer_result(interp, result, swig_types[type_qx_lamp_view_t]);
 }
@@ -589,14 +543,12 @@ int wrap_qx_lamp_get_program(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *
 int wrap_qx_lamp_set_secret(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "oo:qx_lamp_set_secret cfg secret ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t),
-        handle_of(type_qx_lamp_colour_t), word_end};
     qx_lamp_t *cfg;
     qx_lamp_colour_t *secret;
     if (objc != 3 ||
         !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) ||
         !ready(objv[2], secret, swig_types[type_qx_lamp_colour_t]))
-        return call_converted(wrap_qx_lamp_set_secret, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_set_secret, interp, objc, objv, usage, word_kinds + 70);
     qx_lamp_set_secret(cfg, secret);
     return finish(interp, usage);
 }
@@ -604,10 +556,9 @@ int wrap_qx_lamp_set_secret(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *c
 int wrap_qx_lamp_get_secret(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "o:qx_lamp_get_secret cfg ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_end};
     qx_lamp_t *cfg;
     if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]))
-        return call_converted(wrap_qx_lamp_get_secret, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_get_secret, interp, objc, objv, usage, word_kinds + 44);
     auto *const result = qx_lamp_get_secret(cfg);
     return set_pointer_result(interp, result, swig_types[type_qx_lamp_colour_t]);
 }
@@ -615,10 +566,10 @@ int wrap_qx_lamp_get_secret(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *c
 int wrap_qx_lamp_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "o:qx_lamp_array_create size ";
-    static constexpr word_kind kinds[] = {word_unsigned_int, word_end};
     unsigned int size;
     if (objc != 2 || !ready(objv[1], size))
-        return call_converted(wrap_qx_lamp_array_create, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_array_create, interp, objc, objv, usage,
+                              word_kinds + 13);
     begin_call(interp, objc, objv, usage);
     auto *const result = qx_lamp_array_create(size);
     end_call();
@@ -628,8 +579,6 @@ int wrap_qx_lamp_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj 
 int wrap_qx_lamp_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "ooo:qx_lamp_array_set arr item idx ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), handle_of(type_qx_lamp_t),
-        word_unsigned_int, word_end};
     qx_lamp_t *arr;
     qx_lamp_t *item;
     unsigned int idx;
@@ -637,7 +586,7 @@ int wrap_qx_lamp_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *co
         !ready(objv[1], arr, swig_types[type_qx_lamp_t]) ||
         !ready(objv[2], item, swig_types[type_qx_lamp_t]) ||
         !ready(objv[3], idx))
-        return call_converted(wrap_qx_lamp_array_set, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_array_set, interp, objc, objv, usage, word_kinds + 73);
     qx_lamp_array_set(arr, item, idx);
     return finish(interp, usage);
 }
@@ -645,11 +594,10 @@ int wrap_qx_lamp_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *co
 int wrap_qx_lamp_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "oo:qx_lamp_array_get arr idx ";
-    static constexpr word_kind kinds[] = {handle_of(type_qx_lamp_t), word_unsigned_int, word_end};
     qx_lamp_t *arr;
     unsigned int idx;
     if (objc != 3 || !ready(objv[1], arr, swig_types[type_qx_lamp_t]) || !ready(objv[2], idx))
-        return call_converted(wrap_qx_lamp_array_get, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_array_get, interp, objc, objv, usage, word_kinds + 52);
     auto *const result = qx_lamp_array_get(arr, idx);
     return set_pointer_result(interp, result, swig_types[type_qx_lamp_t]);
 }
@@ -657,8 +605,6 @@ int wrap_qx_lamp_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *co
 int wrap_qx_lamp_add(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "ooo:qx_lamp_add dev_id lamp lamp_id ";
-    static constexpr word_kind kinds[] = {word_unsigned_short, handle_of(type_qx_lamp_t),
-        handle_of(type_unsigned_int), word_end};
     unsigned short dev_id;
     qx_lamp_t *lamp;
     unsigned int *lamp_id;
@@ -666,7 +612,7 @@ int wrap_qx_lamp_add(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const ob
         !ready(objv[1], dev_id) ||
         !ready(objv[2], lamp, swig_types[type_qx_lamp_t]) ||
         !ready(objv[3], lamp_id, swig_types[type_unsigned_int]))
-        return call_converted(wrap_qx_lamp_add, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_add, interp, objc, objv, usage, word_kinds + 77);
     begin_sdk_call(interp, objc, objv, usage);
     return end_sdk_call(qx_lamp_add(dev_id, lamp, lamp_id));
 }
@@ -674,8 +620,6 @@ int wrap_qx_lamp_add(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const ob
 int wrap_qx_lamp_tune(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     static constexpr char usage[] = "oooo:qx_lamp_tune dev_id channel level lamp ";
-    static constexpr word_kind kinds[] = {word_unsigned_short, word_unsigned_char,
-        word_unsigned_int, handle_of(type_qx_lamp_t), word_end};
     unsigned short dev_id;
     unsigned char channel;
     unsigned int level;
@@ -685,7 +629,7 @@ int wrap_qx_lamp_tune(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const o
         !ready(objv[2], channel) ||
         !ready(objv[3], level) ||
         !ready(objv[4], lamp, swig_types[type_qx_lamp_t]))
-        return call_converted(wrap_qx_lamp_tune, interp, objc, objv, usage, kinds);
+        return call_converted(wrap_qx_lamp_tune, interp, objc, objv, usage, word_kinds + 81);
     begin_sdk_call(interp, objc, objv, usage);
     return end_sdk_call(qx_lamp_tune(dev_id, channel, level, lamp));
 }

@@ -3,7 +3,9 @@
 #include "helpers.h"
 
 #include "helpers/cells.h"
+#include "helpers/dump.h"
 #include "helpers/records.h"
+#include "record_numbers.h"
 
 using namespace qxsh;
 

@@ -3,15 +3,11 @@
 #include "helpers.h"
 
 #include "helpers/cells.h"
+#include "helpers/dump.h"
 #include "helpers/records.h"
+#include "record_numbers.h"
 
 using namespace qxsh;
-
-static constexpr field_layout qx_lamp_colour_t_fields[] = {
-    {"hue",                       0, 1,  0,  0, 0, nullptr, true},
-    {"level",                     1, 2,  0,  0, 0, nullptr, true},
-};
-constinit const record_layout qx_lamp_colour_t_layout = {3, qx_lamp_colour_t_fields};
 
 qx_lamp_colour_t *qx_lamp_colour_create()
 {
@@ -28,7 +24,7 @@ void qx_lamp_colour_init(qx_lamp_colour_t *cfg, unsigned char hue, unsigned shor
 
 void qx_lamp_colour_dump(qx_lamp_colour_t *cfg)
 {
-    dump_record(cfg, qx_lamp_colour_t_layout);
+    dump_record(cfg, record_qx_lamp_colour_t);
 }
 
 void qx_lamp_colour_set_hue(qx_lamp_colour_t *cfg, unsigned char hue)
@@ -66,12 +62,6 @@ qx_lamp_colour_t *qx_lamp_colour_array_get(qx_lamp_colour_t *arr, unsigned int i
     return static_cast<qx_lamp_colour_t *>(record_slot(arr, idx, 3));
 }
 
-static constexpr field_layout qx_lamp_view_t_fields[] = {
-    {"word",                      0, 4,  0,  0, 0, nullptr, true},
-    {"colour",                    0, 0,  0,  0, 0, &qx_lamp_colour_t_layout, true},
-};
-constinit const record_layout qx_lamp_view_t_layout = {4, qx_lamp_view_t_fields};
-
 qx_lamp_view_t *qx_lamp_view_create()
 {
     return static_cast<qx_lamp_view_t *>(create_record(4));
@@ -79,7 +69,7 @@ qx_lamp_view_t *qx_lamp_view_create()
 
 void qx_lamp_view_dump(qx_lamp_view_t *cfg)
 {
-    dump_record(cfg, qx_lamp_view_t_layout);
+    dump_record(cfg, record_qx_lamp_view_t);
 }
 
 void qx_lamp_view_set_word(qx_lamp_view_t *cfg, unsigned int word)
@@ -117,22 +107,6 @@ qx_lamp_view_t *qx_lamp_view_array_get(qx_lamp_view_t *arr, unsigned int idx)
     return static_cast<qx_lamp_view_t *>(record_slot(arr, idx, 4));
 }
 
-static constexpr field_layout qx_lamp_t_fields[] = {
-    {"id",                        0, 2,  0,  0, 0, nullptr, true},
-    {"mode",                      2, 1,  0,  3, 0, nullptr, true},
-    {"group",                     2, 1,  3,  5, 0, nullptr, true},
-    {"flags",                     3, 1,  0,  0, 0, nullptr, true},
-    {"serial",                    4, 4,  0, 30, 0, nullptr, true},
-    {"kind",                      4, 4, 30,  2, 0, nullptr, true},
-    {"name",                      8, 1,  0,  0, 3, nullptr, true},
-    {"hours",                    12, 4,  0,  0, 2, nullptr, true},
-    {"view",                     20, 0,  0,  0, 0, &qx_lamp_view_t_layout, true},
-    {"palette",                  24, 0,  0,  0, 4, &qx_lamp_colour_t_layout, true},
-    {"program",                  36, 0,  0,  0, 4, &qx_lamp_view_t_layout, true},
-    {"secret",                   52, 0,  0,  0, 0, &qx_lamp_colour_t_layout, false},
-};
-constinit const record_layout qx_lamp_t_layout = {56, qx_lamp_t_fields};
-
 qx_lamp_t *qx_lamp_create()
 {
     return static_cast<qx_lamp_t *>(create_record(56));
@@ -156,7 +130,7 @@ void qx_lamp_init(qx_lamp_t *cfg, unsigned short id, unsigned char mode, unsigne
 
 void qx_lamp_dump(qx_lamp_t *cfg)
 {
-    dump_record(cfg, qx_lamp_t_layout);
+    dump_record(cfg, record_qx_lamp_t);
 }
 
 void qx_lamp_set_id(qx_lamp_t *cfg, unsigned short id)

@@ -28,7 +28,7 @@ typedef struct qx_lamp_t {
     unsigned char flags;                           /* flags */
     unsigned int serial : 30;                      /* serial number */
     unsigned int kind : 2;                         /* kind */
-    unsigned char name[3];                         /* three characters */
+    unsigned char name[3];                         /* three characters that no log shows */
     unsigned int hours[2];                         /* hours lit, by level */
     qx_lamp_view_t view;                           /* the present light */
     qx_lamp_colour_t palette[4];                   /* colours to choose from */

@@ -3,25 +3,27 @@
 // of the first, or six bytes.
 #pragma once
 
-#include <tcl.h>
-
 #include <cstdint>
 
 namespace qxsh {
 
 using address_words = std::uint32_t[4];
 
-/// New objects with the texts.
-Tcl_Obj *mac_text(const unsigned char *bytes);
-Tcl_Obj *ipv4_text(std::uint32_t word);
-Tcl_Obj *ipv6_text(const address_words &words);
+/// Characters of the longest text, without an end mark: eight groups of an IPv6 address.
+constexpr unsigned most_address_text = 39;
 
-/// Six bytes, each one or two digits, with ':' or '-' between them. False: the text is no such one.
+// Each writes a text of up to that many characters, without an end mark, and gives its end.
+char *put_mac(char *to, const unsigned char *bytes);
+char *put_ipv4(char *to, std::uint32_t word);
+char *put_ipv6(char *to, const address_words &words);
+
+/// Six bytes, each one or two digits, with ':' or '-' between them. False: the text is not such an
+/// address.
 bool parse_mac(const char *text, unsigned char *bytes);
 
 bool parse_ipv4(const char *text, std::uint32_t &word);
 
-/// Gives the version, 4 or 6, with the words; 0 if the text is no address.
+/// Gives the version, 4 or 6, with the words; 0 if the text is not an address.
 int parse_ip(const char *text, address_words &words);
 
 /// Families as the simulated device has them. The version of a family's number, 0 if it is unknown.

@@ -1,7 +1,12 @@
-// Text in JSON.
-#include "json.h"
+// Text in JSON; see json.h.
+#include "records/json.h"
 
-namespace qxsim {
+#include "record_numbers.h"
+#include "records/values.h"
+
+#include <algorithm>
+
+namespace qxsh {
 
 void json_text::new_line()
 {
@@ -100,34 +105,52 @@ json_text &json_text::raw(const std::string &text)
     return *this;
 }
 
-void json_text::field(const void *bytes, const field_description &field)
+void json_text::field(const unsigned char *bytes, const unsigned char *secret,
+                      const field_row &field)
 {
-    const unsigned count = field.count == 0 ? 1 : field.count;
-    name(field.name);
-    if (field.secret && !keys_) {
-        string((std::to_string(count) + " bytes").c_str());
+    const unsigned count = elements_of(field);
+    const unsigned size = count * field.size;
+    const record_row *const inner = record_in(field);
+    name(field.name.text());
+    if (secret != nullptr)
+        secret += field.offset;
+    if (inner == nullptr && secret != nullptr &&
+        std::find(secret, secret + size, 1) != secret + size) {
+        string((std::to_string(size) + " bytes").c_str());
         return;
     }
     if (field.count != 0)
         array();
     for (unsigned index = 0; index < count; ++index) {
-        if (field.record != nullptr)
-            record(static_cast<const unsigned char *>(bytes) + field.offset +
-                       index * field.record->size,
-                   *field.record);
-        else
+        if (inner == nullptr)
             number(read_field(bytes, field, index));
+        else
+            fields(place_of(bytes, field, index),
+                   secret != nullptr ? secret + index * field.size : nullptr, *inner);
     }
     if (field.count != 0)
         end();
 }
 
-json_text &json_text::record(const void *bytes, const record_description &description)
+void json_text::fields(const unsigned char *bytes, const unsigned char *secret,
+                       const record_row &row)
 {
     object();
-    for (const field_description &one : description.fields)
-        field(bytes, one);
-    return end();
+    for (const field_row &one : fields_of(row))
+        field(bytes, secret, one);
+    end();
 }
 
-} // namespace qxsim
+json_text &json_text::record(const void *bytes, int number)
+{
+    const record_row &row = record_rows[number];
+    static constexpr holding key = holding::key;
+    unsigned char secret[most_record_bytes];
+    std::memset(secret, 0, row.size);
+    if (!keys_)
+        mark_fields(secret, row, &key);
+    fields(static_cast<const unsigned char *>(bytes), keys_ ? nullptr : secret, row);
+    return *this;
+}
+
+} // namespace qxsh

@@ -1,5 +1,5 @@
 // Addresses to texts and back; see address_text.h.
-#include "library/qx/address_text.h"
+#include "records/address_text.h"
 
 #include <arpa/inet.h>
 
@@ -28,16 +28,6 @@ char *put_decimal(char *to, unsigned byte)
     if (byte >= 10)
         *to++ = static_cast<char>('0' + byte / 10 % 10);
     *to++ = static_cast<char>('0' + byte % 10);
-    return to;
-}
-
-char *put_ipv4(char *to, std::uint32_t word)
-{
-    for (int shift = 24; shift >= 0; shift -= 8) {
-        to = put_decimal(to, word >> shift & 255);
-        if (shift > 0)
-            *to++ = '.';
-    }
     return to;
 }
 
@@ -74,8 +64,40 @@ zero_run longest_zeros(const address_words &words)
     return best;
 }
 
+std::uint32_t big_endian(const unsigned char *bytes)
+{
+    return std::uint32_t{bytes[0]} << 24 | bytes[1] << 16 | bytes[2] << 8 | bytes[3];
+}
+
+} // namespace
+
+char *put_mac(char *to, const unsigned char *bytes)
+{
+    for (int i = 0; i < 6; ++i) {
+        if (i > 0)
+            *to++ = ':';
+        *to++ = digits[bytes[i] >> 4];
+        *to++ = digits[bytes[i] & 15];
+    }
+    return to;
+}
+
+char *put_ipv4(char *to, std::uint32_t word)
+{
+    for (int shift = 24; shift >= 0; shift -= 8) {
+        to = put_decimal(to, word >> shift & 255);
+        if (shift > 0)
+            *to++ = '.';
+    }
+    return to;
+}
+
 char *put_ipv6(char *to, const address_words &words)
 {
+    if (words[0] == 0 && words[1] == 0 && words[2] == 0xffff) {
+        constexpr std::string_view mapped = "::ffff:";
+        return put_ipv4(std::copy(mapped.begin(), mapped.end(), to), words[3]);
+    }
     const zero_run zeros = longest_zeros(words);
     for (int number = 0; number < groups; ++number) {
         if (number == zeros.start) {
@@ -90,48 +112,6 @@ char *put_ipv6(char *to, const address_words &words)
         to = put_group(to, group_of(words, number));
     }
     return to;
-}
-
-Tcl_Obj *object(const char *text, const char *end)
-{
-    return Tcl_NewStringObj(text, static_cast<int>(end - text));
-}
-
-std::uint32_t big_endian(const unsigned char *bytes)
-{
-    return std::uint32_t{bytes[0]} << 24 | bytes[1] << 16 | bytes[2] << 8 | bytes[3];
-}
-
-} // namespace
-
-Tcl_Obj *mac_text(const unsigned char *bytes)
-{
-    char text[18];
-    char *to = text;
-    for (int i = 0; i < 6; ++i) {
-        *to++ = digits[bytes[i] >> 4];
-        *to++ = digits[bytes[i] & 15];
-        *to++ = ':';
-    }
-    return object(text, to - 1);
-}
-
-Tcl_Obj *ipv4_text(std::uint32_t word)
-{
-    char text[INET_ADDRSTRLEN];
-    return object(text, put_ipv4(text, word));
-}
-
-Tcl_Obj *ipv6_text(const address_words &words)
-{
-    char text[INET6_ADDRSTRLEN];
-    char *to = text;
-    if (words[0] == 0 && words[1] == 0 && words[2] == 0xffff) {
-        constexpr std::string_view mapped = "::ffff:";
-        to = std::copy(mapped.begin(), mapped.end(), to);
-        return object(text, put_ipv4(to, words[3]));
-    }
-    return object(text, put_ipv6(to, words));
 }
 
 bool parse_mac(const char *text, unsigned char *bytes)

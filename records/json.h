@@ -1,13 +1,13 @@
-// Text in JSON, in one order: what the call log, the snapshots and the listings are written with.
+// Text in JSON, in one order: what logs of calls, snapshots and listings are written with.
 #pragma once
 
-#include "record.h"
+#include "records/table.h"
 
 #include <cstdint>
 #include <string>
 #include <vector>
 
-namespace qxsim {
+namespace qxsh {
 
 /// Builds one JSON value. Containers are written on one line or with one line an element; commas,
 /// indentation and quoting are done here. May throw std::bad_alloc.
@@ -16,7 +16,7 @@ class json_text
 public:
     enum class layout : std::uint8_t { one_line, lines };
 
-    /// Key material is written as its length unless `keys` is true.
+    /// Keys, and what lies over one in a union, are written as their length unless `keys` is true.
     explicit json_text(bool keys) : keys_(keys) {}
 
     json_text &object(layout style = layout::one_line) { return open('{', style); }
@@ -30,12 +30,12 @@ public:
     json_text &flag(bool value);
     json_text &null();
     json_text &string(const char *text);
-    /// All fields of a record at any address, by name; of a union all members.
-    json_text &record(const void *bytes, const record_description &description);
+    /// All fields of the record with this number, at any address, by name; of a union all members.
+    json_text &record(const void *bytes, int number);
     /// A value that is JSON already.
     json_text &raw(const std::string &text);
 
-    template <typename Numbers> json_text &numbers(const Numbers &values)
+    template <class Numbers> json_text &numbers(const Numbers &values)
     {
         array();
         for (const auto value : values)
@@ -61,7 +61,9 @@ private:
     json_text &open(char bracket, layout style);
     void begin_value(); ///< what stands between the value before and the next one
     void new_line();
-    void field(const void *bytes, const field_description &field);
+    /// `secret` has a 1 for each byte that must not be shown; null: there is none.
+    void fields(const unsigned char *bytes, const unsigned char *secret, const record_row &row);
+    void field(const unsigned char *bytes, const unsigned char *secret, const field_row &field);
 
     std::string text_;
     std::vector<level> levels_;
@@ -69,4 +71,4 @@ private:
     bool keys_;
 };
 
-} // namespace qxsim
+} // namespace qxsh

@@ -1,0 +1,35 @@
+// Which bytes of a record are whose; see values.h.
+#include "records/values.h"
+
+#include "record_numbers.h"
+
+#include <bit>
+
+namespace qxsh {
+
+static_assert(std::endian::native == std::endian::little, "records are little-endian");
+
+void mark_fields(unsigned char *bytes, const record_row &record, const holding *only)
+{
+    for (const field_row &field : fields_of(record)) {
+        unsigned char *const place = bytes + field.offset;
+        if (const record_row *const inner = record_in(field); inner != nullptr) {
+            for (unsigned index = 0; index < elements_of(field); ++index)
+                mark_fields(place + index * field.size, *inner, only);
+        } else if (only == nullptr || field.holds == *only) {
+            std::memset(place, 1, elements_of(field) * field.size);
+        }
+    }
+}
+
+void clear_padding(void *bytes, const record_row &record)
+{
+    unsigned char used[most_record_bytes];
+    std::memset(used, 0, record.size);
+    mark_fields(used, record);
+    for (unsigned place = 0; place < record.size; ++place)
+        if (used[place] == 0)
+            static_cast<unsigned char *>(bytes)[place] = 0;
+}
+
+} // namespace qxsh
