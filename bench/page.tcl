@@ -3,7 +3,7 @@
 # page is written by hand.
 
 set here [file dirname [file normalize [info script]]]
-source [file join $here json.tcl]
+package require json
 source [file join $here plot.tcl]
 
 namespace eval page {
@@ -220,7 +220,7 @@ proc page::write_file {file text} {
 
 proc page::make {file} {
     variable docs; variable first; variable last; variable text
-    set result [json::read [read_file $file]]
+    set result [json::json2dict [read_file $file]]
     machine $result
     line "!\[Instructions of an operation as multiples of the floor\](performance.svg)"
     line
