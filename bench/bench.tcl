@@ -1,9 +1,9 @@
-# tclsh bench.tcl OUTPUT ROUNDS TARGETS PEERS LEFT-OUT: measures everything, prints it and writes
-# the result file. TARGETS and PEERS are lists with commas, LEFT-OUT is a Tcl list of what cannot be
-# measured here, each a pair of what and why. Called by ./bench/run, which builds what is measured.
+# tclsh bench.tcl OUTPUT ROUNDS TARGETS PEERS LEFT-OUT: measures everything and writes the result
+# file. TARGETS and PEERS are lists with commas, LEFT-OUT is a Tcl list of what cannot be measured
+# here, each a pair of what and why. Called by ./bench/run, which builds what is measured.
 
 set here [file dirname [file normalize [info script]]]
-foreach file {rows bounds counter scale sizes times machine report} {
+foreach file {rows bounds counter scale sizes times machine} {
     source [file join $here $file.tcl]
 }
 package require json
@@ -16,13 +16,15 @@ namespace eval bench {
 
 proc bench::keep {name value} { variable results; lappend results $name $value }
 
-# A judged value as JSON and as a line of the table. `floor` and `ours` are - where there is no such
+# A judged value as JSON; a line tells that it was measured. `floor` and `ours` are - where there is no such
 # thing.
 proc bench::judge {target row floor ours value {peers {}}} {
     variable over
     set verdict [bounds::verdict $row $target $value]
     if {$verdict eq "over bound"} { incr over }
-    report::judged $target $row $floor $ours $value $verdict
+    puts [format "%-6s %-40s %9s  %s" $target [bounds::get $row title] \
+        [bounds::show $row $value] $verdict]
+    flush stdout
     set pairs [list row [json::write string $row] \
         title [json::write string [bounds::get $row title]] \
         target [json::write string $target] unit [json::write string [bounds::get $row unit]]]
@@ -103,7 +105,7 @@ proc bench::large {target rounds} {
         [judge $target create_rate - - $rate]]
     set types {}
     foreach found [scale::record_sizes $target] {
-        foreach {type size beyond} $found break
+        lassign $found type size beyond
         lappend types [json::write object type [json::write string $type] size $size \
             beyond [number $beyond]]
     }
@@ -115,7 +117,6 @@ proc bench::large {target rounds} {
         set parts [list bytes [dict get $stream bytes]]
         foreach where {file pipe null} { lappend parts $where [numbers [dict get $stream $where]] }
         lappend pairs dump_stream [json::write object {*}$parts]
-        report::large $live $flat $stream
     }
     list $judged [json::write object {*}$pairs]
 }
@@ -125,7 +126,6 @@ proc bench::sizes {target} {
     set judged [list [judge $target code_per_command - - [dict get $found functions per_command]] \
         [judge $target shell_file - - [dict get $found shell file]] \
         [judge $target package_file - - [dict get $found package file]]]
-    report::sizes $target $found
     list $judged [json::write object shell [numbers [dict get $found shell]] \
         package [numbers [dict get $found package]] \
         functions [numbers [dict get $found functions]] \
@@ -133,8 +133,9 @@ proc bench::sizes {target} {
 }
 
 proc bench::times {rounds peers} {
+    puts "processor times of [join [concat ours $peers] {, }]"
+    flush stdout
     set times [times::measure $rounds $peers]
-    report::times $times $peers
     set values {}
     foreach row [concat $rows::names registration start_up] {
         lappend values [json::write object row [json::write string $row] \
@@ -155,7 +156,6 @@ proc bench::pieces {rounds} {
     foreach each [dict get $found benchmarks] {
         if {[dict get $each aggregate_name] ne "median"} continue
         set name [dict get $each run_name]
-        report::piece $name [dict get $each cpu_time]
         lappend values [json::write object piece [json::write string $name] \
             nanoseconds [number [dict get $each cpu_time]]]
     }
@@ -181,13 +181,12 @@ proc bench::main {output rounds targets peers left_out} {
     set tcl_peers {}
     foreach peer $peers { if {$peer in {hand critcl}} { lappend tcl_peers $peer } }
     foreach target $targets {
-        report::head $target
         lappend judged {*}[loops $target [expr {$target eq "pc" ? $tcl_peers : "hand"}]]
         lappend judged {*}[others $target]
-        foreach {more value} [large $target $rounds] break
+        lassign [large $target $rounds] more value
         lappend judged {*}$more
         lappend large $target $value
-        foreach {more value} [sizes $target] break
+        lassign [sizes $target] more value
         lappend judged {*}$more
         lappend size $target $value
     }
@@ -197,7 +196,6 @@ proc bench::main {output rounds targets peers left_out} {
     keep times [lines_of [times $rounds $peers]]
     keep pieces [lines_of [pieces $rounds]]
     keep load_at_end [json::write string [machine::load]]
-    report::left_out $left_out
     set channel [open $output w]
     json::write indented 1
     puts $channel [json::write object {*}$results]
