@@ -16,8 +16,8 @@ namespace eval bench {
 
 proc bench::keep {name value} { variable results; lappend results $name $value }
 
-# A judged value as JSON; a line tells that it was measured. `floor` and `ours` are - where there is no such
-# thing.
+# A judged value as JSON; a line tells that it was measured. `floor` and `ours` are - where there is
+# no such thing.
 proc bench::judge {target row floor ours value {peers {}}} {
     variable over
     set verdict [bounds::verdict $row $target $value]

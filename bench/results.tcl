@@ -136,13 +136,14 @@ proc results::large {result} {
         if {$target eq "pc"} { append rate " (by time [format %.2f [dict get $live rate]])" }
         line "- [string map {pc PC} $target], 1,000,000 live flows:\
             [format %.1f [dict get $live beyond]] bytes a record beyond its size; creation\
-            among them at $rate. Of all record types \`[dict get $worst type]\` takes most beyond its size,\
-            [format %.1f [dict get $worst beyond]] bytes."
+            among them at $rate. Of all record types \`[dict get $worst type]\` takes most beyond\
+            its size, [format %.1f [dict get $worst beyond]] bytes."
         if {![dict exists $found flat_script]} continue
         set flat [dict get $found flat_script]
-        line "- A flat script of 100,000 lines takes [format %.2f [dict get $flat ratio]] times what\
-            it takes when its commands do nothing; the shell grows by\
-            [mebibytes [dict get $flat bytes]] ([mebibytes [dict get $flat floor_bytes]] with the others)."
+        line "- A flat script of 100,000 lines takes [format %.2f [dict get $flat ratio]] times\
+            what it takes when its commands do nothing; the shell grows by\
+            [mebibytes [dict get $flat bytes]] ([mebibytes [dict get $flat floor_bytes]] with\
+            the others)."
         set stream [dict get $found dump_stream]
         foreach {where name} {file "a file" pipe "a pipe" null "the null device"} {
             set each [dict get $stream $where]
