@@ -88,7 +88,8 @@ check_changed_code() {
     ((${#files[@]} <= 30)) || echo "clang-tidy: the 30 latest; the others in the leg analysis"
     lock_build
     configure release "$log" &&
-        logged "generating" "$log" cmake --build "$project/build/release" --target qxsh_generate &&
+        logged "generating" "$log" cmake --build "$project/build/release" \
+            --target qxsh_generate generated/sdk/sdk_calls.h &&
         clang_commands "$folder" || return
     unlock_build
     tidy "$folder" "${files[@]:0:30}" >"$log.tidy" || status=1
