@@ -1,11 +1,13 @@
-# tclsh bench.tcl OUTPUT ROUNDS TARGETS PEERS LEFT-OUT: measures everything, prints it and writes
-# the result file. TARGETS and PEERS are lists with commas, LEFT-OUT is a Tcl list of what cannot be
-# measured here, each a pair of what and why. Called by ./bench/run, which builds what is measured.
+# tclsh bench.tcl OUTPUT ROUNDS TARGETS PEERS LEFT-OUT: measures everything and writes the result
+# file. TARGETS and PEERS are lists with commas, LEFT-OUT is a Tcl list of what cannot be measured
+# here, each a pair of what and why. Called by ./bench/run, which builds what is measured.
 
 set here [file dirname [file normalize [info script]]]
-foreach file {rows bounds counter scale sizes times json machine report} {
+foreach file {rows bounds counter scale sizes times machine} {
     source [file join $here $file.tcl]
 }
+package require json
+package require json::write
 
 namespace eval bench {
     variable results {} ;# pairs of name and JSON value, in the order of the file
@@ -14,32 +16,44 @@ namespace eval bench {
 
 proc bench::keep {name value} { variable results; lappend results $name $value }
 
-# A judged value as JSON and as a line of the table. `floor` and `ours` are - where there is no such
-# thing.
+# A judged value as JSON; a line tells that it was measured. `floor` and `ours` are - where there is
+# no such thing.
 proc bench::judge {target row floor ours value {peers {}}} {
     variable over
     set verdict [bounds::verdict $row $target $value]
     if {$verdict eq "over bound"} { incr over }
-    report::judged $target $row $floor $ours $value $verdict
-    set pairs [list row [json::text $row] title [json::text [bounds::get $row title]] \
-        target [json::text $target] unit [json::text [bounds::get $row unit]]]
+    puts [format "%-6s %-40s %9s  %s" $target [bounds::get $row title] \
+        [bounds::show $row $value] $verdict]
+    flush stdout
+    set pairs [list row [json::write string $row] \
+        title [json::write string [bounds::get $row title]] \
+        target [json::write string $target] unit [json::write string [bounds::get $row unit]]]
     foreach name {floor ours} {
-        if {[set $name] ne "-"} { lappend pairs $name [json::number [set $name]] }
+        if {[set $name] ne "-"} { lappend pairs $name [number [set $name]] }
     }
-    lappend pairs value [json::number $value]
+    lappend pairs value [number $value]
     foreach name {goal bound} {
         set limit [bounds::$name $row $target]
-        if {$limit ne "-"} { lappend pairs $name [json::number $limit] }
+        if {$limit ne "-"} { lappend pairs $name [number $limit] }
     }
-    lappend pairs verdict [json::text $verdict] peers [numbers $peers]
-    return [json::object $pairs]
+    lappend pairs verdict [json::write string $verdict] peers [numbers $peers]
+    return [json::write object {*}$pairs]
 }
+
+proc bench::number {value} {
+    if {![string is double -strict $value]} { error "$value is not a number" }
+    if {[string is wideinteger -strict $value]} { return $value }
+    return [format %.9g $value]
+}
+
+# An array, a value a line.
+proc bench::lines_of {values} { return "\[\n[join $values ,\n]\n\]" }
 
 # A dictionary of numbers as a JSON object.
 proc bench::numbers {dictionary} {
     set pairs {}
-    foreach {name value} $dictionary { lappend pairs $name [json::number $value] }
-    return [json::object $pairs]
+    foreach {name value} $dictionary { lappend pairs $name [number $value] }
+    return [json::write object {*}$pairs]
 }
 
 # The loops, in instructions, with the peers' that are Tcl extensions.
@@ -91,21 +105,20 @@ proc bench::large {target rounds} {
         [judge $target create_rate - - $rate]]
     set types {}
     foreach found [scale::record_sizes $target] {
-        foreach {type size beyond} $found break
-        lappend types [json::object \
-            [list type [json::text $type] size $size beyond [json::number $beyond]]]
+        lassign $found type size beyond
+        lappend types [json::write object type [json::write string $type] size $size \
+            beyond [number $beyond]]
     }
-    set pairs [list live [numbers $live] types [json::array $types]]
+    set pairs [list live [numbers $live] types [json::write array {*}$types]]
     if {$target eq "pc"} {
         set flat [scale::flat_script $target 100000 $rounds]
         set stream [scale::dump_stream $target 100000 $rounds]
         lappend pairs flat_script [numbers $flat]
         set parts [list bytes [dict get $stream bytes]]
         foreach where {file pipe null} { lappend parts $where [numbers [dict get $stream $where]] }
-        lappend pairs dump_stream [json::object $parts]
-        report::large $live $flat $stream
+        lappend pairs dump_stream [json::write object {*}$parts]
     }
-    list $judged [json::object $pairs]
+    list $judged [json::write object {*}$pairs]
 }
 
 proc bench::sizes {target} {
@@ -113,22 +126,21 @@ proc bench::sizes {target} {
     set judged [list [judge $target code_per_command - - [dict get $found functions per_command]] \
         [judge $target shell_file - - [dict get $found shell file]] \
         [judge $target package_file - - [dict get $found package file]]]
-    report::sizes $target $found
-    set needed {}
-    foreach name [dict get $found needed] { lappend needed [json::text $name] }
-    list $judged [json::object [list shell [numbers [dict get $found shell]] \
+    list $judged [json::write object shell [numbers [dict get $found shell]] \
         package [numbers [dict get $found package]] \
-        functions [numbers [dict get $found functions]] needed [json::array $needed]]]
+        functions [numbers [dict get $found functions]] \
+        needed [json::write array-strings {*}[dict get $found needed]]]
 }
 
 proc bench::times {rounds peers} {
+    puts "processor times of [join [concat ours $peers] {, }]"
+    flush stdout
     set times [times::measure $rounds $peers]
-    report::times $times $peers
     set values {}
     foreach row [concat $rows::names registration start_up] {
-        lappend values [json::object [list row [json::text $row] \
-            title [json::text [bounds::get $row title]] \
-            nanoseconds [numbers [dict get $times $row]]]]
+        lappend values [json::write object row [json::write string $row] \
+            title [json::write string [bounds::get $row title]] \
+            nanoseconds [numbers [dict get $times $row]]]
     }
     return $values
 }
@@ -137,16 +149,15 @@ proc bench::times {rounds peers} {
 proc bench::pieces {rounds} {
     set program [file join [counter::tools pc] benchmarks]
     if {![file executable $program]} { return {} }
-    set found [json::read [exec $program --benchmark_format=json --benchmark_min_time=0.05 \
+    set found [json::json2dict [exec $program --benchmark_format=json --benchmark_min_time=0.05 \
         --benchmark_repetitions=[expr {max($rounds, 3)}] \
         --benchmark_report_aggregates_only=true 2>/dev/null]]
     set values {}
     foreach each [dict get $found benchmarks] {
         if {[dict get $each aggregate_name] ne "median"} continue
         set name [dict get $each run_name]
-        report::piece $name [dict get $each cpu_time]
-        lappend values [json::object [list piece [json::text $name] \
-            nanoseconds [json::number [dict get $each cpu_time]]]]
+        lappend values [json::write object piece [json::write string $name] \
+            nanoseconds [number [dict get $each cpu_time]]]
     }
     return $values
 }
@@ -155,13 +166,14 @@ proc bench::main {output rounds targets peers left_out} {
     variable results
     variable over
     keep format 1
-    keep machine [texts [machine::describe]]
-    keep versions [texts [machine::versions]]
+    json::write indented 0
+    keep machine [json::write object-strings {*}[machine::describe]]
+    keep versions [json::write object-strings {*}[machine::versions]]
     set reasons {}
     foreach {what why} $left_out {
-        lappend reasons [json::object [list what [json::text $what] why [json::text $why]]]
+        lappend reasons [json::write object-strings what $what why $why]
     }
-    keep left_out [json::array $reasons]
+    keep left_out [json::write array {*}$reasons]
     keep rounds $rounds
     set judged {}
     set large {}
@@ -169,34 +181,27 @@ proc bench::main {output rounds targets peers left_out} {
     set tcl_peers {}
     foreach peer $peers { if {$peer in {hand critcl}} { lappend tcl_peers $peer } }
     foreach target $targets {
-        report::head $target
         lappend judged {*}[loops $target [expr {$target eq "pc" ? $tcl_peers : "hand"}]]
         lappend judged {*}[others $target]
-        foreach {more value} [large $target $rounds] break
+        lassign [large $target $rounds] more value
         lappend judged {*}$more
         lappend large $target $value
-        foreach {more value} [sizes $target] break
+        lassign [sizes $target] more value
         lappend judged {*}$more
         lappend size $target $value
     }
-    keep judged [json::tall_array $judged]
-    keep large [json::object $large]
-    keep sizes [json::object $size]
-    keep times [json::tall_array [times $rounds $peers]]
-    keep pieces [json::tall_array [pieces $rounds]]
-    keep load_at_end [json::text [machine::load]]
-    report::left_out $left_out
+    keep judged [lines_of $judged]
+    keep large [json::write object {*}$large]
+    keep sizes [json::write object {*}$size]
+    keep times [lines_of [times $rounds $peers]]
+    keep pieces [lines_of [pieces $rounds]]
+    keep load_at_end [json::write string [machine::load]]
     set channel [open $output w]
-    puts -nonewline $channel [json::tall_object $results]
+    json::write indented 1
+    puts $channel [json::write object {*}$results]
     close $channel
     puts "\nresult file: $output"
     return $over
-}
-
-proc bench::texts {dictionary} {
-    set pairs {}
-    foreach {name value} $dictionary { lappend pairs $name [json::text $value] }
-    return [json::object $pairs]
 }
 
 set over [bench::main [lindex $argv 0] [lindex $argv 1] [split [lindex $argv 2] ,] \

@@ -1,7 +1,7 @@
 # tclsh explain.tcl TARGET ROW...: where the instructions of a row go, function by function, in
-# instructions a pass: of the floor, of ours, and the difference. For whoever tunes. On armhf only our
-# own functions have names, everything in libraries is one line. Run ./bench/gate first, which builds;
-# relies on callgrind_annotate.
+# instructions a pass: of the floor, of ours, and the difference. For whoever tunes. On armhf only
+# our own functions have names, everything in libraries is one line. Run ./bench/gate first, which
+# builds; relies on callgrind_annotate.
 
 set here [file dirname [file normalize [info script]]]
 foreach file {rows counter} { source [file join $here $file.tcl] }

@@ -4,7 +4,8 @@
 # column; without one the file does not load.
 
 set here [file dirname [file normalize [info script]]]
-foreach file {bounds json} { source [file join $here $file.tcl] }
+source [file join $here bounds.tcl]
+package require json
 
 # The bound for a value: its goal, or the value rounded so that measuring it again does not exceed
 # it.
@@ -18,7 +19,7 @@ proc new_bound {row goal value} {
 }
 
 set channel [open [lindex $argv 0]]
-foreach each [dict get [json::read [read $channel]] judged] {
+foreach each [dict get [json::json2dict [read $channel]] judged] {
     set value([dict get $each row],[dict get $each target]) [dict get $each value]
 }
 close $channel

@@ -108,9 +108,9 @@ proc measure {type} {
     proc write_constants {record} [writing_lines $type record $value]
     proc write_fields {record value} [writing_lines $type record $value value]
     check_sides $type $record
-    foreach {fields whole constants taken put} [least [list [list read_fields $record] [list qx::get $record -raw] \
+    lassign [least [list [list read_fields $record] [list qx::get $record -raw] \
         [list write_constants $record] [list write_fields $record $value] \
-        [list qx::set $record $value]]] break
+        [list qx::set $record $value]]] fields whole constants taken put
     puts [format "%-28s %7d  %7.2f %7.2f %6.2f   %7.2f %7.2f %7.2f %6.2f %6.2f" $type $::numbers \
         $fields $whole [expr {$fields / $whole}] $constants $taken $put \
         [expr {$constants / $put}] [expr {$taken / $put}]]

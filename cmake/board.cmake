@@ -1,10 +1,11 @@
-# Tool chain for a 32-bit ARM board of your own, with a vendor's compiler. docs/board.md is the guide.
-# To be set, with -D:
+# Tool chain for a 32-bit ARM board of your own, with a vendor's compiler; docs/board.md is the
+# guide. To be set, with -D:
 #
 #   QXSH_BOARD_COMPILER  what the names of the compilers begin with: /opt/vendor/bin/arm-linux-
-#   QXSH_BOARD_SYSROOT   the folder with the board's usr/include and usr/lib; left out: the compiler's own
-#   QXSH_BOARD_TCL       the folder with the board's include/tcl.h and lib/libtcl8.5.so; left out: usr
-#                        of the sysroot
+#   QXSH_BOARD_SYSROOT   the folder with the board's usr/include and usr/lib; left out: the
+#                        compiler's own
+#   QXSH_BOARD_TCL       the folder with the board's include/tcl.h and lib/libtcl8.5.so; left
+#                        out: usr of the sysroot
 #   QXSH_LINE_EDITING    OFF where the board has no tclreadline
 #
 # QXSH_TCL_VERSION is 8.5 unless said otherwise.

@@ -1,6 +1,6 @@
-# What the tool chains share whose libraries are not this machine's. Relies on `foreign_architecture`,
-# the folder below build/sysroot, and, for another processor, on `foreign_compiler` (prefix of
-# Debian's cross compiler) and CMAKE_LIBRARY_ARCHITECTURE.
+# What the tool chains share whose libraries are not this machine's. Relies on
+# `foreign_architecture`, the folder below build/sysroot, and, for another processor, on
+# `foreign_compiler` (prefix of Debian's cross compiler) and CMAKE_LIBRARY_ARCHITECTURE.
 
 get_filename_component(foreign_project "${CMAKE_CURRENT_LIST_DIR}/.." ABSOLUTE)
 

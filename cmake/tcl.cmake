@@ -82,7 +82,8 @@ function(link_by_name target library)
     endif()
 endfunction()
 
-# What is built finds libraries in <build>/lib alone, so a Tcl that the loader does not find is there.
+# What is built finds libraries in <build>/lib alone, so a Tcl that the loader does not find is
+# there.
 get_filename_component(folder "${QXSH_TCL_LIBRARY}" DIRECTORY)
 if(NOT folder IN_LIST CMAKE_CXX_IMPLICIT_LINK_DIRECTORIES)
     file(MAKE_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
@@ -98,8 +99,8 @@ add_library(tcl::stub INTERFACE IMPORTED)
 target_include_directories(tcl::stub INTERFACE "${QXSH_TCL_INCLUDE}")
 target_compile_definitions(tcl::stub INTERFACE USE_TCL_STUBS)
 target_link_libraries(tcl::stub INTERFACE "${QXSH_TCLSTUB_LIBRARY}")
-# Its functions are each library's own. Tcl 8.5 has some of the same names, so that a shell that shows
-# them would give them to every extension it loads, whose own stub table would stay empty.
+# Its functions are each library's own. Tcl 8.5 has some of the same names, so that a shell that
+# shows them would give them to every extension it loads, whose own stub table would stay empty.
 get_filename_component(name "${QXSH_TCLSTUB_LIBRARY}" NAME)
 target_link_options(tcl::stub INTERFACE "LINKER:--exclude-libs,${name}")
 

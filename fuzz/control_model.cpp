@@ -3,6 +3,8 @@
 
 #include "sdk_calls.h"
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
 #include <optional>
 
@@ -205,6 +207,11 @@ std::uint32_t status_of(model_settings &settings, std::string_view function)
             status = rule.number;
     }
     return status;
+}
+
+bool is_json(std::string_view text)
+{
+    return nlohmann::json::accept(text);
 }
 
 } // namespace fuzz

@@ -39,4 +39,7 @@ bool pattern_fits(std::string_view pattern, std::string_view name);
 /// Counts a call in all fault rules; the status it gets, or 0.
 std::uint32_t status_of(model_settings &settings, std::string_view function);
 
+/// Whether a text is one JSON value and nothing else.
+bool is_json(std::string_view text);
+
 } // namespace fuzz

@@ -5,7 +5,6 @@
 #include "fuzz/call_scene.h"
 #include "fuzz/control_model.h"
 #include "fuzz/expect.h"
-#include "fuzz/json_reader.h"
 #include "fuzz/target.h"
 
 #include "control.h"

@@ -24,7 +24,7 @@ using object_type = std::remove_pointer_t<decltype(Tcl_Obj::typePtr)>;
 /// An object type that scripts cannot convert to. `name` must outlive it. The internal
 /// representation owns nothing; null procedures: it is never copied, or always has a text.
 constexpr Tcl_ObjType make_object_type(const char *name, Tcl_DupInternalRepProc *copy = nullptr,
-                                       Tcl_UpdateStringProc *make_text = nullptr)
+                                       Tcl_UpdateStringProc *make_text = nullptr) noexcept
 {
     return {const_cast<decltype(Tcl_ObjType::name)>(name), nullptr, copy, make_text, nullptr};
 }

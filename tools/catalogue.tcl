@@ -143,7 +143,9 @@ proc catalogue::pointer_targets {} {
     return $targets
 }
 
-proc catalogue::mangled {type} { return _p_[string map {{ } _} [native [string trimright $type *]]] }
+proc catalogue::mangled {type} {
+    return _p_[string map {{ } _} [native [string trimright $type *]]]
+}
 
 # The type table: target words sorted by mangled name, byte by byte.
 proc catalogue::types {} {

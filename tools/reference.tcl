@@ -4,10 +4,10 @@
 #   man/       qxsh.1 and one page of section n for each area
 #   editors/   what checkers and editors want to know about the commands
 #
-# All of it follows from the catalogue, the list of statuses and the tables of docs/. The words about
-# commands are those of the package qx (library/qx/wording.tcl); what no table knows is hand-written
-# in tools/reference and packaging/qxsh.1.in. A file whose content would stay
-# the same is not touched. A mistake in the data is one line, and then nothing is written.
+# All of it follows from the catalogue, the list of statuses and the tables of docs/. The words
+# about commands are those of the package qx (library/qx/wording.tcl); what no table knows is
+# hand-written in tools/reference and packaging/qxsh.1.in. A file whose content would stay the same
+# is not touched. A mistake in the data is one line, and then nothing is written.
 
 namespace eval reference {
     variable tools [file dirname [file normalize [info script]]]

@@ -49,8 +49,8 @@ proc qx::sim::detach {} {
     return
 }
 
-# Replaces the control file by the settings and some orders, and makes the simulator read it. The new
-# file is written aside and renamed, so that no half of it is ever read.
+# Replaces the control file by the settings and some orders, and makes the simulator read it. The
+# new file is written aside and renamed, so that no half of it is ever read.
 proc qx::sim::order {lines} {
     variable control
     variable settings
@@ -83,8 +83,8 @@ proc qx::sim::setting {line} {
     return
 }
 
-# The `when`th call (3), that and all later ones (3+) or every call (*) of the functions that fit the
-# pattern fails with the status, a number or a name, and does nothing else.
+# The `when`th call (3), that and all later ones (3+) or every call (*) of the functions that fit
+# the pattern fails with the status, a number or a name, and does nothing else.
 proc qx::sim::fault {pattern when status} { setting "fault $pattern $when $status" }
 
 # Each call of the functions that fit takes at least so many microseconds.
@@ -125,7 +125,8 @@ proc qx::sim::listing {what file} {
 
 # ---------------------------------------------------------------------------- the flow table
 
-# The slot that a device keeps a flow in, found by its flow id from the hash's slot on; -1 if it is in none.
+# The slot that a device keeps a flow in, found by its flow id from the hash's slot on; -1 if it is
+# in none.
 proc qx::sim::find_flow {device flow} {
     set home [flow_slot $flow]
     set found [qx_flow_create]

@@ -3,8 +3,8 @@
 # libraries' packages are those of that release, and tests hold them against the programs.
 
 set(here "${CMAKE_CURRENT_LIST_DIR}")
-# Debian wants an address of whoever answers for a package. The project has none to give: cpack refuses to
-# make packages as long as it is not known.
+# Debian wants an address of whoever answers for a package. The project has none to give: cpack
+# refuses to make packages as long as it is not known.
 set(QXSH_MAINTAINER "" CACHE STRING
     "who answers for the packages: Name <address>; by default DEBFULLNAME <DEBEMAIL>")
 set(QXSH_PACKAGER "${QXSH_MAINTAINER}")

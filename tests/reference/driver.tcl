@@ -1,7 +1,8 @@
 # A headless Chromium for the tests, driven through chromedriver's HTTP interface. Relies on the
-# Debian packages chromium and chromium-driver, Tcl's package http, and json_reader.tcl.
+# Debian packages chromium, chromium-driver and tcllib, and Tcl's package http.
 
 package require http
+package require json
 
 namespace eval driver {
     variable process {} ;# chromedriver's output
@@ -54,7 +55,7 @@ proc driver::request {address method body} {
     set code [http::ncode $token]
     set data [encoding convertfrom utf-8 [http::data $token]]
     http::cleanup $token
-    set value [dict get [json_reader::read $data] value]
+    set value [dict get [json::json2dict $data] value]
     if {$code != 200} { error "chromedriver: $value" }
     return $value
 }

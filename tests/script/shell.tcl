@@ -72,6 +72,16 @@ proc expected {name} {
     return $rows
 }
 
+# The one JSON value that a text is: objects as dicts, arrays as lists. By itself tcllib passes over
+# what is not a token and over what follows the value.
+proc json_value {text} {
+    package require json
+    if {![json::validate $text]} { error "not JSON: $text" }
+    set values [json::many-json2dict $text]
+    if {[llength $values] != 1} { error "not one value: $text" }
+    return [lindex $values 0]
+}
+
 proc file_text {name} {
     set channel [open $name]
     fconfigure $channel -encoding utf-8

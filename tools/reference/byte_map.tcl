@@ -18,8 +18,8 @@ proc byte_map::views {name} {
     }
     set views {}
     foreach field [dict get $record fields] {
-        lappend views [dict create name [dict get $field name] type [qx::wording::field_type $field] \
-            items [view_items $field $size]]
+        lappend views [dict create name [dict get $field name] \
+            type [qx::wording::field_type $field] items [view_items $field $size]]
     }
     return $views
 }

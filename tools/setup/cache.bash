@@ -34,7 +34,10 @@ cached() {
         set -e
         ((status)) || mv "$folder.new" "$folder" || status=1
         rm -rf "$folder.new"
-        ((status == 0)) || { last_lines "$log"; say "$what failed; everything it printed is in $log"; }
+        ((status == 0)) || {
+            last_lines "$log"
+            say "$what failed; everything it printed is in $log"
+        }
     fi
     exec 7<&-
     return $status

@@ -1,8 +1,8 @@
 # Counts test cases: tclsh count_tests.tcl JUNIT RESULTS prints "PASSED FAILED SKIPPED". JUNIT is
 # what `ctest --output-junit` wrote; RESULTS is the folder where each test that it names left
 # NAME.xml, with the counts of its cases in GoogleTest's form. A test that failed though none of its
-# cases did - it crashed, was stopped, or lost memory - is one failed case; so is one that passed and
-# counted none, which standard error tells of.
+# cases did - it crashed, was stopped, or lost memory - is one failed case; so is one that passed
+# and counted none, which standard error tells of.
 
 # The attributes of each element NAME of an XML file, as a list of dicts; empty if there is no file.
 proc elements {name file} {

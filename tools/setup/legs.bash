@@ -6,9 +6,16 @@
 
 # `set -e` does not hold in here, since a leg runs in a condition: every step says `|| return`.
 
-all_legs=(release strict dev i686 i686-asan armhf tcl85 board fuzz compare docs valgrind speed)
+all_legs=(style release strict dev i686 i686-asan armhf tcl85 board fuzz compare docs valgrind
+    speed)
 long_legs=(analysis valgrind-scripts soak packages)
 
+leg_style() {
+    need_packages style || skipped "not installed: ${missing[*]}" || return
+    git -C "$project" rev-parse --verify -q HEAD >/dev/null ||
+        skipped "which files there are, git tells, and this folder is not a clone" || return
+    check_style
+}
 leg_release() { preset_leg release; }
 # What the script tests print must not depend on strict memory; they know what it adds.
 leg_strict() {
@@ -70,8 +77,7 @@ leg_speed() {
 }
 
 # Test programs compiled file by file, which finds includes that are missing; clang-tidy
-# (.clang-tidy) and cppcheck over what is shipped. Both read the release build's commands, less the
-# options that only its compiler knows.
+# (.clang-tidy) and cppcheck over what is shipped.
 leg_analysis() {
     local folder=$project/build/analysis results=${log%.log}.results status=0 files
     need_packages analysis || skipped "not installed: ${missing[*]}" || return
@@ -82,14 +88,9 @@ leg_analysis() {
         -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-O0 &&
         logged "building tests file by file" "$log" \
             cmake --build "$project/build/alone" -j "$jobs" || status=1
-    sed 's/ --param=[^ ]*//g; s/ -fno-ipa-icf//g' "$project/build/release/compile_commands.json" \
-        >"$folder/compile_commands.json"
-    files=$(cd "$project" && git ls-files 'shell/*.cpp' 'commands/*.cpp' 'records/*.cpp' \
-        'runtime/*.cpp' 'helpers/*.cpp' 'strict/*.cpp' 'sdk/*.cpp' 'library/*.cpp' |
-        grep -v '^helpers/block_memory')
-    # shellcheck disable=SC2086 # one word a file
-    (cd "$project" && run-clang-tidy -p "$folder" -j "$jobs" -quiet $files) \
-        >"$results" 2>>"$log" || status=1
+    clang_commands "$folder"
+    mapfile -t files < <(shipped_sources)
+    tidy "$folder" "${files[@]}" >"$results" || status=1
     cppcheck --project="$folder/compile_commands.json" --std=c++20 --quiet --error-exitcode=1 \
         --enable=warning,performance,portability --suppress='*:/usr/*' --suppress='*:*/tests/*' \
         -i/usr/src >>"$results" 2>&1 || status=1
@@ -139,8 +140,8 @@ preset_leg() {
     run_tests "$1"
 }
 
-# build_preset PRESET TARGET : configures build/PRESET and builds the target, with warnings as errors
-# but in the release build, which ./run shares and whose compiler may be anyone's.
+# build_preset PRESET TARGET : configures build/PRESET and builds the target, with warnings as
+# errors but in the release build, which ./run shares and whose compiler may be anyone's.
 build_preset() {
     local status=0 options=()
     [[ $1 == release ]] || options+=(-DQXSH_WERROR=ON)
@@ -158,7 +159,8 @@ run_tests() {
     local test_log=$folder/Testing/Temporary/LastTest.log
     shift
     rm -rf "$test_log" "$folder/results" "$folder/results.xml"
-    (cd "$project" && ctest --preset "$preset" -j "$jobs" --output-junit "$folder/results.xml" "$@") \
+    (cd "$project" &&
+        ctest --preset "$preset" -j "$jobs" --output-junit "$folder/results.xml" "$@") \
         </dev/null >"$results" 2>&1 8>&- || status=1
     cat "$results" >>"$log"
     [[ ! -f $test_log ]] || cat "$test_log" >>"$log"

@@ -1,26 +1,19 @@
-# tclsh page.tcl [RESULT]: puts a result file, bench/result.json unless named, into
-# docs/performance.md, between its two marks, and draws docs/performance.svg. Everything else in the
-# page is written by hand.
+# tclsh results.tcl [RESULT]: prints a result file, bench/result.json unless named, as a page of
+# Markdown.
 
-set here [file dirname [file normalize [info script]]]
-source [file join $here json.tcl]
-source [file join $here plot.tcl]
+package require json
 
-namespace eval page {
-    variable docs [file join [file dirname [file dirname [file normalize [info script]]]] docs]
-    variable first "<!-- Results: made by bench/page.tcl; change nothing from here ... -->"
-    variable last "<!-- ... to here. -->"
-    variable text {}
+namespace eval results {
     variable names {pc PC armhf armhf}
     variable peers {
         hand {by hand} critcl critcl ctypes ctypes cffi cffi luajit LuaJIT
     }
 }
 
-proc page::line {{words {}}} { variable text; append text $words\n }
+proc results::line {{words {}}} { puts $words }
 
 # A Markdown table; `columns` are titles, those after the first set to the right.
-proc page::table {columns rows} {
+proc results::table {columns rows} {
     line "| [join $columns { | }] |"
     line "|---[string repeat {|--:} [expr {[llength $columns] - 1}]]|"
     foreach row $rows { line "| [join $row { | }] |" }
@@ -28,24 +21,24 @@ proc page::table {columns rows} {
 }
 
 # A number in groups of three.
-proc page::grouped {number} {
+proc results::grouped {number} {
     set number [format %.0f $number]
     while {[regsub {^(-?\d+)(\d{3})} $number {\1,\2} number]} {}
     return $number
 }
 
-proc page::get {dictionary name} {
+proc results::get {dictionary name} {
     expr {[dict exists $dictionary $name] ? [dict get $dictionary $name] : "-"}
 }
 
 # A member as a multiple of the floor, or - where there is none.
-proc page::multiple {dictionary name floor} {
+proc results::multiple {dictionary name floor} {
     if {![dict exists $dictionary $name]} { return - }
     format %.2f [expr {[dict get $dictionary $name] / $floor}]
 }
 
 # A value in the unit of its row.
-proc page::shown {judged value} {
+proc results::shown {judged value} {
     if {$value eq "-"} { return - }
     switch -- [dict get $judged unit] {
         instructions - bytes { return [grouped $value] }
@@ -53,7 +46,7 @@ proc page::shown {judged value} {
     }
 }
 
-proc page::machine {result} {
+proc results::machine {result} {
     set machine [dict get $result machine]
     line "Measured [dict get $machine date] on [dict get $machine cores] cores of\
         [dict get $machine processor], [dict get $machine memory], [dict get $machine system];\
@@ -75,9 +68,9 @@ proc page::machine {result} {
     }
 }
 
-proc page::judged {result target} {
+proc results::judged {result target} {
     variable names
-    line "### [dict get $names $target]: instructions against their goals"
+    line "## [dict get $names $target]: instructions against their goals"
     line
     set rows {}
     foreach each [dict get $result judged] {
@@ -95,8 +88,8 @@ proc page::judged {result target} {
     table {operation floor ours value goal bound verdict} [string map {{≤ -} -} $rows]
 }
 
-proc page::tcl_peers {result} {
-    line "### Other ways to write the commands, in instructions"
+proc results::tcl_peers {result} {
+    line "## Other ways to write the commands, in instructions"
     line
     line "Multiples of the floor on the PC, both peers in a stock \`tclsh\`."
     line
@@ -112,9 +105,9 @@ proc page::tcl_peers {result} {
     table {operation ours {by hand} critcl} $rows
 }
 
-proc page::times {result} {
+proc results::times {result} {
     variable peers
-    line "### Processor time, as multiples of the floor"
+    line "## Processor time, as multiples of the floor"
     line
     set columns {operation {floor, ns} ours}
     foreach {peer name} $peers { lappend columns $name }
@@ -131,8 +124,8 @@ proc page::times {result} {
     table $columns $rows
 }
 
-proc page::large {result} {
-    line "### Large numbers"
+proc results::large {result} {
+    line "## Large numbers"
     line
     foreach {target found} [dict get $result large] {
         set live [dict get $found live]
@@ -143,13 +136,14 @@ proc page::large {result} {
         if {$target eq "pc"} { append rate " (by time [format %.2f [dict get $live rate]])" }
         line "- [string map {pc PC} $target], 1,000,000 live flows:\
             [format %.1f [dict get $live beyond]] bytes a record beyond its size; creation\
-            among them at $rate. Of all record types \`[dict get $worst type]\` takes most beyond its size,\
-            [format %.1f [dict get $worst beyond]] bytes."
+            among them at $rate. Of all record types \`[dict get $worst type]\` takes most beyond\
+            its size, [format %.1f [dict get $worst beyond]] bytes."
         if {![dict exists $found flat_script]} continue
         set flat [dict get $found flat_script]
-        line "- A flat script of 100,000 lines takes [format %.2f [dict get $flat ratio]] times what\
-            it takes when its commands do nothing; the shell grows by\
-            [mebibytes [dict get $flat bytes]] ([mebibytes [dict get $flat floor_bytes]] with the others)."
+        line "- A flat script of 100,000 lines takes [format %.2f [dict get $flat ratio]] times\
+            what it takes when its commands do nothing; the shell grows by\
+            [mebibytes [dict get $flat bytes]] ([mebibytes [dict get $flat floor_bytes]] with\
+            the others)."
         set stream [dict get $found dump_stream]
         foreach {where name} {file "a file" pipe "a pipe" null "the null device"} {
             set each [dict get $stream $where]
@@ -161,8 +155,8 @@ proc page::large {result} {
     line
 }
 
-proc page::sizes {result} {
-    line "### Sizes"
+proc results::sizes {result} {
+    line "## Sizes"
     line
     set rows {}
     foreach {target found} [dict get $result sizes] {
@@ -183,17 +177,17 @@ proc page::sizes {result} {
     line
 }
 
-proc page::mebibytes {bytes} { format "%.1f MiB" [expr {$bytes / 1048576.0}] }
+proc results::mebibytes {bytes} { format "%.1f MiB" [expr {$bytes / 1048576.0}] }
 
-proc page::grouped_values {dictionary names} {
+proc results::grouped_values {dictionary names} {
     set result {}
     foreach name $names { lappend result [grouped [dict get $dictionary $name]] }
     return $result
 }
 
-proc page::pieces {result} {
+proc results::pieces {result} {
     if {[dict get $result pieces] eq {}} return
-    line "### Pieces of C++, processor time"
+    line "## Pieces of C++, processor time"
     line
     set rows {}
     foreach each [dict get $result pieces] {
@@ -203,7 +197,7 @@ proc page::pieces {result} {
     table {piece ns} $rows
 }
 
-proc page::read_file {file} {
+proc results::read_file {file} {
     set channel [open $file]
     fconfigure $channel -encoding utf-8
     set text [read $channel]
@@ -211,19 +205,10 @@ proc page::read_file {file} {
     return $text
 }
 
-proc page::write_file {file text} {
-    set channel [open $file w]
-    fconfigure $channel -encoding utf-8 -translation lf
-    puts -nonewline $channel $text
-    close $channel
-}
-
-proc page::make {file} {
-    variable docs; variable first; variable last; variable text
-    set result [json::read [read_file $file]]
+proc results::print {file} {
+    set result [json::json2dict [read_file $file]]
+    fconfigure stdout -encoding utf-8
     machine $result
-    line "!\[Instructions of an operation as multiples of the floor\](performance.svg)"
-    line
     foreach target {pc armhf} {
         if {[dict exists $result sizes $target]} { judged $result $target }
     }
@@ -232,13 +217,7 @@ proc page::make {file} {
     large $result
     sizes $result
     pieces $result
-    set page [read_file [file join $docs performance.md]]
-    set from [string first $first $page]
-    set to [string first $last $page]
-    if {$from < 0 || $to < $from} { error "docs/performance.md has lost its marks" }
-    set head [string range $page 0 [expr {$from + [string length $first]}]]
-    write_file [file join $docs performance.md] "$head\n$text[string range $page $to end]"
-    write_file [file join $docs performance.svg] [plot::draw $result]
 }
 
-page::make [expr {[llength $argv] ? [lindex $argv 0] : [file join $here result.json]}]
+results::print [expr {[llength $argv] ? [lindex $argv 0]
+    : [file join [file dirname [file normalize [info script]]] result.json]}]
