@@ -49,7 +49,7 @@ check_lines() {
 # shipped_sources : prints the C++ that is shipped. The block memory has a half for each width, of
 # which the release build compiles one.
 shipped_sources() {
-    git -C "$project" ls-files 'shell/*.cpp' 'commands/*.cpp' 'runtime/*.cpp' 'helpers/*.cpp' \
+    git -C "$project" ls-files 'shell/*.cpp' 'commands/*.cpp' 'records/*.cpp' 'runtime/*.cpp' 'helpers/*.cpp' \
         'strict/*.cpp' 'sdk/*.cpp' 'library/*.cpp' | grep -v '^helpers/block_memory'
 }
 
