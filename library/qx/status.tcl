@@ -101,7 +101,7 @@ proc qx::status::block {script allow} {
     return -options $options $result
 }
 
-# Called when an SDK function of a block has ended in an error or in a status that is not 0; an error
+# Called when an SDK function of a block has ended in an error or in a status that is not 0. An error
 # here becomes the function's.
 proc qx::status::left {words code result} {
     variable allowed
