@@ -119,7 +119,7 @@ std::string problem_of_access(const block_table &blocks, checked_pointer what, s
                               std::uint32_t count)
 {
     const known_block *block;
-    if (auto problem = problem_of_place(blocks, what, block); !problem.empty())
+    if (auto problem = problem_of_place(blocks, what, block); block == nullptr || !problem.empty())
         return problem;
     const std::uint32_t start = offset_in(*block, what.pointer);
     const std::uint32_t size = element_types[what.type].size;
@@ -139,7 +139,7 @@ std::string problem_of_access(const block_table &blocks, checked_pointer what, s
 std::string problem_of_base(const block_table &blocks, checked_pointer what)
 {
     const known_block *block;
-    if (auto problem = problem_of_place(blocks, what, block); !problem.empty())
+    if (auto problem = problem_of_place(blocks, what, block); block == nullptr || !problem.empty())
         return problem;
     const std::uint32_t start = offset_in(*block, what.pointer);
     if ((start == 0 && what.type == block->type) || holds(*block, start, what.type))

@@ -49,8 +49,8 @@ check_lines() {
 # shipped_sources : prints the C++ that is shipped. The block memory has a half for each width, of
 # which the release build compiles one.
 shipped_sources() {
-    git -C "$project" ls-files 'shell/*.cpp' 'commands/*.cpp' 'records/*.cpp' 'runtime/*.cpp' 'helpers/*.cpp' \
-        'strict/*.cpp' 'sdk/*.cpp' 'library/*.cpp' | grep -v '^helpers/block_memory'
+    git -C "$project" ls-files {shell,commands,records,runtime,helpers,strict,sdk,library}/'*.cpp' |
+        grep -v '^helpers/block_memory'
 }
 
 # clang_commands FOLDER : the release build's commands, less the options that only its compiler
