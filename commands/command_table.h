@@ -1,4 +1,5 @@
-// The command table: every command of the module with its wrapper, in the order of registration.
+// The generated command table: every command of the module with its wrapper, in order of
+// registration.
 #pragma once
 
 #include "runtime/tcl_api.h"

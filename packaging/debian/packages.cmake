@@ -104,7 +104,8 @@ section n; the guides, and one example script for each area of the SDK.")
 package(development qxsh-dev ARCHITECTURE all SECTION libdevel
     DESCRIPTION "headers of the network-processor SDK that qxsh calls
 The header qx_sdk.h declares the records and functions of libqx-sdk.so as
-qxsh uses them, for a library that replaces it or a program that shares it. The header qx_status.h names the simulator's statuses.")
+qxsh uses them, for a library that replaces it or a program that shares it.
+The header qx_status.h names the simulator's statuses.")
 # Nothing is installed into it: finish.cmake fills it from the other components.
 install(DIRECTORY DESTINATION lib/debug COMPONENT debug)
 package(debug qxsh-dbg SECTION debug DEPENDS "qxsh (${this_version})"
