@@ -1,10 +1,12 @@
 # Toolchain for your own 32-bit ARM board, with a vendor's compiler. docs/board.md is the guide.
 # Options, set with -D:
+#
 #   QXSH_BOARD_COMPILER  the prefix of the compilers: /opt/vendor/bin/arm-linux-
-#   QXSH_BOARD_SYSROOT   the folder with the board's usr/include and usr/lib; default: the compiler's
-#   QXSH_BOARD_TCL       the folder with the board's include/tcl.h and lib/libtcl8.5.so; default: usr
+#   QXSH_BOARD_SYSROOT   folder with the board's usr/include and usr/lib; default: the compiler's
+#   QXSH_BOARD_TCL       folder with the board's include/tcl.h and lib/libtcl8.5.so; default: usr
 #                        in the sysroot
 #   QXSH_LINE_EDITING    OFF if the board has no tclreadline
+#
 # QXSH_TCL_VERSION is 8.5 by default.
 
 # Variables that CMake's own test compilations need, too.

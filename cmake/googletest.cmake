@@ -3,7 +3,7 @@
 
 set(QXSH_GOOGLETEST /usr/src/googletest CACHE PATH "GoogleTest's sources (package googletest)")
 if(NOT EXISTS "${QXSH_GOOGLETEST}/CMakeLists.txt")
-    message(FATAL_ERROR "${QXSH_GOOGLETEST} does not contain GoogleTest: install package googletest, or "
+    message(FATAL_ERROR "${QXSH_GOOGLETEST} does not contain GoogleTest: install googletest, or "
                         "configure with -DBUILD_TESTING=OFF")
 endif()
 

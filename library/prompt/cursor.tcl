@@ -1,6 +1,7 @@
 # Package qx::prompt, the context of the cursor: parses a command that is still being typed. Nothing
-# is run or substituted; the result depends only on the text. Relies on nothing. The constructs open
-# at the cursor are a list of frames, the outermost first. A frame is a dict:
+# is run or substituted; the result depends only on the text. Relies on nothing.
+#
+# The constructs open at the cursor are a list of frames, the outermost first. A frame is a dict:
 #   kind   script (the whole text, brackets, braces of a command that takes scripts), expression,
 #          data (other braces) or quoted
 #   words  the finished words of the command, or of the data, before the cursor

@@ -3,6 +3,7 @@
 //
 //   qx::prompt::readline::settle PLAIN   once, after tclreadline has been initialized
 //   qx::prompt::readline::files ON       whether file names complete where nothing else does
+//
 // The edited line itself is handled in typed_line.cpp.
 #include "library/prompt/typed_line.h"
 

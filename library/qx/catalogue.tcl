@@ -1,9 +1,11 @@
 # Package qx, the facts in the SDK's catalogue: areas, records with their fields, calls, the 1093
 # commands, the statuses of the simulated device, for the rest of the package and for scripts.
 # Relies on catalogue_data.tcl, which the build generates from the catalogue, and on wording.tcl for
-# the descriptions of commands. Type words: u8 u16 u32 i32 u64, a record's name, any of these with *
-# for a pointer, void*; as a result also none, status, and low32 (the low half of a 64-bit number).
-# An unknown name is an error with the code {QX UNKNOWN <kind> <name>}.
+# the descriptions of commands.
+#
+# Type words: u8 u16 u32 i32 u64, a record's name, any of these with * for a pointer, void*; as a
+# result also none, status, and low32 (the low half of a 64-bit number). An unknown name is an error
+# with the code {QX UNKNOWN <kind> <name>}.
 
 namespace eval qx::catalogue {
     # The variables of catalogue_data.tcl, each a dict:

@@ -1,8 +1,10 @@
 # Package qx, qx::lint: parses a script and reports mistakes in its SDK and record commands: unknown
 # names, wrong numbers of arguments, constants out of range, handles of the wrong type, released
-# handles. Nothing is run. Relies on script_parser.tcl and catalogue.tcl. The value of a variable is
-# followed through consecutive commands. A body (of if, while, proc ...) starts with the values
-# known before it; values that it may change are unknown after it: better silent than wrong.
+# handles. Nothing is run. Relies on script_parser.tcl and catalogue.tcl.
+#
+# The value of a variable is followed through consecutive commands. A body (of if, while, proc ...)
+# starts with the values known before it; values that it may change are unknown after it: better
+# silent than wrong.
 
 namespace eval qx::lint {
     variable findings {} ;# line and text of each

@@ -1,6 +1,8 @@
 # Package qx: help, whole records, statuses as errors and a script checker, on top of the 1093
 # commands. All of it is in the namespace qx, one part per file. Relies on the files beside this
-# one. Procedures of qx::sim and qx::catalogue are called by their full names. The commands in the
+# one.
+#
+# Procedures of qx::sim and qx::catalogue are called by their full names. The commands in the
 # namespace qx are aliases of procedures in the parts' own namespaces, or come from the package's
 # library, which is loaded on the first call of one of them. One of them is named `set`: so no code
 # of the package runs in the namespace qx itself, where `set` would not be Tcl's.

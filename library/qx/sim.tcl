@@ -1,8 +1,9 @@
 # Package qx, qx::sim: control of the simulated device. Faults, latency, call log, reset, snapshots,
-# and the flow table's hash. On a board only the hash is meaningful. The simulator reads commands
-# from a control file, which must be named before the first SDK call of the process: by the
-# environment variable QX_SIM_CONTROL, or by `qx::sim::attach` in the script. Each procedure has
-# taken effect when it returns. Relies on the shell's SDK commands.
+# and the flow table's hash. On a board only the hash is meaningful.
+#
+# The simulator reads commands from a control file, which must be named before the first SDK call of
+# the process: by the environment variable QX_SIM_CONTROL, or by `qx::sim::attach` in the script.
+# Each procedure has taken effect when it returns. Relies on the shell's SDK commands.
 
 namespace eval qx::sim {
     variable control {}  ;# the control file; empty until attached

@@ -1,7 +1,9 @@
 # Package qx: qx::check turns statuses into errors, qx::watch records the words of failing commands.
 # Relies on catalogue.tcl. Statuses have the names of the simulated device; in another SDK a number
-# may mean something else. Both use Tcl's execution traces, so the commands themselves are
-# unchanged. A block has its 83 traces while it runs.
+# may mean something else.
+#
+# Both use Tcl's execution traces, so the commands themselves are unchanged. A block has its 83
+# traces while it runs.
 
 namespace eval qx::status {
     variable last {}     ;# the last failure: words, code, result, and Tcl's errorInfo before it

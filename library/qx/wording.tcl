@@ -1,7 +1,8 @@
 # Package qx, the descriptions of commands: purpose, arguments with their ranges, result, notes,
 # related commands. Help, Tab, the pages and the manuals use these texts and have none of their own;
-# lint checks the same bounds. Relies on catalogue.tcl. A command is a dict as returned by
-# qx::catalogue::facts. All texts are plain, without markup.
+# lint checks the same bounds. Relies on catalogue.tcl.
+#
+# A command is a dict as returned by qx::catalogue::facts. All texts are plain, without markup.
 
 namespace eval qx::wording {}
 
