@@ -1,22 +1,21 @@
-# Tool chain for a 32-bit ARM board of your own, with a vendor's compiler; docs/board.md is the
-# guide. To be set, with -D:
+# Toolchain for your own 32-bit ARM board, with a vendor's compiler. docs/board.md is the guide.
+# Options, set with -D:
 #
-#   QXSH_BOARD_COMPILER  what the names of the compilers begin with: /opt/vendor/bin/arm-linux-
-#   QXSH_BOARD_SYSROOT   the folder with the board's usr/include and usr/lib; left out: the
-#                        compiler's own
-#   QXSH_BOARD_TCL       the folder with the board's include/tcl.h and lib/libtcl8.5.so; left
-#                        out: usr of the sysroot
-#   QXSH_LINE_EDITING    OFF where the board has no tclreadline
+#   QXSH_BOARD_COMPILER  the prefix of the compilers: /opt/vendor/bin/arm-linux-
+#   QXSH_BOARD_SYSROOT   folder with the board's usr/include and usr/lib; default: the compiler's
+#   QXSH_BOARD_TCL       folder with the board's include/tcl.h and lib/libtcl8.5.so; default: usr
+#                        in the sysroot
+#   QXSH_LINE_EDITING    OFF if the board has no tclreadline
 #
-# QXSH_TCL_VERSION is 8.5 unless said otherwise.
+# QXSH_TCL_VERSION is 8.5 by default.
 
-# What a test compilation of CMake's own has to know, too.
+# Variables that CMake's own test compilations need, too.
 list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES
      QXSH_BOARD_COMPILER QXSH_BOARD_SYSROOT QXSH_BOARD_TCL)
 
 if(NOT QXSH_BOARD_COMPILER)
-    message(FATAL_ERROR "QXSH_BOARD_COMPILER is not set: what the names of the board's compilers "
-                        "begin with, such as /opt/vendor/bin/arm-linux-")
+    message(FATAL_ERROR "QXSH_BOARD_COMPILER is not set: the prefix of the board's compilers, such "
+                        "as /opt/vendor/bin/arm-linux-")
 endif()
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR armv7l)
@@ -26,11 +25,11 @@ if(QXSH_BOARD_SYSROOT)
     set(CMAKE_SYSROOT "${QXSH_BOARD_SYSROOT}")
 endif()
 
-# A processor may not read a word at an odd address; a small loader does not know unique symbols.
+# The processor may not support unaligned reads, and a small loader may not support unique symbols.
 set(CMAKE_C_FLAGS_INIT -mno-unaligned-access)
 set(CMAKE_CXX_FLAGS_INIT "-mno-unaligned-access -fno-gnu-unique")
 
-# The board's libraries are found there and nowhere else; programs are this machine's.
+# Libraries are searched only there; programs are this machine's.
 if(QXSH_BOARD_TCL)
     list(APPEND CMAKE_FIND_ROOT_PATH "${QXSH_BOARD_TCL}")
 endif()

@@ -1,4 +1,4 @@
-# What the tool chains share whose libraries are not this machine's. Relies on
+# Common part of the toolchains whose libraries are not this machine's. Relies on
 # `foreign_architecture`, the folder below build/sysroot, and, for another processor, on
 # `foreign_compiler` (prefix of Debian's cross compiler) and CMAKE_LIBRARY_ARCHITECTURE.
 
@@ -10,7 +10,7 @@ if(foreign_compiler)
     set(CMAKE_CXX_COMPILER ${foreign_compiler}-g++)
 endif()
 
-# Libraries are found here and nowhere else; programs are this machine's.
+# Libraries are searched only here; programs are this machine's.
 set(QXSH_SYSROOT "${foreign_project}/build/sysroot/${foreign_architecture}/root")
 set(CMAKE_FIND_ROOT_PATH "${QXSH_SYSROOT}")
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
@@ -18,6 +18,6 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# Runs what was built: ctest puts it before test programs, and test drivers before the shell.
+# Runs the built programs: ctest prefixes test programs with it, and test drivers the shell.
 set(CMAKE_CROSSCOMPILING_EMULATOR "${foreign_project}/tools/setup/launch" ${foreign_architecture})
 set(QXSH_LAUNCHER "${CMAKE_CROSSCOMPILING_EMULATOR}")

@@ -1,9 +1,9 @@
-# GoogleTest (targets gtest, gtest_main, gmock), compiled as the tests are; its own
-# warnings are not ours. Relies on Debian's copy of the sources (package googletest).
+# GoogleTest (targets gtest, gtest_main, gmock), compiled like the tests, without its own warnings.
+# Relies on Debian's copy of the sources (package googletest).
 
 set(QXSH_GOOGLETEST /usr/src/googletest CACHE PATH "GoogleTest's sources (package googletest)")
 if(NOT EXISTS "${QXSH_GOOGLETEST}/CMakeLists.txt")
-    message(FATAL_ERROR "${QXSH_GOOGLETEST} holds no GoogleTest: install package googletest, or "
+    message(FATAL_ERROR "${QXSH_GOOGLETEST} does not contain GoogleTest: install googletest, or "
                         "configure with -DBUILD_TESTING=OFF")
 endif()
 

@@ -1,4 +1,4 @@
-# Tool chain for 32-bit PCs, whose programs run natively. Relies on packages g++-i686-linux-gnu and
+# Toolchain for 32-bit PCs, whose programs run natively. Relies on packages g++-i686-linux-gnu and
 # libc6-i386 and on build/sysroot/i386.
 
 set(foreign_compiler i686-linux-gnu)

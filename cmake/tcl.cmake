@@ -1,6 +1,6 @@
-# Finds Tcl and line editing for the processor that is built for; to be included after project().
-# Relies on Debian's layout and on QXSH_SYSROOT of the tool chains; another Tcl, such as a board's,
-# is named by hand in the cache variables below.
+# Finds Tcl and line editing for the target processor; to be included after project(). Relies on
+# Debian's layout and on QXSH_SYSROOT of the toolchains; set the cache variables below by hand for
+# another Tcl, such as a board's.
 #
 #   tcl::tcl           libtcl itself: for programs that call Tcl_Main or create interpreters
 #   tcl::stub          the stub library, with USE_TCL_STUBS: for all that a stock tclsh loads
@@ -15,7 +15,7 @@
 
 set(QXSH_TCL_VERSION 8.6 CACHE STRING "Tcl version to build with")
 
-# A board's tool chain names a sysroot as CMake does.
+# A board's toolchain sets CMake's own sysroot variable.
 if(CMAKE_SYSROOT AND NOT QXSH_SYSROOT)
     set(QXSH_SYSROOT "${CMAKE_SYSROOT}")
 endif()
@@ -45,7 +45,7 @@ foreach(variable IN LISTS wanted)
     if(NOT ${variable})
         get_property(what CACHE ${variable} PROPERTY HELPSTRING)
         if(QXSH_SYSROOT)
-            string(APPEND what ", looked for in ${QXSH_SYSROOT}")
+            string(APPEND what ", searched in ${QXSH_SYSROOT}")
         endif()
         message(FATAL_ERROR "${variable} was not found: ${what}")
     endif()
@@ -68,21 +68,21 @@ endif()
 list(TRANSFORM QXSH_LAUNCHER REPLACE "(.+)" "{\\1}" OUTPUT_VARIABLE QXSH_LAUNCHER_TCL)
 list(JOIN QXSH_LAUNCHER_TCL " " QXSH_LAUNCHER_TCL)
 
-# link_by_name(TARGET LIBRARY): links a shared library by name. Of a whole path, or of a link
-# directory, CMake would make an entry in the RUNPATH, which has to name our own library's folder
-# alone.
+# link_by_name(TARGET LIBRARY): links a shared library by name. For a whole path, or a link
+# directory, CMake would add an entry to the RUNPATH, which must contain only our own library's
+# folder.
 function(link_by_name target library)
     get_filename_component(folder "${library}" DIRECTORY)
     get_filename_component(name "${library}" NAME_WLE)
     string(REGEX REPLACE "^lib" "-l" option "${name}")
     target_link_libraries(${target} INTERFACE ${option})
     if(NOT folder IN_LIST CMAKE_CXX_IMPLICIT_LINK_DIRECTORIES)
-        # The second folder is for the libraries that these need in turn.
+        # The second folder is for the dependencies of these libraries.
         target_link_options(${target} INTERFACE "-L${folder}" "LINKER:-rpath-link,${folder}")
     endif()
 endfunction()
 
-# What is built finds libraries in <build>/lib alone, so a Tcl that the loader does not find is
+# Built programs find libraries only in <build>/lib, so a Tcl that the loader does not find goes
 # there.
 get_filename_component(folder "${QXSH_TCL_LIBRARY}" DIRECTORY)
 if(NOT folder IN_LIST CMAKE_CXX_IMPLICIT_LINK_DIRECTORIES)
@@ -99,8 +99,9 @@ add_library(tcl::stub INTERFACE IMPORTED)
 target_include_directories(tcl::stub INTERFACE "${QXSH_TCL_INCLUDE}")
 target_compile_definitions(tcl::stub INTERFACE USE_TCL_STUBS)
 target_link_libraries(tcl::stub INTERFACE "${QXSH_TCLSTUB_LIBRARY}")
-# Its functions are each library's own. Tcl 8.5 has some of the same names, so that a shell that
-# shows them would give them to every extension it loads, whose own stub table would stay empty.
+# Each library has its own copy of these functions, hidden. Some have the same names in Tcl 8.5, so
+# a shell that exported them would override those of every extension it loads, whose stub table
+# would stay empty.
 get_filename_component(name "${QXSH_TCLSTUB_LIBRARY}" NAME)
 target_link_options(tcl::stub INTERFACE "LINKER:--exclude-libs,${name}")
 

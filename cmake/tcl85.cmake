@@ -1,5 +1,5 @@
-# Tool chain for this machine with a Tcl 8.5 of one's own in place of Debian's Tcl. Relies on
-# build/sysroot/tcl85, which tools/setup/tcl85 makes; line editing's libraries are not there.
+# Toolchain for this machine with a self-built Tcl 8.5 instead of Debian's Tcl. Relies on
+# build/sysroot/tcl85, which tools/setup/tcl85 builds, without the libraries for line editing.
 
 set(foreign_architecture tcl85)
 set(CMAKE_SYSTEM_PROCESSOR ${CMAKE_HOST_SYSTEM_PROCESSOR})

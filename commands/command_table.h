@@ -1,5 +1,5 @@
-// The command table: every command of the module with its wrapper, in the order of registration,
-// and what each command is: its words, and what it does with the memory behind them.
+// The generated command table: every command of the module with its wrapper, in order of
+// registration, and what each command is: its words, and what it does with the memory behind them.
 #pragma once
 
 #include "records/table.h"

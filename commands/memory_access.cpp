@@ -5,7 +5,7 @@
 
 namespace qxsh {
 
-// The fault is told by the result and must not become the next command's error.
+// The result reports the fault, which must not become the next command's error.
 static bool without_fault(bool accessed)
 {
     if (!accessed)

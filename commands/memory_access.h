@@ -1,6 +1,5 @@
-// The way to the memory behind handles for libraries that are loaded beside the module: whoever
-// shares the interpreter finds it as associated data. So they meet memory in the same way as the
-// module's own commands do.
+// Memory access for other libraries in the same interpreter, which find it as associated data. They
+// then check memory behind handles in the same way as the module's own commands.
 #pragma once
 
 #include "runtime/tcl_api.h"
@@ -9,23 +8,26 @@
 
 namespace qxsh {
 
-/// The name of the associated data. What is found there keeps this form; another has another name.
+/// The name of the associated data, a memory_access. The struct never changes under this name; a
+/// different one gets a new name.
 constexpr const char *memory_access_name = "qxsh::memory_access 1";
 
 struct memory_access
 {
-    /// Whether `size` bytes (1 to 4096) can be read. Where the process has no handler for faults of
-    /// guarded_memory.h, an address without memory ends it.
+    /// Whether `size` bytes (1 to 4096) at `address`, which may be null, can be read. If the
+    /// process has no handler for the faults of guarded_memory.h, an address without memory ends
+    /// it.
     bool (*can_read)(const void *address, std::uint32_t size);
 
-    /// The same for writing.
+    /// The same for writing; the bytes keep their values.
     bool (*can_write)(void *address, std::uint32_t size);
 
-    /// Strict memory is on: only the module's commands know which handles are good.
+    /// Strict memory is on: only the module's commands know which handles are valid.
     bool strict;
 };
 
-/// Lets the interpreter's other libraries find it.
+/// Publishes the memory access in the interpreter. The struct is static and shared by all
+/// interpreters.
 void offer_memory_access(Tcl_Interp *interp, bool strict);
 
 } // namespace qxsh

@@ -1,4 +1,4 @@
-// Before and behind SDK calls; see sdk_call.h.
+// Before and after SDK calls; see sdk_call.h.
 #include "commands/sdk_call.h"
 
 #include "commands/sdk_output.h"

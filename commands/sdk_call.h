@@ -1,5 +1,5 @@
-// What stands around a call of the SDK: one order of output, and a history of the latest calls for
-// whoever has to tell what happened.
+// Before and after an SDK call: keeping output in order, and a history of the latest calls for
+// crash reports.
 #pragma once
 
 #include "runtime/tcl_api.h"
@@ -8,14 +8,14 @@
 
 namespace qxsh {
 
-/// The latest SDK calls and the command that may end the process. Plain data, so that a handler of
-/// signals can read it.
+/// The latest SDK calls and the command that is running now. Plain data, so that a signal handler
+/// can read it.
 struct call_history {
     static constexpr unsigned length = 16;
 
     struct call {
         const char *usage;   ///< e.g. "oo:qx_flow_add device_id p_flow "; null: none yet
-        unsigned int status; ///< as the SDK gave it
+        unsigned int status; ///< as the SDK returned it
     };
     std::array<call, length> calls; ///< call number n is at n % length
     unsigned int count;             ///< calls that have returned
@@ -29,7 +29,8 @@ struct call_history {
 
 extern call_history history;
 
-/// Notes that a command goes where a fault cannot be undone.
+/// Records that a command enters code where a fault cannot be turned into an error. The arguments
+/// must stay valid until end_call().
 inline void begin_call(Tcl_Interp *interp, int objc, Tcl_Obj *const objv[], const char *usage)
 {
     history.usage = usage;
@@ -38,13 +39,15 @@ inline void begin_call(Tcl_Interp *interp, int objc, Tcl_Obj *const objv[], cons
     history.interp = interp;
 }
 
+/// Records that the command has left that code.
 inline void end_call() { history.interp = nullptr; }
 
-/// Stands before an SDK call: what is buffered in Tcl's stdout comes out before what the SDK prints.
+/// To be called before an SDK call: begin_call, and flushes Tcl's stdout, so that earlier output
+/// comes before the SDK's.
 void begin_sdk_call(Tcl_Interp *interp, int objc, Tcl_Obj *const objv[], const char *usage);
 
-/// Stands behind it: what the SDK has printed comes out. The command's result is the low 16 bits
-/// of the status. Returns TCL_OK.
+/// To be called after it: flushes the SDK's output, records the call, and sets the command's result
+/// to the low 16 bits of the status. Returns TCL_OK.
 int end_sdk_call(unsigned int status);
 
 } // namespace qxsh

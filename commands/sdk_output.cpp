@@ -13,7 +13,7 @@ constinit output_state output = {nullptr, false};
 
 static void forget_channel(ClientData) { output.tcl_stdout = nullptr; }
 
-// Asking for the channel anew takes longer than the flush it is for.
+// Cached, because looking up the channel takes longer than flushing it.
 static Tcl_Channel tcl_stdout()
 {
     if (output.tcl_stdout == nullptr) {
@@ -24,8 +24,7 @@ static Tcl_Channel tcl_stdout()
     return output.tcl_stdout;
 }
 
-// From this size on a text goes to the device at once: Tcl's copying takes longer than the system
-// call.
+// Texts from this size on bypass Tcl's buffer: copying them takes longer than a system call.
 constexpr std::size_t large_text = 1024;
 
 static bool line_ends_stay(Tcl_Channel channel)
@@ -45,7 +44,7 @@ static bool filtered(Tcl_Channel channel)
     return Tcl_GetStackedChannel(Tcl_GetTopChannel(channel)) != nullptr;
 }
 
-// Writes past Tcl's buffer, behind what is in it. Gives the number of bytes that were taken.
+// Flushes Tcl's buffer and writes past it. Returns the number of bytes written.
 static std::size_t write_directly(Tcl_Channel channel, const char *bytes, std::size_t size)
 {
     if (filtered(channel) || !line_ends_stay(channel) ||

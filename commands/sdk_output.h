@@ -1,31 +1,30 @@
-// Keeps one order of output: what helpers print goes through Tcl's stdout channel, and around a
-// call of the SDK, which prints through C's stdout, whatever is buffered comes out first.
+// Keeps output in order: helpers print through Tcl's stdout channel, the SDK through C's stdout,
+// and each is flushed before the other is used.
 #pragma once
 
 #include "runtime/tcl_api.h"
 
 namespace qxsh {
 
-/// Points the helpers' output at Tcl's stdout channel, whatever it is at the time of printing. With
-/// no such channel (closed) the text is dropped.
+/// Directs the helpers' output to the channel that is Tcl's stdout at the time of printing. If
+/// there is none (closed), the text is dropped.
 void send_output_to_tcl();
 
-/// Makes C's stdout write at once, so that it never holds anything back. For the shell's process
-/// entry only: in another program the stream may be in use already, and is flushed after each call
-/// instead.
+/// Makes C's stdout unbuffered. For the shell's process entry only: in another program the stream
+/// may already be in use, and is flushed after each call instead.
 void unbuffer_c_output();
 
-/// What the two below look at, on every call of the SDK.
+/// The state that every SDK call checks.
 struct output_state {
-    Tcl_Channel tcl_stdout;  ///< as long as it is open; null: not known yet, or none
-    bool c_stdout_is_direct; ///< C's stdout holds nothing back
+    Tcl_Channel tcl_stdout;  ///< while it is open; null: not known yet, or none
+    bool c_stdout_is_direct; ///< C's stdout is unbuffered
 };
 extern output_state output;
 
-/// Writes out what Tcl's stdout holds back.
+/// Flushes Tcl's stdout, if it is open and holds anything.
 void flush_tcl_output();
 
-/// Writes out what C's stdout holds back. Costs no system call if that is nothing.
+/// Flushes C's stdout. Costs no system call if it is empty.
 void flush_c_output();
 
 } // namespace qxsh

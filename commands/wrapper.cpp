@@ -1,4 +1,4 @@
-// The slow ways of wrappers; see wrapper.h.
+// The slow paths of wrappers; see wrapper.h.
 #include "commands/wrapper.h"
 
 #include "runtime/arguments.h"
@@ -24,7 +24,7 @@ static swig_type_record *type_of(word_kind kind)
     Tcl_Obj *words[1 + most_arguments];
     words[0] = objv[0];
     for (int i = 0; kinds[i] != word_end; ++i) {
-        converted[i].bytes = nullptr; // for who looks at the words of a call: there is no text
+        converted[i].bytes = nullptr; // tells the crash report that there is no text
         if (!convert_word(interp, objv[i + 1], i + 1, usage, kinds[i], type_of(kinds[i]),
                           converted[i]))
             return TCL_ERROR;
@@ -36,8 +36,8 @@ static swig_type_record *type_of(word_kind kind)
 int call_converted(Tcl_ObjCmdProc *wrapper, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[],
                    const char *usage, const word_kind *kinds)
 {
-    // Most often what is not ready is the first word, a handle that a script has as text. Neither
-    // does that need a stack frame.
+    // Usually the word that is not ready is the first, a handle that a script has as text. That
+    // case needs no stack frame either.
     const int type = kinds[0] - word_handle;
     if (objc > 1 && type >= 0 && read_new_handle(objv[1], swig_types[type], swig_type_names[type]))
         return wrapper(nullptr, interp, objc, objv);

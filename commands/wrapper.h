@@ -1,6 +1,6 @@
-// What every wrapper shares. A wrapper looks whether its words are as nearly all words are; if one
-// is not, it has them converted and is called again with words that are. So what it does at once
-// needs no stack frame, and all that takes time is in one place.
+// The code that all wrappers share. A wrapper checks whether its words are ready
+// (runtime/command_words.h); if one is not, it has all of them converted and is called again with
+// the converted words. So its fast path needs no stack frame, and the slow path is shared.
 #pragma once
 
 #include "helpers/guarded_memory.h"
@@ -11,16 +11,18 @@
 
 namespace qxsh {
 
-/// Counts and converts the words of a command, by their kinds in order, and calls its wrapper with
-/// them. `usage` and `kinds` are the wrapper's own. The message of the first word that is refused
-/// is the command's error.
+/// Counts and converts the words of a command in order and calls its wrapper with the converted
+/// words. `usage` is the command's, `kinds` its words' kinds, ended by word_end. Returns the
+/// wrapper's result, or TCL_ERROR with the message for the first bad word.
 int call_converted(Tcl_ObjCmdProc *wrapper, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[],
                    const char *usage, const word_kind *kinds);
 
-/// Makes the pending fault of guarded_memory.h the command's error.
+/// Turns the pending fault of guarded_memory.h into the command's error and clears it. Returns
+/// TCL_ERROR.
 int report_memory_fault(Tcl_Interp *interp, const char *usage);
 
-// The ends of commands that went to memory: their result, or the fault they met there.
+// The ends of commands that accessed memory: they set the result, if the command has one, and
+// return TCL_OK; or they report the fault.
 
 inline int finish(Tcl_Interp *interp, const char *usage)
 {

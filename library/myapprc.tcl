@@ -1,13 +1,13 @@
-# A sample rc file: copy it to ~/.myapprc, or let yours source it. It makes the prompt comfortable:
-# the package qx::prompt edits lines, completes them and keeps a history. At the prompt nothing runs
-# but commands that are typed in full, with the package and without. Scripts are not touched.
+# A sample rc file: copy it to ~/.myapprc, or source it from yours. It starts the package
+# qx::prompt, which edits and completes lines and keeps a history. With the package and without,
+# only a command's full name runs it at the prompt. Scripts are not affected.
 
-# The rc file is also read when commands come from a pipe; comforts are for people.
+# The rc file is also read when commands come from a pipe, which needs none of this.
 if {![info exists tcl_interactive] || !$tcl_interactive} return
 
-# Settings of your own may come here or behind the last line.
+# Put your own settings here or after the last line.
 
-# Tcl's search for a package reads the indexes of all; this one's alone are there much sooner.
+# Tcl's search for a package reads all indexes; reading only this package's is much faster.
 foreach dir $auto_path {
     foreach index [glob -nocomplain -directory $dir qx_prompt\[0-9\]*/pkgIndex.tcl] {
         set dir [file dirname $index]
@@ -19,7 +19,7 @@ unset -nocomplain dir index
 if {[catch { package require qx::prompt } reason]} {
     puts stderr "plain prompt: $reason"
     # Tcl's own handler of unknown commands would run abbreviations (qx_flow_ad) and Unix programs
-    # (ls). This one loads what the script libraries have to offer, and refuses everything else.
+    # (ls). This one autoloads from the script libraries, and rejects everything else.
     set auto_noexec 1
     proc unknown {name args} {
         if {[auto_load $name [uplevel 1 {namespace current}]]} {

@@ -1,2 +1,2 @@
-# The package of qxsh's commands for any Tcl shell. The SDK library is found by the loader.
+# The package of qxsh's commands for any Tcl shell. The dynamic loader finds the SDK library.
 package ifneeded demo 0.0 [list load [file join $dir libdemo[info sharedlibextension]] Demo]

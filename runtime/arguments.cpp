@@ -12,7 +12,7 @@
 
 namespace {
 
-// The targets of a call; without any, every letter has a null one.
+// The targets of a call; without an argument list, every letter has a null target.
 class targets
 {
 public:
@@ -53,7 +53,7 @@ bool store_double(Tcl_Interp *interp, Tcl_Obj *word, char letter, void *target)
     return true;
 }
 
-// Stores one word; false leaves the message of a failed number, or none.
+// Stores one word. Returns false with the message of a failed number, or with none.
 bool store_word(Tcl_Interp *interp, Tcl_Obj *word, char letter, void *target, int *length,
                 swig_type_record *type)
 {
@@ -112,7 +112,7 @@ int parse_words(Tcl_Interp *interp, int objc, Tcl_Obj *const objv[], const char 
         int *length = nullptr;
         if (kind == 'p')
             type = target_list.next<swig_type_record>();
-        // Letters that belong to a null target are consumed like any other.
+        // Letters with a null target are consumed like any other.
         const bool upper = kind != *letter;
         if (kind == 's' && letter[1] == '#') {
             length = target_list.next<int>();

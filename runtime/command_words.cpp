@@ -32,7 +32,7 @@ bool refuse_word(Tcl_Interp *interp, int number, const char *usage, word_kind ki
     return false;
 }
 
-// Reads the word as a number of the type that `read` gives.
+// Converts the word to a number of the type that `read` returns.
 template <class Number>
 static int convert_number(int (*read)(Tcl_Interp *, Tcl_Obj *, Number *), Tcl_Obj *word,
                           Tcl_Obj &converted)

@@ -1,6 +1,6 @@
-// The words of a command. Nearly always a handle word remembers its pointer and a number word is a
-// small integer object: such words are `ready`, which a wrapper decides inline, without a stack
-// frame. All others are converted first, into words that are.
+// The words of a command. Nearly always a handle word caches its pointer and a number word is a
+// small integer object: such words are `ready`, which a wrapper checks inline, without a stack
+// frame. All others are first converted into words that are ready.
 #pragma once
 
 #include "runtime/handle.h"
@@ -14,10 +14,10 @@
 
 namespace qxsh {
 
-/// What a word has to be. From `word_handle` on it is a handle of one type: word_handle + the
-/// type's number in the module's type table.
+/// What a command expects of a word. Values from `word_handle` on mean a handle of one type:
+/// word_handle + the type's index in the module's type table.
 enum word_kind : std::uint8_t {
-    word_end, ///< behind a command's last word
+    word_end, ///< ends a list of kinds
     word_unsigned_char,
     word_unsigned_short,
     word_unsigned_int,
@@ -27,13 +27,14 @@ enum word_kind : std::uint8_t {
     word_handle,
 };
 
-/// The kind of a handle of type number `type`.
+/// The kind of a handle of the type with the index `type`.
 consteval word_kind handle_of(int type) { return static_cast<word_kind>(word_handle + type); }
 
-/// The type of converted number words: internalRep.wideValue is the number. No script sees one.
+/// The type of converted number words: internalRep.wideValue is the number. Scripts never see one.
 [[gnu::visibility("hidden")]] extern object_type converted_number;
 
-/// Whether the word is a number that fits, as it stands; gives it if so.
+/// Whether the word is ready: its object already holds a number that `Number` can represent. Sets
+/// `value` if so; otherwise `value` is unspecified.
 template <class Number>
 [[gnu::always_inline]] inline bool ready(const Tcl_Obj *word, Number &value)
 {
@@ -51,14 +52,16 @@ template <class Number>
     return word->typePtr == &converted_number;
 }
 
-/// Whether the word remembers a pointer; gives it if so.
+/// Whether the word caches a pointer, of any type. Sets `pointer` if so; otherwise `pointer` is
+/// unspecified.
 inline bool ready(const Tcl_Obj *word, void *&pointer)
 {
     pointer = word->internalRep.twoPtrValue.ptr1;
     return word->typePtr == &handle_type;
 }
 
-/// Whether the word remembers a handle of exactly this type, which is the type of the pointer.
+/// Whether the word caches a handle of exactly this type, which must be that of `pointer`. Sets
+/// `pointer` if so; otherwise `pointer` is unspecified.
 template <class Target>
 bool ready(const Tcl_Obj *word, Target *&pointer, const swig_type_record *type)
 {
@@ -67,14 +70,16 @@ bool ready(const Tcl_Obj *word, Target *&pointer, const swig_type_record *type)
     return word->typePtr == &handle_type && memory.ptr2 == type;
 }
 
-/// Converts the word that is `number` (from 1) of a command with this usage, e.g.
-/// "oo:qx_flow_add device_id p_flow ". `type` is that of a handle of one type, "NULL" gives null.
-/// `converted` becomes a word that is ready, to be read and no more: it is no object of Tcl's.
-/// False with the message that the script sees.
+/// Converts word `number` (from 1) of a command with this usage, e.g.
+/// "oo:qx_flow_add device_id p_flow ". `type` is the expected type of a handle of one type, and
+/// null for the other kinds; the word "NULL" gives a null pointer. `converted` becomes a ready
+/// word, only for ready(): it is not a proper Tcl object. Returns false with the error message in
+/// the interpreter.
 bool convert_word(Tcl_Interp *interp, Tcl_Obj *word, int number, const char *usage, word_kind kind,
                   swig_type_record *type, Tcl_Obj &converted);
 
-/// Makes the conversion error of that word the command's, whatever it is; gives false.
+/// Sets the error message for that word and returns false. `code` is a swig_error; `type` as in
+/// convert_word.
 bool refuse_word(Tcl_Interp *interp, int number, const char *usage, word_kind kind,
                  const swig_type_record *type, int code = SWIG_TypeError);
 

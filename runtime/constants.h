@@ -1,5 +1,5 @@
-// Constants: script variables that stand for native pointers and data, and the table that finds
-// them by name.
+// Constants: script variables that hold native pointers and data, and the table to look them up by
+// name.
 #pragma once
 
 #include "runtime/tcl_api.h"
@@ -18,19 +18,21 @@ struct swig_const_info {
     long integer;
     double floating;
     void *pointer;
-    swig_type_record **type; ///< a place in a type table, resolved when the constant is made
+    swig_type_record **type; ///< an element of a type table, read when the constant is created
 };
 
-/// Sets a global variable for each constant that has a value and enters the value in the
-/// process-wide table, which is made on the first call even if there are no constants.
+/// Sets a global variable for each constant of a known kind and enters its value in the
+/// process-wide table, replacing a value of the same name. `constants` ends with kind 0. The first
+/// call creates the table, even if there are no constants.
 void swig_install_constants(Tcl_Interp *interp, const swig_const_info *constants);
 
 namespace qxsh {
 
-/// The constant's value if the word names one, else the word itself.
+/// The constant's value if the word names a constant, else the word itself. The caller gets no
+/// reference.
 Tcl_Obj *constant_for(Tcl_Obj *word);
 
-/// Number of constants in the table, or -1 before it is made.
+/// Number of constants in the table, or -1 before the table is created.
 int constant_count();
 
 } // namespace qxsh

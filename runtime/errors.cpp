@@ -30,7 +30,7 @@ void swig_set_error_msg(Tcl_Interp *interp, const char *category, const char *me
     Tcl_AppendResult(interp, category, " ", message, nullptr);
 }
 
-// It stands between the colon and the first blank.
+// The name is between the colon and the first blank.
 std::string qxsh::method_name(const char *usage)
 {
     const char *const name = std::strchr(usage, ':') + 1;

@@ -6,15 +6,17 @@
 
 #include <string>
 
-/// The category of an error code; "RuntimeError" for a code without one.
+/// The category of a swig_error, e.g. "TypeError"; "RuntimeError" for any other code. Static text.
 const char *swig_error_type_name(int code);
 
-/// Makes "<category> <message>" the interpreter's result and {SWIG <category>} its error code.
+/// Sets the interpreter's result to "<category> <message>" and its error code to {SWIG <category>}.
+/// Both texts are copied.
 void swig_set_error_msg(Tcl_Interp *interp, const char *category, const char *message);
 
 namespace qxsh {
 
-/// The command's name in its usage, e.g. "oo:qx_flow_add device_id p_flow ".
+/// The command's name in its usage: "qx_flow_add" in "oo:qx_flow_add device_id p_flow ". The usage
+/// must have a colon.
 std::string method_name(const char *usage);
 
 } // namespace qxsh

@@ -48,8 +48,8 @@ bool evaluate(Tcl_Interp *interp, const std::string &script, std::string &text)
     return true;
 }
 
-// Follows commands until `text` is a handle. False: it stands for nothing. True with an empty
-// text: "NULL". Whatever was evaluated, the result is left empty.
+// Follows commands until `text` is a handle; false if it never is. True with an empty text means
+// "NULL". The interpreter's result is reset if anything was evaluated.
 bool resolve_commands(Tcl_Interp *interp, std::string &text)
 {
     for (int round = 0; !text.starts_with('_'); ++round) {
@@ -59,7 +59,7 @@ bool resolve_commands(Tcl_Interp *interp, std::string &text)
         }
         if (text.empty() || interp == nullptr || round == qxsh::max_indirections)
             return false;
-        // Asking for the name first keeps the handler of unknown commands out of it.
+        // Looking up the name first keeps the handler of unknown commands from running.
         std::string known;
         if (!evaluate(interp, "info commands " + text, known) || known.empty() ||
             !evaluate(interp, text + " cget -this", text)) {
@@ -90,8 +90,8 @@ void apply(swig_cast_record *cast, void **pointer, int flags)
         report_new_memory();
 }
 
-// What a text that begins with "_" names. Only a typed success is worth remembering: the conversion
-// has then seen what the text really names.
+// What a text that begins with "_" names. Only a success for an expected type may be cached: only
+// then has the conversion looked up the type that the text names.
 struct named_pointer {
     std::uint32_t address = 0;
     swig_type_record *source = nullptr; // null: of any type, or of none
@@ -101,7 +101,7 @@ int convert_handle(const char *text, std::size_t length, void **pointer, swig_ty
                    int flags, named_pointer &named)
 {
     const char *rest = text + 1 + qxsh::address_digits;
-    // Digit by digit where one is bad: what comes before it counts.
+    // If a digit is bad, read digit by digit: those before it count.
     if (length < 1 + qxsh::address_digits || !qxsh::read_address(text + 1, named.address))
         rest = swig_unpack_hex(text + 1, &named.address, sizeof named.address);
     *pointer = qxsh::pointer_to(named.address);
@@ -130,7 +130,7 @@ int convert_other_text(Tcl_Interp *interp, const char *text, void **pointer,
     return convert_handle(word.c_str(), word.size(), pointer, type, flags, named);
 }
 
-// Keeps the text that the object already has: it came from a script and is never re-made.
+// Keeps the object's text: it came from a script and is never regenerated.
 void remember(Tcl_Obj *object, std::uint32_t address, swig_type_record *source)
 {
     if (object->typePtr != nullptr && object->typePtr->freeIntRepProc != nullptr)
@@ -143,7 +143,7 @@ bool fits_buffer(const swig_type_record *type)
     return 1 + qxsh::address_digits + std::strlen(type->name) + 1 <= handle_buffer;
 }
 
-// An object that remembers: the same answers as its text would give.
+// Converts an object with a cached pointer, with the same result as its text.
 int convert_remembered(Tcl_Obj *object, void **pointer, swig_type_record *type, int flags)
 {
     auto *const source = remembered_type(object);

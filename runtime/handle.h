@@ -12,49 +12,51 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Writes two lower-case digits per byte, no terminator; returns the position behind them.
+/// Writes two lower-case digits per byte, without a terminator; returns the position after them.
 char *swig_pack_hex(char *text, const void *data, std::size_t size);
 
-/// Reads two lower-case digits per byte; returns the position behind them, or null at a bad digit
-/// (the bytes before it are written).
+/// Reads two lower-case digits for each of `size` bytes; returns the position after them, or null
+/// at a bad digit (the bytes before it are written).
 const char *swig_unpack_hex(const char *text, void *data, std::size_t size);
 
-/// A new object (reference count 0) that stands for the pointer; its text is made when first asked
-/// for. Null when the type's name is too long for a handle. A pointer at or above 4 GiB has no
-/// handle: "NULL", and an assertion in debug builds.
+/// A new object (reference count 0) for the pointer; its text is created when it is first needed. A
+/// null pointer gives "NULL". Returns null if the type's name is too long for a handle. A pointer
+/// at or above 4 GiB has no handle: it gives "NULL", and fails an assertion in debug builds.
 Tcl_Obj *swig_new_pointer_obj(void *pointer, swig_type_record *type);
 
-/// A new object with any bytes in handle form, or null when the text would exceed 1000 characters.
+/// A new object (reference count 0) with any `size` bytes in handle form, or null if the text would
+/// exceed 1000 characters.
 Tcl_Obj *swig_new_packed_obj(const void *data, std::size_t size, swig_type_record *type);
 
-/// `flags` of the conversions: take the pointer out of the object table.
+/// A flag of the conversions: remove the pointer from the object table.
 constexpr int swig_disown = 1;
 
 /// Converts a handle's text, or the name of a command that answers " cget -this" with one, to a
 /// pointer. `type` is the expected type; null accepts any, even malformed digits. Returns 0, or -1
-/// without a message (the interpreter's result is then reset if anything was evaluated).
-/// `*pointer` is meaningless after a failure.
+/// without an error message (the interpreter's result is reset if anything was evaluated). After a
+/// failure `*pointer` is unspecified.
 int SWIG_Tcl_ConvertPtrFromString(Tcl_Interp *interp, const char *text, void **pointer,
                                   swig_type_record *type, int flags);
 
-/// The same for an object, which remembers what its text stood for.
+/// The same for an object, which caches the conversion of its text.
 int swig_convert_ptr(Tcl_Interp *interp, Tcl_Obj *object, void **pointer, swig_type_record *type,
                      int flags);
 
 namespace qxsh {
 
-/// The type of objects that remember what their handle text stands for: twoPtrValue holds the
-/// address and the record of the type that the text names.
+/// The type of objects that cache the conversion of their handle text: twoPtrValue holds the
+/// address and the swig_type_record of the type that the text names.
 [[gnu::visibility("hidden")]] extern object_type handle_type;
 
-/// Whether the pointer has a handle other than "NULL": it is not null and lies below 4 GiB.
+/// Whether the pointer has a handle other than "NULL": it is not null and is below 4 GiB.
 inline bool has_handle(const void *pointer)
 {
     assert(lies_low(pointer) && "blocks that scripts hold lie below 4 GiB");
     return pointer != nullptr && lies_low(pointer);
 }
 
-/// Makes an object without text and type remember a pointer that has a handle.
+/// Turns an object without text and type into a handle object of the pointer, which must have a
+/// handle.
 inline void become_handle(Tcl_Obj *object, void *pointer, swig_type_record *type)
 {
     object->internalRep.twoPtrValue.ptr1 = pointer;
@@ -62,9 +64,9 @@ inline void become_handle(Tcl_Obj *object, void *pointer, swig_type_record *type
     object->typePtr = &handle_type;
 }
 
-/// The short way for a text that has not been looked at, of a type whose last match was the type
-/// itself: if it is a well-formed handle of the type, the object remembers it. False, with the
-/// object unchanged: it has to go the long way, swig_convert_ptr. `name` is the type's own.
+/// The fast path for an object that has only a text, of a type whose last match was the type
+/// itself: if the text is a well-formed handle of the type, the object caches it. Returns false,
+/// with the object unchanged, if swig_convert_ptr has to decide. `name` is the type's name.
 inline bool read_new_handle(Tcl_Obj *object, swig_type_record *type, const handle_name &name)
 {
     const swig_cast_record *const cast = type->cast;
@@ -80,8 +82,8 @@ inline bool read_new_handle(Tcl_Obj *object, swig_type_record *type, const handl
     return true;
 }
 
-/// How often a word may lead to another one (a command whose " cget -this" names a command ...)
-/// before its conversion fails.
+/// How many times a word may lead to another one (a command whose " cget -this" names a command
+/// ...) before the conversion fails.
 constexpr int max_indirections = 64;
 
 } // namespace qxsh

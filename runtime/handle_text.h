@@ -1,5 +1,5 @@
-// The text of a handle: "_", the address and the type's name. What is here is for who reads many
-// of them; handle.h reads any.
+// The text of a handle: "_", the address and the type's name. These functions read well-formed
+// handles fast; handle.h reads any handle.
 #pragma once
 
 #include <array>
@@ -12,8 +12,8 @@ namespace qxsh {
 /// Digits of a handle's address.
 constexpr std::size_t address_digits = 8;
 
-/// What handles of a type carry behind the address: "_p_qx_flow_t". A name that has no room does
-/// not compile.
+/// The part of a type's handles after the address: "_p_qx_flow_t". A name of more than 38
+/// characters does not compile.
 struct handle_name
 {
     std::uint8_t length = 0;
@@ -26,15 +26,15 @@ struct handle_name
     }
 };
 
-/// The widest word that the processor reads from any address.
+/// The widest word that the processor can read at any address.
 #if defined __arm__ && !defined __ARM_FEATURE_UNALIGNED
 using unaligned_word = unsigned char;
 #else
 using unaligned_word = unsigned long;
 #endif
 
-/// Whether `text`, of the name's length, is the name. False for the few names that are shorter than
-/// a word, too: they have to be compared some other way.
+/// Whether `text`, which has the name's length, is the name. Always false for the few names shorter
+/// than a word: the caller must compare them in another way.
 inline bool is_name(const char *text, const handle_name &name)
 {
     constexpr int size = sizeof(unaligned_word);
@@ -58,7 +58,7 @@ inline bool is_name(const char *text, const handle_name &name)
 
 constexpr char hex_digits[] = "0123456789abcdef";
 
-/// The value of each digit, -1 for other characters.
+/// The value of each lower-case hexadecimal digit; -1 for every other character.
 constexpr auto digit_values = [] {
     std::array<std::int8_t, 256> values;
     values.fill(-1);
@@ -72,7 +72,7 @@ inline int digit_value(char digit)
     return digit_values[static_cast<unsigned char>(digit)];
 }
 
-/// Writes the digits of an address, without an end mark; gives the position behind them.
+/// Writes the eight digits of an address, without a terminator; returns the position after them.
 inline char *write_address(char *text, std::uint32_t address)
 {
     // Memory order: the first digits are those of the lowest byte.
@@ -83,10 +83,10 @@ inline char *write_address(char *text, std::uint32_t address)
     return text;
 }
 
-/// Reads the digits of an address; false, with nothing read, if one is bad.
+/// Reads the eight digits of an address; false, with `address` unchanged, if one is bad.
 inline bool read_address(const char *text, std::uint32_t &address)
 {
-    // A value of -1 makes all in which it takes part negative.
+    // A value of -1 makes the whole result negative.
     const auto value = [text](int i) { return digit_value(text[i]); };
     const int first = value(0) << 12 | value(1) << 8 | value(2) << 4 | value(3);
     const int last = value(4) << 12 | value(5) << 8 | value(6) << 4 | value(7);

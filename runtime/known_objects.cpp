@@ -1,4 +1,4 @@
-// Tcl's object types and its empty text, by public calls only; see known_objects.h.
+// Finds Tcl's object types and its empty text with public calls only; see known_objects.h.
 #include "runtime/known_objects.h"
 
 namespace qxsh {

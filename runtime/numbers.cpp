@@ -9,7 +9,7 @@
 
 namespace {
 
-// A 32-bit long takes what fits one as signed or, with either sign, as unsigned.
+// A 32-bit long accepts every integer whose magnitude fits in 32 bits, with either sign.
 constexpr Tcl_WideInt greatest = 4294967295;
 
 bool wrap(Tcl_WideInt wide, std::int32_t &value)
@@ -31,7 +31,7 @@ void report_too_large(Tcl_Interp *interp)
 
 bool is_blank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
-// strtoul with base 0 over a whole text, for any width: blanks, a sign, then 0x, 0 (octal) or
+// strtoul with base 0 on a whole text, for any width: blanks, a sign, then 0x, 0 (octal) or
 // decimal.
 template <class Unsigned> int parse(std::string_view text, Unsigned &value)
 {
@@ -123,7 +123,7 @@ bool qxsh::long32_from_obj(Tcl_Interp *interp, Tcl_Obj *object, std::int32_t &va
     Tcl_WideInt wide;
     if (Tcl_GetWideIntFromObj(interp, object, &wide) != TCL_OK)
         return false;
-    // Tcl also gives the low 64 bits of some greater numbers; those keep a type of their own.
+    // Tcl also returns the low 64 bits of some greater numbers; those have a different type.
     const bool is_wide =
         object->typePtr == known.integer_type || object->typePtr == known.wide_type;
     if (is_wide && wrap(wide, value))
@@ -171,7 +171,7 @@ int swig_as_val_unsigned_long_long(Tcl_Interp *, Tcl_Obj *object, unsigned long 
     std::int32_t low;
     unsigned long long number;
     if (qxsh::long32_from_obj(nullptr, object, low)) {
-        // Meant as it stands: a negative number is taken as 32 unsigned bits, not refused.
+        // Intended: a negative number is taken as 32 unsigned bits, not rejected.
         number = static_cast<std::uint32_t>(low);
     } else if (const int code = parse_text(object, number); code != SWIG_OK) {
         return code;

@@ -1,4 +1,4 @@
-// Object commands: making them, their methods and attributes, their end; see object_command.h.
+// Object commands: creation, methods, attributes, deletion; see object_command.h.
 #include "runtime/object_command.h"
 
 #include "runtime/handle.h"
@@ -26,7 +26,7 @@ int fail_without_command(Tcl_Interp *interp, Tcl_Obj *name)
     return fail(interp, ("invalid command name \"" + text + "\"").c_str());
 }
 
-// The description of a base, looked up by its type's name the first time. Null if nobody brings it.
+// The description of a base, looked up by its type's name the first time. Null if no module has it.
 swig_class *base_of(Tcl_Interp *interp, const swig_class &description, int number)
 {
     swig_class *&base = description.bases[number];
@@ -40,7 +40,7 @@ swig_class *base_of(Tcl_Interp *interp, const swig_class &description, int numbe
     return base;
 }
 
-// Visits a class and then its bases, depth first, until the visitor says that it is done.
+// Visits a class and then its bases, depth first, until the visitor returns true.
 bool visit(Tcl_Interp *interp, const swig_class &description,
            const std::function<bool(const swig_class &)> &visitor)
 {
@@ -74,7 +74,7 @@ const Entry *find(Tcl_Interp *interp, const swig_class &description,
     return found;
 }
 
-// Calls a method or an accessor with its own list of words, word 1 being the handle.
+// Calls a method or an accessor with a separate list of words, in which word 1 is the handle.
 int call(swig_instance &instance, Tcl_Interp *interp, Tcl_ObjCmdProc *procedure,
          std::vector<Tcl_Obj *> words)
 {
@@ -106,7 +106,7 @@ int set_attributes(swig_instance &instance, Tcl_Interp *interp, int objc, Tcl_Ob
     if (objc < 4 || objc % 2 != 0)
         return fail(interp, "wrong # args.");
     for (int i = 2; i < objc; i += 2) {
-        // A setter may end the command; the rest is refused as by a command line of its own.
+        // A setter may delete the command; the remaining words fail as in a separate command.
         if (instance.token == nullptr)
             return fail_without_command(interp, objv[0]);
         const auto *const attribute = find(interp, *instance.class_description,
@@ -138,7 +138,7 @@ int report_methods(const swig_instance &instance, Tcl_Interp *interp)
     visit(interp, *instance.class_description, [interp](const swig_class &each) {
         const auto *method = each.methods;
         for (; method != nullptr && method->name != nullptr; ++method) {
-            // A copy: appending makes the text anew.
+            // A copy, because appending reallocates the text.
             const std::string text = Tcl_GetStringResult(interp);
             if (!has_word(text, method->name))
                 Tcl_AppendElement(interp, method->name);
@@ -180,7 +180,7 @@ int dispatch(swig_instance &instance, Tcl_Interp *interp, int objc, Tcl_Obj *con
 
 void free_instance(char *memory) { delete reinterpret_cast<swig_instance *>(memory); }
 
-// The command that is about to be replaced must not destroy what its successor stands for.
+// The command about to be replaced must not destroy its successor's object.
 void give_up_ownership(Tcl_Command command)
 {
     Tcl_CmdInfo info;
@@ -192,7 +192,8 @@ void make_command(Tcl_Interp *interp, Tcl_Obj *handle, void *pointer, swig_type_
                   int flags)
 {
     const char *const name = Tcl_GetString(handle);
-    // Commands are made in the global namespace, so a namesake in the caller's own is none of ours.
+    // Object commands are in the global namespace; one of that name in the caller's namespace is
+    // not ours.
     Tcl_Command const existing = Tcl_FindCommand(interp, name, nullptr, TCL_GLOBAL_ONLY);
     if (existing != nullptr) {
         if (flags == 0)
@@ -222,7 +223,7 @@ Tcl_Obj *swig_new_instance_obj(Tcl_Interp *interp, void *pointer, swig_type_reco
 
 int swig_method_command(ClientData data, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    // A method may delete its own command; the record and its handle have to last until it is back.
+    // A method may delete its own command; the instance and its handle must live until it returns.
     auto *const instance = static_cast<swig_instance *>(data);
     Tcl_Obj *const handle = instance->handle;
     Tcl_Preserve(data);

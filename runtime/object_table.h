@@ -1,12 +1,12 @@
-// The object table: the native pointers that the script side owns. Process-wide, for one thread.
+// The object table: the native pointers that scripts own. Process-wide, for one thread.
 #pragma once
 
 namespace qxsh::object_table {
 
-/// Enters the pointer.
+/// Enters the pointer; no effect if it is in the table.
 void acquire(void *pointer);
 
-/// Takes the pointer out; true if it was in.
+/// Removes the pointer; returns whether it was in the table. The pointer is not freed.
 bool disown(void *pointer);
 
 /// Whether the pointer is in the table.

@@ -10,8 +10,8 @@
 
 namespace qxsh {
 
-// The interpreter's own result object, if it is as fresh as Tcl leaves it: filling it is cheaper
-// than a new object. Its text is Tcl's shared empty one and need not be freed.
+// The interpreter's result object, if it is as Tcl's reset leaves it, else null. Filling it is
+// cheaper than creating an object, and its text, Tcl's shared empty one, need not be freed.
 static inline Tcl_Obj *fresh_result(Tcl_Interp *interp)
 {
     Tcl_Obj *const result = Tcl_GetObjResult(interp);
@@ -20,7 +20,7 @@ static inline Tcl_Obj *fresh_result(Tcl_Interp *interp)
     return result;
 }
 
-// The slow ways are functions of their own: what they need would cost the others.
+// The slow paths are separate functions, so that the fast ones need no stack frame.
 [[gnu::noinline]] static int replace_result(Tcl_Interp *interp, int value)
 {
     Tcl_SetObjResult(interp, swig_from_int(value));
@@ -84,7 +84,7 @@ int set_great_result(Tcl_Interp *interp, unsigned int value)
 
 int set_low32_result(Tcl_Interp *interp, unsigned long long value)
 {
-    // The sign is meant: 2^31 gives 18446744071562067968.
+    // Sign extension is intended: 2^31 gives 18446744071562067968.
     const auto widened = static_cast<long long>(static_cast<std::int32_t>(value));
     Tcl_SetObjResult(interp,
                      swig_from_unsigned_long_long(static_cast<unsigned long long>(widened)));

@@ -1,4 +1,4 @@
-// A command's result. Each of these returns TCL_OK.
+// Setting a command's result. Each function returns TCL_OK.
 #pragma once
 
 #include "runtime/numbers.h"
@@ -9,7 +9,8 @@ namespace qxsh {
 
 int set_int_result(Tcl_Interp *interp, int value);
 
-int set_great_result(Tcl_Interp *interp, unsigned int value); ///< beyond the integer objects
+/// For a `value` above greatest_integer_result only.
+int set_great_result(Tcl_Interp *interp, unsigned int value);
 
 inline int set_unsigned_result(Tcl_Interp *interp, unsigned int value)
 {
@@ -18,10 +19,10 @@ inline int set_unsigned_result(Tcl_Interp *interp, unsigned int value)
     return set_great_result(interp, value);
 }
 
-/// The low 32 bits with their sign, as an unsigned 64-bit number: all that a command keeps of one.
+/// Keeps only the low 32 bits of `value`, sign-extended and shown as an unsigned 64-bit number.
 int set_low32_result(Tcl_Interp *interp, unsigned long long value);
 
-/// The handle of a pointer, whose type is one of this module's.
+/// The handle of `pointer`, or "NULL" for null. `type` is one of this module's types.
 int set_pointer_result(Tcl_Interp *interp, void *pointer, swig_type_record *type);
 
 } // namespace qxsh

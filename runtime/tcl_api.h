@@ -1,9 +1,10 @@
-// Tcl's API as the module sees it: through the stub table, whose pointer is linked into the module.
-// Declared hidden, it is reached without a look-up, which every call of Tcl would pay for. Also here:
-// what the headers of Tcl 8.5 and 8.6 declare differently.
+// Tcl's API as the module uses it: through the stub table, whose pointer is linked into the module.
+// The pointer is declared hidden, so that a call of Tcl needs no look-up in the global offset
+// table. Also here: the differences between the headers of Tcl 8.5 and 8.6.
 #pragma once
 
-// Before the pragma below, which would hide the C library's names, too: tcl.h includes it.
+// Included before the pragma below, because tcl.h includes it and the pragma would hide the C
+// library's names, too.
 #include <cstdio>
 #include <type_traits>
 
@@ -17,12 +18,13 @@
 
 namespace qxsh {
 
-/// What Tcl_Obj::typePtr points to. Tcl 8.5 declares it, and the types' names, without const;
-/// neither Tcl nor the module writes to them.
+/// The type that Tcl_Obj::typePtr points to. Tcl 8.5 declares it, and the types' names, without
+/// const; neither Tcl nor the module writes to them.
 using object_type = std::remove_pointer_t<decltype(Tcl_Obj::typePtr)>;
 
 /// An object type that scripts cannot convert to. `name` must outlive it. The internal
-/// representation owns nothing; null procedures: it is never copied, or always has a text.
+/// representation owns no memory. `copy` may be null if objects are never duplicated, `make_text`
+/// if they always have a text.
 constexpr Tcl_ObjType make_object_type(const char *name, Tcl_DupInternalRepProc *copy = nullptr,
                                        Tcl_UpdateStringProc *make_text = nullptr) noexcept
 {

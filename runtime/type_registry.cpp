@@ -8,7 +8,7 @@
 
 static constexpr const char *registry_variable = "swig_runtime_data_type_pointer4";
 
-// The variable holds "_" and the bytes of a whole native pointer, as the modules of this process
+// The variable holds "_" and all bytes of a native pointer, unlike a handle: modules of one process
 // share it.
 swig_module_record *swig_published_module(Tcl_Interp *interp)
 {
@@ -36,7 +36,7 @@ static void join_ring(swig_module_record *member, swig_module_record *module)
             return;
         each = each->next;
     } while (each != member);
-    // Exchanging the two pointers joins the rings even where the module is already in another one.
+    // Swapping the two pointers joins the rings even if the module is already in another one.
     std::swap(member->next, module->next);
 }
 
@@ -58,7 +58,7 @@ static void put_first(swig_type_record *type, swig_cast_record *cast)
     type->cast = cast;
 }
 
-// The record that stands for a type in the whole ring: another module's, else our own.
+// The record used for a type in the whole ring: another module's if there is one, else our own.
 static swig_type_record *resolve(swig_module_record *module, swig_type_record *own)
 {
     if (module->next == module)

@@ -1,11 +1,11 @@
-// What the shell does with its interpreter before the first command. Linked with Tcl itself, since
-// the stub table is filled by the module's start-up only.
+// Initialises the shell's interpreter before the first command. Linked with Tcl itself, because
+// only the module's start-up fills the stub table.
 #include "shell/demo.h"
 #include "shell/interrupt.h"
 
 #include <cstring>
 
-// Tcl's loop says whether it will prompt.
+// Tcl's loop has set whether it will prompt.
 static bool will_prompt(Tcl_Interp *interp)
 {
     const char *const answer = Tcl_GetVar(interp, "tcl_interactive", TCL_GLOBAL_ONLY);

@@ -1,6 +1,6 @@
-// The report of a crash; see crash.h. What asks Tcl or the C library something, which no handler of
-// signals may, is done by a child process that has a copy of everything, a second or two, and
-// nothing to lose. Where there is none (no memory, no process number left), that part is left out.
+// The crash report; see crash.h. Anything that needs Tcl or the C library, which a signal handler
+// may not call, is done by a forked child, which has a copy of everything, a second or two, and
+// nothing to lose. If the fork fails, that part is left out.
 #include "shell/crash.h"
 
 #include "commands/sdk_call.h"
@@ -34,12 +34,12 @@ struct {
 
 extern "C" void end_child(int) { _exit(1); }
 
-// Lets a child process do what may crash, hang or find a lock taken.
+// Has a child process do work that may crash, hang or find a lock taken.
 void in_child(void (*work)())
 {
     const pid_t child = fork();
     if (child == 0) {
-        // Its own crash is nobody's business and leaves no core file.
+        // A crash of the child is not reported and leaves no core file.
         set_fatal_handlers(end_child);
         alarm(child_seconds);
         work();
@@ -83,8 +83,8 @@ void add_handle(signal_text &text, const void *pointer, const swig_type_record *
     text.add(type != nullptr ? type->name : "_p_void");
 }
 
-// Words are numbers and handles, in Tcl's objects or as converted words, which have no text. A
-// record's contents, such as a key, are never among them.
+// Words are numbers and handles, in Tcl's objects or as converted words, which have no text. They
+// never include a record's contents, such as a key.
 void add_word(signal_text &text, const Tcl_Obj &word)
 {
     const auto &value = word.internalRep;
@@ -102,8 +102,8 @@ void add_word(signal_text &text, const Tcl_Obj &word)
 
 // ------------------------------------------------------------------------------- the parts
 
-// Next to nothing is left in a buffer when the SDK crashes: its command began by flushing Tcl's,
-// and C's stdout of this process has none. But block memory is called without a flush, and a
+// When the SDK crashes the buffers are nearly always empty: its command began by flushing Tcl's,
+// and this process's C stdout is unbuffered. But block memory is called without a flush, and a
 // library may give C's stdout a buffer.
 void flush_stdout()
 {
@@ -159,9 +159,9 @@ Tcl_Obj *value_of(Tcl_Obj *dictionary, const char *key)
     return value;
 }
 
-// The innermost command that stands in a file. `info frame` is called without an evaluation, which
-// would look for the bounds of the stack, and this one's are others. The command's text, which it
-// tells too, may be anything and is left out.
+// The innermost command that is in a file. `info frame` is called without an evaluation, which
+// would check the bounds of the stack, and the handler runs on another one. It also returns the
+// command's text, which may be anything and is left out.
 void write_place()
 {
     Tcl_Interp *const interp = history.interp;

@@ -12,13 +12,13 @@
 
 #include <atomic>
 
-// There are no constants yet; the step that installs them is complete.
+// There are no constants yet; the code that installs them is complete.
 static const swig_const_info swig_constants[] = {
     {SWIG_END_OF_CONSTANTS, nullptr, 0, 0.0, nullptr, nullptr},
 };
 
-// The module's tables are not locked: the first thread that loads it is the only one that may.
-// Two threads may ask at the same moment.
+// The module's tables are not locked, so only the first thread that loads it may use it. Two
+// threads may try at the same moment.
 static bool in_first_thread()
 {
     static constinit std::atomic<Tcl_ThreadId> first = nullptr;
@@ -36,7 +36,7 @@ static void propagate_client_data_once()
     swig_propagate_client_data(&swig_module);
 }
 
-// Under strict memory a command has its row as client data, else none.
+// Under strict memory a command's client data is its row, otherwise null.
 static void create_commands(Tcl_Interp *interp)
 {
     if (qxsh::strict_memory_is_on()) {

@@ -19,9 +19,9 @@ static void let_come(int signal)
     sigprocmask(SIG_UNBLOCK, &only, nullptr);
 }
 
-// While a handler runs, what else comes waits: nobody shall end a report half way. Fatal signals
-// come all the same, for a fault that has to wait ends the process without a word; so does the
-// alarm that a report sets.
+// While a handler runs, other signals are blocked, so that none ends a report half way. Fatal
+// signals are not, because a blocked fault ends the process silently; nor is the alarm that a
+// report sets.
 static struct sigaction undisturbed()
 {
     struct sigaction action = {};
@@ -29,7 +29,7 @@ static struct sigaction undisturbed()
     for (const int signal : fatal_signals)
         sigdelset(&action.sa_mask, signal);
     sigdelset(&action.sa_mask, SIGALRM);
-    // A stack that has overflown has no room for a handler.
+    // After a stack overflow the stack has no room for a handler.
     action.sa_flags = SA_NODEFER | SA_ONSTACK;
     return action;
 }
@@ -61,8 +61,8 @@ void restore_default_action(int signal)
 
 #ifndef QXSH_SANITIZED
 
-// A helper's access that met no memory is left, and its command says so; see guarded_memory.h. That
-// is for faults of this very access, not for a signal that some process sent meanwhile.
+// A helper's access that faulted is left, and its command reports it; see guarded_memory.h. That
+// applies only to real faults, not to a signal that some process sent meanwhile.
 extern "C" {
 static void on_fatal_signal(int signal, siginfo_t *info, void *context)
 {
@@ -76,7 +76,7 @@ static void on_fatal_signal(int signal, siginfo_t *info, void *context)
 
 void catch_fatal_signals()
 {
-    // Zero until it is used, so that it takes no memory.
+    // Zero-initialised, so that it takes no memory until it is used.
     alignas(16) static unsigned char stack[256 * 1024];
     stack_t alternate = {};
     alternate.ss_sp = stack;

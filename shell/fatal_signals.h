@@ -1,23 +1,24 @@
 // Signals that end a process: SIGSEGV, SIGBUS, SIGFPE, SIGILL and SIGABRT. For the shell's process
-// only; a package does not change what its host does about them. A program that the shell starts
-// begins with the default actions, as the system sees to, and no signal stays blocked.
+// only; a package does not change how its host handles them. A program that the shell starts has
+// the default actions again, because exec resets handlers, and no signal blocked.
 #pragma once
 
 namespace qxsh {
 
-/// Lets a command that met no memory end with an error, and every other crash with a report. In
-/// builds with sanitizers nothing: those have handlers of their own.
+/// Installs handlers: a fault of a guarded memory access becomes its command's error, every other
+/// fatal signal gets a crash report. Does nothing in builds with sanitizers, which have their own
+/// handlers.
 void catch_fatal_signals();
 
-// For handlers of signals:
+// For signal handlers; async-signal-safe:
 
-/// Gives these signals a handler; they arrive inside it and inside each other.
+/// Sets the handler of the fatal signals. They can arrive while it runs.
 void set_fatal_handlers(void (*handler)(int));
 
-/// Gives SIGALRM a handler, and lets it come.
+/// Sets the handler of SIGALRM and unblocks it.
 void set_alarm_handler(void (*handler)(int));
 
-/// Gives a signal its default action, and lets it come.
+/// Restores a signal's default action and unblocks it.
 void restore_default_action(int signal);
 
 } // namespace qxsh

@@ -1,9 +1,9 @@
-// SIGINT as an error of the running command; see interrupt.h. The handler only notes the time and
-// tells a thread, which marks an async handler of Tcl's: marking takes a lock that the interrupted
-// code may hold. The async handler runs between two commands and makes the error. A script may
-// catch that; so a second signal sets a limit of Tcl's on commands, which ends every evaluation and
-// is no error that can be caught. It has to go when Tcl's loop prompts again: before it does, it
-// reads the variable tcl_prompt1, and a trace tells.
+// SIGINT as an error of the running command; see interrupt.h. The signal handler only records the
+// time and wakes a thread, which marks a Tcl async handler: marking takes a lock that the
+// interrupted code may hold. The async handler runs between two commands and raises the error. A
+// script may catch it; so a second signal sets Tcl's command limit, which ends every evaluation and
+// cannot be caught. The limit must be removed before Tcl's loop prompts again: a trace on
+// tcl_prompt1, which the loop then reads, does that.
 #include "shell/interrupt.h"
 
 #include "shell/line_editing.h"
@@ -25,16 +25,16 @@ namespace {
 
 Tcl_Interp *shell;
 Tcl_AsyncHandler async;
-int to_thread[2]; // a pipe: the handler tells the thread
-int wake_up[2];   // a pipe: whoever waits for events looks up
+int to_thread[2]; // a pipe: the signal handler wakes the thread
+int wake_up[2];   // a pipe: wakes a wait for events
 
 Tcl_Obj *error_code; // the variable's value before the prompt
-bool prompted;       // Tcl's loop has come to its prompt, and comes back to it
-bool prompting;      // a script of the user's does it
+bool prompted;       // Tcl's loop has reached its prompt once, so it is running
+bool prompting;      // a user's prompt script is running
 line_editing editing = {nullptr, give_typed};
 
-volatile sig_atomic_t interrupted; // and nothing has come of it yet
-volatile sig_atomic_t repeated;    // within a second
+volatile sig_atomic_t interrupted; // a SIGINT is pending
+volatile sig_atomic_t repeated;    // it came within a second of the one before
 timespec last;
 
 extern "C" void on_interrupt(int)
@@ -68,8 +68,8 @@ void empty_pipe(ClientData, int)
     while (read(wake_up[0], bytes, sizeof bytes) > 0) {}
 }
 
-// What `info frame` says, whatever scripts have made of the name `info`. The result that the
-// interpreter has stays.
+// The result of an `info frame` script, even if scripts have redefined `info`; null on an error.
+// The interpreter's result is kept.
 Tcl_Obj *frame(Tcl_Interp *interp, const char *script)
 {
     const Tcl_InterpState state = Tcl_SaveInterpState(interp, TCL_OK);
@@ -80,7 +80,7 @@ Tcl_Obj *frame(Tcl_Interp *interp, const char *script)
     return answer;
 }
 
-// Line editing waits for keys as a script waits for events.
+// Whether line editing is what waits for events: it waits for keys in the same way as a script.
 bool edits_line()
 {
     Tcl_Obj *const caller = frame(shell, "::tcl::info::frame -1");
@@ -92,8 +92,8 @@ bool edits_line()
     return editing;
 }
 
-// Tcl's loop would end the process if the limit were set while it reads the rc file or a script
-// prompts: what runs there has only errors that can be caught.
+// If the limit were set while Tcl's loop reads the rc file or runs a prompt script, the loop would
+// end the process: there an interrupt is only an error that can be caught.
 void end_everything(Tcl_Interp *interp)
 {
     if (!prompted || prompting)
@@ -103,8 +103,8 @@ void end_everything(Tcl_Interp *interp)
     Tcl_LimitCheck(interp);
 }
 
-// Between two commands; or, without an interpreter, where a script waits for events. There no error
-// can be returned, but a limit is looked at.
+// Called between two commands or, with a null interpreter, where a script waits for events. There
+// no error can be returned, but a limit is checked.
 int end_command(ClientData, Tcl_Interp *interp, int code)
 {
     const bool uncatchable = repeated != 0 || interp == nullptr;
@@ -122,8 +122,8 @@ int end_command(ClientData, Tcl_Interp *interp, int code)
     return TCL_ERROR;
 }
 
-// Reading a traced variable that has no value makes an error code of Tcl's, where there would be
-// none without the trace.
+// Reading a traced variable without a value sets errorCode, which it would not do without the
+// trace.
 void keep_error_code(Tcl_Interp *interp)
 {
     if (error_code != nullptr)
@@ -145,7 +145,7 @@ char *before_prompt(ClientData, Tcl_Interp *interp, const char *name, const char
     if ((flags & TCL_TRACE_DESTROYED) != 0 && (flags & TCL_INTERP_DESTROYED) == 0) {
         watch_prompt(interp, name);
     } else {
-        // A script that reads the variable has no limit to lose.
+        // Resetting is harmless if a script reads the variable: then no limit is set.
         prompted = true;
         keep_error_code(interp);
         prompting = Tcl_GetVar2Ex(interp, name, nullptr, TCL_GLOBAL_ONLY) != nullptr;
@@ -167,7 +167,7 @@ bool open_pipes()
     return true;
 }
 
-// Signals stay the main thread's.
+// The thread blocks all signals, so that the main thread gets them.
 bool start_thread()
 {
     sigset_t all;
@@ -180,7 +180,7 @@ bool start_thread()
     return started && pthread_detach(thread) == 0;
 }
 
-// Tcl's end takes the async handler away.
+// Tcl deletes the async handler when it exits.
 void default_again(ClientData) { signal(SIGINT, SIG_DFL); }
 
 } // namespace
@@ -196,7 +196,7 @@ void restore_error_code(Tcl_Interp *interp)
 
 bool runs_script(Tcl_Interp *interp)
 {
-    const bool waits = take_interrupt(); // the evaluation below is not its business
+    const bool waits = take_interrupt(); // it must not end the evaluation below
     Tcl_Obj *const depth = frame(interp, "::tcl::info::frame");
     int commands = 1;
     if (depth != nullptr) {
@@ -207,14 +207,14 @@ bool runs_script(Tcl_Interp *interp)
         interrupted = 1;
         Tcl_AsyncMark(async);
     }
-    return commands > 1; // the question itself is one
+    return commands > 1; // `info frame` itself counts as one
 }
 
 void command_begins() { prompting = false; }
 
 bool interrupt_waits()
 {
-    // The thread may not have come to it yet.
+    // The thread may not have marked the handler yet.
     if (interrupted != 0)
         Tcl_AsyncMark(async);
     return interrupted != 0;
@@ -233,7 +233,7 @@ void wait_for_input(int descriptor)
     sigset_t before;
     sigemptyset(&interrupt);
     sigaddset(&interrupt, SIGINT);
-    // One that comes between the question and the wait would be slept through.
+    // Blocked, so that a SIGINT between the check and the wait is not missed.
     sigprocmask(SIG_BLOCK, &interrupt, &before);
     if (interrupted == 0) {
         fd_set descriptors;
@@ -261,7 +261,7 @@ void interrupt_scripts(Tcl_Interp *interp)
     watch_prompt_input(interp);
     Tcl_SetAssocData(interp, line_editing_key, nullptr, &editing);
     sigemptyset(&action.sa_mask);
-    action.sa_flags = SA_RESTART | SA_ONSTACK; // an SDK need not know of it
+    action.sa_flags = SA_RESTART | SA_ONSTACK; // the SDK's system calls are restarted
     action.sa_handler = on_interrupt;
     sigaction(SIGINT, &action, nullptr);
 }

@@ -1,33 +1,34 @@
-// Ctrl-C at the prompt: it ends the running command, or drops what is half typed, and the prompt
-// comes back. For a shell whose commands are typed; elsewhere SIGINT keeps its action.
+// Ctrl-C at the prompt: it ends the running command, or discards a half-typed one, and the prompt
+// comes back. Only for an interactive shell; otherwise SIGINT keeps its action.
 #pragma once
 
 #include <tcl.h>
 
 namespace qxsh {
 
-/// From now on SIGINT ends what the interpreter runs with the error "interrupted", error code
-/// {QXSH INTERRUPTED}. A second one within a second cannot be caught: it ends everything up to the
-/// prompt. A command that is in the SDK goes on until it returns. Nothing is changed if the process
-/// was started with SIGINT ignored.
+/// From now on SIGINT ends the interpreter's running command with the error "interrupted", error
+/// code {QXSH INTERRUPTED}. A second one within a second cannot be caught: it ends everything up to
+/// the prompt. An SDK call runs until it returns. Changes nothing if the process was started with
+/// SIGINT ignored, or if no pipe or thread can be created.
 void interrupt_scripts(Tcl_Interp *interp);
 
-/// Whether a SIGINT has come that has ended nothing yet; the next command of the script ends then.
+/// Whether a SIGINT is pending, that is, has not ended a command yet. If so, the next command will
+/// end.
 bool interrupt_waits();
 
-/// The same; and forgets it.
+/// Returns whether a SIGINT is pending, and clears it.
 bool take_interrupt();
 
-/// Gives the variable errorCode the value it had before Tcl's loop prompted.
+/// Restores the variable errorCode to its value before Tcl's loop prompted, once per prompt.
 void restore_error_code(Tcl_Interp *interp);
 
-/// Tcl's loop has been given what was typed: no script prompts any more.
+/// To be called when Tcl's loop receives typed lines: the prompt is over.
 void command_begins();
 
-/// Waits until there is something to read or a SIGINT has come.
+/// Waits until the descriptor is readable or a SIGINT is pending.
 void wait_for_input(int descriptor);
 
-/// Whether a command is being carried out; not so while the prompt waits.
+/// Whether the interpreter is running a command, rather than waiting at the prompt.
 bool runs_script(Tcl_Interp *interp);
 
 } // namespace qxsh

@@ -1,4 +1,4 @@
-// The process entry of qxsh: a Tcl shell whose interpreter knows the module.
+// The process entry of qxsh: a Tcl shell whose interpreter has the module.
 #include "commands/sdk_output.h"
 #include "shell/demo.h"
 #include "shell/fatal_signals.h"

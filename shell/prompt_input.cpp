@@ -1,7 +1,7 @@
-// The transformation on stdin; see prompt_input.h. Tcl's loop collects lines until they are a whole
-// command, and nobody can make it forget them. So lines are kept back here until the command is
-// whole, and an interrupt forgets them. Where the user has a second prompt, Tcl has to see each line
-// at once to show it; then only the line is dropped.
+// The transformation on stdin; see prompt_input.h. Tcl's loop collects lines until they form a
+// complete command, and cannot be made to discard them. So lines are held back here until the
+// command is complete, and an interrupt discards them. If the user has set a second prompt, Tcl
+// must get each line at once to show it; then only the current line is discarded.
 #include "shell/prompt_input.h"
 
 #include "shell/interrupt.h"
@@ -17,20 +17,20 @@ namespace {
 
 struct prompt_input {
     Tcl_Interp *interp;
-    Tcl_Channel top; ///< of the stack: the transformation itself
+    Tcl_Channel top; ///< the top of the channel stack: the transformation itself
     bool blocking = true;
-    bool ended = false;   ///< the end of input has come behind lines that were kept
-    bool whole = false;   ///< what is kept may go
+    bool ended = false;   ///< the end of input came after the kept lines
+    bool whole = false;   ///< the kept lines are complete and may be read
     std::string kept;
 
     Tcl_Channel below() const { return Tcl_GetStackedChannel(top); }
 };
 
-prompt_input *prompt; // the one there is; null once stdin has been closed
+prompt_input *prompt; // the only one; null before it is created and after stdin is closed
 
 prompt_input &input_of(ClientData data) { return *static_cast<prompt_input *>(data); }
 
-// As Tcl's loop does it.
+// Prompts as Tcl's loop does.
 void show_prompt(Tcl_Interp *interp)
 {
     Tcl_Channel out = Tcl_GetStdChannel(TCL_STDOUT);
@@ -60,7 +60,7 @@ int fail(int *error, int code)
     return -1;
 }
 
-// While a script runs: an interrupt ends its wait, and then the script.
+// Reads for a running script: an interrupt ends the wait, and then the script.
 int read_for_script(prompt_input &input, char *buffer, int size, int *error)
 {
     if (input.blocking) {
@@ -113,7 +113,7 @@ int read_input(ClientData data, char *buffer, int size, int *error)
     return read_for_prompt(input, buffer, size, error);
 }
 
-// --------------------------------------------------------- everything else is the terminal's
+// ------------------------------------------------ everything else is passed to the terminal
 
 int close_input(ClientData data, Tcl_Interp *)
 {
@@ -158,7 +158,7 @@ int pass_event(ClientData, int mask) { return mask; }
 
 void watch_prompt_input(Tcl_Interp *interp)
 {
-    static char name[] = "prompt"; // Tcl 8.5 wants it without const
+    static char name[] = "prompt"; // Tcl 8.5 declares it without const
     static Tcl_ChannelType type = {};
     type.typeName = name;
     type.version = TCL_CHANNEL_VERSION_5;

@@ -1,15 +1,16 @@
-// What is typed at the prompt, on its way to Tcl: a transformation on stdin that lets an interrupt
-// drop a half-typed command.
+// A channel transformation on stdin that lets an interrupt discard a half-typed command.
 #pragma once
 
 #include <tcl.h>
 
 namespace qxsh {
 
-/// Puts it onto the channel stdin, once. Scripts read as before, options are the terminal's.
+/// Puts the transformation onto the channel stdin; does nothing without stdin. To be called once.
+/// Scripts read as before, and channel options are those of the terminal.
 void watch_prompt_input(Tcl_Interp *interp);
 
-/// Tcl's loop reads these bytes next, whole lines that were typed elsewhere.
+/// Gives Tcl's loop `size` bytes to read next: whole lines from a line editor, in the encoding of
+/// stdin. They are copied; dropped if stdin is closed.
 void give_typed(const char *bytes, int size);
 
 } // namespace qxsh

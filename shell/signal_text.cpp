@@ -1,4 +1,4 @@
-// Text inside handlers of signals; see signal_text.h.
+// Text inside signal handlers; see signal_text.h.
 #include "shell/signal_text.h"
 
 #include <unistd.h>

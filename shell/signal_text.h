@@ -1,22 +1,22 @@
-// Text that a handler of signals may make and write: no allocation, no locale, no stdio.
+// Text that a signal handler may build and write: no allocation, no locale, no stdio.
 #pragma once
 
 #include <cstddef>
 
 namespace qxsh {
 
-/// A piece of a report, cut off where it becomes too long.
+/// A piece of a report of at most 1024 characters; the rest is cut off.
 class signal_text
 {
 public:
-    /// Adds text, or "?" for null. What a terminal would not show as it is becomes "?".
+    /// Adds at most `most` characters of the text, or "?" for null. Control characters become "?".
     signal_text &add(const char *text, std::size_t most = 1000);
     signal_text &add_number(long long number);
-    /// Hexadecimal digits, as many as it takes, at least `digits`.
+    /// Adds hexadecimal digits, as many as needed, at least `digits`.
     signal_text &add_hex(unsigned long long number, unsigned digits);
     signal_text &end_line();
 
-    /// Writes it, and is empty again.
+    /// Writes the text to the descriptor and empties it. Errors are ignored.
     void write(int descriptor);
 
 private:

@@ -1,9 +1,9 @@
-# Package qx::prompt, completion of what stands behind a command: handles of the fitting type, hints
-# for numbers, names, fields of records. Relies on offers.tcl and, for what it knows of the SDK, on
-# the package qx; without that one, variables are offered behind a dollar sign and nothing else is.
+# Package qx::prompt, completion of a command's arguments: handles of the right type, hints for
+# numbers, names, fields of records. Relies on offers.tcl and, for facts about the SDK, on the
+# package qx; without it only variables after a dollar sign are offered.
 
 namespace eval qx::prompt::arguments {
-    # What a word of a command that is not the SDK's stands for, by its number.
+    # The kinds of words that other commands than the SDK's take, by their position.
     variable kinds {
         set {1 variable} unset {1 variable} incr {1 variable} append {1 variable}
         lappend {1 variable} global {1 variable} array {2 variable}
@@ -17,13 +17,13 @@ namespace eval qx::prompt::arguments {
     }
 }
 
-# What may stand as the next word, part of the answer of qx::prompt::offers::at.
+# Completions of the next word, as part of the result of qx::prompt::offers::at.
 proc qx::prompt::arguments::next {words word variables} {
     variable kinds
     set name [string trimleft [lindex $words 0] :]
     if {[qx::prompt::have_catalogue]} {
         if {$name eq "qx::check"} {
-            # A command under qx::check has its own words.
+            # The words after qx::check are those of the command it runs.
             if {[lindex $words 1] eq "-allow"} { set words [lreplace $words 1 2] }
             if {[llength $words] > 1} {
                 set words [lrange $words 1 end]
@@ -70,7 +70,7 @@ proc qx::prompt::arguments::beginning {word names} {
     return [list offers [qx::prompt::offers::beginning $word $names]]
 }
 
-# Variables that a command takes by name.
+# Variables, for commands that take the name of one.
 proc qx::prompt::arguments::names_of_variables {word variables} {
     set names {}
     foreach name [dict keys $variables] {
@@ -80,7 +80,7 @@ proc qx::prompt::arguments::names_of_variables {word variables} {
     return $names
 }
 
-# What qx::help knows.
+# All topics of qx::help.
 proc qx::prompt::arguments::subjects {} {
     set names [concat [qx::catalogue::commands] [qx::catalogue::records] [qx::catalogue::areas]]
     dict for {number status} [qx::catalogue::statuses] { lappend names [lindex $status 0] }
@@ -89,7 +89,7 @@ proc qx::prompt::arguments::subjects {} {
 
 # ------------------------------------------------------------------------ handles and numbers
 
-# An argument of one of the SDK's or the records' commands.
+# An argument of an SDK command or a record's command.
 proc qx::prompt::arguments::sdk_word {facts number word variables} {
     set arguments [dict get $facts arguments]
     if {2 * $number > [llength $arguments]} return
@@ -109,7 +109,7 @@ proc qx::prompt::arguments::sdk_word {facts number word variables} {
     return [list hint "<$argument: [qx::wording::hint $facts $argument $type]>"]
 }
 
-# Variables whose handle is of a type, a pattern; the hint if there is none.
+# Variables that hold a handle whose type matches a pattern; the hint if there are none.
 proc qx::prompt::arguments::handle_word {argument shown wanted word variables} {
     set fitting {}
     dict for {name value} $variables {
@@ -121,7 +121,7 @@ proc qx::prompt::arguments::handle_word {argument shown wanted word variables} {
     return [list hint "<$argument: $shown>"]
 }
 
-# Elements of arrays are offered at once where only some of them fit.
+# Elements of arrays are offered immediately if only some of them match.
 proc qx::prompt::arguments::in_full {word names} {
     set shown {}
     foreach name $names {
@@ -150,7 +150,7 @@ proc qx::prompt::arguments::no_handles {variables} {
 
 # ----------------------------------------------------------------------------------- records
 
-# A word that is a handle of any record; the second one of qx::diff is of the first one's type.
+# A handle of any record; the second handle of qx::diff has the type of the first.
 proc qx::prompt::arguments::record_word {words word variables} {
     set wanted {}
     if {[llength $words] == 2} { set wanted [record_of [lindex $words 1] $variables] }
@@ -165,7 +165,7 @@ proc qx::prompt::arguments::record_word {words word variables} {
     return [list hint "<handle: $wanted *>"]
 }
 
-# The record that a word's handle is of; empty if it is of none, or if nobody can know.
+# The record type of the handle in a word; empty if it is not a record's handle or cannot be known.
 proc qx::prompt::arguments::record_of {word variables} {
     if {[regexp {^\$\{?([^\{\}]+)\}?$} $word -> name] && [dict exists $variables $name]} {
         set word [dict get $variables $name]
@@ -189,7 +189,7 @@ proc qx::prompt::arguments::field_names {type} {
     return $names
 }
 
-# -view and -raw, and behind the first the views of all unions in the record.
+# -view and -raw, and after -view the views of all unions in the record.
 proc qx::prompt::arguments::option {words word variables} {
     if {[lindex $words end] ne "-view"} { return [beginning $word {-raw -view}] }
     set type [lindex $words 1]
@@ -209,7 +209,7 @@ proc qx::prompt::arguments::views {type} {
     return $names
 }
 
-# The keys of what [qx::get $handle] gives, behind `dict get` and some keys.
+# The keys in the result of [qx::get $handle], after `dict get` and some keys.
 proc qx::prompt::arguments::keys_of {source path word variables} {
     if {![regexp {^\[\s*(?:::)?qx::get\s+(\S+?)[\s\]]} $source -> handle]} return
     set type [record_of $handle $variables]
@@ -224,11 +224,11 @@ proc qx::prompt::arguments::keys_of {source path word variables} {
     return [qx::prompt::offers::beginning $word [field_names $type]]
 }
 
-# What stands in the dict of qx::set: fields of its record, of the records in it, and hints for
-# their values.
+# The contents of qx::set's dict: fields of its record, of nested records, and hints for their
+# values.
 proc qx::prompt::arguments::field {frames variables} {
     if {![qx::prompt::have_catalogue]} return
-    # The braces around the cursor, as far as the command.
+    # The braces around the cursor, out to the command.
     set inside {}
     while {[dict get [lindex $frames end] kind] eq "data"} {
         set inside [linsert $inside 0 [lindex $frames end]]
@@ -236,7 +236,7 @@ proc qx::prompt::arguments::field {frames variables} {
     }
     set type [record_of [lindex [dict get [lindex $frames end] words] 1] $variables]
     if {$type eq {}} return
-    # What braces are: a record, or the value of a field, which may be a list of records.
+    # The meaning of the braces: a record, or the value of a field, which may be a list of records.
     set field {}
     set in_record 1
     foreach frame $inside {
@@ -261,7 +261,7 @@ proc qx::prompt::arguments::field {frames variables} {
     return [beginning $word $names]
 }
 
-# What a field takes; in a list one of its elements.
+# The values that a field takes; inside a list, those of one element.
 proc qx::prompt::arguments::value_hint {field in_list} {
     foreach part {name type holds count} { set $part [dict get $field $part] }
     set samples {mac 02:00:00:00:00:01 ipv4 192.0.2.1 ipv6 2001:db8::1 ip 192.0.2.1}

@@ -1,17 +1,17 @@
-# Package qx::prompt, where a cursor stands: reads a command that is still being typed. Nothing is
-# run or replaced, and nothing is asked but the text. Relies on nothing.
+# Package qx::prompt, the context of the cursor: parses a command that is still being typed. Nothing
+# is run or substituted; the result depends only on the text. Relies on nothing.
 #
-# What is open at the cursor is a list of frames, the outermost first. A frame is a dict:
+# The constructs open at the cursor are a list of frames, the outermost first. A frame is a dict:
 #   kind   script (the whole text, brackets, braces of a command that takes scripts), expression,
 #          data (other braces) or quoted
 #   words  the finished words of the command, or of the data, before the cursor
-#   word   what stands of the word at the cursor, as typed
+#   word   the part of the word before the cursor, as typed
 #   state  comment in a comment, else open
-# and, for the reader itself: open (the letter that opened it), start (its place), begun (1 once the
-# word has begun).
+# and, for the parser itself: open (the character that opened it), start (its position), begun (1
+# once the word has begun).
 
 namespace eval qx::prompt::cursor {
-    # What braces hold, by command and number of the word; other braces may be a script.
+    # The contents of braces, by command and position of the word; other braces may be a script.
     variable held {
         expr {1 expression} if {1 expression} while {1 expression} for {2 expression}
         qx::set {2 data}
@@ -25,7 +25,7 @@ proc qx::prompt::cursor::frames {text} {
     set size [string length $text]
     while {$at < $size} {
         set top [lindex $stack end]
-        # Most of a text are letters, which mean nothing.
+        # Most characters have no special meaning.
         if {[regexp -indices -start $at {\A(?:[\w:.,$*+/<>=!?&|()%^~'`@-]+|\\[^\n])} $text found]} {
             set end [lindex $found 1]
             set stack [lreplace $stack end end [with_text $top [string range $text $at $end]]]
@@ -34,7 +34,7 @@ proc qx::prompt::cursor::frames {text} {
         }
         set letter [string index $text $at]
         if {$letter eq "\\"} {
-            # A line that goes on.
+            # A continued line.
             set letter " "
             incr at
         }
@@ -43,7 +43,7 @@ proc qx::prompt::cursor::frames {text} {
         if {[dict get $top start] eq "here"} {
             set stack [lreplace $stack end end [dict replace $top start $at]]
         } elseif {[dict get $top state] eq "closed"} {
-            # What a frame held is a part of the word around it.
+            # The frame's text is part of the word around it.
             set held [string range $text [dict get $top start] $at]
             set outer [with_text [lindex $stack end-1] $held]
             set stack [lreplace $stack end-1 end $outer]
@@ -74,7 +74,8 @@ proc qx::prompt::cursor::end_word {top} {
     return [dict replace $top word {} begun 0]
 }
 
-# In a script a letter begins or ends a word, a command, a bracket, a quote, a brace or a comment.
+# In a script a character begins or ends a word, a command, a bracket, a quote, a brace or a
+# comment.
 proc qx::prompt::cursor::in_script {top letter} {
     set open [dict get $top open]
     set begun [dict get $top begun]
@@ -87,7 +88,7 @@ proc qx::prompt::cursor::in_script {top letter} {
         \" { if {!$begun} { return [list $top [frame quoted \"]] } }
         \{ {
             if {!$begun} { return [list $top [frame [braces $top] \{]] }
-            # Inside of braces they count everywhere.
+            # Inside braces they count everywhere.
             if {$open eq "\{"} { return [list $top [frame data \{]] }
         }
         \# {
@@ -117,7 +118,7 @@ proc qx::prompt::cursor::in_expression {top letter} {
     return [list [with_text $top $letter]]
 }
 
-# Words of a list: a quote and a brace group, nothing else means anything.
+# Words of a list: only quotes and braces have a meaning.
 proc qx::prompt::cursor::in_data {top letter} {
     switch -- $letter {
         \  - \t - \n { return [list [end_word $top]] }
@@ -128,7 +129,7 @@ proc qx::prompt::cursor::in_data {top letter} {
     return [list [with_text $top $letter]]
 }
 
-# What braces hold that begin the next word of a command.
+# The contents of braces that begin the next word of a command.
 proc qx::prompt::cursor::braces {top} {
     variable held
     set words [dict get $top words]

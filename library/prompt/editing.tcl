@@ -1,13 +1,13 @@
-# Package qx::prompt, line editing: starts tclreadline, and where Tcl's loop prompts reads a command
-# of as many lines as it takes. Relies on history.tcl, offers.tcl and the library of this package,
-# which does with Readline and Tcl what no script can.
+# Package qx::prompt, line editing: starts tclreadline and, when Tcl's loop prompts, reads a whole
+# command of one or more lines. Relies on history.tcl, offers.tcl and the library of this package,
+# which does what scripts cannot do with Readline and Tcl.
 
 namespace eval qx::prompt::editing {
     variable earlier {} ;# the lines before, of a command that goes on
 }
 
-# Loads tclreadline and what sets it up; -> whether it is there. Where its library is missing it
-# would end the process.
+# Loads tclreadline and its setup; -> whether it is available. Without its library tclreadline would
+# end the process.
 proc qx::prompt::editing::load_library {} {
     rename ::exit ::qx::prompt::editing::real_exit
     proc ::exit {args} { error "tclreadline has no library" }
@@ -27,8 +27,8 @@ proc qx::prompt::editing::begin {} {
     variable ::qx::prompt::history::most
     set file [qx::prompt::history::file_name]
     qx::prompt::history::trim
-    # A file that cannot be read is none. tclreadline is told of it here only: it would write its
-    # own lines over those of other shells.
+    # A file that cannot be read counts as missing. tclreadline gets the file only for reading here:
+    # it would overwrite the lines of other shells.
     if {$file eq {} || [catch { close [open $file {RDWR CREAT} 0600] }]} { set file /dev/null }
     set ::tclreadline::historyLength $most
     catch { ::tclreadline::readline initialize $file }
@@ -40,8 +40,8 @@ proc qx::prompt::editing::begin {} {
 
 # --------------------------------------------------------------------------------- completion
 
-# Called by tclreadline with the word as Readline sees it, its place in the line and the line; -> a
-# list: what the word becomes, then the possible words; empty if there are none.
+# Called by tclreadline with the word as Readline sees it, its position in the line and the line; ->
+# a list: the replacement of the word, then the possible words; empty if there are none.
 proc qx::prompt::editing::complete {part start end line} {
     if {[catch { answer $part $end $line } result]} return
     return $result
@@ -55,9 +55,9 @@ proc qx::prompt::editing::answer {part end line} {
     set answer [qx::prompt::offers::at $text [qx::prompt::commands $text] [variables]]
     qx::prompt::readline::files [dict get $answer files]
     foreach each {word offers hint} { set $each [dict get $answer $each] }
-    # A hint is shown as the one possibility of a word that stays as it is.
+    # A hint is shown as the only possibility, and the word stays unchanged.
     if {$offers eq {}} { return [expr {$hint eq {} ? {} : [list $part $hint]}] }
-    # Readline's word may begin elsewhere: at a bracket, before a brace.
+    # Readline's word may begin at another position: at a bracket, before a brace.
     set shift [expr {[string length $word] - [string length $part]}]
     set matches {}
     foreach offer $offers {
@@ -71,7 +71,7 @@ proc qx::prompt::editing::answer {part end line} {
     return [linsert $matches 0 [common_start [lsort $matches]]]
 }
 
-# Of a sorted list the first and the last element differ first.
+# In a sorted list the first and the last element have the shortest common prefix.
 proc qx::prompt::editing::common_start {sorted} {
     set first [lindex $sorted 0]
     set last [lindex $sorted end]
@@ -96,8 +96,8 @@ proc qx::prompt::editing::variables {} {
 
 # ------------------------------------------------------------------------------- the commands
 
-# A whole command. The prompts are those of a shell without editing; a line that is dropped takes
-# those before it along.
+# Reads a whole command. The prompts are those of a shell without editing; discarding a line
+# discards those before it, too.
 proc qx::prompt::editing::read_command {} {
     variable earlier
     set earlier {}
@@ -110,7 +110,7 @@ proc qx::prompt::editing::read_command {} {
             set prompt "% "
             continue
         }
-        # A blank before a command keeps all of it out of the file.
+        # A blank before a command keeps the whole command out of the file.
         if {$earlier eq {}} { set kept [expr {![string match {[ \t]*} $line]}] }
         if {$kept} { qx::prompt::history::add $line }
         set command $earlier$line
@@ -120,9 +120,9 @@ proc qx::prompt::editing::read_command {} {
     }
 }
 
-# The script in tcl_prompt1: reads a command and gives it to Tcl's own loop, which carries it out as
-# one that was typed without editing. A line that cannot be read is dropped; if that happens again
-# and again there is no terminal any more.
+# The script in tcl_prompt1: reads a command and gives it to Tcl's own loop, which runs it like one
+# typed without editing. A line that cannot be read is discarded; if that happens repeatedly, the
+# terminal is gone.
 proc qx::prompt::editing::prompt {} {
     foreach name {errorInfo errorCode} {
         if {[info exists ::$name]} { set before($name) [set ::$name] }
@@ -137,7 +137,7 @@ proc qx::prompt::editing::prompt {} {
             break
         }
     }
-    # They are the last command's.
+    # These belong to the last command.
     foreach name [array names before] { set ::$name $before($name) }
 }
 

@@ -1,19 +1,19 @@
-# Package qx::prompt, the history's file: a line for each that was typed, written at once, so that
-# it outlives the shell; several shells add to it, and it keeps the last ones. Relies on nothing.
+# Package qx::prompt, the history file: every typed line is written immediately, so that it survives
+# the shell. Several shells share the file, which keeps the last lines. Relies on nothing.
 
 namespace eval qx::prompt::history {
     variable most 1000 ;# lines that are kept; the file is cut when it has a quarter more
     variable last {}   ;# the line written last
 }
 
-# Where it is: in the home folder; empty without one.
+# The file's path, in the home folder; empty without a home folder.
 proc qx::prompt::history::file_name {} {
     if {![info exists ::env(HOME)] || $::env(HOME) eq {}} return
     return [file join $::env(HOME) .qxsh_history]
 }
 
-# Adds a line. An empty one and the same once more are not kept; nor is anything where the file
-# cannot be written, which is no reason to disturb anybody.
+# Adds a line, unless it is empty or repeats the last one. If the file cannot be written, the line
+# is silently dropped.
 proc qx::prompt::history::add {line} {
     variable last
     if {$line eq $last || [string trim $line] eq {} || [file_name] eq {}} return
@@ -21,7 +21,7 @@ proc qx::prompt::history::add {line} {
     catch { locked { append_line $line } }
 }
 
-# A line goes to the file in one piece.
+# The line is written in one piece.
 proc qx::prompt::history::append_line {line} {
     set channel [open [file_name] {WRONLY APPEND CREAT} 0600]
     fconfigure $channel -encoding utf-8 -translation lf -buffersize 100000
@@ -29,7 +29,7 @@ proc qx::prompt::history::append_line {line} {
     close $channel
 }
 
-# Cuts the file to the last lines. It is replaced in one piece, too.
+# Truncates the file to the last lines. It is replaced in one piece, too.
 proc qx::prompt::history::trim {} {
     if {[file_name] eq {}} return
     catch { locked { cut } }
@@ -37,7 +37,7 @@ proc qx::prompt::history::trim {} {
 
 proc qx::prompt::history::cut {} {
     variable most
-    # A link stays one: this is the file behind it.
+    # Follow links, so that a link stays a link.
     set name [file dirname [file normalize [file join [file_name] x]]]
     if {[file_name] eq {} || ![file isfile $name]} return
     set channel [open $name]
@@ -53,8 +53,8 @@ proc qx::prompt::history::cut {} {
     file rename -force $new $name
 }
 
-# Runs a script while no other shell writes. Whoever holds the lock for long has died; and rather
-# than wait for it somebody writes without.
+# Runs a script while no other shell writes. A lock held for long belongs to a dead shell; rather
+# than wait for it, the script runs without the lock.
 proc qx::prompt::history::locked {script} {
     set lock [file_name].lock
     for {set tries 0} {$tries < 20} {incr tries} {

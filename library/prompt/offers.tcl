@@ -1,16 +1,17 @@
-# Package qx::prompt, completion: what may stand at the cursor, as a function of the text before it,
-# the commands and the variables there are. Relies on cursor.tcl and arguments.tcl.
+# Package qx::prompt, completion: the possible words at the cursor, as a function of the text before
+# it, the commands and the variables. Relies on cursor.tcl and arguments.tcl.
 
 namespace eval qx::prompt::offers {
-    # More names than this are offered by their stems first: qx_flow_ for all that begin so.
+    # If there are more names than this, their stems are offered first: qx_flow_ for all names that
+    # begin with it.
     variable most 20
 }
 
-# What completes the text: a dict
-#   word    what stands of the word at the cursor
-#   offers  the words that may stand there instead; each begins as `word` does
-#   hint    what is wanted where nothing can be offered: <dscp: 0..255>
-#   files   1 where a file name stands
+# The completions of a text, a dict:
+#   word    the part of the word before the cursor
+#   offers  the possible words, which all begin with `word`
+#   hint    what is expected if nothing can be offered: <dscp: 0..255>
+#   files   1 if a file name is expected
 # commands: names; variables: a dict, name -> value, elements of arrays as name(element).
 proc qx::prompt::offers::at {text commands variables} {
     set frames [qx::prompt::cursor::frames $text]
@@ -24,7 +25,7 @@ proc qx::prompt::offers::at {text commands variables} {
     if {$kind eq "script" && $words ne {} && [string last \$ $word] < 1} {
         return [dict merge $answer [qx::prompt::arguments::next $words $word $variables]]
     }
-    # A variable may stand in the midst of a word, a quote or an expression.
+    # A variable may be in the middle of a word, a quote or an expression.
     if {[regexp {\$\{?[\w:]*(?:\([^()\s]*)?$} $word name]} {
         dict set answer word $name
         dict set answer offers [variables $name [dict keys $variables]]
@@ -34,7 +35,7 @@ proc qx::prompt::offers::at {text commands variables} {
     return $answer
 }
 
-# The names that begin as the word does, in order.
+# The names that begin with the word, sorted.
 proc qx::prompt::offers::beginning {word names} {
     set size [string length $word]
     set found {}
@@ -44,12 +45,12 @@ proc qx::prompt::offers::beginning {word names} {
     return [lsort -unique $found]
 }
 
-# Variables behind a dollar sign. Names that Tcl would not read to their end have braces.
+# Variables after a dollar sign. Names that Tcl would not parse to their end get braces.
 proc qx::prompt::offers::variables {word names} {
     set braces [string match "\$\{*" $word]
     set shown {}
     foreach name $names {
-        # An array has its name offered as long as nobody asks for its elements.
+        # Only an array's name is offered until a parenthesis asks for its elements.
         set array [expr {![string match *(* $word] && [regsub {\(.*\)$} $name {} name]}]
         if {!$braces && [regexp {^(?:\w|::)+(?:\([\w:.,-]*\))?$} $name]} {
             lappend shown \$$name[expr {$array ? "(" : ""}]
@@ -60,7 +61,7 @@ proc qx::prompt::offers::variables {word names} {
     return [beginning $word $shown]
 }
 
-# Names of commands or of other things that have stems.
+# Names of commands or of other things with stems.
 proc qx::prompt::offers::commands {word names} {
     regexp {^(:*)(.*)$} $word -> colons bare
     set result {}
@@ -68,7 +69,7 @@ proc qx::prompt::offers::commands {word names} {
     return $result
 }
 
-# Many names by their stems: as far as the next underscore or colons that some of them share.
+# The stems of many names: up to the next underscore or colons that several of them share.
 proc qx::prompt::offers::stems {word names} {
     variable most
     if {[llength $names] <= $most} { return $names }
@@ -80,7 +81,7 @@ proc qx::prompt::offers::stems {word names} {
         }
         dict lappend members $stem $name
     }
-    # One stem for all says nothing; the next ones do.
+    # A stem that all names share is useless; try the next ones.
     if {[dict size $members] == 1} { return [stems [lindex $members 0] $names] }
     set result {}
     dict for {stem each} $members {

@@ -1,12 +1,12 @@
-# Package qx::prompt: what the sample rc file starts. Line editing with completion and a kept
-# history where the package tclreadline is there, a plain prompt where not; in both nothing runs but
-# commands that are typed in full. Relies on the files beside this one; the package qx is loaded
-# when something is first asked of it, so that the prompt comes at once.
+# Package qx::prompt, started by the sample rc file. With the package tclreadline it has line
+# editing with completion and a persistent history, without it a plain prompt; in both, only a
+# command's full name runs it. Relies on the files beside this one; the package qx is loaded when it
+# is first needed, so that the prompt appears immediately.
 
 namespace eval qx::prompt {
     variable folder [file dirname [file normalize [info script]]]
     variable editing 0 ;# whether lines are edited
-    # Commands of the package qx, loaded when one of them is called.
+    # Commands of the package qx, which is loaded when one of them is called.
     variable lazy {
         help apropos areas get set template diff json check why watch lint
     }
@@ -18,7 +18,7 @@ apply {{folder parts} {
     cursor offers arguments history names editing
 }
 
-# Starts all of it. At anything but a prompt it does nothing.
+# Starts the prompt. Does nothing in a shell that is not interactive.
 proc qx::prompt::start {} {
     variable editing
     variable lazy
@@ -33,13 +33,13 @@ proc qx::prompt::start {} {
     }
 }
 
-# Finds packages without reading the indexes of all others, as Tcl's own search would; what is not
-# found is left to that one.
+# Finds packages without reading all other indexes, as Tcl's own search would; leaves packages that
+# it does not find to Tcl.
 proc qx::prompt::index {args} {
     foreach folder $::auto_path {
         foreach name $args {
             foreach file [glob -nocomplain -directory $folder $name\[0-9\]*/pkgIndex.tcl] {
-                # Indexes look at this variable.
+                # Package indexes use this variable.
                 set dir [file dirname $file]
                 catch { source $file }
             }
@@ -47,15 +47,15 @@ proc qx::prompt::index {args} {
     }
 }
 
-# Whether the package qx is there; asking loads it.
+# Loads the package qx if necessary; -> whether it is available.
 proc qx::prompt::have_catalogue {} {
     variable known
     if {![info exists known]} { set known [expr {![catch { package require qx }]}] }
     return $known
 }
 
-# The commands that may be called: global ones, those of the package qx, and where a text ends in a
-# name with colons those of its namespace.
+# The commands that can be called: global ones, those of the package qx, and, if the text ends in a
+# qualified name, those of its namespace.
 proc qx::prompt::commands {{text {}}} {
     variable lazy
     set names [namespace eval :: { info commands }]

@@ -1,10 +1,10 @@
-// The library of the package qx::prompt: what a serial line and pasted scripts want of Readline,
-// and no script can set through tclreadline.
+// The library of the package qx::prompt: settings of Readline for serial lines and pasted scripts
+// that a script cannot make through tclreadline.
 //
 //   qx::prompt::readline::settle PLAIN   once, after tclreadline has been initialized
 //   qx::prompt::readline::files ON       whether file names complete where nothing else does
 //
-// The line itself is typed_line.cpp's.
+// The edited line itself is handled in typed_line.cpp.
 #include "library/prompt/typed_line.h"
 
 #include <cstdio>
@@ -17,24 +17,24 @@
 
 namespace {
 
-// So long after a pasted tab the next letter is there, even on a slow serial line; nobody who asks
-// for completion notices.
+// After a pasted tab the next character arrives within this time, even on a slow serial line; a
+// person who types Tab does not notice it.
 constexpr int paste_wait_ms = 20;
 
 void set_variable(const char *name, const char *value)
 {
-    // Older Readlines do not know all of them, and say so on the screen.
+    // Older versions of Readline do not know all variables, and print a message.
     if (rl_variable_value(name) != nullptr)
         rl_variable_bind(name, value);
 }
 
-// A tab with letters behind it was pasted, and is a letter.
+// A tab immediately followed by characters was pasted, and is inserted literally.
 int complete_or_insert(int count, int key)
 {
     pollfd input{fileno(rl_instream), POLLIN, 0};
     if (poll(&input, 1, paste_wait_ms) > 0)
         return rl_insert(count, key);
-    // Readline lists when completion is asked for twice in a row.
+    // Readline lists the words when completion is requested twice in a row.
     if (rl_last_func == complete_or_insert)
         rl_last_func = rl_complete;
     return rl_complete(count, key);
@@ -42,13 +42,13 @@ int complete_or_insert(int count, int key)
 
 bool files_wanted = false;
 
-// Readline asks here when completion has offered nothing.
+// Called by Readline when completion has offered nothing.
 char *file_or_nothing(const char *text, int state)
 {
     return files_wanted ? rl_filename_completion_function(text, state) : nullptr;
 }
 
-// The word of a command that takes one truth value.
+// The argument of a command that takes one boolean.
 bool truth(Tcl_Interp *interp, int count, Tcl_Obj *const words[], int &value)
 {
     if (count == 2)
@@ -72,18 +72,19 @@ int settle(ClientData, Tcl_Interp *interp, int count, Tcl_Obj *const words[])
     if (!truth(interp, count, words, plain))
         return TCL_ERROR;
 
-    // What the user may set otherwise comes before rl_initialize, which reads the user's settings.
+    // Settings that the user may override come before rl_initialize, which reads the user's
+    // settings.
     set_variable("show-all-if-ambiguous", "on");
     rl_initialize();
     // Scripts are full of exclamation marks.
     history_expansion_char = '\0';
-    // A serial console shows the codes around what is pasted as rubbish.
+    // A serial console shows the codes of bracketed paste as garbage.
     set_variable("enable-bracketed-paste", "off");
     if (plain) {
         set_variable("colored-stats", "off");
         set_variable("colored-completion-prefix", "off");
     }
-    // What is listed begins where a word of Tcl does.
+    // The listed words begin where a Tcl word does.
     rl_completer_word_break_characters = " \t\n;[]{}\"$";
     rl_completion_entry_function = file_or_nothing;
     if (rl_function_of_keyseq("\t", nullptr, nullptr) == rl_complete)

@@ -1,5 +1,5 @@
-// The line that is being edited; see typed_line.h. A line is dropped by a key of Readline's own, so
-// that it ends in the way every line does: with the terminal as it was and tclreadline told.
+// The line being edited; see typed_line.h. A line is discarded through a Readline key, so that it
+// ends like every line: the terminal is restored and tclreadline is notified.
 #include "library/prompt/typed_line.h"
 
 #include "shell/line_editing.h"
@@ -16,7 +16,7 @@ namespace qx::prompt {
 
 namespace {
 
-// Ctrl-C never comes as a letter, unless it is quoted: the terminal makes a signal of it.
+// Ctrl-C never arrives as a character, unless it is quoted: the terminal turns it into a signal.
 constexpr int drop_key = 'C' & 0x1f;
 
 bool line_was_dropped = false;
@@ -32,13 +32,13 @@ int end_dropped_line(int, int key)
     rl_point = rl_end;
     rl_redisplay();
     rl_echo_signal_char(SIGINT);
-    rl_newline(1, key); // what is on the screen stays there
+    rl_newline(1, key); // the screen keeps the line
     rl_replace_line("", 1);
     line_was_dropped = true;
     return 0;
 }
 
-// Whatever is half done in the line ends before: a search, a count, a key of several letters.
+// First ends any unfinished operation: a search, a count, a key of several characters.
 void drop_line()
 {
     if (!RL_ISSTATE(RL_STATE_CALLBACK))
@@ -49,8 +49,9 @@ void drop_line()
     rl_callback_read_char();
 }
 
-// A script that waits for events while a line is typed serves the keys, too, and tclreadline learns
-// too late that the line has ended: Readline ends the process at the next key. Keys wait instead.
+// A script that waits for events while a line is typed handles keys, too, and tclreadline learns
+// too late that the line has ended: Readline would end the process at the next key. So keys wait
+// instead.
 void read_key(ClientData, int)
 {
     if (RL_ISSTATE(RL_STATE_CALLBACK))
@@ -89,7 +90,7 @@ int dropped(ClientData, Tcl_Interp *interp, int count, Tcl_Obj *const words[])
     return TCL_OK;
 }
 
-// Where the shell does not take what is typed, the channel does.
+// If the shell does not accept typed lines, they are put back into the channel stdin.
 int give(ClientData, Tcl_Interp *interp, int count, Tcl_Obj *const words[])
 {
     if (count != 2) {

@@ -1,18 +1,18 @@
-// The line that is being edited, and a whole command on its way to Tcl's loop: commands of the
-// package qx::prompt.
+// Commands of the package qx::prompt for the line being edited, and for giving a whole command to
+// Tcl's loop.
 #pragma once
 
 #include <tcl.h>
 
 namespace qx::prompt {
 
-/// Creates the commands and tells the shell how a half-typed line is dropped.
-///   qx::prompt::readline::expect        before tclreadline reads a line
-///   qx::prompt::readline::dropped       whether the line read last was dropped
-///   qx::prompt::readline::give BYTES    Tcl's loop reads them next, in the encoding of stdin
+/// Creates the commands and gives the shell the function that discards a half-typed line.
+///   qx::prompt::readline::expect        to be called before tclreadline reads a line
+///   qx::prompt::readline::dropped       returns whether the last line was discarded
+///   qx::prompt::readline::give BYTES    has Tcl's loop read them next, in stdin's encoding
 void create_line_commands(Tcl_Interp *interp);
 
-/// Binds what drops the line; after rl_initialize.
+/// Binds the key that discards the line. To be called after rl_initialize.
 void bind_line_drop();
 
 } // namespace qx::prompt

@@ -1,11 +1,11 @@
-# Package qx, what the SDK's catalogue says: areas, records with their fields, calls, the 1093
-# commands, the statuses of the simulated device. The other parts of the package, and scripts, ask
-# here. Relies on catalogue_data.tcl, which the build writes from the catalogue, and for the words
-# about commands on wording.tcl.
+# Package qx, the facts in the SDK's catalogue: areas, records with their fields, calls, the 1093
+# commands, the statuses of the simulated device, for the rest of the package and for scripts.
+# Relies on catalogue_data.tcl, which the build generates from the catalogue, and on wording.tcl for
+# the descriptions of commands.
 #
-# Type words: u8 u16 u32 i32 u64, a record's name, either with * for a pointer, void*; as a result
-# also none, status, and low32 (the low half of a 64-bit number). Unknown names are errors {QX
-# UNKNOWN <kind> <name>}.
+# Type words: u8 u16 u32 i32 u64, a record's name, any of these with * for a pointer, void*; as a
+# result also none, status, and low32 (the low half of a 64-bit number). An unknown name is an error
+# with the code {QX UNKNOWN <kind> <name>}.
 
 namespace eval qx::catalogue {
     # The variables of catalogue_data.tcl, each a dict:
@@ -15,7 +15,7 @@ namespace eval qx::catalogue {
     #   command_data command -> area, shape, owner, field, arguments, result
 }
 
-# The entry of a name in one of the dicts; an unknown name is an error.
+# The entry of a name in one of the dicts; an error if the name is unknown.
 proc qx::catalogue::entry {kind data name} {
     if {[dict exists $data $name]} { return [dict get $data $name] }
     return -code error -errorcode [list QX UNKNOWN $kind $name] "there is no $kind \"$name\""
@@ -40,10 +40,10 @@ proc qx::catalogue::records {} {
 }
 
 # A record: kind (record or union), size in bytes, packed, area, text, fields. Each field is a dict:
-# name, offset in bytes, type, bit and width of a bit-field (width 0: it is none), count of an
-# array's elements (0: it is no array), text, dumped, holds (mac, ipv4, ipv6, ip, family, key or
-# nothing), set_as (the type of its setter, if another), range (least and greatest meaningful value,
-# if they are not those of the type).
+# name, offset in bytes, type, bit and width of a bit-field (width 0: not a bit-field), count of an
+# array's elements (0: not an array), text, dumped, holds (mac, ipv4, ipv6, ip, family, key or
+# empty), set_as (the type of its setter, if different), range (least and greatest meaningful value,
+# if different from the type's).
 proc qx::catalogue::record {type} {
     variable record_data
     return [entry record $record_data $type]
@@ -72,7 +72,7 @@ proc qx::catalogue::calls {} {
 }
 
 # An SDK function: text, area, arguments, each a dict: name, type, direction (in, out, inout), text,
-# range (as that of a field).
+# range (as for a field).
 proc qx::catalogue::call {name} {
     variable call_data
     return [entry call $call_data $name]
@@ -89,7 +89,7 @@ proc qx::catalogue::call_argument {call name} {
 # The SDK functions that take a pointer to a record or to a cell's type, in alphabetical order.
 proc qx::catalogue::calls_with {type} {
     variable takers
-    # An index of all types, made when the first is asked for.
+    # An index of all types, built on the first call.
     if {![info exists takers]} {
         set takers {}
         foreach call [calls] {
@@ -103,7 +103,7 @@ proc qx::catalogue::calls_with {type} {
     return [lsort -unique [dict get $takers $type]]
 }
 
-# Where records hold one of a type: record and field, alternating.
+# The fields of this type in all records: record and field, alternating.
 proc qx::catalogue::holders {type} {
     set result {}
     foreach holder [records] {
@@ -129,14 +129,14 @@ proc qx::catalogue::is_command {name} {
 proc qx::catalogue::commands_of {owner} {
     variable command_data
     variable owned
-    # An index of all owners, made when the first is asked for.
+    # An index of all owners, built on the first call.
     if {![info exists owned]} {
         foreach {name row} $command_data { dict lappend owned [lindex $row 2] $name }
     }
     return [entry owner $owned $owner]
 }
 
-# A command: its facts, and in words text (its purpose) and argument_texts (in order).
+# A command: its facts, plus the descriptions text (its purpose) and argument_texts (in order).
 proc qx::catalogue::command {name} {
     set facts [facts $name]
     set texts {}
@@ -150,7 +150,7 @@ proc qx::catalogue::command {name} {
 # set_record, set_records, the same with get, array_create, array_set, array_get, cell_create,
 # cell_get, cell_array_create, cell_array_get, cell_array_set, free, or call), owner (record, call,
 # or type word of a cell), field, arguments (names and type words, alternating), result (a type
-# word), usage (as its message shows it).
+# word), usage (as shown in its error message).
 proc qx::catalogue::facts {name} {
     variable command_data
     foreach {area shape owner field arguments result} [entry command $command_data $name] break
@@ -160,7 +160,7 @@ proc qx::catalogue::facts {name} {
         arguments $arguments result $result usage $usage]
 }
 
-# The field that an argument of a record's command fills; empty if it fills none.
+# The field that an argument of a record's command sets; empty if there is none.
 proc qx::catalogue::field_of {command argument} {
     foreach key {shape owner field} { set $key [dict get $command $key] }
     if {$field ne {} && $field eq $argument} { return [field $owner $field] }
@@ -168,11 +168,11 @@ proc qx::catalogue::field_of {command argument} {
     return
 }
 
-# Which numbers an argument takes, a dict:
-#   taken  least and greatest number; of an index of a field those that have an element
-#   every  the index that stands for all elements, where there is one; otherwise empty
-#   kept   how many of the low bits a bit-field keeps; 0 if all of them
-#   meant  least and greatest meaningful number if they are others than those taken, or empty
+# The numbers that an argument accepts, a dict:
+#   taken  least and greatest number; for an index of a field, those of its elements
+#   every  the index that means all elements; empty if there is none
+#   kept   the number of low bits that a bit-field keeps; 0 if it keeps all
+#   meant  least and greatest meaningful number, if different from taken; else empty
 proc qx::catalogue::bounds {command argument type} {
     foreach key {shape owner field} { set $key [dict get $command $key] }
     set bounds [dict create taken [range $type] every {} kept 0 meant {}]
@@ -190,7 +190,7 @@ proc qx::catalogue::bounds {command argument type} {
     return $bounds
 }
 
-# The least and the greatest number that a field is meant to hold.
+# The least and the greatest meaningful number of a field.
 proc qx::catalogue::field_range {field} {
     if {[dict get $field range] ne {}} { return [dict get $field range] }
     return [range [dict get $field type] [dict get $field width]]
@@ -198,7 +198,7 @@ proc qx::catalogue::field_range {field} {
 
 proc qx::catalogue::is_pointer {type} { string match {*[*]} $type }
 
-# What a pointer points to: a record, a cell's type word, or void.
+# The target of a pointer type: a record, a cell's type word, or void.
 proc qx::catalogue::target {type} { string range $type 0 end-1 }
 
 # The native spelling of a type word: u16 -> unsigned short, qx_flow_t* -> qx_flow_t *.
@@ -209,14 +209,14 @@ proc qx::catalogue::native {type} {
     return $type
 }
 
-# Bytes of a scalar or a record.
+# The size of a scalar or a record in bytes.
 proc qx::catalogue::type_size {type} {
     variable scalar_data
     if {[dict exists $scalar_data $type]} { return [lindex [dict get $scalar_data $type] 0] }
     return [dict get [record $type] size]
 }
 
-# The least and the greatest number that a command takes for a scalar type, or for so many bits of
+# The least and the greatest number that a command accepts for a scalar type, or for `width` bits of
 # it.
 proc qx::catalogue::range {type {width 0}} {
     if {!$width} { set width [expr {8 * [type_size $type]}] }
@@ -226,7 +226,8 @@ proc qx::catalogue::range {type {width 0}} {
     return [list 0 [expr {(1 << $width) - 1}]]
 }
 
-# The least and the greatest number that is converted without an error: these two types wrap.
+# The least and the greatest number that is converted without an error: more than the range for the
+# two types that wrap.
 proc qx::catalogue::converted {type} {
     foreach {least greatest} [range $type] break
     set wrapped [lindex [range u32] 1]
@@ -243,8 +244,8 @@ proc qx::catalogue::cell {type} {
     return [entry cell $cell_data $type]
 }
 
-# All statuses of the simulated device, a dict: number -> name and meaning. Those of a board's SDK
-# may differ.
+# All statuses of the simulated device, a dict: number -> name and meaning. A board's SDK may have
+# others.
 proc qx::catalogue::statuses {} {
     variable status_data
     return $status_data
@@ -257,7 +258,7 @@ proc qx::catalogue::status_name {number} {
     return [lindex [dict get $status_data $number] 0]
 }
 
-# The number of a status that is given by name: QX_EXISTS -> 10.
+# The number of a status given by name: QX_EXISTS -> 10.
 proc qx::catalogue::status_number {name} {
     variable status_data
     dict for {number status} $status_data {
@@ -266,7 +267,7 @@ proc qx::catalogue::status_number {name} {
     return -code error -errorcode [list QX UNKNOWN status $name] "\"$name\" is not a status"
 }
 
-# What a status means; empty for a number without a name.
+# The meaning of a status; empty for a number without a name.
 proc qx::catalogue::status_meaning {number} {
     variable status_data
     if {![dict exists $status_data $number]} return
@@ -275,12 +276,12 @@ proc qx::catalogue::status_meaning {number} {
 
 # ------------------------------------------------------------------------------- nearest names
 
-# The names of a list that are most like a word, the nearest first.
+# The names in a list that are most similar to a word, the nearest first.
 proc qx::catalogue::nearest {word names {count 3}} {
     set rows {}
     set limit 1000
     foreach name $names {
-        # Words of other lengths differ by that at least.
+        # The difference in length is a lower bound.
         if {abs([string length $name] - [string length $word]) > $limit} continue
         set away [distance $word $name]
         if {$away > $limit} continue
@@ -293,8 +294,8 @@ proc qx::catalogue::nearest {word names {count 3}} {
     return $result
 }
 
-# How many letters have to be added, dropped, changed or swapped with their neighbours. What both
-# words begin and end with costs nothing and is not looked at.
+# The edit distance of two words: letters added, dropped, changed or swapped with their neighbours.
+# Common beginnings and ends cost nothing and are skipped.
 proc qx::catalogue::distance {from to} {
     set first 0
     while {$first < [string length $from] && $first < [string length $to] &&

@@ -1,6 +1,6 @@
-# Package qx, handles: which record a word belongs to. Relies on the commands of the shell, which
-# know whether a word is a handle. The package's library, which reads and writes records, asks here
-# for words that do not look like plain handles, and for all of them under strict memory.
+# Package qx, handles: the record type of a word. Relies on the shell's commands, which know whether
+# a word is a handle. The package's library, which reads and writes records, calls this for words
+# that do not look like plain handles, and for all words under strict memory.
 
 namespace eval qx::handle {
     variable folder [file dirname [file normalize [info script]]]
@@ -10,11 +10,11 @@ proc qx::handle::refuse {word text} {
     return -code error -errorcode [list QX HANDLE $word] $text
 }
 
-# The record that a handle belongs to, and the handle as the shell writes it.
+# The record type of a handle, and the handle as the shell writes it.
 proc qx::handle::of_record {word} {
     if {$word eq "NULL"} { refuse $word "NULL is not a record" }
     set handle $word
-    # The name of an object's command stands for the object.
+    # The name of an object command stands for its handle.
     if {![string match _* $word] && [llength [info commands ::$word]]} {
         if {[catch { uplevel #0 [list $word cget -this] } handle]} { set handle $word }
     }
@@ -24,20 +24,21 @@ proc qx::handle::of_record {word} {
     if {![qx::catalogue::is_record $type]} {
         refuse $word "$word is a handle of type [string map {_ { }} $type], which is not a record"
     }
-    # The command refuses what the shell itself takes for no handle of the type.
+    # The command rejects every word that the shell does not accept as a handle of the type.
     set handle [::[qx::catalogue::stem $type]_array_get $handle 0]
     if {$handle eq "NULL"} { refuse $word "$word is a null pointer, not a record" }
     return [list $type $handle]
 }
 
-# Loads the library when the first record is looked at: help and lint do without. It replaces the
-# commands that were made by load_at_first_call.
+# Loads the library on the first access to a record; help and lint do not need it. It replaces the
+# commands created by load_at_first_call.
 proc qx::handle::load_library {} {
     variable folder
     load [file join $folder libqxmemory[info sharedlibextension]] Qxmemory
 }
 
-# A command of the library that is not loaded yet. Its body runs where `set` is not Tcl's.
+# Creates a stand-in for a command of the library until that is loaded. Its body runs in a namespace
+# where `set` is not Tcl's.
 proc qx::handle::load_at_first_call {command} {
     proc $command {args} {
         ::qx::handle::load_library

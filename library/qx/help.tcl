@@ -1,38 +1,38 @@
-# Package qx: qx::help, qx::apropos, qx::areas. Their results are texts for people, made of what
-# catalogue.tcl and wording.tcl say, so that there is one for every command, record and area.
+# Package qx: qx::help, qx::apropos, qx::areas. Their results are texts for people, generated from
+# catalogue.tcl and wording.tcl, so that every command, record and area has one.
 
 namespace eval qx::help {
-    # The package's own commands: usage and what they do.
+    # The package's own commands: name, usage, purpose.
     variable own {
-        qx::help     {?name?} {tell about a command, a record, an area, a status or one of these}
-        qx::apropos  {word} {list what has the word in its name or description}
+        qx::help     {?name?} {describe a command, a record, an area, a status or one of these}
+        qx::apropos  {word} {list everything with the word in its name or description}
         qx::areas    {} {list the areas of the SDK}
-        qx::get      {handle ?-view views? ?-raw?} {a record as a dict}
-        qx::set      {handle dict} {write the fields of a record that the dict names}
-        qx::diff     {handle handle ?-view views? ?-raw?} {where two records differ}
-        qx::json     {handle ?-view views? ?-raw?} {a record as JSON}
+        qx::get      {handle ?-view views? ?-raw?} {return a record as a dict}
+        qx::set      {handle dict} {write the fields of a record that are in the dict}
+        qx::diff     {handle handle ?-view views? ?-raw?} {list where two records differ}
+        qx::json     {handle ?-view views? ?-raw?} {return a record as JSON}
         qx::check    {?-allow statuses? command ?word ...?} {make a status other than 0 an error}
-        qx::why      {} {what was wrong with the last command that failed}
-        qx::watch    {?on|off?} {keep the words of commands that fail, for qx::why}
-        qx::lint     {script.tcl} {what is wrong in a script's commands, without running it}
-        qx::template {record ?-view views? ?-raw?} {the dict of a record that is all zero}
-        qx::sim::attach    {?file?} {take the simulator under control, by a control file}
+        qx::why      {} {explain the last command that failed}
+        qx::watch    {?on|off?} {record the words of failing commands, for qx::why}
+        qx::lint     {script.tcl} {find mistakes in a script's commands, without running it}
+        qx::template {record ?-view views? ?-raw?} {return the dict of a record that is all zero}
+        qx::sim::attach    {?file?} {control the simulator through a control file}
         qx::sim::detach    {} {end all settings and remove the control file}
         qx::sim::fault     {pattern when status} {make calls of some functions fail}
-        qx::sim::latency   {pattern microseconds} {make calls of some functions take time}
-        qx::sim::log       {file} {log every call, a line of JSON each}
-        qx::sim::keys      {onoff} {whether keys are written out in logs and snapshots}
+        qx::sim::latency   {pattern microseconds} {make calls of some functions slow}
+        qx::sim::log       {file} {log every call as a line of JSON}
+        qx::sim::keys      {onoff} {write keys out in logs and snapshots, or not}
         qx::sim::clear     {} {end all faults, latencies and the log}
-        qx::sim::reset     {} {all devices as they were at the start}
-        qx::sim::snapshot  {?file?} {the configuration of all devices as JSON}
-        qx::sim::state     {?file?} {the same with clocks, counters and the use of tables}
-        qx::sim::flow_key  {flow} {the bytes that the flow table's hash runs over}
-        qx::sim::flow_slot {flow} {the slot of the flow table that the hash names}
-        qx::sim::find_flow {device flow} {the slot that a device keeps a flow in, or -1}
+        qx::sim::reset     {} {return all devices to their initial state}
+        qx::sim::snapshot  {?file?} {write or return the configuration of all devices as JSON}
+        qx::sim::state     {?file?} {the same with clocks, counters and table usage}
+        qx::sim::flow_key  {flow} {return the bytes that the flow table hashes}
+        qx::sim::flow_slot {flow} {return the flow's hash slot in the flow table}
+        qx::sim::find_flow {device flow} {return the slot that holds a flow on a device, or -1}
     }
 }
 
-# What there is to say about a name.
+# The help text of a name.
 proc qx::help::about {{name {}}} {
     variable own
     if {$name eq {}} { return [beginning] }
@@ -71,7 +71,7 @@ proc qx::help::beginning {} {
     return $text
 }
 
-# The areas and what they have, a line each.
+# The areas and their contents, one per line.
 proc qx::help::areas {} {
     set rows {}
     foreach name [qx::catalogue::areas] {
@@ -84,8 +84,8 @@ proc qx::help::areas {} {
 
 proc qx::help::counted {list noun} { qx::wording::counted [llength $list] $noun }
 
-# What has a word in its name or description: areas, records, fields, calls, and commands beside
-# them.
+# Everything with a word in its name or description: areas, records, fields, calls, and other
+# commands.
 proc qx::help::apropos {word} {
     set rows {}
     foreach name [qx::catalogue::areas] {
@@ -99,7 +99,7 @@ proc qx::help::apropos {word} {
         }
     }
     foreach name [qx::catalogue::commands] {
-        # Those of a record are said by the record and its fields.
+        # A record's commands are covered by the record and its fields.
         set facts [qx::catalogue::facts $name]
         if {![qx::catalogue::is_record [dict get $facts owner]]} {
             lappend rows [list $name [qx::wording::purpose $facts]]
@@ -122,7 +122,7 @@ proc qx::help::parts {dict args} {
     return $values
 }
 
-# Rows in columns, the last of which is as wide as it is.
+# Rows in aligned columns; the last column is not padded.
 proc qx::help::table {rows} {
     if {$rows eq {}} return
     set last [expr {[llength [lindex $rows 0]] - 1}]
@@ -144,7 +144,7 @@ proc qx::help::table {rows} {
     return $text
 }
 
-# Words in lines of at most 100 columns.
+# Words wrapped into lines of at most 100 columns.
 proc qx::help::filled {words} {
     if {$words eq {}} return
     set text {}
@@ -188,13 +188,13 @@ proc qx::help::command_text {name} {
     return [string trimright $text \n]
 }
 
-# The command that makes what a pointer of the type points to.
+# The command that creates the target of a pointer of the type.
 proc qx::help::creator {type} {
     if {[qx::catalogue::is_record $type]} { return [qx::catalogue::stem $type]_create }
     return qx_[qx::catalogue::cell $type]_create
 }
 
-# Two lines that run as they are.
+# An example of two lines that can be run unchanged.
 proc qx::help::example {command} {
     foreach {name shape arguments result} [parts $command name shape arguments result] break
     if {$shape eq "free"} { return [list "set block \[qx_uint32_create 1\]" "$name \$block"] }
@@ -215,7 +215,7 @@ proc qx::help::example {command} {
     return [list [join $before {; }] $words]
 }
 
-# The words that make one of a type.
+# The command that creates an object of a type.
 proc qx::help::creation {type} {
     if {[qx::catalogue::is_record $type]} { return [creator $type] }
     return "[creator $type] 0"
@@ -256,7 +256,7 @@ proc qx::help::field_row {field} {
     return [list $offset $bits $type $name $text]
 }
 
-# The commands of the record as a whole, and how those of its fields are called.
+# The commands of the whole record, and the names of those of its fields.
 proc qx::help::record_commands {type} {
     set stem [qx::catalogue::stem $type]
     set names {}
@@ -266,7 +266,7 @@ proc qx::help::record_commands {type} {
     return [concat $names [list ${stem}_get_<field> ${stem}_set_<field>]]
 }
 
-# The calls that take a record, by itself or inside of another.
+# The calls that take a record, directly or inside another.
 proc qx::help::takers {type} {
     set types [list $type]
     for {set at 0} {$at < [llength $types]} {incr at} {

@@ -1,9 +1,9 @@
-# Package qx, qx::lint: reads a script and tells what would go wrong in its SDK and record commands:
-# names that do not exist, numbers of arguments, constants out of range, handles of another type,
-# handles that were released. Nothing is run. Relies on script_parser.tcl and catalogue.tcl.
+# Package qx, qx::lint: parses a script and reports mistakes in its SDK and record commands: unknown
+# names, wrong numbers of arguments, constants out of range, handles of the wrong type, released
+# handles. Nothing is run. Relies on script_parser.tcl and catalogue.tcl.
 #
-# What a variable holds is followed from command to command in a row. A body (of if, while, proc
-# ...) begins with what is known before it, and what it may change is not known behind it: better
+# The value of a variable is followed through consecutive commands. A body (of if, while, proc ...)
+# starts with the values known before it; values that it may change are unknown after it: better
 # silent than wrong.
 
 namespace eval qx::lint {
@@ -11,8 +11,7 @@ namespace eval qx::lint {
     variable known {}    ;# variable -> what it holds: {handle type}, {number} or {released line}
     variable own {}      ;# procedures of the script
     variable shared {}   ;# variables that procedures reach from outside
-    # Where the bodies of a command are, by the number of the word; `apart` with variables of their
-    # own.
+    # The bodies of a command, by the position of the word; `apart` for those with local variables.
     variable bodies {
         while {2 script} for {1 script 3 script 4 script} foreach {end script}
         catch {1 script} time {1 script}
@@ -21,7 +20,8 @@ namespace eval qx::lint {
     variable conditions {while 1 for 2}
 }
 
-# What is wrong in a script file: a list of lines "<file>:<line>: <what>", empty if nothing is.
+# The mistakes in a script file: a list of lines "<file>:<line>: <message>", empty if there are
+# none.
 proc qx::lint::file {name} {
     set channel [open $name]
     fconfigure $channel -encoding utf-8
@@ -69,14 +69,15 @@ proc qx::lint::script {text line} {
     run $commands
 }
 
-# The commands of a script in a row; what the last one gives.
+# Checks the commands of a script in order; returns what is known of the last one's result.
 proc qx::lint::run {commands} {
     set value {}
     foreach words $commands { set value [command $words] }
     return $value
 }
 
-# One command: its brackets first, as Tcl has it. Gives what its result is known to be.
+# Checks one command, its bracketed commands first, as Tcl runs them. Returns what is known of its
+# result.
 proc qx::lint::command {words} {
     set values {}
     foreach word $words { lappend values [value $word] }
@@ -98,7 +99,7 @@ proc qx::lint::command {words} {
     return
 }
 
-# What a word is known to be.
+# What is known of a word's value.
 proc qx::lint::value {word} {
     variable known
     foreach script [dict get $word nested] { set inner [run $script] }
@@ -129,7 +130,7 @@ proc qx::lint::assign {words values} {
     return $value
 }
 
-# A command of Tcl or of the script may change the variables that its words name.
+# A command of Tcl or of the script may change the variables named by its words.
 proc qx::lint::forget {words} {
     variable known
     foreach word $words { forget_named [dict get $word text] }
@@ -163,7 +164,7 @@ proc qx::lint::body_words {name words} {
     }
 }
 
-# A body that may run or not, or more than once.
+# A body that may run any number of times, or not at all.
 proc qx::lint::body {word} {
     variable known
     if {[dict get $word kind] ne "braced"} return
@@ -174,7 +175,7 @@ proc qx::lint::body {word} {
     set known $before
 }
 
-# A body with variables of its own.
+# A body with local variables.
 proc qx::lint::apart {word} {
     variable known
     if {$word eq {} || [dict get $word kind] ne "braced"} return
@@ -205,7 +206,7 @@ proc qx::lint::switch_command {words} {
     if {[dict get $last kind] ne "braced"} return
     foreach {text line} [list [dict get $last text] [dict get $last line]] break
     if {[catch { qx::script_parser::commands $text $line } commands]} return
-    # Patterns and bodies are words one after the other, over several lines or on one.
+    # Patterns and bodies alternate, on one line or several.
     set flat {}
     foreach command $commands { foreach word $command { lappend flat $word } }
     foreach {pattern body} $flat { if {$body ne {}} { body $body } }
@@ -217,7 +218,7 @@ proc qx::lint::expression {words} {
     return
 }
 
-# Brackets in an expression in braces; those of other words have been looked at.
+# Brackets in a braced expression; those of other words have been checked already.
 proc qx::lint::expression_word {word} {
     if {[dict get $word kind] ne "braced"} return
     foreach {text line} [list [dict get $word text] [dict get $word line]] break
@@ -261,7 +262,7 @@ proc qx::lint::sdk_command {name words values} {
     }
     set facts [qx::catalogue::facts $name]
     set arguments [dict get $facts arguments]
-    # Words behind {*} may be any number.
+    # A word after {*} may become any number of words.
     foreach word $words { if {[dict get $word expand]} { return [result $facts] } }
     set wanted [expr {[llength $arguments] / 2}]
     set given [expr {[llength $words] - 1}]
@@ -282,7 +283,7 @@ proc qx::lint::sdk_command {name words values} {
     return [result $facts]
 }
 
-# What a command gives.
+# What is known of a command's result.
 proc qx::lint::result {facts} {
     set type [dict get $facts result]
     if {$type eq "none"} { return [list constant {}] }
@@ -298,25 +299,25 @@ proc qx::lint::release {word line} {
     if {$name ni $shared} { dict set known $name [list released $line] }
 }
 
-# What is wrong with a value for an argument of a command; empty if nothing is, or nothing is known.
+# The mistake in the value of a command's argument; empty if there is none, or if nothing is known.
 proc qx::lint::mistake {facts argument type value} {
     foreach {kind what} $value break
     if {![info exists kind]} return
     set pointer [qx::catalogue::is_pointer $type]
     switch -- $kind {
-        released { if {$pointer} { return "the handle was released in line $what" } }
+        released { if {$pointer} { return "the handle was released on line $what" } }
         number   {
             if {$pointer && $type ne "void*"} {
-                return "a number, where a handle of [qx::catalogue::native $type] is wanted"
+                return "got a number, expected a handle of [qx::catalogue::native $type]"
             }
         }
         handle   {
             if {!$pointer} {
-                return "a handle of [qx::catalogue::native $what*], where a number is wanted"
+                return "got a handle of [qx::catalogue::native $what*], expected a number"
             }
             if {$type ne "void*" && $what ne [qx::catalogue::target $type]} {
-                return "a handle of [qx::catalogue::native $what*], where one of\
-                    [qx::catalogue::native $type] is wanted"
+                return "got a handle of [qx::catalogue::native $what*], expected one of\
+                    [qx::catalogue::native $type]"
             }
         }
         constant {
@@ -333,7 +334,7 @@ proc qx::lint::wrong_number {facts argument type word} {
     }
     set bounds [qx::catalogue::bounds $facts $argument $type]
     set taken [dict get $bounds taken]
-    # A number beyond its range may be converted all the same, an index has to be one.
+    # A number beyond its type's range may still be converted; an index must be that of an element.
     if {$taken eq [qx::catalogue::range $type]} { set taken [qx::catalogue::converted $type] }
     foreach {least greatest} $taken break
     if {($word >= $least && $word <= $greatest) || $word == [dict get $bounds every]} return
@@ -350,7 +351,7 @@ proc qx::lint::wrong_handle {type word} {
         if {$type eq "void*" || $name eq $wanted} return
         return "$word is not a handle of [qx::catalogue::native $type]"
     }
-    # A name may be that of an object that the script makes.
+    # A name may be that of an object that the script creates.
     if {[regexp {^[A-Za-z]} $word] && ![string is wideinteger -strict $word]} return
     return "\"$word\" is not a handle"
 }

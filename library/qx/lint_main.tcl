@@ -1,6 +1,6 @@
-# qx::lint for the command line and CI, installed as qx-lint SCRIPT ... Prints what is wrong, a line
-# each. Exit status 0 if nothing is, 1 if something is, 2 if a script cannot be read. Needs no SDK
-# library: a plain tclsh will do.
+# qx::lint for the command line and CI, installed as qx-lint SCRIPT ... Prints the mistakes it
+# finds, one per line. The exit status is 0 if there are none, 1 if there are some, 2 if a script
+# cannot be read. Needs no SDK library: a plain tclsh will do.
 
 if {[llength $argv] == 0} {
     puts stderr "usage: qx-lint SCRIPT ..."

@@ -1,10 +1,11 @@
-# Package qx: what a person at the prompt and a script in CI want beside the 1093 commands. All of
-# it is in namespace qx, in one file a part. Relies on the files beside this one.
+# Package qx: help, whole records, statuses as errors and a script checker, on top of the 1093
+# commands. All of it is in the namespace qx, one part per file. Relies on the files beside this
+# one.
 #
-# Those of qx::sim and qx::catalogue are called by these names. The commands in the namespace qx are
-# other names for procedures in the parts' own namespaces, or come with the package's library when
-# one of them is called first. One of them is named `set`: no code of the package runs in the
-# namespace qx itself, where it would take that one for Tcl's.
+# Procedures of qx::sim and qx::catalogue are called by their full names. The commands in the
+# namespace qx are aliases of procedures in the parts' own namespaces, or come from the package's
+# library, which is loaded on the first call of one of them. One of them is named `set`: so no code
+# of the package runs in the namespace qx itself, where `set` would not be Tcl's.
 
 namespace eval qx {}
 

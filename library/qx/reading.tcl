@@ -1,5 +1,5 @@
-# Package qx, records side by side and as JSON: qx::diff, qx::json. Relies on catalogue.tcl,
-# handles.tcl and on the package's library, whose qx::reading::value is qx::get under the name of
+# Package qx, comparing records and JSON: qx::diff, qx::json. Relies on catalogue.tcl, handles.tcl
+# and the package's library, whose qx::reading::value is qx::get with error messages that name
 # another command.
 
 namespace eval qx::reading {}
@@ -22,7 +22,7 @@ proc qx::reading::diff {first second args} {
     return $result
 }
 
-# The fields of a record are those that its dict names: of a union not all are there.
+# Only the fields in the dict are compared: that of a union does not have all of them.
 proc qx::reading::compare {type first second path result_name} {
     upvar 1 $result_name result
     dict for {name before} $first {
@@ -60,13 +60,13 @@ proc qx::reading::compare_lists {type first second here result_name} {
     }
 }
 
-# Whether a value of the type is a dict: a record, and no address in its place.
+# Whether a value of the type is a dict: a record that is not shown as an address.
 proc qx::reading::is_dict {type value} {
     if {![qx::catalogue::is_record $type] || [is_text $value]} { return 0 }
     return [expr {![string is wideinteger -strict [lindex $value 0]]}]
 }
 
-# Whether a value is an address as people write it.
+# Whether a value is an address in text form.
 proc qx::reading::is_text {value} { regexp {^[0-9a-fA-F.:]*[.:][0-9a-fA-F.:]*$} $value }
 
 # --------------------------------------------------------------------------------------- JSON
@@ -88,7 +88,7 @@ proc qx::reading::json_record {type value indent} {
 
 proc qx::reading::json_value {field value indent} {
     set type [dict get $field type]
-    # Addresses hold no character that JSON wants written in another way.
+    # Addresses contain no characters that JSON has to escape.
     if {[is_text $value]} { return "\"$value\"" }
     if {[qx::catalogue::is_record $type] && [dict get $field count]} {
         set rows {}

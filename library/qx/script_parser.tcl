@@ -1,13 +1,13 @@
-# Package qx, Tcl scripts as commands and words: nothing is run or replaced. Reads whole scripts,
-# for qx::lint and for the tests; a command that is still being typed is the business of qx::prompt,
-# which does without this package. Relies on nothing.
+# Package qx, parsing Tcl scripts into commands and words: nothing is run or substituted. Parses
+# whole scripts, for qx::lint and the tests; qx::prompt parses commands that are still being typed,
+# without this package. Relies on nothing.
 #
 # A command is a list of words. A word is a dict:
-#   kind    braced, plain (quoted or bare, nothing in it is replaced) or other
-#   text    what stands in it; of a plain word with its backslash sequences replaced
-#   line    where the text begins
-#   expand  1 behind {*}
-#   nested  the commands in its brackets, a list of scripts
+#   kind    braced, plain (quoted or bare, without substitutions) or other
+#   text    its text; in a plain word backslash sequences are replaced
+#   line    the line where the text begins
+#   expand  1 after {*}
+#   nested  the scripts in its brackets, a list
 #   whole   script if the word is one pair of brackets, variable if it is $name alone, else empty
 
 namespace eval qx::script_parser {
@@ -16,8 +16,8 @@ namespace eval qx::script_parser {
     variable line 1
 }
 
-# The commands of a script whose first line has a number. Errors have the code {QX SYNTAX line
-# commands}, with the commands before the mistake.
+# The commands of a script whose first line has the given number. Errors have the code {QX SYNTAX
+# line commands}, with the commands before the mistake.
 proc qx::script_parser::commands {script first} {
     set before {}
     if {[catch { within $script $first { read_commands {} before } } result options]} {
@@ -27,7 +27,7 @@ proc qx::script_parser::commands {script first} {
     return $result
 }
 
-# Reads a text from its beginning, while the one around it is being read, too.
+# Parses a text from its beginning; may be called while another text is being parsed.
 proc qx::script_parser::within {script first reading} {
     variable text
     variable place
@@ -43,7 +43,7 @@ proc qx::script_parser::fail {at message} {
     return -code error -errorcode [list QX SYNTAX $at] $message
 }
 
-# Goes on to a place, counting lines.
+# Advances to a position, counting lines.
 proc qx::script_parser::go_to {next} {
     variable text
     variable place
@@ -52,7 +52,7 @@ proc qx::script_parser::go_to {next} {
     set place $next
 }
 
-# The place behind what matches here.
+# The position after a match at the current position.
 proc qx::script_parser::behind {pattern} {
     variable text
     variable place
@@ -60,8 +60,7 @@ proc qx::script_parser::behind {pattern} {
     return [expr {[lindex $found 1] + 1}]
 }
 
-# Commands up to the end, or to a closing bracket; those read so far are in the caller's variable,
-# too.
+# Commands up to the end, or to a closing bracket; the caller's variable has those parsed so far.
 proc qx::script_parser::read_commands {until {so_far unused}} {
     upvar 1 $so_far result
     variable text
@@ -139,7 +138,7 @@ proc qx::script_parser::read_braces {} {
     fail $begun "a brace is not closed"
 }
 
-# A bare word, or one in quotes: to a character that ends it.
+# A bare or quoted word, up to a character that ends it.
 proc qx::script_parser::read_parts {ends quoted until} {
     variable text
     variable place
@@ -181,7 +180,7 @@ proc qx::script_parser::read_parts {ends quoted until} {
 # Whether a word is one pair of brackets and nothing else.
 proc qx::script_parser::is_one_script {word} {
     if {![regexp {^\[.*\]$} $word]} { return 0 }
-    # Cut anywhere before its end the bracket is open.
+    # Cut off anywhere before its end, the bracket is open.
     for {set at [string first \] $word]} {$at >= 0 && $at < [string length $word] - 1} {} {
         if {[info complete [string range $word 0 $at]]} { return 0 }
         set at [string first \] $word [expr {$at + 1}]]
@@ -189,7 +188,7 @@ proc qx::script_parser::is_one_script {word} {
     return 1
 }
 
-# The commands in the brackets of an expression, a list of scripts. Braces in it hold data.
+# The scripts in the brackets of an expression, a list. Braces in an expression contain data.
 proc qx::script_parser::in_expression {expression first} {
     return [within $expression $first { read_expression }]
 }

@@ -1,9 +1,9 @@
-# Package qx, qx::sim: the simulated device from a script. Faults, latency, call log, reset,
-# snapshots, and the flow table's hash. On a board only the hash means anything.
+# Package qx, qx::sim: control of the simulated device. Faults, latency, call log, reset, snapshots,
+# and the flow table's hash. On a board only the hash is meaningful.
 #
-# The simulator takes orders from a control file, which has to be named before the first SDK call of
+# The simulator reads commands from a control file, which must be named before the first SDK call of
 # the process: by the environment variable QX_SIM_CONTROL, or by `qx::sim::attach` in the script.
-# Orders are obeyed before the procedure returns. Relies on the SDK commands of the shell.
+# Each procedure has taken effect when it returns. Relies on the shell's SDK commands.
 
 namespace eval qx::sim {
     variable control {}  ;# the control file; empty until attached
@@ -12,7 +12,7 @@ namespace eval qx::sim {
 
 # ---------------------------------------------------------------------------------- control
 
-# Takes the simulator under control. Without a file: the one QX_SIM_CONTROL names.
+# Starts controlling the simulator. The default file is the one named by QX_SIM_CONTROL.
 proc qx::sim::attach {{file {}}} {
     variable control
     variable settings
@@ -49,8 +49,8 @@ proc qx::sim::detach {} {
     return
 }
 
-# Replaces the control file by the settings and some orders, and makes the simulator read it. The
-# new file is written aside and renamed, so that no half of it is ever read.
+# Replaces the control file by the settings and the given commands, and makes the simulator read it.
+# The new file is written under another name and renamed, so that it is never read half-written.
 proc qx::sim::order {lines} {
     variable control
     variable settings
@@ -69,7 +69,7 @@ proc qx::sim::order {lines} {
     return
 }
 
-# A call on this device is none: it only makes the simulator look at the control file.
+# A call on this device only makes the simulator check the control file.
 proc qx::sim::nudge {} { qx_flow_delete 65535 0 }
 
 proc qx::sim::setting {line} {
@@ -83,17 +83,17 @@ proc qx::sim::setting {line} {
     return
 }
 
-# The `when`th call (3), that and all later ones (3+) or every call (*) of the functions that fit
-# the pattern fails with the status, a number or a name, and does nothing else.
+# Makes calls of the functions that match the pattern fail with the status, a number or a name, and
+# do nothing else: the `when`th call (3), that and all later ones (3+), or every call (*).
 proc qx::sim::fault {pattern when status} { setting "fault $pattern $when $status" }
 
-# Each call of the functions that fit takes at least so many microseconds.
+# Makes each call of the matching functions take at least this many microseconds.
 proc qx::sim::latency {pattern microseconds} { setting "latency $pattern $microseconds" }
 
-# Logs every call from now on, one JSON line each, at the end of a file.
+# Appends every call from now on to a file, one JSON line each.
 proc qx::sim::log {file} { setting "log [file normalize $file]" }
 
-# Whether keys are written out in logs and snapshots: on or off.
+# Switches writing keys in logs and snapshots: on or off.
 proc qx::sim::keys {onoff} { setting "keys $onoff" }
 
 # Ends all faults, latencies and the log.
@@ -102,13 +102,13 @@ proc qx::sim::clear {} {
     order {}
 }
 
-# All devices as they were at the start.
+# Returns all devices to their initial state.
 proc qx::sim::reset {} { order [list reset] }
 
-# The configuration of all devices as JSON: written to the file, or without one the result.
+# Writes the configuration of all devices as JSON to the file, or returns it without one.
 proc qx::sim::snapshot {{file {}}} { listing snapshot $file }
 
-# The same with clocks, counters, use of the tables and calls so far.
+# The same with clocks, counters, table usage and calls so far.
 proc qx::sim::state {{file {}}} { listing state $file }
 
 proc qx::sim::listing {what file} {
@@ -125,8 +125,8 @@ proc qx::sim::listing {what file} {
 
 # ---------------------------------------------------------------------------- the flow table
 
-# The slot that a device keeps a flow in, found by its flow id from the hash's slot on; -1 if it is
-# in none.
+# The slot that holds a flow on a device, searched by flow id from the hash slot on; -1 if there is
+# none.
 proc qx::sim::find_flow {device flow} {
     set home [flow_slot $flow]
     set found [qx_flow_create]

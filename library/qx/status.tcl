@@ -1,9 +1,9 @@
-# Package qx: qx::check makes errors of statuses, qx::watch keeps the words of commands that fail.
-# Relies on catalogue.tcl. Statuses have the names of the simulated device; another SDK may mean
-# something else by them.
+# Package qx: qx::check turns statuses into errors, qx::watch records the words of failing commands.
+# Relies on catalogue.tcl. Statuses have the names of the simulated device; in another SDK a number
+# may mean something else.
 #
-# A block judges the 83 SDK functions as long as it runs, by the package's library; qx::watch looks
-# at commands through Tcl's execution traces.
+# While a block runs, the package's library checks the 83 SDK functions; qx::watch uses Tcl's
+# execution traces.
 
 namespace eval qx::status {
     variable last {}     ;# the last failure: words, code, result, and Tcl's errorInfo before it
@@ -47,7 +47,7 @@ proc qx::status::is_call {name} {
     return [expr {[dict get [qx::catalogue::facts $name] shape] eq "call"}]
 }
 
-# Numbers of statuses that are given by number or name.
+# The numbers of statuses given by number or name.
 proc qx::status::numbers {words} {
     set result {}
     foreach word $words {
@@ -62,17 +62,17 @@ proc qx::status::numbers {words} {
     return $result
 }
 
-# An error, unless the status of a call is 0 or allowed.
+# Raises an error unless the status of a call is 0 or allowed.
 proc qx::status::judge {words status allow} {
     if {$status == 0 || $status in $allow} return
     note $words 0 $status
     set name [qx::catalogue::status_name $status]
-    # A status without a name stands for itself.
+    # A status without a name is shown by its number.
     if {$name eq {}} { set name $status }
     return -level 2 -code error -errorcode [list QX_STATUS $status $name] [failure $words $status]
 }
 
-# What failed: the call with its arguments by name, the status, its name and meaning.
+# The error message: the call with its arguments by name, the status, its name and meaning.
 proc qx::status::failure {words status} {
     set name [string trimleft [lindex $words 0] :]
     set text $name
@@ -101,20 +101,20 @@ proc qx::status::block {script allow} {
     return -options $options $result
 }
 
-# Called when an SDK function of a block has ended in an error or in a status that is not 0. An error
-# here becomes the function's.
+# Called when an SDK function of a block has ended in an error or with a status other than 0; an
+# error here becomes the function's.
 proc qx::status::left {words code result} {
     variable allowed
     if {$code != 0} { return [note $words $code $result] }
-    # A block that waits for events may have ended before.
+    # A block that waits for events may have ended already.
     if {$allowed eq {}} return
     judge $words $result [lindex $allowed end]
 }
 
 # ----------------------------------------------------------------------------------- watching
 
-# Keeps the words of every command that fails from now on, or no longer; without a word tells
-# whether.
+# Switches recording the words of every failing command on or off; without an argument returns the
+# setting.
 proc qx::status::watch {{switch {}}} {
     variable watching
     if {$switch eq {}} { return $watching }
@@ -138,7 +138,7 @@ proc qx::status::watched {words code result operation} {
     }
 }
 
-# Remembers a failure for qx::why.
+# Records a failure for qx::why.
 proc qx::status::note {words code result} {
     variable last
     set before {}

@@ -1,13 +1,12 @@
-# Package qx: qx::why tells what was wrong with the last command that failed. The commands' messages
-# name an argument's number and type; this adds its name, its range and what was given. Relies on
-# status.tcl for the words, as far as qx::check or qx::watch has seen them, and on Tcl's errorInfo
-# otherwise.
+# Package qx: qx::why explains the last command that failed. The commands' messages name an
+# argument's number and type; this adds its name, its range and the given word. Relies on status.tcl
+# for words that qx::check or qx::watch have recorded, and on Tcl's errorInfo otherwise.
 
 namespace eval qx::why {
     variable in_procedure 0 ;# whether the words come from errorInfo, and from within a procedure
 }
 
-# What was wrong with the last failed command.
+# The explanation of the last failed command.
 proc qx::why::explain {} {
     foreach {words code result} [last_failure] break
     if {$words eq {}} { return "no command of the SDK or its records has failed" }
@@ -22,15 +21,16 @@ proc qx::why::explain {} {
     return "[lindex $words 0]: $result"
 }
 
-# Words, code and result of the last failure. Words that only errorInfo has are those of the script,
-# before variables and brackets were replaced.
+# Words, code and result of the last failure. Words from errorInfo are those of the script, before
+# substitution.
 proc qx::why::last_failure {} {
     variable in_procedure 0
     foreach {words code result before} $qx::status::last break
     set info {}
     if {[info exists ::errorInfo]} { set info $::errorInfo }
     if {[info exists words]} {
-        # Still the last if its message heads errorInfo, or if no error came after its status.
+        # It is still the last one if errorInfo begins with its message, or if no error came after
+        # its status.
         if {$code == 0 && $info eq $before} { return [list $words $code $result] }
         set message $result
         if {$code == 0} { set message [qx::status::failure $words $result] }
@@ -41,7 +41,7 @@ proc qx::why::last_failure {} {
     set pattern {^(?:\w+ in method '|Wrong [^:]*:)(qx_\w+)}
     if {![regexp $pattern $message -> name]} { return {{} 0 {}} }
     set words [list $name]
-    # The command stands between quotes, behind the message.
+    # The command is in quotes after the message.
     set start [string first "executing\n\"$name" $info]
     if {$start >= 0} {
         incr start [string length "executing\n\""]
@@ -70,7 +70,7 @@ proc qx::why::status_text {words status} {
     return $text
 }
 
-# An argument that was refused: what it is, what was wanted, what was given.
+# A rejected argument: its meaning, the expected values, the given word.
 proc qx::why::argument_text {words name number} {
     set facts [qx::catalogue::command $name]
     set type [lindex [dict get $facts arguments] [expr {2 * $number - 1}]]
@@ -81,7 +81,7 @@ proc qx::why::argument_text {words name number} {
     if {[llength $words] > $number} {
         append text "  given:  [given [lindex $words $number] $type]"
     } else {
-        append text "  given:  not known; after \"qx::watch on\" it is"
+        append text "  given:  unknown; \"qx::watch on\" records it"
     }
     return $text
 }
@@ -94,18 +94,18 @@ proc qx::why::wanted {facts argument type} {
     return "[qx::catalogue::native $type], [qx::wording::range $facts $argument $type]"
 }
 
-# What a word is, seen as something of a type.
+# Describes a word given for a type.
 proc qx::why::given {word type} {
     variable in_procedure
-    # As it stands in the script: a global variable may still have the value.
+    # A variable in the script: if it is global, it may still have the value.
     if {[regexp {^\$(::)?(\w+)$} $word -> global name]} {
         if {![info exists ::$name] || ($in_procedure && $global eq {})} {
-            return "$word, whose value is not known any more; after \"qx::watch on\" it is"
+            return "$word, whose value is no longer known; \"qx::watch on\" records it"
         }
         return "$word, now [given [::set ::$name] $type]"
     }
     if {[regexp {[][$]} $word]} {
-        return "$word, whose value is not known; after \"qx::watch on\" it is"
+        return "$word, whose value is unknown; \"qx::watch on\" records it"
     }
     if {[regexp {^_[0-9a-f]{8}(_p_\w+)$} $word -> mangled]} {
         return "$word, a handle of type [handle_type $mangled]"
@@ -119,12 +119,12 @@ proc qx::why::given {word type} {
         if {$number < $least} { return "$word, which is below the range" }
         return "$word, a number"
     }
-    if {[string match _* $word]} { return "\"$word\", which has not the form of a handle" }
+    if {[string match _* $word]} { return "\"$word\", which does not have the form of a handle" }
     if {[qx::catalogue::is_pointer $type]} { return "\"$word\", which is not a handle" }
     return "\"$word\", which is not a number"
 }
 
-# The native spelling of a mangled type; one that is not the SDK's is shown as it is.
+# The native spelling of a mangled type; a type that is not the SDK's is returned unchanged.
 proc qx::why::handle_type {mangled} {
     set name [string range $mangled 3 end]
     if {[qx::catalogue::is_record $name]} { return "$name *" }

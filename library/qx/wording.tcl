@@ -1,8 +1,8 @@
-# Package qx, the words in which commands are described: purpose, arguments with their ranges,
-# result, notes, related commands. Help, Tab, the pages and the manuals set these words and have
-# none of their own; lint checks the bounds behind them. Relies on catalogue.tcl.
+# Package qx, the descriptions of commands: purpose, arguments with their ranges, result, notes,
+# related commands. Help, Tab, the pages and the manuals use these texts and have none of their own;
+# lint checks the same bounds. Relies on catalogue.tcl.
 #
-# A command is a dict as qx::catalogue::facts gives it. All words are plain text without markup.
+# A command is a dict as returned by qx::catalogue::facts. All texts are plain, without markup.
 
 namespace eval qx::wording {}
 
@@ -11,7 +11,7 @@ proc qx::wording::counted {count noun} {
     return "[expr {$count ? $count : "no"}] $noun[expr {$count == 1 ? "" : "s"}]"
 }
 
-# A field's type as people write it: u8[6], u32:4, qx_vlan_t[2].
+# A field's type in short form: u8[6], u32:4, qx_vlan_t[2].
 proc qx::wording::field_type {field} {
     set type [dict get $field type]
     if {[dict get $field width]} { return "$type:[dict get $field width]" }
@@ -19,8 +19,8 @@ proc qx::wording::field_type {field} {
     return $type
 }
 
-# All words about a command, a dict: purpose, arguments (a list of dicts: name, type, range, text,
-# direction), result, notes (a list), related (a list of command names).
+# The description of a command, a dict: purpose, arguments (a list of dicts: name, type, range,
+# text, direction), result, notes (a list), related (a list of command names).
 proc qx::wording::describe {command} {
     set arguments {}
     foreach {name type} [dict get $command arguments] {
@@ -66,7 +66,7 @@ proc qx::wording::purpose {command} {
 
 # ---------------------------------------------------------------------------------- arguments
 
-# Which words an argument takes.
+# The words that an argument accepts.
 proc qx::wording::range {command name type} {
     if {$type eq "void*"} { return "any handle or NULL" }
     if {[qx::catalogue::is_pointer $type]} { return "handle or NULL" }
@@ -84,7 +84,7 @@ proc qx::wording::range {command name type} {
 
 proc qx::wording::between {pair} { return "[lindex $pair 0] to [lindex $pair 1]" }
 
-# What to type where a number stands, in short: its meaningful values. More may be taken.
+# A short hint for a number: its meaningful values. The command may accept more.
 proc qx::wording::hint {command name type} {
     set meant [dict get [qx::catalogue::bounds $command $name $type] meant]
     if {$meant ne {}} { return [short [between $meant]] }
@@ -94,7 +94,7 @@ proc qx::wording::hint {command name type} {
 proc qx::wording::field_hint {field} { short [between [qx::catalogue::field_range $field]] }
 proc qx::wording::short {range} { string map {{ to } ..} $range }
 
-# What an argument carries.
+# The meaning of an argument.
 proc qx::wording::argument_text {command name} {
     set shape [dict get $command shape]
     if {$shape eq "call"} {
@@ -121,7 +121,7 @@ proc qx::wording::argument_text {command name} {
     error "no words for the argument $name of [dict get $command name]"
 }
 
-# Whether a call reads or writes what a pointer leads to: in, out or inout; otherwise empty.
+# Whether a call reads or writes a pointer's target: in, out or inout; empty for other arguments.
 proc qx::wording::direction {command name} {
     if {[dict get $command shape] ne "call"} return
     set argument [qx::catalogue::call_argument [dict get $command owner] $name]
@@ -140,7 +140,7 @@ proc qx::wording::result {command} {
             return "the SDK's status, $numbers; 0 is success"
         }
         low32  {
-            return "the low 32 bits, widened with their sign to 64; the whole value is printed"
+            return "the low 32 bits, sign-extended to 64; the whole value is printed"
         }
     }
     if {![qx::catalogue::is_pointer $type]} {
@@ -152,9 +152,9 @@ proc qx::wording::result {command} {
     }
     set handle "a handle of type [qx::catalogue::native $type]"
     switch -glob -- [dict get $command shape] {
-        get_*      { return "$handle; it points into the record and is not to be freed" }
-        array_get  { return "$handle; it points into the array and is not to be freed" }
-        *create    { return "$handle, to be released with qx_data_free; NULL without memory" }
+        get_*      { return "$handle; it points into the record and must not be freed" }
+        array_get  { return "$handle; it points into the array and must not be freed" }
+        *create    { return "$handle, to be released with qx_data_free; NULL if out of memory" }
     }
     return $handle
 }
@@ -197,7 +197,7 @@ proc qx::wording::notes {command} {
 
 # ------------------------------------------------------------------------------------ related
 
-# Commands that one is likely to want next, existing ones only, without the command itself.
+# Commands that the user is likely to need next; only existing ones, and not the command itself.
 proc qx::wording::related {command} {
     set names {}
     foreach name [candidates $command] {
@@ -236,8 +236,8 @@ proc qx::wording::prefixed {prefix args} {
     return $result
 }
 
-# What makes and reads its records and cells, the calls with the same records, and those named
-# alike: qx_qos_dscp_map_get for qx_qos_dscp_map_set.
+# The commands that create and read its records and cells, the calls with the same records, and
+# calls with similar names: qx_qos_dscp_map_get for qx_qos_dscp_map_set.
 proc qx::wording::around_call {command} {
     set result {}
     foreach {name type} [dict get $command arguments] {
@@ -254,7 +254,7 @@ proc qx::wording::around_call {command} {
     return [concat $result [named_alike [dict get $command name]]]
 }
 
-# The calls that share most words at the beginning of their names with this one.
+# The calls whose names share the longest beginning with this one's.
 proc qx::wording::named_alike {call} {
     set start $call
     while {[regexp {^(qx_.+)_[^_]+$} $start -> start]} {

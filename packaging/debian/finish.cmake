@@ -1,16 +1,16 @@
-# Run by cpack when all files are installed and before packages are made of them: moves debug
-# information into its own package, adds what Debian wants in each, compresses manual pages, and
-# makes the result the same whenever it is made. Relies on gzip, binutils and the variables of
-# packages.cmake. SOURCE_DATE_EPOCH is the time that all files get.
+# Run by cpack after all files are installed and before the packages are built: moves debug
+# information into its own package, adds the files Debian requires in each, compresses manual pages,
+# and makes the result reproducible. Relies on gzip, binutils and the variables of packages.cmake.
+# All files get the time SOURCE_DATE_EPOCH.
 
 set(debian "${CMAKE_CURRENT_LIST_DIR}")
 
-# What programs print goes to cpack's log; a failure ends cpack.
+# The programs' output goes to cpack's log; a failure ends cpack.
 function(run)
     execute_process(COMMAND ${ARGN} COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 
-# separate(FILE): strips a program or library; debuggers find the rest by its build id.
+# separate(FILE): strips a program or library; debuggers find the debug information by build id.
 function(separate file)
     execute_process(COMMAND readelf -n "${file}" OUTPUT_VARIABLE notes COMMAND_ERROR_IS_FATAL ANY)
     if(NOT notes MATCHES "Build ID: ([0-9a-f][0-9a-f])([0-9a-f]+)")
@@ -24,7 +24,7 @@ function(separate file)
         "${file}")
 endfunction()
 
-# finish(COMPONENT): the tree of one package.
+# finish(COMPONENT): completes the tree of one package.
 function(finish component)
     string(TOUPPER "${component}" upper)
     set(name "${CPACK_DEBIAN_${upper}_PACKAGE_NAME}")
@@ -52,7 +52,7 @@ function(finish component)
         run(gzip -9nf "${file}")
     endforeach()
 
-    # Modes of the checkout and of the caller's umask do not matter; what may be run is in bin.
+    # Fixed modes, whatever the checkout and the caller's umask; only files in bin are executable.
     run(chmod -R u=rwX,go=rX "${root}")
     run(find "${root}/usr" -type f -not -path "${root}/usr/bin/*" -exec chmod 0644 {} +)
     if(DEFINED ENV{SOURCE_DATE_EPOCH})

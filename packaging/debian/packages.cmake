@@ -1,12 +1,12 @@
-# The Debian packages that `cpack` makes of an installation below /usr: names, relations, texts.
-# What has to be done to the files of a package is in finish.cmake. Relies on Debian 12: names of
-# libraries' packages are those of that release, and tests hold them against the programs.
+# The Debian packages that `cpack` builds from an installation below /usr: names, relations, texts.
+# finish.cmake processes the files of a package. Relies on Debian 12: names of libraries' packages
+# are those of that release, and tests compare them with the programs.
 
 set(here "${CMAKE_CURRENT_LIST_DIR}")
-# Debian wants an address of whoever answers for a package. The project has none to give: cpack
-# refuses to make packages as long as it is not known.
+# Debian requires a maintainer with an address. The project has no address of its own: without one
+# given here, cpack refuses to build packages.
 set(QXSH_MAINTAINER "" CACHE STRING
-    "who answers for the packages: Name <address>; by default DEBFULLNAME <DEBEMAIL>")
+    "maintainer of the packages: Name <address>; by default DEBFULLNAME <DEBEMAIL>")
 set(QXSH_PACKAGER "${QXSH_MAINTAINER}")
 if(NOT QXSH_PACKAGER AND DEFINED ENV{DEBFULLNAME} AND DEFINED ENV{DEBEMAIL})
     set(QXSH_PACKAGER "$ENV{DEBFULLNAME} <$ENV{DEBEMAIL}>")
@@ -39,7 +39,8 @@ set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${QXSH_PACKAGER}")
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
-# A tool chain for another processor names it as Debian does; cpack asks dpkg for this machine's.
+# A toolchain file for another processor gives Debian's name for it; cpack asks dpkg for this
+# machine's.
 if(CMAKE_CROSSCOMPILING)
     set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE "${foreign_architecture}")
 endif()
@@ -66,7 +67,7 @@ set(libc "libc6 (>= 2.36)")
 set(this_version "= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE}")
 set(libraries "${libc}, libtcl8.6 (>= 8.6.0)")
 if(QXSH_LINE_EDITING)
-    # tclreadline's library bears its version in its name.
+    # tclreadline's library has its version in its name.
     string(APPEND libraries ", tcl-tclreadline (>= 2.3.8), tcl-tclreadline (<< 2.3.9~)"
                             ", libreadline8 (>= 6.0), libncurses6 (>= 6), libtinfo6 (>= 6)")
 endif()
@@ -74,23 +75,23 @@ endif()
 package(shell qxsh SECTION interpreters
     DEPENDS "${libraries}" SUGGESTS "tcl, qxsh-sim (${this_version}), qxsh-doc"
     DESCRIPTION "Tcl shell for bringing up a network processor
-An interactive Tcl shell with 1093 more commands, which build the records
+An interactive Tcl shell with 1093 extra commands, which build the records
 of a network-processor SDK field by field in native memory, print them and
 call its 83 functions. The commands are also the Tcl package demo. The
-package qx adds help, records as dicts and a checker of scripts, which is
-also the command qx-lint; that one wants a tclsh.
+package qx adds help, records as dicts and a script checker, which is also
+the command qx-lint; that command needs a tclsh.
 .
-The SDK itself, libqx-sdk.so, is the board's: no package brings it. Without
-any the loader says so and the shell does not start. The package qxsh-sim
-has a simulated one.")
+The SDK itself, libqx-sdk.so, belongs to the board: no package contains it.
+Without it the shell does not start. The package qxsh-sim has a simulated
+one.")
 if(QXSH_SIMULATOR)
     package(simulator qxsh-sim SECTION interpreters
         DEPENDS "${libc}, qxsh (${this_version})" SUGGESTS qxsh-doc
         DESCRIPTION "simulated network processor for qxsh
 The command qxsh-sim, which is the shell qxsh on a simulated device, and
-the simulator: a libqx-sdk.so that lies where no other program finds it by
-accident. Numbers, messages and dumps are those of a board, so that scripts
-can be tried at a desk or in CI.
+the simulator: a libqx-sdk.so where no other program finds it by accident.
+Numbers, messages and dumps are those of a board, so scripts can be tested
+at a desk or in CI.
 .
 The Tcl package qx, which comes with the shell, makes it fail, wait and
 write logs on request (qx::sim).")
@@ -103,13 +104,13 @@ section n; the guides, and one example script for each area of the SDK.")
 package(development qxsh-dev ARCHITECTURE all SECTION libdevel
     DESCRIPTION "headers of the network-processor SDK that qxsh calls
 The header qx_sdk.h declares the records and functions of libqx-sdk.so as
-qxsh relies on them, for a library that is to stand in for it or a program
-that shares it. The header qx_status.h names the simulator's statuses.")
-# Nothing of it is installed: finish.cmake fills it from the other parts.
+qxsh uses them, for a library that replaces it or a program that shares it.
+The header qx_status.h names the simulator's statuses.")
+# Nothing is installed into it: finish.cmake fills it from the other components.
 install(DIRECTORY DESTINATION lib/debug COMPONENT debug)
 package(debug qxsh-dbg SECTION debug DEPENDS "qxsh (${this_version})"
     DESCRIPTION "debug information of qxsh and of its simulator
-What a debugger reads beside the stripped programs: every helper of a
-record is a function of its own name to set a breakpoint on.")
+Debug information for the stripped programs. Every helper of a record is
+a named function to set a breakpoint on.")
 
 include(CPack)

@@ -1,7 +1,7 @@
 #!/bin/sh
-# What tools/on_board and its launcher have done on the board, in FOLDER, which is theirs there:
-# sh board_side.sh FOLDER WORK [WORD...]. Relies on a POSIX sh and its utilities, and on tar; where
-# there is a /proc, processes that left their session are found as well.
+# The board's side of tools/on_board and its launcher, working in FOLDER: sh board_side.sh FOLDER
+# WORK [WORD...]. Relies on a POSIX sh and its utilities, and on tar; with /proc, processes that
+# left their session are found as well.
 #
 #   keep               makes FOLDER, says `ready` and keeps it for as long as its standard input
 #                      lives and brings a line a minute; then ends what runs and removes FOLDER
@@ -16,14 +16,14 @@ folder=$1
 work=$2
 shift 2
 umask 077
-# All programs that are started from here on have it in their environment.
+# All programs started from here on have it in their environment.
 QXSH_ON_BOARD=$folder
 export QXSH_ON_BOARD
 
 # The names of the files below the current folder.
 files() { find . -type f; }
 
-# Ends a process of ours and what belongs to its session.
+# Ends one of our processes and the others in its session.
 end() { kill -s KILL -- "-$1" 2>/dev/null || kill -s KILL "$1" 2>/dev/null; }
 
 clear_away() {
@@ -41,7 +41,7 @@ clear_away() {
     rm -rf "$folder"
 }
 
-# A connection may die without a word: whoever is silent for a minute is gone.
+# A connection may die silently: after a minute without a line it counts as lost.
 watch() {
     trap 'kill "$sleeping"; exit' TERM
     before=none
@@ -82,7 +82,7 @@ run() {
     case $how in *i*) exec </dev/null ;; esac
     case $how in *m*) exec 2>&1 ;; esac
     case $how in *o*) exec >&- ;; esac
-    # A shell would say of a signal that ended the program, where only the program may.
+    # Keeps the shell from printing a message about a signal: only the program may print.
     exec 3>&2 2>/dev/null
     env "$@" 2>&3 3>&-
     status=$?
@@ -98,7 +98,7 @@ give() {
         if cmp -s "$file" "$folder/taken/$1/$file"; then rm -f "$file"; fi
     done
     [ -z "$gone" ] || printf '%s\n' "$gone" >.gone
-    # Folders come along: a program may have made one.
+    # Includes folders: a program may have created one.
     if [ -n "$(files)" ] || [ "$(find . -type d)" != "$(cd "$folder/taken/$1" && find . -type d)" ]
     then
         tar -c -f - .

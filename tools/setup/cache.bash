@@ -1,10 +1,10 @@
-# What takes minutes to make and is the same for every clone on a machine: it is kept under
+# The cache for things that take minutes to make and are the same for every clone on a machine:
 # ${XDG_CACHE_HOME:-$HOME/.cache}/qxsh, which may be removed at any time. Also: Tcl 8.5's sources,
 # which Debian does not have. Relies on common.bash.
 # shellcheck disable=SC2034,SC2154 # variables are shared with the script that sources this
 
-# cache_folder NAME INPUT... : prints where the thing NAME, made of these inputs, is kept. An input
-# is a file, which counts by its content, or a word.
+# cache_folder NAME INPUT... : prints the cache folder of NAME made from these inputs. An input is a
+# file, identified by its content, or a word.
 cache_folder() {
     local name=$1 input hash
     shift
@@ -14,9 +14,9 @@ cache_folder() {
     printf '%s/qxsh/%s-%s\n' "${XDG_CACHE_HOME:-$HOME/.cache}" "$name" "${hash:0:16}"
 }
 
-# cached WHAT FOLDER LOG FUNCTION : unless FOLDER is there, runs `FUNCTION FOLDER.new`, where a new
-# folder is, and gives it that name at the end: what is there is whole. One at a time; what an
-# interrupted run left is removed. To be called outside of conditions, in which the function would
+# cached WHAT FOLDER LOG FUNCTION : unless FOLDER exists, runs `FUNCTION FOLDER.new` with a new
+# folder and renames it at the end, so an existing FOLDER is complete. Runs one at a time; leftovers
+# of an interrupted run are removed. Not to be called in a condition, in which the function would
 # not stop at its first failing command.
 cached() {
     local what=$1 folder=$2 log=$3 status=0
@@ -36,7 +36,7 @@ cached() {
         rm -rf "$folder.new"
         ((status == 0)) || {
             last_lines "$log"
-            say "$what failed; everything it printed is in $log"
+            say "$what failed; its output is in $log"
         }
     fi
     exec 7<&-
@@ -44,7 +44,7 @@ cached() {
 }
 
 # find_tcl85_source : sets `tcl85_source`, the folder or archive of Tcl 8.5's sources, and
-# `tcl85_sum`, which tells sources apart; fails with one line.
+# `tcl85_sum`, their checksum; fails with one line.
 find_tcl85_source() {
     tcl85_source=${QXSH_TCL85_SOURCE-}
     if [[ -z $tcl85_source ]]; then
@@ -63,15 +63,15 @@ find_tcl85_source() {
 
 no_tcl85_source="Debian has no Tcl 8.5: give its sources with QXSH_TCL85_SOURCE=<folder or archive>"
 
-# unpack_tcl85 FOLDER : puts the sources into the folder; fails with one line unless they are those
-# of a Tcl 8.5.
+# unpack_tcl85 FOLDER : puts the sources into the folder; fails with one line unless they are Tcl
+# 8.5's.
 unpack_tcl85() {
     local file
     mkdir -p "$1" || return
     if [[ -d $tcl85_source ]]; then
         cp -R "$tcl85_source/." "$1" || return
     elif ! tar -xf "$tcl85_source" -C "$1" --strip-components=1 2>/dev/null; then
-        say "QXSH_TCL85_SOURCE: $tcl85_source is not an archive, or a damaged one"
+        say "QXSH_TCL85_SOURCE: $tcl85_source is not an archive, or is damaged"
         return 1
     fi
     for file in generic/tcl.h unix/configure library/init.tcl; do
@@ -83,7 +83,7 @@ unpack_tcl85() {
     }
 }
 
-# check_tcl85_source : whether they can be unpacked and are those of a Tcl 8.5; fails with one line.
+# check_tcl85_source : checks that they can be unpacked and are Tcl 8.5's; fails with one line.
 check_tcl85_source() {
     local folder status=0
     folder=$(mktemp -d) || return
@@ -92,11 +92,11 @@ check_tcl85_source() {
     return $status
 }
 
-# How an old Tcl is compiled by a new compiler. Without -fwrapv Tcl's own formatting of -2147483648
-# gives "-8" on 32 bits.
+# Options to compile an old Tcl with a new compiler. Without -fwrapv Tcl formats -2147483648 as "-8"
+# on 32 bits.
 tcl85_flags="-O2 -fwrapv -fno-strict-aliasing -std=gnu89 -w"
 
-# lead_to FOLDER NAME : lets build/sysroot/NAME lead to what is kept there.
+# lead_to FOLDER NAME : makes build/sysroot/NAME a link to the cache folder.
 lead_to() {
     mkdir -p "$project/build/sysroot" && ln -sfn "$1" "$project/build/sysroot/$2"
 }

@@ -1,7 +1,8 @@
-# What ./run and ./test share: messages, the package list, logged steps, the build lock.
+# Functions for ./run and ./test: messages, the package list, logged steps, the build lock.
 # shellcheck disable=SC2034,SC2154 # variables are shared with the script that sources this
-# Sourced, with `project` set to the project's folder. Messages go to standard error: standard
-# output belongs to the shell that ./run starts. Functions return 1 after telling what went wrong.
+# Sourced, with `project` set to the project's folder. Messages go to standard error, because
+# standard output belongs to the shell that ./run starts. Functions return 1 after reporting an
+# error.
 
 say() { printf 'qxsh: %s\n' "$*" >&2; }
 
@@ -30,7 +31,8 @@ last_lines() {
     { echo "--- the last lines of $1"; tail -n "${2:-20}" "$1"; echo '---'; } >&2
 }
 
-# apt_get WORD... : apt-get as root, output in the log. It never asks and may not remove anything.
+# apt_get WORD... : runs apt-get as root, output in the log. It never asks and never removes
+# anything.
 apt_get() {
     local sudo=()
     ((EUID == 0)) || sudo=(sudo)
@@ -38,15 +40,15 @@ apt_get() {
         -o Dpkg::Use-Pty=0 --no-install-recommends --no-remove "$@" </dev/null >>"$install_log" 2>&1
 }
 
-# need_packages GROUP... : installs what is missing of these groups; `missing` then names what
-# could not be installed.
+# need_packages GROUP... : installs the missing packages of these groups; sets `missing` to those
+# that could not be installed.
 need_packages() {
     local wanted name
     missing=()
     mapfile -t wanted < <(packages_of "$@")
     if ! command -v dpkg-query apt-get >/dev/null; then
-        say "this is no Debian system: neither dpkg-query nor apt-get can be found."
-        say "Install what Debian 12 calls ${wanted[*]} some other way and build with CMake."
+        say "this is not a Debian system: neither dpkg-query nor apt-get can be found."
+        say "Install the equivalents of Debian 12's ${wanted[*]} and build with CMake."
         missing=("${wanted[@]}")
         return 1
     fi
@@ -62,8 +64,8 @@ need_packages() {
     new_log "$install_log"
     say "installing ${missing[*]}"
     if ! apt_get install "${missing[@]}"; then
-        apt_get update || true # a stale index of some other source fails this; the packages decide
-        # One by one after a second failure, so that one bad package does not hide the others' fate.
+        apt_get update || true # may fail for an unrelated source; the installation decides
+        # One by one after a second failure, so that one bad package does not block the others.
         if ! apt_get install "${missing[@]}"; then
             for name in "${missing[@]}"; do apt_get install "$name" || true; done
         fi
@@ -82,25 +84,27 @@ new_log() {
     : >"$1"
 }
 
-# logged WHAT LOG COMMAND... : runs the command, its output appended to the log; tells WHAT failed.
+# logged WHAT LOG COMMAND... : runs the command and appends its output to the log; says that WHAT
+# failed.
 logged() {
     local what=$1 log=$2
     shift 2
     "$@" </dev/null >>"$log" 2>&1 8>&- 9>&- && return 0
     last_lines "$log" 30
-    say "$what failed; everything it printed is in $log"
+    say "$what failed; its output is in $log"
     return 1
 }
 
-# configured PRESET : whether build/PRESET was configured, and from this folder: a moved project
-# starts afresh.
+# configured PRESET : whether build/PRESET was configured from this folder; a moved project is
+# configured again.
 configured() {
     local cache=$project/build/$1/CMakeCache.txt
     [[ -f $project/build/$1/build.ninja && -f $cache ]] &&
         grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$project" "$cache"
 }
 
-# configure PRESET LOG CMAKE-WORD... : configures build/PRESET, afresh if it is another folder's.
+# configure PRESET LOG CMAKE-WORD... : configures build/PRESET, from scratch if it belongs to
+# another folder.
 configure() {
     local preset=$1 log=$2 fresh=()
     shift 2
@@ -109,7 +113,7 @@ configure() {
         cmake "${fresh[@]}" -S "$project" --preset "$preset" "$@"
 }
 
-# lock_build : waits until nobody else builds in this folder (file descriptor 9), until
+# lock_build : waits until no other build runs in this folder and locks it (file descriptor 9) until
 # unlock_build.
 lock_build() {
     mkdir -p "$project/build"
@@ -119,7 +123,7 @@ lock_build() {
 
 unlock_build() { exec 9>&-; }
 
-# lock_tests : the same for ./test as a whole, which ends it by ending (file descriptor 8).
+# lock_tests : the same for ./test as a whole, until it ends (file descriptor 8).
 lock_tests() {
     mkdir -p "$project/build"
     exec 8>"$project/build/.test.lock"

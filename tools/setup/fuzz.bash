@@ -1,30 +1,30 @@
-# What fuzz/run and the leg `fuzz` share: which fuzz targets there are, how they are built and with
-# which words they run. Relies on common.bash, on `log` and on `jobs`.
+# Functions for fuzz/run and the leg `fuzz`: the list of fuzz targets, building them, their options.
+# Relies on common.bash, on `log` and on `jobs`.
 # shellcheck disable=SC2034,SC2154 # variables are shared with the script that sources this
 
-# Little quarantine and short stacks: allocation is most of what a target does.
+# A small quarantine and short stacks, because targets spend most of their time allocating.
 fuzz_environment=(
     ASAN_OPTIONS=quarantine_size_mb=16:malloc_context_size=8
     UBSAN_OPTIONS=print_stacktrace=1
 )
 
-# The simulator's files in memory, where that can be had.
+# The simulator's files are in memory if possible.
 [[ ! -w /dev/shm ]] || fuzz_environment+=(TMPDIR=/dev/shm)
 
-# fuzz_targets : their names, those that take longest first.
+# fuzz_targets : prints the names of all targets, the slowest first.
 fuzz_targets() {
     printf '%s\n' simulator_calls commands catalogue_reader simulator_control wild_handles \
         handle_text argument_formats number_words
 }
 
-# fuzz_words TARGET : libFuzzer's words for it.
+# fuzz_words TARGET : prints its libFuzzer options.
 fuzz_words() {
     local dictionary=$project/fuzz/dictionaries/$1.dict
     printf '%s\n' -detect_leaks=0 -entropic=0 -max_len=120
     [[ ! -f $dictionary ]] || printf '%s\n' "-dict=$dictionary"
 }
 
-# fuzz_inputs TARGET : the folders of its committed inputs.
+# fuzz_inputs TARGET : prints the folders of its committed inputs.
 fuzz_inputs() {
     printf '%s\n' "$project/fuzz/seeds/$1"
     [[ ! -d $project/fuzz/found/$1 ]] || printf '%s\n' "$project/fuzz/found/$1"
@@ -37,8 +37,8 @@ build_fuzz_targets() {
             cmake --build "$project/build/fuzz" --target fuzz_targets -j "$jobs"
 }
 
-# fuzz_once TARGET RUNS SEED : so many executions from the committed inputs alone. 0 if nothing was
-# found and all of them were made.
+# fuzz_once TARGET RUNS SEED : runs RUNS executions from the committed inputs alone. Returns 0 if
+# nothing was found and all executions were made.
 fuzz_once() {
     local target=$1 runs=$2 seed=$3 folder=$project/build/fuzz corpus made words inputs
     corpus=$folder/leg-corpus/$target

@@ -1,10 +1,10 @@
 # The legs of ./test. Relies on common.bash and on `log`, the leg's log file. To add a leg, write a
 # function leg_NAME (dashes as underscores) and put NAME into all_legs, or into long_legs if only
-# ./test --long shall run it. It returns 0 (passed), 1 (failed; it has told why) or `skipped REASON`
-# (this machine cannot run it), and sets `counts` to "PASSED FAILED SKIPPED" where it counts tests.
+# ./test --long runs it. It returns 0 (passed), 1 (failed, after saying why) or `skipped REASON`
+# (this machine cannot run it), and sets `counts` to "PASSED FAILED SKIPPED" if it counts tests.
 # shellcheck disable=SC2034,SC2154 # variables are shared with ./test
 
-# `set -e` does not hold in here, since a leg runs in a condition: every step says `|| return`.
+# `set -e` has no effect here, because a leg runs in a condition: every step needs `|| return`.
 
 all_legs=(style release strict dev i686 i686-asan armhf tcl85 board fuzz compare docs valgrind
     speed)
@@ -47,7 +47,7 @@ leg_packages() {
     local -x DEBFULLNAME="qxsh tests" DEBEMAIL=tests@qxsh.invalid
     need_packages packages || skipped "not installed: ${missing[*]}" || return
     [[ $(dpkg --print-architecture) == amd64 ]] ||
-        skipped "packages for amd64 are made on amd64" || return
+        skipped "packages for amd64 can only be built on amd64" || return
     rm -rf "$project/build/package-armhf/packages"
     logged "packaging/build amd64" "$log" "$build" amd64 || return
     if need_armhf; then

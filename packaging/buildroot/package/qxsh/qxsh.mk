@@ -7,7 +7,7 @@
 QXSH_VERSION = 0.2.0
 QXSH_SITE = $(BR2_EXTERNAL_QXSH_PATH)/../..
 QXSH_SITE_METHOD = local
-# What was built in the source folder is not copied along.
+# Do not copy builds in the source folder.
 QXSH_OVERRIDE_SRCDIR_RSYNC_EXCLUSIONS = --exclude build
 QXSH_LICENSE = MIT
 QXSH_LICENSE_FILES = LICENSE
@@ -21,7 +21,7 @@ QXSH_CONF_OPTS = \
 	-DQXSH_TCLSH=$(shell command -v $(call qstrip,$(BR2_PACKAGE_QXSH_TCLSH))) \
 	-DQXSH_PACKAGE_DIR=lib
 
-# Records lie at any address, and the processor may not read words there.
+# Records may be at any address, and the processor may not be able to read words there.
 ifeq ($(BR2_arm),y)
 QXSH_CONF_OPTS += \
 	-DCMAKE_C_FLAGS="$(TARGET_CFLAGS) -mno-unaligned-access" \

@@ -6,12 +6,12 @@ SECTION = "console/utils"
 LICENSE = "MIT"
 LIC_FILES_CHKSUM = "file://LICENSE;md5=6db2847f75610964da22eece703b5cf0"
 
-# The prompt starts a thread; every C library here has them, so nothing asks for that.
+# The prompt starts a thread; every C library here supports threads, so nothing requires it.
 DEPENDS = "tcl tcl-native"
 
 inherit cmake externalsrc
 
-# The layer lies in the sources that it builds.
+# The layer is part of the source tree that it builds.
 EXTERNALSRC ?= "${THISDIR}/../../../../.."
 
 EXTRA_OECMAKE = " \
@@ -22,15 +22,15 @@ EXTRA_OECMAKE = " \
     -DQXSH_PACKAGE_DIR=${baselib} \
 "
 
-# tclreadline is in no layer that this one depends on: who switches this on has a recipe for it.
+# No layer that this one depends on has tclreadline: whoever enables this must provide a recipe.
 PACKAGECONFIG ??= ""
 PACKAGECONFIG[line-editing] = "-DQXSH_LINE_EDITING=ON,-DQXSH_LINE_EDITING=OFF,\
 tclreadline readline ncurses"
 
-# Records lie at any address, and the processor may not read words there.
+# Records may be at any address, and the processor may not be able to read words there.
 TARGET_CC_ARCH:append:arm = " -mno-unaligned-access"
 
-# The library of the SDK is the board's: no recipe provides it, and nothing links the real one.
+# The SDK library belongs to the board: no recipe provides it, and nothing links the real one.
 INSANE_SKIP:${PN} += "file-rdeps"
 
 FILES:${PN} += " \
