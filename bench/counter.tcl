@@ -106,12 +106,12 @@ proc counter::per_pass {target program script row variants libraries} {
     }
     set result {}
     foreach line $lines value $values {
-        foreach {kind variant passes} $line break
+        lassign $line kind variant passes
         set ${kind}($variant) [list $passes $value]
     }
     foreach variant $variants {
-        foreach {few less} $short($variant) break
-        foreach {many more} $long($variant) break
+        lassign $short($variant) few less
+        lassign $long($variant) many more
         dict set result $variant [expr {double($more - $less) / ($many - $few)}]
     }
     return $result

@@ -60,7 +60,7 @@ proc explain::functions {target row} {
 
 proc explain::row {target row} {
     set passes [lindex [dict get [rows::get $row] passes] 1]
-    foreach {floor ours} [functions $target $row] break
+    lassign [functions $target $row] floor ours
     set lines {}
     foreach name [lsort -unique [concat [dict keys $floor] [dict keys $ours]]] {
         foreach variant {floor ours} {

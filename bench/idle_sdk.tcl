@@ -3,7 +3,7 @@
 
 source [file join [file dirname [file normalize [info script]]] .. tools catalogue.tcl]
 
-foreach {folder output} $argv break
+lassign $argv folder output
 catalogue::load $folder
 set text "/* Every function of the SDK, doing nothing. Arguments are passed and ignored. */\n"
 foreach call [catalogue::calls] { append text "unsigned int ${call}(void) { return 0; }\n" }

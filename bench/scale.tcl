@@ -44,7 +44,7 @@ proc scale::live_records {target count rounds} {
     set counts [file join $counter::scratch live.$target.counts]
     exec {*}[counter::counting_launcher $target $counts 0] [counter::shell $target] \
         [file join $scripts live_records.tcl] /dev/null $count [floor $target] count
-    foreach {few many} [counter::regions $target $counts] break
+    lassign [counter::regions $target $counts] few many
     list beyond [expr {[median $all(bytes)] - 212}] \
         time_few [median $all(few)] time_many [median $all(many)] \
         rate [expr {[median $all(few)] / [median $all(many)]}] \

@@ -15,7 +15,7 @@ proc sizes::stripped {target file} {
     exec [tool $target strip] -o $copy $file
     set sections {.text 0 .rodata 0 Total 0}
     foreach line [split [exec [tool $target size] -A $copy] \n] {
-        foreach {name bytes} $line break
+        lassign $line name bytes
         if {[dict exists $sections $name]} { dict set sections $name $bytes }
     }
     list file [file size $copy] code [dict get $sections .text] \

@@ -54,7 +54,7 @@ proc times::start_up {program} {
         TIMEFORMAT='%U %S'
         time for ((i = 0; i < 50; ++i)); do "$@"; done
     } start_up $program $script 2>@1]
-    foreach {user system} $spent break
+    lassign $spent user system
     expr {($user + $system) * 1e9 / 50}
 }
 
@@ -87,7 +87,7 @@ proc times::measure {rounds peers} {
     }
     set result {}
     foreach key [array names found] {
-        foreach {row variant} [split $key ,] break
+        lassign [split $key ,] row variant
         if {[string match *empty $variant]} continue
         set time [scale::median $found($key)]
         if {[regexp {^tclsh\.(.*)$} $variant -> variant]} {

@@ -11,13 +11,13 @@ constinit call_history history = {};
 void begin_sdk_call(Tcl_Interp *interp, int objc, Tcl_Obj *const objv[], const char *usage)
 {
     begin_call(interp, objc, objv, usage);
-    if (output.tcl_stdout == nullptr || Tcl_OutputBuffered(output.tcl_stdout) > 0)
+    if (stdout_now.tcl_stdout == nullptr || Tcl_OutputBuffered(stdout_now.tcl_stdout) > 0)
         flush_tcl_output();
 }
 
 int end_sdk_call(unsigned int status)
 {
-    if (!output.c_stdout_is_direct) [[unlikely]]
+    if (!stdout_now.c_stdout_is_direct) [[unlikely]]
         flush_c_output();
     history.calls[history.count % call_history::length] = {history.usage, status};
     ++history.count;

@@ -10,10 +10,12 @@ namespace qxsh {
 
 /// The latest SDK calls and the command that is running now. Plain data, so that a signal handler
 /// can read it.
-struct call_history {
+struct call_history
+{
     static constexpr unsigned length = 16;
 
-    struct call {
+    struct call
+    {
         const char *usage;   ///< e.g. "oo:qx_flow_add device_id p_flow "; null: none yet
         unsigned int status; ///< as the SDK returned it
     };
@@ -40,7 +42,10 @@ inline void begin_call(Tcl_Interp *interp, int objc, Tcl_Obj *const objv[], cons
 }
 
 /// Records that the command has left that code.
-inline void end_call() { history.interp = nullptr; }
+inline void end_call()
+{
+    history.interp = nullptr;
+}
 
 /// To be called before an SDK call: begin_call, and flushes Tcl's stdout, so that earlier output
 /// comes before the SDK's.

@@ -9,19 +9,22 @@
 
 namespace qxsh {
 
-constinit output_state output = {nullptr, false};
+constinit stdout_state stdout_now = {nullptr, false};
 
-static void forget_channel(ClientData) { output.tcl_stdout = nullptr; }
+static void forget_channel(ClientData)
+{
+    stdout_now.tcl_stdout = nullptr;
+}
 
 // Cached, because looking up the channel takes longer than flushing it.
 static Tcl_Channel tcl_stdout()
 {
-    if (output.tcl_stdout == nullptr) {
-        output.tcl_stdout = Tcl_GetStdChannel(TCL_STDOUT);
-        if (output.tcl_stdout != nullptr)
-            Tcl_CreateCloseHandler(output.tcl_stdout, forget_channel, nullptr);
+    if (stdout_now.tcl_stdout == nullptr) {
+        stdout_now.tcl_stdout = Tcl_GetStdChannel(TCL_STDOUT);
+        if (stdout_now.tcl_stdout != nullptr)
+            Tcl_CreateCloseHandler(stdout_now.tcl_stdout, forget_channel, nullptr);
     }
-    return output.tcl_stdout;
+    return stdout_now.tcl_stdout;
 }
 
 // Texts from this size on bypass Tcl's buffer: copying them takes longer than a system call.
@@ -70,11 +73,14 @@ static void write_to_tcl_stdout(const char *bytes, std::size_t size)
         Tcl_Write(channel, bytes + written, static_cast<int>(size - written));
 }
 
-void send_output_to_tcl() { set_output(write_to_tcl_stdout); }
+void send_output_to_tcl()
+{
+    set_output(write_to_tcl_stdout);
+}
 
 void unbuffer_c_output()
 {
-    output.c_stdout_is_direct = std::setvbuf(stdout, nullptr, _IONBF, 0) == 0;
+    stdout_now.c_stdout_is_direct = std::setvbuf(stdout, nullptr, _IONBF, 0) == 0;
 }
 
 void flush_tcl_output()
@@ -84,6 +90,9 @@ void flush_tcl_output()
         Tcl_Flush(channel);
 }
 
-void flush_c_output() { std::fflush(stdout); }
+void flush_c_output()
+{
+    std::fflush(stdout);
+}
 
 } // namespace qxsh

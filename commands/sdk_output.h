@@ -15,11 +15,12 @@ void send_output_to_tcl();
 void unbuffer_c_output();
 
 /// The state that every SDK call checks.
-struct output_state {
+struct stdout_state
+{
     Tcl_Channel tcl_stdout;  ///< while it is open; null: not known yet, or none
     bool c_stdout_is_direct; ///< C's stdout is unbuffered
 };
-extern output_state output;
+extern stdout_state stdout_now;
 
 /// Flushes Tcl's stdout, if it is open and holds anything.
 void flush_tcl_output();

@@ -103,7 +103,7 @@ proc elements {getter record count} {
 #   set_ip [qx_pkt_info_get_da_ip $packet] 192.0.2.1
 #   set_ip $prefix 2001:db8:1::/48
 proc set_ip {record text} {
-    foreach {address length} [split $text /] break
+    lassign [split $text /] address length
     set family [string match *:* $address]
     if {$length eq {}} { set length [all_bits $family] }
     qx::set $record [list afi $family ip_addr $address addr_len $length]

@@ -42,8 +42,7 @@ template <class Number> [[gnu::always_inline]] inline Number load_piece(const vo
     return value;
 }
 
-template <class Number>
-[[gnu::always_inline]] inline void store_piece(void *address, Number value)
+template <class Number> [[gnu::always_inline]] inline void store_piece(void *address, Number value)
 {
     constexpr std::size_t alignment = any_alignment ? 1 : sizeof(Number);
     std::memcpy(__builtin_assume_aligned(address, alignment), &value, sizeof value);
@@ -51,7 +50,10 @@ template <class Number>
 
 } // namespace
 
-GUARDED std::uint8_t load_8(const void *address) { return load_piece<std::uint8_t>(address); }
+GUARDED std::uint8_t load_8(const void *address)
+{
+    return load_piece<std::uint8_t>(address);
+}
 
 GUARDED void store_8(void *address, std::uint32_t value)
 {
@@ -157,14 +159,17 @@ GUARDED bool can_copy(void *target, const void *source, std::uint32_t size)
 extern "C" [[gnu::visibility("hidden")]] const char __start_qxsh_guarded[];
 extern "C" [[gnu::visibility("hidden")]] const char __stop_qxsh_guarded[];
 
-// interrupted_at() is the address of the interrupted instruction, return_zero() changes the registers
-// as the function's return would: where the return address lies on the stack, the function has
-// pushed nothing above it.
+// interrupted_at() is the address of the interrupted instruction, return_zero() changes the
+// registers as the function's return would: where the return address lies on the stack, the
+// function has pushed nothing above it.
 
 #if !defined(__OPTIMIZE__)
 
 static constexpr bool known_here = false;
-static std::uintptr_t interrupted_at(const ucontext_t &) { return 0; }
+static std::uintptr_t interrupted_at(const ucontext_t &)
+{
+    return 0;
+}
 static void return_zero(ucontext_t &) {}
 
 #elif defined(__x86_64__)
@@ -227,7 +232,10 @@ static void return_zero(ucontext_t &context)
 #else
 
 static constexpr bool known_here = false;
-static std::uintptr_t interrupted_at(const ucontext_t &) { return 0; }
+static std::uintptr_t interrupted_at(const ucontext_t &)
+{
+    return 0;
+}
 static void return_zero(ucontext_t &) {}
 
 #endif

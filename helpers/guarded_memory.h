@@ -11,7 +11,8 @@
 namespace qxsh {
 
 /// The first access since the last report that met no memory.
-struct memory_fault {
+struct memory_fault
+{
     bool happened;
     std::uint32_t address; ///< its low 32 bits, which is all that a handle has
 };

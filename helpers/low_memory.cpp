@@ -123,7 +123,8 @@ private:
     std::uintptr_t last_size_ = 0;
 };
 
-struct header {
+struct header
+{
     std::uint32_t size;  // of the block, or no_block
     std::uint32_t check; // of a free block: where the next free one of its size is
 };

@@ -17,6 +17,9 @@ void set_output(output_function function)
     sink = function != nullptr ? function : write_to_c_stdout;
 }
 
-void write_output(std::string_view bytes) { sink(bytes.data(), bytes.size()); }
+void write_output(std::string_view bytes)
+{
+    sink(bytes.data(), bytes.size());
+}
 
 } // namespace qxsh

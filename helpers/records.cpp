@@ -9,7 +9,10 @@
 
 namespace qxsh {
 
-void *create_record(std::uint32_t size) { return allocate_block(size); }
+void *create_record(std::uint32_t size)
+{
+    return allocate_block(size);
+}
 
 void *create_record_array(std::uint32_t count, std::uint32_t size)
 {

@@ -77,8 +77,7 @@ inline void *record_element(void *record, std::uint32_t offset, std::uint32_t co
 /// Prints "<setter> bad Index " and a line end.
 void report_bad_index(const char *setter);
 
-template <class Storage>
-void set_scalar(void *record, std::uint32_t offset, std::uint32_t value)
+template <class Storage> void set_scalar(void *record, std::uint32_t offset, std::uint32_t value)
 {
     if (record != nullptr)
         store<Storage>(record, offset, value);
@@ -90,8 +89,7 @@ template <class Storage> Storage get_scalar(const void *record, std::uint32_t of
 }
 
 template <class Storage>
-void set_bits(void *record, std::uint32_t offset, unsigned bit, unsigned width,
-              std::uint32_t value)
+void set_bits(void *record, std::uint32_t offset, unsigned bit, unsigned width, std::uint32_t value)
 {
     if (record != nullptr)
         store_bits<Storage>(record, offset, bit, width, value);

@@ -33,10 +33,18 @@ bool store_long(Tcl_Interp *interp, Tcl_Obj *word, char letter, void *target)
     if (!qxsh::long32_from_obj(interp, word, value))
         return false;
     switch (letter) {
-    case 'i': *static_cast<int *>(target) = value; break;
-    case 'l': *static_cast<long *>(target) = value; break;
-    case 'h': *static_cast<short *>(target) = static_cast<short>(value); break;
-    default: *static_cast<unsigned char *>(target) = static_cast<unsigned char>(value); break;
+    case 'i':
+        *static_cast<int *>(target) = value;
+        break;
+    case 'l':
+        *static_cast<long *>(target) = value;
+        break;
+    case 'h':
+        *static_cast<short *>(target) = static_cast<short>(value);
+        break;
+    default:
+        *static_cast<unsigned char *>(target) = static_cast<unsigned char>(value);
+        break;
     }
     return true;
 }
@@ -61,15 +69,24 @@ bool store_word(Tcl_Interp *interp, Tcl_Obj *word, char letter, void *target, in
     case 'i':
     case 'l':
     case 'h':
-    case 'b': return store_long(interp, word, letter, target);
+    case 'b':
+        return store_long(interp, word, letter, target);
     case 'f':
-    case 'd': return store_double(interp, word, letter, target);
-    case 's': *static_cast<const char **>(target) = Tcl_GetStringFromObj(word, length); return true;
-    case 'c': *static_cast<char *>(target) = Tcl_GetString(word)[0]; return true;
-    case 'o': *static_cast<Tcl_Obj **>(target) = word; return true;
+    case 'd':
+        return store_double(interp, word, letter, target);
+    case 's':
+        *static_cast<const char **>(target) = Tcl_GetStringFromObj(word, length);
+        return true;
+    case 'c':
+        *static_cast<char *>(target) = Tcl_GetString(word)[0];
+        return true;
+    case 'o':
+        *static_cast<Tcl_Obj **>(target) = word;
+        return true;
     case 'p':
         return swig_convert_ptr(interp, word, static_cast<void **>(target), type, 0) == SWIG_OK;
-    default: return true;
+    default:
+        return true;
     }
 }
 

@@ -12,13 +12,20 @@ object_type converted_number = make_object_type("");
 static const char *native_name(word_kind kind, const swig_type_record *type)
 {
     switch (kind) {
-    case word_unsigned_char:      return "unsigned char";
-    case word_unsigned_short:     return "unsigned short";
-    case word_unsigned_int:       return "unsigned int";
-    case word_int:                return "int";
-    case word_unsigned_long_long: return "unsigned long long";
-    case word_any_handle:         return "void *";
-    default:                      return type->str;
+    case word_unsigned_char:
+        return "unsigned char";
+    case word_unsigned_short:
+        return "unsigned short";
+    case word_unsigned_int:
+        return "unsigned int";
+    case word_int:
+        return "int";
+    case word_unsigned_long_long:
+        return "unsigned long long";
+    case word_any_handle:
+        return "void *";
+    default:
+        return type->str;
     }
 }
 

@@ -28,15 +28,17 @@ enum word_kind : std::uint8_t {
 };
 
 /// The kind of a handle of the type with the index `type`.
-consteval word_kind handle_of(int type) { return static_cast<word_kind>(word_handle + type); }
+consteval word_kind handle_of(int type)
+{
+    return static_cast<word_kind>(word_handle + type);
+}
 
 /// The type of converted number words: internalRep.wideValue is the number. Scripts never see one.
 [[gnu::visibility("hidden")]] extern object_type converted_number;
 
 /// Whether the word is ready: its object already holds a number that `Number` can represent. Sets
 /// `value` if so; otherwise `value` is unspecified.
-template <class Number>
-[[gnu::always_inline]] inline bool ready(const Tcl_Obj *word, Number &value)
+template <class Number> [[gnu::always_inline]] inline bool ready(const Tcl_Obj *word, Number &value)
 {
     // Beyond 2147483647 a board has no integer that is not negative.
     constexpr auto greatest =

@@ -15,11 +15,13 @@ bool initialised = false;
 Tcl_Obj *value_of(const swig_const_info &constant)
 {
     switch (constant.kind) {
-    case SWIG_POINTER: return swig_new_instance_obj(nullptr, constant.pointer, *constant.type, 0);
+    case SWIG_POINTER:
+        return swig_new_instance_obj(nullptr, constant.pointer, *constant.type, 0);
     case SWIG_BINARY:
         return swig_new_packed_obj(constant.pointer, static_cast<std::size_t>(constant.integer),
                                    *constant.type);
-    default: return nullptr;
+    default:
+        return nullptr;
     }
 }
 
@@ -63,4 +65,7 @@ Tcl_Obj *qxsh::constant_for(Tcl_Obj *word)
     return static_cast<Tcl_Obj *>(Tcl_GetHashValue(entry));
 }
 
-int qxsh::constant_count() { return initialised ? constants_by_name.numEntries : -1; }
+int qxsh::constant_count()
+{
+    return initialised ? constants_by_name.numEntries : -1;
+}

@@ -12,7 +12,8 @@ enum swig_constant_kind : int {
     SWIG_BINARY = 5,  ///< the packed handle of `integer` bytes at the pointer
 };
 
-struct swig_const_info {
+struct swig_const_info
+{
     int kind;
     const char *name;
     long integer;

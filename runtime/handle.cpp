@@ -14,7 +14,10 @@ namespace {
 constexpr std::size_t handle_buffer = 1024;
 constexpr std::size_t max_packed_length = 1000;
 
-void *remembered_pointer(const Tcl_Obj *object) { return object->internalRep.twoPtrValue.ptr1; }
+void *remembered_pointer(const Tcl_Obj *object)
+{
+    return object->internalRep.twoPtrValue.ptr1;
+}
 
 swig_type_record *remembered_type(const Tcl_Obj *object)
 {
@@ -92,7 +95,8 @@ void apply(swig_cast_record *cast, void **pointer, int flags)
 
 // What a text that begins with "_" names. Only a success for an expected type may be cached: only
 // then has the conversion looked up the type that the text names.
-struct named_pointer {
+struct named_pointer
+{
     std::uint32_t address = 0;
     swig_type_record *source = nullptr; // null: of any type, or of none
 };
@@ -117,8 +121,8 @@ int convert_handle(const char *text, std::size_t length, void **pointer, swig_ty
     return 0;
 }
 
-int convert_other_text(Tcl_Interp *interp, const char *text, void **pointer,
-                       swig_type_record *type, int flags)
+int convert_other_text(Tcl_Interp *interp, const char *text, void **pointer, swig_type_record *type,
+                       int flags)
 {
     *pointer = nullptr;
     std::string word = text; // a copy: evaluating may free the original
@@ -187,8 +191,7 @@ const char *swig_unpack_hex(const char *text, void *data, std::size_t size)
 }
 
 // Not registered with Tcl, so nothing but this module converts objects to it.
-qxsh::object_type qxsh::handle_type =
-    qxsh::make_object_type("qx_handle", copy_memory, make_text);
+qxsh::object_type qxsh::handle_type = qxsh::make_object_type("qx_handle", copy_memory, make_text);
 
 Tcl_Obj *swig_new_pointer_obj(void *pointer, swig_type_record *type)
 {
@@ -230,8 +233,8 @@ int swig_convert_ptr(Tcl_Interp *interp, Tcl_Obj *object, void **pointer, swig_t
     if (text[0] != '_')
         return convert_other_text(interp, text, pointer, type, flags);
     named_pointer named;
-    const int status = convert_handle(text, static_cast<std::size_t>(object->length), pointer, type,
-                                      flags, named);
+    const int status =
+        convert_handle(text, static_cast<std::size_t>(object->length), pointer, type, flags, named);
     if (status == 0 && named.source != nullptr)
         remember(object, named.address, named.source);
     return status;

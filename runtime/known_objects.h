@@ -5,7 +5,8 @@
 
 namespace qxsh {
 
-struct known_objects {
+struct known_objects
+{
     object_type *integer_type; ///< objects whose value is internalRep.longValue
     object_type *wide_type;    ///< Tcl_WideInt objects; the same where Tcl has only one type
     const char *empty_text;    ///< the text of every new object, one array shared by all

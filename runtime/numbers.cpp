@@ -29,7 +29,10 @@ void report_too_large(Tcl_Interp *interp)
     Tcl_SetErrorCode(interp, "ARITH", "IOVERFLOW", message, nullptr);
 }
 
-bool is_blank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+bool is_blank(char c)
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
 
 // strtoul with base 0 on a whole text, for any width: blanks, a sign, then 0x, 0 (octal) or
 // decimal.
@@ -181,6 +184,15 @@ int swig_as_val_unsigned_long_long(Tcl_Interp *, Tcl_Obj *object, unsigned long 
     return SWIG_OK;
 }
 
-Tcl_Obj *swig_from_int(int value) { return Tcl_NewIntObj(value); }
-Tcl_Obj *swig_from_unsigned_long(unsigned long value) { return number_object(value); }
-Tcl_Obj *swig_from_unsigned_long_long(unsigned long long value) { return number_object(value); }
+Tcl_Obj *swig_from_int(int value)
+{
+    return Tcl_NewIntObj(value);
+}
+Tcl_Obj *swig_from_unsigned_long(unsigned long value)
+{
+    return number_object(value);
+}
+Tcl_Obj *swig_from_unsigned_long_long(unsigned long long value)
+{
+    return number_object(value);
+}

@@ -32,9 +32,9 @@ swig_class *base_of(Tcl_Interp *interp, const swig_class &description, int numbe
     swig_class *&base = description.bases[number];
     if (base == nullptr) {
         auto *const ring = swig_published_module(interp);
-        auto *const type = ring == nullptr ? nullptr
-                                           : swig_type_query_mangled(
-                                                 ring, ring, description.base_names[number]);
+        auto *const type =
+            ring == nullptr ? nullptr
+                            : swig_type_query_mangled(ring, ring, description.base_names[number]);
         base = type == nullptr ? nullptr : static_cast<swig_class *>(type->client_data);
     }
     return base;
@@ -58,8 +58,8 @@ bool visit(Tcl_Interp *interp, const swig_class &description,
 
 // The entry of this name in the lists of a class and its bases, or null.
 template <class Entry>
-const Entry *find(Tcl_Interp *interp, const swig_class &description,
-                  const Entry *swig_class::*list, std::string_view name)
+const Entry *find(Tcl_Interp *interp, const swig_class &description, const Entry *swig_class::*list,
+                  std::string_view name)
 {
     const Entry *found = nullptr;
     visit(interp, description, [&](const swig_class &each) {
@@ -168,8 +168,7 @@ int dispatch(swig_instance &instance, Tcl_Interp *interp, int objc, Tcl_Obj *con
         Tcl_DeleteCommandFromToken(interp, instance.token);
         return TCL_OK;
     }
-    if (const auto *method =
-            find(interp, *instance.class_description, &swig_class::methods, name))
+    if (const auto *method = find(interp, *instance.class_description, &swig_class::methods, name))
         return call(instance, interp, method->method, {objv, objv + objc});
     if (name == "cget" && objc == 3)
         return get_attribute(instance, interp, objv);
@@ -178,7 +177,10 @@ int dispatch(swig_instance &instance, Tcl_Interp *interp, int objc, Tcl_Obj *con
     return report_methods(instance, interp);
 }
 
-void free_instance(char *memory) { delete reinterpret_cast<swig_instance *>(memory); }
+void free_instance(char *memory)
+{
+    delete reinterpret_cast<swig_instance *>(memory);
+}
 
 // The command about to be replaced must not destroy its successor's object.
 void give_up_ownership(Tcl_Command command)
@@ -204,8 +206,8 @@ void make_command(Tcl_Interp *interp, Tcl_Obj *handle, void *pointer, swig_type_
         new swig_instance{Tcl_DuplicateObj(handle), pointer,
                           static_cast<swig_class *>(type->client_data), flags, nullptr};
     Tcl_IncrRefCount(instance->handle);
-    instance->token = Tcl_CreateObjCommand(interp, name, swig_method_command, instance,
-                                           swig_object_delete);
+    instance->token =
+        Tcl_CreateObjCommand(interp, name, swig_method_command, instance, swig_object_delete);
     if (flags != 0)
         object_table::acquire(pointer);
 }

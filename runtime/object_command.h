@@ -9,8 +9,9 @@
 struct swig_class;
 
 /// A pointer with its command. Freed with the command.
-struct swig_instance {
-    Tcl_Obj *handle;   ///< the pointer's handle, one reference held
+struct swig_instance
+{
+    Tcl_Obj *handle; ///< the pointer's handle, one reference held
     void *pointer;
     swig_class *class_description;
     int owned;         ///< whether deleting the command destroys the object
@@ -18,28 +19,31 @@ struct swig_instance {
 };
 
 /// Called with the instance as client data and the command's words, word 1 replaced by the handle.
-struct swig_method {
+struct swig_method
+{
     const char *name; ///< null ends a list
     Tcl_ObjCmdProc *method;
 };
 
 /// The getter is called with the words {command handle}, the setter with {command handle value};
 /// both get the instance as client data.
-struct swig_attribute {
+struct swig_attribute
+{
     const char *name; ///< as scripts write it after cget and configure; null ends a list
     Tcl_ObjCmdProc *getter;
     Tcl_ObjCmdProc *setter;
 };
 
 /// A class, as a type's client data. Everything belongs to the module that created it.
-struct swig_class {
+struct swig_class
+{
     const char *name;
     swig_type_record **type;
     Tcl_ObjCmdProc *constructor;
     void (*destructor)(void *pointer); ///< null: objects are not destroyed
     const swig_method *methods;
     const swig_attribute *attributes;
-    swig_class **bases;            ///< one per base name; null until looked up
+    swig_class **bases; ///< one per base name; null until looked up
     const char *const
         *base_names; ///< mangled names of the bases' types, then a null; null: no bases
 };

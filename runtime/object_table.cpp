@@ -36,6 +36,9 @@ bool disown(void *pointer)
     return true;
 }
 
-bool owned(void *pointer) { return find(pointer) != nullptr; }
+bool owned(void *pointer)
+{
+    return find(pointer) != nullptr;
+}
 
 } // namespace qxsh::object_table

@@ -51,7 +51,8 @@ int set_int_result(Tcl_Interp *interp, int value)
     return TCL_OK;
 }
 
-struct digit_pair {
+struct digit_pair
+{
     char high;
     char low;
 };

@@ -12,7 +12,8 @@ struct swig_type_record;
 using swig_converter = void *(*)(void *pointer, int *new_memory);
 
 /// One entry in a type's list of accepted source types.
-struct swig_cast_record {
+struct swig_cast_record
+{
     swig_type_record *type;   ///< the source type; null ends a static array
     swig_converter converter; ///< null: the pointer is used unchanged
     swig_cast_record *next;
@@ -20,7 +21,8 @@ struct swig_cast_record {
 };
 
 /// One pointer type.
-struct swig_type_record {
+struct swig_type_record
+{
     const char *name; ///< mangled, as in handles: "_p_qx_flow_t"
     const char *str;  ///< as declared: "qx_flow_t *"
     swig_type_record *(*dynamic_cast_hook)(void **pointer); ///< reserved, null
@@ -30,10 +32,11 @@ struct swig_type_record {
 };
 
 /// One binding module with its types.
-struct swig_module_record {
-    swig_type_record **types; ///< resolved, sorted by mangled name, then a null
-    unsigned int size;        ///< number of types
-    swig_module_record *next; ///< the ring of modules; null until first linked
+struct swig_module_record
+{
+    swig_type_record **types;              ///< resolved, sorted by mangled name, then a null
+    unsigned int size;                     ///< number of types
+    swig_module_record *next;              ///< the ring of modules; null until first linked
     swig_type_record *const *type_initial; ///< the module's own records, in the same order
     swig_cast_record *const
         *cast_initial; ///< an array of casts for each type, each ended by a null type

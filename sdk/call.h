@@ -37,15 +37,15 @@ public:
 
     device *here = nullptr; ///< the device that the call names; null if it names none
 
-    template <typename Value> Value value(unsigned number) const noexcept
+    template <class Value> Value value(unsigned number) const noexcept
     {
         return static_cast<Value>(words_[number].value);
     }
-    template <typename Record> Record &record(unsigned number) noexcept
+    template <class Record> Record &record(unsigned number) noexcept
     {
         return *reinterpret_cast<Record *>(copies_ + arguments_of(call_)[number].place);
     }
-    template <typename Record> record_array<Record> array(unsigned number) const noexcept
+    template <class Record> record_array<Record> array(unsigned number) const noexcept
     {
         const int count = arguments_of(call_)[number].count;
         return {words_[number].pointer, words_[count].value};

@@ -2,7 +2,7 @@
 // lines, actions are obeyed each time the file is read.
 #pragma once
 
-#include "rules.h"
+#include "call_rules.h"
 
 #include <cstdint>
 #include <string>

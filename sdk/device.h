@@ -233,7 +233,7 @@ constexpr std::uint32_t sa_base(unsigned device)
 }
 
 /// The status of a delete that finds nothing: deleted already, or unknown.
-template <typename Table, typename Key>
+template <class Table, class Key>
 qx_status missing(const Table &table, const Key &key, qx_status unknown) noexcept
 {
     return was_removed(table, key) ? QX_DELETED : unknown;

@@ -13,7 +13,7 @@ namespace {
 using layout = json_text::layout;
 
 // A member that is an array with one row of a table on each line.
-template <typename Table, typename Write>
+template <class Table, class Write>
 void rows(json_text &json, const char *name, const Table &table, Write write)
 {
     json.name(name).array(layout::lines);
@@ -172,7 +172,7 @@ void write_devices(json_text &json)
 // ------------------------------------------------------------------------------ what moves by
 // itself
 
-template <typename Table> void write_use(json_text &json, const char *name, const Table &table)
+template <class Table> void write_use(json_text &json, const char *name, const Table &table)
 {
     json.name(name)
         .object()

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "call.h"
-#include "rules.h"
+#include "call_rules.h"
 #include "sdk_calls.h"
 
 #include <array>

@@ -18,7 +18,7 @@ static qx_status set_cpu(device &here, unsigned cpu, unsigned state) noexcept
     return QX_OK;
 }
 
-template <typename States>
+template <class States>
 static qx_status get_state(const States &states, unsigned number, unsigned &state) noexcept
 {
     if (number >= states.size())
@@ -27,7 +27,7 @@ static qx_status get_state(const States &states, unsigned number, unsigned &stat
     return QX_OK;
 }
 
-template <typename States>
+template <class States>
 static qx_status set_state(States &states, unsigned number, unsigned state) noexcept
 {
     if (number >= states.size())

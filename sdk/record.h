@@ -9,7 +9,7 @@
 namespace qxsim {
 
 /// A copy of an SDK record, every byte of it, padding included.
-template <typename Record> class stored
+template <class Record> class stored
 {
     static_assert(std::is_trivially_copyable_v<Record>);
 
@@ -33,7 +33,7 @@ private:
 };
 
 /// An array of records in the caller's memory, at any address.
-template <typename Record> class record_array
+template <class Record> class record_array
 {
 public:
     record_array(const void *start, std::size_t size) noexcept

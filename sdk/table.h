@@ -14,7 +14,7 @@ namespace qxsim {
 /// A table of at most `capacity` rows, sorted by key. Keys have all comparisons and are unique.
 /// All memory is taken by the constructor, which may throw std::bad_alloc; nothing else throws,
 /// given keys and entries whose copies do not. Pointers to rows last until the next add or remove.
-template <typename Key, typename Entry> class bounded_table
+template <class Key, class Entry> class bounded_table
 {
 public:
     struct row
@@ -117,15 +117,14 @@ private:
 };
 
 /// True if a key is one of those removed lately.
-template <typename Table, typename Key>
-bool was_removed(const Table &table, const Key &key) noexcept
+template <class Table, class Key> bool was_removed(const Table &table, const Key &key) noexcept
 {
     return std::any_of(table.removed().begin(), table.removed().end(),
                        [&](const auto &row) { return row.key == key; });
 }
 
 /// The row that a condition on its entry holds for, the first in order; null if none.
-template <typename Rows, typename Condition> auto find_row(Rows &table, Condition holds)
+template <class Rows, class Condition> auto find_row(Rows &table, Condition holds)
 {
     const auto place =
         std::find_if(table.begin(), table.end(), [&](const auto &row) { return holds(row.entry); });
@@ -134,7 +133,7 @@ template <typename Rows, typename Condition> auto find_row(Rows &table, Conditio
 
 /// A table that numbers its entries itself: base + 1 to base + 65535, each number the next free one
 /// after the one given out before. So a number comes again only after all others were used.
-template <typename Entry> class numbered_table : public bounded_table<std::uint32_t, Entry>
+template <class Entry> class numbered_table : public bounded_table<std::uint32_t, Entry>
 {
 public:
     static constexpr std::uint32_t serial_limit = 65535;

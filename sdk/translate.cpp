@@ -20,7 +20,7 @@ static bool same_rewriting(const qx_rtp_cfg_t &left, const qx_rtp_cfg_t &right) 
 }
 
 // In the table or among what was removed from it.
-template <typename Rows> static auto find_rtp(Rows &rows, const qx_rtp_cfg_t &cfg) noexcept
+template <class Rows> static auto find_rtp(Rows &rows, const qx_rtp_cfg_t &cfg) noexcept
 {
     return find_row(rows, [&](const rtp_entry &entry) { return same_rewriting(*entry.cfg, cfg); });
 }

@@ -37,7 +37,7 @@ static bool same_kind_settings(const qx_tunnel_cfg_t &left, const qx_tunnel_cfg_
 
 // Configurations of one tunnel, there or removed: kind, end points, direction, and the identifiers
 // of the kind.
-template <typename Rows> static auto find_tunnel(Rows &rows, const qx_tunnel_cfg_t &cfg) noexcept
+template <class Rows> static auto find_tunnel(Rows &rows, const qx_tunnel_cfg_t &cfg) noexcept
 {
     const address_key dest = address_of(cfg.dest_addr);
     const address_key src = address_of(cfg.src_addr);

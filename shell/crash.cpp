@@ -25,14 +25,18 @@ namespace {
 constexpr unsigned child_seconds = 2;
 constexpr unsigned part_seconds = 4; // longer than a child takes
 
-struct {
+struct
+{
     volatile sig_atomic_t signal; // 0: none yet
     volatile sig_atomic_t next_part;
     int code;
     void *address;
 } crash;
 
-extern "C" void end_child(int) { _exit(1); }
+extern "C" void end_child(int)
+{
+    _exit(1);
+}
 
 // Has a child process do work that may crash, hang or find a lock taken.
 void in_child(void (*work)())
@@ -45,17 +49,23 @@ void in_child(void (*work)())
         work();
         _exit(0);
     }
-    while (child > 0 && waitpid(child, nullptr, 0) < 0 && errno == EINTR) {}
+    while (child > 0 && waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
+    }
 }
 
 const char *name_of(int signal)
 {
     switch (signal) {
-    case SIGSEGV: return "SIGSEGV";
-    case SIGBUS:  return "SIGBUS";
-    case SIGFPE:  return "SIGFPE";
-    case SIGILL:  return "SIGILL";
-    default:      return "SIGABRT";
+    case SIGSEGV:
+        return "SIGSEGV";
+    case SIGBUS:
+        return "SIGBUS";
+    case SIGFPE:
+        return "SIGFPE";
+    case SIGILL:
+        return "SIGILL";
+    default:
+        return "SIGABRT";
     }
 }
 
@@ -64,7 +74,8 @@ void add_command(signal_text &text, const char *usage)
 {
     if (usage == nullptr)
         return;
-    while (*usage != '\0' && *usage++ != ':') {}
+    while (*usage != '\0' && *usage++ != ':') {
+    }
     std::size_t length = 0;
     while (usage[length] != '\0' && usage[length] != ' ')
         ++length;
@@ -229,7 +240,10 @@ constexpr void (*parts[])() = {flush_stdout, write_signal, write_command, write_
     end_by_default(crash.signal);
 }
 
-extern "C" void skip_part(int) { write_remaining_parts(); }
+extern "C" void skip_part(int)
+{
+    write_remaining_parts();
+}
 
 } // namespace
 

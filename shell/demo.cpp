@@ -71,4 +71,7 @@ int Demo_Init(Tcl_Interp *interp)
     return TCL_OK;
 }
 
-int Demo_SafeInit(Tcl_Interp *interp) { return Demo_Init(interp); }
+int Demo_SafeInit(Tcl_Interp *interp)
+{
+    return Demo_Init(interp);
+}

@@ -42,8 +42,8 @@ extern "C" void on_interrupt(int)
     const int error = errno;
     timespec now;
     clock_gettime(CLOCK_MONOTONIC, &now);
-    const long long nanoseconds = (now.tv_sec - last.tv_sec) * 1000000000LL + now.tv_nsec -
-                                  last.tv_nsec;
+    const long long nanoseconds =
+        (now.tv_sec - last.tv_sec) * 1000000000LL + now.tv_nsec - last.tv_nsec;
     repeated = last.tv_sec != 0 && nanoseconds < 1000000000;
     last = now;
     interrupted = 1;
@@ -65,7 +65,8 @@ extern "C" void *mark_interrupts(void *)
 void empty_pipe(ClientData, int)
 {
     char bytes[64];
-    while (read(wake_up[0], bytes, sizeof bytes) > 0) {}
+    while (read(wake_up[0], bytes, sizeof bytes) > 0) {
+    }
 }
 
 // The result of an `info frame` script, even if scripts have redefined `info`; null on an error.
@@ -181,7 +182,10 @@ bool start_thread()
 }
 
 // Tcl deletes the async handler when it exits.
-void default_again(ClientData) { signal(SIGINT, SIG_DFL); }
+void default_again(ClientData)
+{
+    signal(SIGINT, SIG_DFL);
+}
 
 } // namespace
 
@@ -210,7 +214,10 @@ bool runs_script(Tcl_Interp *interp)
     return commands > 1; // `info frame` itself counts as one
 }
 
-void command_begins() { prompting = false; }
+void command_begins()
+{
+    prompting = false;
+}
 
 bool interrupt_waits()
 {

@@ -8,7 +8,8 @@ namespace qxsh {
 /// not handle SIGINT.
 inline constexpr char line_editing_key[] = "qxsh line editing";
 
-struct line_editing {
+struct line_editing
+{
     /// Set by the library, or null: discards the line being edited. Called while the library waits
     /// for keys, never from a signal handler.
     void (*drop_line)();

@@ -15,12 +15,13 @@ namespace qxsh {
 
 namespace {
 
-struct prompt_input {
+struct prompt_input
+{
     Tcl_Interp *interp;
     Tcl_Channel top; ///< the top of the channel stack: the transformation itself
     bool blocking = true;
-    bool ended = false;   ///< the end of input came after the kept lines
-    bool whole = false;   ///< the kept lines are complete and may be read
+    bool ended = false; ///< the end of input came after the kept lines
+    bool whole = false; ///< the kept lines are complete and may be read
     std::string kept;
 
     Tcl_Channel below() const { return Tcl_GetStackedChannel(top); }
@@ -28,7 +29,10 @@ struct prompt_input {
 
 prompt_input *prompt; // the only one; null before it is created and after stdin is closed
 
-prompt_input &input_of(ClientData data) { return *static_cast<prompt_input *>(data); }
+prompt_input &input_of(ClientData data)
+{
+    return *static_cast<prompt_input *>(data);
+}
 
 // Prompts as Tcl's loop does.
 void show_prompt(Tcl_Interp *interp)
@@ -152,7 +156,10 @@ void watch_input(ClientData data, int mask)
     Tcl_ChannelWatchProc(Tcl_GetChannelType(below))(Tcl_GetChannelInstanceData(below), mask);
 }
 
-int pass_event(ClientData, int mask) { return mask; }
+int pass_event(ClientData, int mask)
+{
+    return mask;
+}
 
 } // namespace
 

@@ -12,7 +12,8 @@
 
 namespace qxsh {
 
-struct known_block {
+struct known_block
+{
     std::uint32_t address;
     std::uint32_t size;   ///< bytes
     int type;             ///< what it is made of, by number in the type table
@@ -24,7 +25,8 @@ struct known_block {
 };
 
 /// Blocks with one place of making that were never freed.
-struct leak {
+struct leak
+{
     const script_place *made;
     std::uint32_t blocks;
     std::uint64_t bytes;

@@ -11,7 +11,8 @@
 namespace qxsh {
 
 /// A pointer of the handle type `type` (number in the type table), as a command received it.
-struct checked_pointer {
+struct checked_pointer
+{
     const void *pointer; ///< not null
     int type;
 };

@@ -7,7 +7,8 @@ namespace qxsh {
 
 namespace {
 
-struct sum {
+struct sum
+{
     std::uint32_t blocks = 0;
     std::uint64_t bytes = 0;
 };

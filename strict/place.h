@@ -8,7 +8,8 @@
 
 namespace qxsh {
 
-struct script_place {
+struct script_place
+{
     std::string command;
     std::string file;      ///< with its whole path; empty if the command stands in no file
     std::string procedure; ///< where there is no file: the procedure, if any

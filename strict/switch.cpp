@@ -9,7 +9,10 @@
 
 namespace qxsh {
 
-static bool privileged() { return getuid() != geteuid() || getgid() != getegid(); }
+static bool privileged()
+{
+    return getuid() != geteuid() || getgid() != getegid();
+}
 
 static bool read_switch()
 {

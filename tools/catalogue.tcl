@@ -40,7 +40,7 @@ foreach part {reader checks commands} {
 # Ends reading with the one line that names the place and the mistake. A word that is quoted in it
 # may hold line ends.
 proc catalogue::fail {place message} {
-    foreach {file line} $place break
+    lassign $place file line
     set message [string map {\n {\n} \r {\r} \v {\v} \f {\f}} $message]
     return -code error -errorcode CATALOGUE "$file:$line: error: $message"
 }
@@ -94,8 +94,8 @@ proc catalogue::call {name}     { variable model; return $model(call,$name) }
 # The stem of a record's commands: its name less a final _t.
 proc catalogue::stem {record} { regsub {_t$} $record {} }
 
-# The number (from 0) of the argument that counts the array of that name in a call: `x_count` belongs
-# to `x_array`; -1 if it is not counted.
+# The number (from 0) of the argument that counts the array of that name in a call: `x_count`
+# belongs to `x_array`; -1 if it is not counted.
 proc catalogue::count_of {call name} {
     if {![regsub {_array$} $name _count wanted]} { return -1 }
     set names {}

@@ -64,7 +64,7 @@ proc statuses::read_answers {file known functions} {
     set answers {}
     foreach {line_number cells} [table $file function] {
         if {[llength $cells] != 3} { fail $file $line_number "expected: function, statuses, when" }
-        foreach {function names when} $cells break
+        lassign $cells function names when
         if {$function ni $functions} { fail $file $line_number "\"$function\" is not an SDK call" }
         if {[dict exists $answers $function]} {
             fail $file $line_number "$function already has a row"

@@ -2,7 +2,7 @@
 # times to standard output, or writes the same bytes, which are in TEXT-FILE, as often with a system
 # call each. Into OUTPUT goes the processor time in nanoseconds.
 
-foreach {output library how count file} $argv break
+lassign $argv output library how count file
 source [file join [file dirname [file normalize [info script]]] .. loops.tcl]
 load $library
 

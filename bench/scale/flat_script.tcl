@@ -2,7 +2,7 @@
 # lines: nanoseconds of processor time for the whole, and by how much the greatest resident size
 # grew.
 
-foreach {output library script} $argv break
+lassign $argv output library script
 load $library
 
 proc peak {} {

@@ -1,7 +1,7 @@
 # SHELL handle_memory.tcl OUTPUT FLOOR-LIBRARY: heap bytes of a live handle whose text nobody asked
 # for, and the size of a Tcl_Obj. The list that holds the handles is there beforehand.
 
-foreach {output library} $argv break
+lassign $argv output library
 load $library
 
 proc fill {n} {

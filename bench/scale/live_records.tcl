@@ -3,7 +3,7 @@
 # a creation among 1,000 live flows and among COUNT. With the word `count` the same two batches are
 # counted regions instead.
 
-foreach {output count library how} [concat $argv {{}}] break
+lassign [concat $argv {{}}] output count library how
 load $library
 set batch 20000
 

@@ -93,7 +93,7 @@ proc qx::prompt::arguments::subjects {} {
 proc qx::prompt::arguments::sdk_word {facts number word variables} {
     set arguments [dict get $facts arguments]
     if {2 * $number > [llength $arguments]} return
-    foreach {argument type} [lrange $arguments [expr {2 * $number - 2}] end] break
+    lassign [lrange $arguments [expr {2 * $number - 2}] end] argument type
     if {[string match {*[*]} $type]} {
         set native [qx::catalogue::native $type]
         set wanted [string map {{ } _} [string range $native 0 end-2]]

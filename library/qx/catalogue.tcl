@@ -153,7 +153,7 @@ proc qx::catalogue::command {name} {
 # word), usage (as shown in its error message).
 proc qx::catalogue::facts {name} {
     variable command_data
-    foreach {area shape owner field arguments result} [entry command $command_data $name] break
+    lassign [entry command $command_data $name] area shape owner field arguments result
     set usage $name
     foreach {argument type} $arguments { append usage " $argument" }
     return [dict create name $name area $area shape $shape owner $owner field $field \
@@ -229,7 +229,7 @@ proc qx::catalogue::range {type {width 0}} {
 # The least and the greatest number that is converted without an error: more than the range for the
 # two types that wrap.
 proc qx::catalogue::converted {type} {
-    foreach {least greatest} [range $type] break
+    lassign [range $type] least greatest
     set wrapped [lindex [range u32] 1]
     switch -- $type {
         i32 { set least -$wrapped; set greatest $wrapped }

@@ -45,7 +45,7 @@ proc qx::help::about {{name {}}} {
     }
     dict for {number status} [qx::catalogue::statuses] {
         if {$name eq $number || $name eq [lindex $status 0]} {
-            foreach {symbol meaning} $status break
+            lassign $status symbol meaning
             return "$symbol, status $number of the simulated device\n  $meaning"
         }
     }
@@ -196,7 +196,7 @@ proc qx::help::creator {type} {
 
 # An example of two lines that can be run unchanged.
 proc qx::help::example {command} {
-    foreach {name shape arguments result} [parts $command name shape arguments result] break
+    lassign [parts $command name shape arguments result] name shape arguments result
     if {$shape eq "free"} { return [list "set block \[qx_uint32_create 1\]" "$name \$block"] }
     set before {}
     set words $name
@@ -230,8 +230,8 @@ proc qx::help::example_number {argument} {
 
 proc qx::help::record_text {type} {
     set record [qx::catalogue::record $type]
-    foreach {kind size packed} [parts $record kind size packed] break
-    foreach {text fields area} [parts $record text fields area] break
+    lassign [parts $record kind size packed] kind size packed
+    lassign [parts $record text fields area] text fields area
     set shown "$type, $kind of $size bytes[expr {$packed ? ", packed" : ""}], area $area\n  $text\n"
     append shown [expr {$kind eq "union" ? "Views, all at the same place" : "Fields"}]\n
     set rows [list {offset bits type name meaning}]
@@ -244,7 +244,7 @@ proc qx::help::record_text {type} {
 }
 
 proc qx::help::field_row {field} {
-    foreach {name offset type width bit count} [parts $field name offset type width bit count] break
+    lassign [parts $field name offset type width bit count] name offset type width bit count
     set bits [expr {8 * [qx::catalogue::type_size $type] * max(1, $count)}]
     if {$width} {
         set offset $offset.$bit
@@ -303,7 +303,7 @@ proc qx::help::area_text {name} {
     set rows {}
     foreach each [qx::catalogue::commands] {
         set command [qx::catalogue::facts $each]
-        foreach {area shape owner} [parts $command area shape owner] break
+        lassign [parts $command area shape owner] area shape owner
         if {$area eq $name && $shape ne "call" && ![qx::catalogue::is_record $owner]} {
             lappend rows [list $each [qx::wording::purpose $command]]
         }

@@ -62,7 +62,7 @@ proc qx::lint::found {line text} {
 
 proc qx::lint::script {text line} {
     if {[catch { qx::script_parser::commands $text $line } commands options]} {
-        foreach {line before} [lrange [dict get $options -errorcode] 2 3] break
+        lassign [lrange [dict get $options -errorcode] 2 3] line before
         found $line $commands
         set commands $before
     }
@@ -204,7 +204,7 @@ proc qx::lint::if_command {words} {
 proc qx::lint::switch_command {words} {
     set last [lindex $words end]
     if {[dict get $last kind] ne "braced"} return
-    foreach {text line} [list [dict get $last text] [dict get $last line]] break
+    lassign [list [dict get $last text] [dict get $last line]] text line
     if {[catch { qx::script_parser::commands $text $line } commands]} return
     # Patterns and bodies alternate, on one line or several.
     set flat {}
@@ -221,7 +221,7 @@ proc qx::lint::expression {words} {
 # Brackets in a braced expression; those of other words have been checked already.
 proc qx::lint::expression_word {word} {
     if {[dict get $word kind] ne "braced"} return
-    foreach {text line} [list [dict get $word text] [dict get $word line]] break
+    lassign [list [dict get $word text] [dict get $word line]] text line
     if {[catch { qx::script_parser::in_expression $text $line } scripts]} return
     foreach script $scripts { run $script }
 }
@@ -301,7 +301,7 @@ proc qx::lint::release {word line} {
 
 # The mistake in the value of a command's argument; empty if there is none, or if nothing is known.
 proc qx::lint::mistake {facts argument type value} {
-    foreach {kind what} $value break
+    lassign $value kind what
     if {![info exists kind]} return
     set pointer [qx::catalogue::is_pointer $type]
     switch -- $kind {
@@ -336,7 +336,7 @@ proc qx::lint::wrong_number {facts argument type word} {
     set taken [dict get $bounds taken]
     # A number beyond its type's range may still be converted; an index must be that of an element.
     if {$taken eq [qx::catalogue::range $type]} { set taken [qx::catalogue::converted $type] }
-    foreach {least greatest} $taken break
+    lassign $taken least greatest
     if {($word >= $least && $word <= $greatest) || $word == [dict get $bounds every]} return
     set range [qx::wording::between $taken]
     if {$argument eq "idx"} { set range [qx::wording::range $facts $argument $type] }

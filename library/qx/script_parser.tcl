@@ -33,9 +33,9 @@ proc qx::script_parser::within {script first reading} {
     variable place
     variable line
     set saved [list $text $place $line]
-    foreach {text place line} [list $script 0 $first] break
+    lassign [list $script 0 $first] text place line
     set code [catch { uplevel 1 $reading } result options]
-    foreach {text place line} $saved break
+    lassign $saved text place line
     return -options $options $result
 }
 
@@ -124,7 +124,7 @@ proc qx::script_parser::read_braces {} {
     set depth 0
     set at $place
     while {[regexp -indices -start $at {\\.|\\\n|[\{\}]} $text found]} {
-        foreach {first last} $found break
+        lassign $found first last
         set at [expr {$last + 1}]
         switch -- [string range $text $first $last] {
             \{ { incr depth }

@@ -8,7 +8,7 @@ namespace eval qx::why {
 
 # The explanation of the last failed command.
 proc qx::why::explain {} {
-    foreach {words code result} [last_failure] break
+    lassign [last_failure] words code result
     if {$words eq {}} { return "no command of the SDK or its records has failed" }
     if {$code == 0} { return [status_text $words $result] }
     set pattern {^(\w+) in method '(\w+)', argument (\d+) of type '([^']*)'}
@@ -25,7 +25,7 @@ proc qx::why::explain {} {
 # substitution.
 proc qx::why::last_failure {} {
     variable in_procedure 0
-    foreach {words code result before} $qx::status::last break
+    lassign $qx::status::last words code result before
     set info {}
     if {[info exists ::errorInfo]} { set info $::errorInfo }
     if {[info exists words]} {
@@ -113,7 +113,7 @@ proc qx::why::given {word type} {
     if {$word eq "NULL"} { return "NULL, the null pointer" }
     if {[string is wideinteger -strict $word] || [regexp {^[-+]?\d+$} $word]} {
         if {[qx::catalogue::is_pointer $type]} { return "$word, a number" }
-        foreach {least greatest} [qx::catalogue::range $type] break
+        lassign [qx::catalogue::range $type] least greatest
         set number [expr {$word + 0}]
         if {$number > $greatest} { return "$word, which is above the range" }
         if {$number < $least} { return "$word, which is below the range" }

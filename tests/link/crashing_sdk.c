@@ -82,17 +82,37 @@ static void block_signals(void)
 unsigned int qx_pm_system_suspend_enter(unsigned short dev_id)
 {
     switch (dev_id) {
-    case 0: write_to_null(); break;
-    case 1: use_truncated_file(); break;
-    case 2: divide_by_zero(); break;
-    case 3: __builtin_trap(); break;
-    case 4: abort(); break;
-    case 5: return (unsigned int)overflow_stack("");
-    case 6: overwrite_stack(); break;
-    case 7: spoil_heap(); break;
-    case 8: leave_text_behind(); break;
-    case 9: block_signals(); break;
-    default: break;
+    case 0:
+        write_to_null();
+        break;
+    case 1:
+        use_truncated_file();
+        break;
+    case 2:
+        divide_by_zero();
+        break;
+    case 3:
+        __builtin_trap();
+        break;
+    case 4:
+        abort();
+        break;
+    case 5:
+        return (unsigned int)overflow_stack("");
+    case 6:
+        overwrite_stack();
+        break;
+    case 7:
+        spoil_heap();
+        break;
+    case 8:
+        leave_text_behind();
+        break;
+    case 9:
+        block_signals();
+        break;
+    default:
+        break;
     }
     return 0;
 }

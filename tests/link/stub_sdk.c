@@ -2,9 +2,9 @@
  * another source of the same library may have one that does more. What the shell passes to them is
  * ignored. */
 
-#define SDK_FUNCTION(name) \
-    __attribute__((weak)) unsigned int name(void) \
-    { \
-        return SDK_STATUS; \
+#define SDK_FUNCTION(name)                                                                         \
+    __attribute__((weak)) unsigned int name(void)                                                  \
+    {                                                                                              \
+        return SDK_STATUS;                                                                         \
     }
 #include "sdk_functions.inc"

@@ -30,7 +30,7 @@ proc unpack {folder args} {
 proc contents {file} {
     set found {}
     foreach line [split [exec dpkg-deb -c $file] \n] {
-        foreach {mode owner} $line break
+        lassign $line mode owner
         dict set found [string range [lindex $line 5] 1 end] [list $mode $owner]
     }
     return $found

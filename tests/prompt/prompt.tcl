@@ -21,7 +21,7 @@ proc answers {variables texts} {
 
 # The offers, or the hint where there is none, to one text.
 proc offered {variables text} {
-    foreach {word offers hint files} [lindex [answers $variables [list $text]] 0] break
+    lassign [lindex [answers $variables [list $text]] 0] word offers hint files
     if {$files} { return files }
     return [expr {$offers eq {} ? $hint : $offers}]
 }

@@ -5,7 +5,7 @@
 # report has to be empty: no block is live at the end. Prints what was done, last
 # "soak: SCRIPTS run in MINUTES minutes, FAILED failed". Relies on Linux's /proc.
 
-foreach {shell random_script minutes folder} $argv break
+lassign $argv shell random_script minutes folder
 set here [file dirname [file normalize [info script]]]
 set tables [file join $here .. expected]
 set strict [expr {[info exists env(QXSH_STRICT_MEMORY)] && $env(QXSH_STRICT_MEMORY) eq "1"}]
@@ -61,7 +61,7 @@ set greatest 0
 while {[clock seconds] < $end || $scripts <= 2 * $warm_up} {
     set seed [expr {$first_seed + $scripts}]
     exec $random_script $tables $seed $commands $script $output $places
-    foreach {printed memory files} [run_script $script] break
+    lassign [run_script $script] printed memory files
     incr scripts
     if {$printed ne [file_text $output]} {
         incr failed

@@ -32,7 +32,7 @@ proc reader::mistakes {text} {
     set at 0
     regsub {^<!DOCTYPE html>\n} $text {} text
     while {[regexp -indices -start $at {<[^>]*>} $text place]} {
-        foreach {first last} $place break
+        lassign $place first last
         set between [string range $text $at $first-1]
         if {[regexp {>|&(?!(amp|lt|gt|quot);)} $between]} {
             lappend wrong "[line_of $text $at]: a mark in the text \"[string trim $between]\""

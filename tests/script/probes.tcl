@@ -36,7 +36,7 @@ proc probes::add {topic command printed code error match result {runner probe}} 
     incr count
     set refused [misuses::of $topic $command]
     if {$refused ne {}} {
-        foreach {category result} $refused break
+        lassign $refused category result
         set printed {}
         set code 1
         set error [list SWIG $category]
@@ -100,11 +100,11 @@ proc probes::differences {topic} {
     variable topics
     set found {}
     foreach number $topics($topic) {
-        foreach {topic command printed code error match result} $wanted($number) break
+        lassign $wanted($number) topic command printed code error match result
         if {![info exists answers($number)]} {
             lappend found "$command: no answer, the shell ended with status $probes::status"
         } else {
-            foreach {was_printed was_code was_error was_result} $answers($number) break
+            lassign $answers($number) was_printed was_code was_error was_result
             if {$was_code != $code || $was_error ne $error || ![$match $result $was_result]} {
                 lappend found "$command: got $was_code {$was_error} {$was_result},\
                     expected $code {$error} {$result}"

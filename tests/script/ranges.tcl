@@ -19,7 +19,7 @@ namespace eval ranges {
 proc ranges::arguments {} {
     variable of_type
     foreach row [expected fields.tsv] {
-        foreach {record field offset bit width elements} $row break
+        lassign $row record field offset bit width elements
         set stem [regsub {_t$} $record {}]
         foreach verb {set get} {
             set place(${stem}_${verb}_$field) $field
@@ -32,7 +32,7 @@ proc ranges::arguments {} {
     }
     set result {}
     foreach row [expected commands.tsv] {
-        foreach {name usage types} $row break
+        lassign $row name usage types
         set words [lrange [string trimright [lindex [split $usage :] 1] {| }] 1 end]
         set number 0
         foreach argument $words type [expr {$types eq "-" ? {} : [split $types ,]}] {
@@ -55,7 +55,7 @@ proc ranges::arguments {} {
 
 # The words for an argument's range.
 proc ranges::text {row} {
-    foreach {name number argument type range every kept} $row break
+    lassign $row name number argument type range every kept
     if {$type eq "void *"} { return "any handle or NULL" }
     if {$range eq {}} { return "handle or NULL" }
     set text [join $range { to }]
@@ -69,7 +69,7 @@ proc ranges::text {row} {
 proc ranges::counts {} {
     set counts {0 0 0}
     foreach row [arguments] {
-        foreach {name number argument type range every kept} $row break
+        lassign $row name number argument type range every kept
         set indexed [expr {$argument eq "idx" && $range ne {0 4294967295}}]
         set counts [list [expr {[lindex $counts 0] + 1}] \
             [expr {[lindex $counts 1] + $indexed}] \

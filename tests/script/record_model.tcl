@@ -16,24 +16,24 @@ namespace eval model {
 
 proc model::load {} {
     foreach row [expected records.tsv] {
-        foreach {record what bytes boundary count} $row break
+        lassign $row record what bytes boundary count
         set model::kind($record) $what
         set model::size($record) $bytes
         set model::alignment($record) $boundary
         set model::lines($record) $count
     }
     foreach row [expected fields.tsv] {
-        foreach {record name offset bit bits count element copied type in_init in_dump} $row break
+        lassign $row record name offset bit bits count element copied type in_init in_dump
         lappend model::fields($record) [dict create name $name offset $offset bit $bit bits $bits \
             count $count element $element copied $copied type $type init $in_init dump $in_dump]
     }
     foreach row [expected init.tsv] {
-        foreach {record arguments} $row break
+        lassign $row record arguments
         set model::init($record) {}
         set model::types($record) {}
         if {$arguments eq "-"} continue
         foreach argument [split $arguments ,] {
-            foreach {name type} [split $argument :] break
+            lassign [split $argument :] name type
             lappend model::init($record) $name
             lappend model::types($record) $type
         }
@@ -221,7 +221,7 @@ proc model::arguments {record} {
 # Where the tables disagree about a record, one text each.
 proc model::disagreements {record} {
     set found {}
-    foreach {boundary end} [extent $record] break
+    lassign [extent $record] boundary end
     set aligned $model::alignment($record)
     # A record that is not packed is aligned as its fields are, and padded to a multiple of that.
     if {$aligned != 1 && $aligned != $boundary} { lappend found "alignment $aligned" }
@@ -252,7 +252,7 @@ proc model::disagreements {record} {
     if {[info exists model::init($record)] != ($model::kind($record) eq "record")} {
         lappend found "a $model::kind($record) with or without _init"
     }
-    foreach {wanted_names wanted_types} [arguments $record] break
+    lassign [arguments $record] wanted_names wanted_types
     if {$names ne $wanted_names || $types ne $wanted_types} {
         lappend found "_init takes $wanted_names, the fields say $names"
     }

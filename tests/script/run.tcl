@@ -28,7 +28,7 @@ if {$outcome eq {}} {
     puts stderr "[file tail $file]: ended without cleanupTests"
     exit 1
 }
-foreach {total failed skipped} $outcome break
+lassign $outcome total failed skipped
 if {$counts_file ne {}} {
     file mkdir [file dirname $counts_file]
     set channel [open $counts_file w]

@@ -23,7 +23,7 @@ unsigned suspended(unsigned short device = 0)
 }
 
 // What is written to stderr meanwhile.
-template <typename Action> std::string complaints(Action action)
+template <class Action> std::string complaints(Action action)
 {
     testing::internal::CaptureStderr();
     action();

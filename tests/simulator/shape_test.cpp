@@ -11,7 +11,7 @@ class shape : public devices
 {};
 
 // A record at an odd address, with guard bytes around it.
-template <typename Record> class misplaced
+template <class Record> class misplaced
 {
 public:
     explicit misplaced(const Record &record)

@@ -40,26 +40,26 @@ bool long_tests();
 // --------------------------------------------------------------------------------------- records
 
 /// A record with all bytes zero, padding included.
-template <typename Record> Record zeroed()
+template <class Record> Record zeroed()
 {
     Record record;
     std::memset(&record, 0, sizeof record);
     return record;
 }
 
-template <typename Record> bool same_bytes(const Record &left, const Record &right)
+template <class Record> bool same_bytes(const Record &left, const Record &right)
 {
     return std::memcmp(&left, &right, sizeof left) == 0;
 }
 
 /// A record whose bytes are all 0xa5: to see that nothing was written.
-template <typename Record> Record untouched()
+template <class Record> Record untouched()
 {
     Record record;
     std::memset(&record, 0xa5, sizeof record);
     return record;
 }
-template <typename Record> bool is_untouched(const Record &record)
+template <class Record> bool is_untouched(const Record &record)
 {
     return same_bytes(record, untouched<Record>());
 }

@@ -1,7 +1,8 @@
 // Where the catalogue says that a bit-field is, and how this compiler stores to it.
 #pragma once
 
-struct bit_field_place {
+struct bit_field_place
+{
     const char *name; ///< record.field; null ends the table
     unsigned int offset;
     unsigned int bit;

@@ -59,8 +59,8 @@ TEST(blocks, are_zeroed_when_they_are_used_again)
 }
 
 #if UINTPTR_MAX > UINT32_MAX
-// Our own block memory. Whatever a block's size is, what is freed is used again: a script that makes
-// and frees records for ever stays as large as it is.
+// Our own block memory. Whatever a block's size is, what is freed is used again: a script that
+// makes and frees records for ever stays as large as it is.
 TEST(blocks, are_used_again)
 {
     for (std::uint32_t size = 1; size <= 1100; ++size) {

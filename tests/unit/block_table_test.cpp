@@ -19,10 +19,8 @@ protected:
     block_tables() { given_back.clear(); }
 
     static constexpr std::uint64_t kept = 1000;
-    block_table table{[](void *block) {
-                          given_back.push_back(reinterpret_cast<std::uintptr_t>(block));
-                      },
-                      kept};
+    block_table table{
+        [](void *block) { given_back.push_back(reinterpret_cast<std::uintptr_t>(block)); }, kept};
 };
 
 TEST_F(block_tables, an_empty_table_knows_no_address)

@@ -15,10 +15,7 @@ public:
         : interp_(interp), objc_(objc), objv_(objv), usage_(usage)
     {}
 
-    bool count() const
-    {
-        return qxsh::check_word_count(interp_, objc_, objv_, usage_) == TCL_OK;
-    }
+    bool count() const { return qxsh::check_word_count(interp_, objc_, objv_, usage_) == TCL_OK; }
 
     template <class Number> bool get(int number, Number &value) const
     {

@@ -42,7 +42,7 @@ proc catalogue::commands_of_record {record} {
 
     set result {}
     foreach row $rows {
-        foreach {shape field arguments value} $row break
+        lassign $row shape field arguments value
         set name ${stem}_$shape
         if {$field ne {}} {
             append name _[dict get $field name]

@@ -37,7 +37,7 @@ proc catalogue::as_list {text place} {
 
 # The lines of a body as pairs of place and list, comments and blank lines left out.
 proc catalogue::body_lines {place body} {
-    foreach {file line} $place break
+    lassign $place file line
     set result {}
     foreach text [split $body \n] {
         if {![regexp {^\s*(#|$)} $text]} {
@@ -74,7 +74,7 @@ proc catalogue::declare_argument {place words} {
         set words [lreplace $words 1 2]
     }
     expect $place 2 $words "argument name ?-range least..greatest? description"
-    foreach {name text} $words break
+    lassign $words name text
     check_name $place $name argument
     check_text $place $text
     if {[dict exists $model(arguments) $name]} { fail $place "argument $name is described twice" }
@@ -97,7 +97,7 @@ proc catalogue::with_range {text range} {
 proc catalogue::declare_area {place words} {
     variable model
     expect $place 2 $words "area name description"
-    foreach {name text} $words break
+    lassign $words name text
     if {$model(area) ne {}} { fail $place "the file already declares area $model(area)" }
     check_text $place $text
     set model(area) $name
@@ -123,7 +123,7 @@ proc catalogue::declare_layout {kind place words} {
     set packed [expr {[lindex $words 2] eq "packed"}]
     if {$packed} { set words [lreplace $words 2 2] }
     expect $place 4 $words "$kind name size ?packed? description { fields }"
-    foreach {name size text body} $words break
+    lassign $words name size text body
     check_name $place $name $kind
     check_text $place $text
     enter record $place $name
@@ -150,7 +150,7 @@ proc catalogue::declare_layout {kind place words} {
 proc catalogue::read_field {place line} {
     variable scalar_types
     if {[llength $line] < 4} { fail $place "expected: offset type name ?option ...? description" }
-    foreach {where type name} $line break
+    lassign $line where type name
     set options [lrange $line 3 end-1]
     check_name $place $name field
     check_text $place [lindex $line end]
@@ -209,7 +209,7 @@ proc catalogue::read_field {place line} {
 proc catalogue::declare_call {place words} {
     variable model
     expect $place 3 $words "call name description { arguments }"
-    foreach {name text body} $words break
+    lassign $words name text body
     check_name $place $name call
     check_text $place $text
     enter call $place $name
@@ -217,7 +217,7 @@ proc catalogue::declare_call {place words} {
     set names {}
     foreach {here line} [body_lines $place $body] {
         if {[llength $line] ni {3 4}} { fail $here "expected: direction type name ?description?" }
-        foreach {direction type argument description} [concat $line {{}}] break
+        lassign [concat $line {{}}] direction type argument description
         if {$direction ni {in out inout}} { fail $here "\"$direction\" is not a direction" }
         check_name $here $argument argument
         if {$argument eq $name} { fail $here "argument $argument is named like its call" }
@@ -232,7 +232,7 @@ proc catalogue::declare_call {place words} {
             if {![dict exists $model(arguments) $argument]} {
                 fail $here "argument $argument has no description, here or in index.tcl"
             }
-            foreach {description range} [dict get $model(arguments) $argument] break
+            lassign [dict get $model(arguments) $argument] description range
             # What a pointer leads to is not typed in.
             if {[string match {*[*]} $type]} { set range {} }
             if {$range ne {}} { check_range $here $argument $type 0 $range }
@@ -251,7 +251,7 @@ proc catalogue::declare_cell {place words} {
     variable model
     variable cell_operations
     expect $place 3 $words "cell word type { operations }"
-    foreach {word type operations} $words break
+    lassign $words word type operations
     check_name $place $word cell
     if {$type ni {u8 u16 u32 i32 u64}} { fail $place "\"$type\" is not a cell type" }
     if {$model(area) eq {}} { fail $place "the file has to begin with its area" }
@@ -275,7 +275,7 @@ proc catalogue::declare_cell {place words} {
 proc catalogue::declare_pointer {place words} {
     variable model
     expect $place 2 $words "pointer type description"
-    foreach {name text} $words break
+    lassign $words name text
     if {![regexp {^[A-Za-z][A-Za-z0-9_]*( [A-Za-z][A-Za-z0-9_]*)*$} $name]} {
         fail $place "\"$name\" is not a name for a type"
     }
@@ -287,7 +287,7 @@ proc catalogue::declare_pointer {place words} {
 proc catalogue::declare_free {place words} {
     variable model
     expect $place 3 $words "free name argument description"
-    foreach {name argument text} $words break
+    lassign $words name argument text
     check_name $place $name command
     check_name $place $argument argument
     check_text $place $text

@@ -28,7 +28,7 @@ proc drawing::map {name} {
         }
         append body [columns $bytes $y]
         incr y $head
-        foreach {drawn height} [view_body [dict get $view items] $y] break
+        lassign [view_body [dict get $view items] $y] drawn height
         append body $drawn
         incr y [expr {$height + 12}]
     }
@@ -61,7 +61,7 @@ proc drawing::view_body {items y} {
     set fills {}
     set edges {}
     foreach line [lines $items] {
-        foreach {kind number count} $line break
+        lassign $line kind number count
         set height [set $kind]
         append labels [text count [expr {$gutter - 6}] [expr {$y + 15}] end [expr {4 * $number}]]
         if {$kind eq "torn"} {
@@ -266,7 +266,7 @@ proc drawing::label_row {item} {
 proc drawing::block {labels x y width height} {
     set fitted [fit $labels $width]
     if {$fitted eq {}} return
-    foreach {class lines} $fitted break
+    lassign $fitted class lines
     set step [expr {$class eq "name" ? 14 : 11}]
     set at [expr {$y + ($height - $step * [llength $lines]) / 2 + $step - 3}]
     set result {}

@@ -45,7 +45,7 @@ proc manual::command {command} {
     append text ".br\nResult: [escape [dict get $words result]].\n"
     foreach note [dict get $words notes] { append text "[escape $note]\n" }
     if {[dict get $command shape] eq "call"} {
-        foreach {names when} [dict get $pages::answers [dict get $command name]] break
+        lassign [dict get $pages::answers [dict get $command name]] names when
         if {$names ne {}} {
             append text ".br\nThe simulator answers [escape [join $names {, }]]"
             if {$when ne {}} { append text "\n([escape $when])" }

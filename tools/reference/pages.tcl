@@ -83,7 +83,7 @@ proc pages::argument_list {words} {
 # What the simulated device answers beyond what every function does.
 proc pages::status_lines {call} {
     variable answers
-    foreach {names when} [dict get $answers $call] break
+    lassign [dict get $answers $call] names when
     if {$names eq {}} return
     set links {}
     foreach name $names { lappend links [html::code_link statuses.html#$name $name] }

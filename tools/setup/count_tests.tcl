@@ -28,7 +28,7 @@ proc total {key dicts} {
     return $sum
 }
 
-foreach {junit results} $argv break
+lassign $argv junit results
 array set sum {passed 0 failed 0 skipped 0}
 foreach test [elements testcase $junit] {
     set name [dict get $test name]

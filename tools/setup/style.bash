@@ -50,7 +50,7 @@ check_lines() {
 # which the release build compiles one.
 shipped_sources() {
     git -C "$project" ls-files {shell,commands,records,runtime,helpers,strict,sdk,library}/'*.cpp' |
-        grep -v '^helpers/block_memory'
+        grep -v '^helpers/native_memory'
 }
 
 # clang_commands FOLDER : the release build's commands, less the options that only its compiler

@@ -25,6 +25,9 @@ void *allocate_block(std::uint32_t size)
     return zeroed;
 }
 
-void free_block(void *block) { std::free(block); }
+void free_block(void *block)
+{
+    std::free(block);
+}
 
 } // namespace qxsh

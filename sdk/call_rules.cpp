@@ -1,5 +1,5 @@
 // Faults and latencies.
-#include "rules.h"
+#include "call_rules.h"
 
 #include "sdk_calls.h"
 #include "statuses.h"
@@ -56,8 +56,7 @@ static bool read_number(std::string_view text, std::uint32_t least, std::uint32_
 
 static bool read_status(const std::string &text, std::uint32_t &number) noexcept
 {
-    return status_number(text, number) ? number != 0
-                                               : read_number(text, 1, status_limit, number);
+    return status_number(text, number) ? number != 0 : read_number(text, 1, status_limit, number);
 }
 
 bool read_fault(const std::vector<std::string> &words, fault_rule &rule, std::string &mistake)
