@@ -1,6 +1,6 @@
-// Cells: bare blocks of one or more numbers of one type, used as out-parameters.
-// They carry no length, so an index is only computed with; a null cell reads as 0 and ignores
-// writes.
+// Cells: bare blocks of one or more numbers of one type, used as out-parameters. They carry no
+// length, so indices are not checked; a null cell reads as 0 and ignores writes. Bad addresses set
+// pending_fault (guarded_memory.h).
 #pragma once
 
 #include "helpers/block_memory.h"
@@ -12,10 +12,10 @@
 
 namespace qxsh {
 
-/// Prints a number and a line end.
+/// Prints the number in decimal and a newline.
 void print_number(unsigned long long value);
 
-/// The address of element `index`, modulo 2^32.
+/// The address of element `index`, modulo 2^32. The cell may be null.
 template <class Number> void *cell_address(Number *cell, std::uint32_t index)
 {
     return address_at(cell, index * std::uint32_t{sizeof(Number)});
@@ -35,8 +35,8 @@ template <class Number> Number read_cell(Number *cell, std::uint32_t index)
     }
 }
 
-/// The same, and prints the whole value: the command's result has room for its low half only.
-/// Nothing is printed if there is no such memory.
+/// The same, and prints the whole value: a command's result has room only for its low half. Prints
+/// nothing while a fault is pending.
 template <class Number> Number read_printed_cell(Number *cell, std::uint32_t index)
 {
     const Number value = read_cell(cell, index);
@@ -45,7 +45,7 @@ template <class Number> Number read_printed_cell(Number *cell, std::uint32_t ind
     return value;
 }
 
-/// Element `index` becomes `value`; nothing for a null cell.
+/// Sets element `index` to `value`; does nothing for a null cell.
 template <class Number> void write_cell(Number *cell, Number value, std::uint32_t index)
 {
     if (cell == nullptr)
@@ -59,7 +59,7 @@ template <class Number> void write_cell(Number *cell, Number value, std::uint32_
     }
 }
 
-/// A new cell holding `value`, owned by the caller; null without memory.
+/// A new cell with `value`, which the caller owns (free_block); null if there is no memory.
 template <class Number> Number *create_cell(Number value)
 {
     auto *const cell = static_cast<Number *>(allocate_block(sizeof(Number)));
@@ -67,8 +67,8 @@ template <class Number> Number *create_cell(Number value)
     return cell;
 }
 
-/// `count` cells in one block, all holding `value`; null without memory. Unlike a record array one
-/// whose size wraps gives null too: it would be written far past its end.
+/// `count` cells with `value` in one block that the caller owns. Null if there is no memory or the
+/// size does not fit 32 bits: unlike a record array, this fills all elements at once.
 template <class Number> Number *create_cell_array(Number value, std::uint32_t count)
 {
     if (count > UINT32_MAX / sizeof(Number))

@@ -1,6 +1,6 @@
-// The dump writer; see dump.h. What does not change from dump to dump - names, indices, line ends,
-// where the values lie - is worked out once per record type; after that a dump is a copy of the
-// record, a loop over its values, and one write.
+// The dump writer; see dump.h. What is the same in every dump of a type (names, indices, line ends,
+// positions of values) is computed once; after that a dump is a copy of the record, a loop over its
+// values, and one write.
 #include "helpers/dump.h"
 
 #include "helpers/guarded_memory.h"
@@ -18,16 +18,16 @@ namespace qxsh {
 
 namespace {
 
-/// One value of a dump, and the length of the text in front of it, which ends in "0x".
+/// One value of a dump, and the length of the text before it, which ends in "0x".
 struct dump_step
 {
-    std::uint32_t mask; ///< of the value, once it is shifted down
+    std::uint32_t mask; ///< applied after the shift
     std::uint16_t offset;
     std::uint8_t shift;
     std::uint8_t text_length;
 };
 
-/// All that a dump of one record type needs. Nested records and arrays are laid out flat.
+/// The steps and texts for dumps of one record type, with nested records and arrays flattened.
 class dump_plan
 {
 public:
@@ -38,9 +38,9 @@ public:
     }
 
     const std::vector<dump_step> &steps() const { return steps_; }
-    /// The texts in front of the values, one after the other, and the end of the last line.
+    /// The texts before the values, joined, and the end of the last line.
     const std::string &text() const { return text_; }
-    /// Characters of the longest dump there can be.
+    /// The length of the longest possible dump in characters.
     std::size_t longest() const { return text_.size() + longest_value * steps_.size(); }
 
     static constexpr std::size_t longest_value = 8; // digits
@@ -63,11 +63,11 @@ private:
             for (unsigned index = 0; index < field.count; ++index, offset += field.size)
                 add_value(field, "[" + std::to_string(index) + "]", offset, "\n");
         } else {
-            add_value(field, "", offset, " \n"); // the blank is meant
+            add_value(field, "", offset, " \n"); // the blank is intended
         }
     }
 
-    // `gap_` is what ends the line before.
+    // `gap_` is the end of the previous line.
     void add_value(const field_row &field, const std::string &index, std::size_t offset,
                    const char *line_end)
     {
@@ -84,7 +84,7 @@ private:
     std::string gap_;
 };
 
-// Made when a type is dumped first, and kept; a flow's takes about 4 KiB.
+// Built when a type is first dumped, and kept; a flow's takes about 4 KiB.
 const dump_plan &plan_for(int number)
 {
     static const dump_plan *plans[record_count];
@@ -94,14 +94,14 @@ const dump_plan &plan_for(int number)
     return *plan;
 }
 
-// Four bytes at any alignment. The compiler makes one instruction of it where the processor can.
+// Reads four bytes at any alignment. Where the processor can, the compiler uses one instruction.
 std::uint32_t compose(const unsigned char *bytes)
 {
     return bytes[0] | static_cast<std::uint32_t>(bytes[1]) << 8 |
            static_cast<std::uint32_t>(bytes[2]) << 16 | static_cast<std::uint32_t>(bytes[3]) << 24;
 }
 
-// Four hexadecimal digits, the highest first, all at once: a digit in each byte.
+// Writes four hexadecimal digits, the highest first, computed together: one in each byte.
 [[gnu::always_inline]] inline void put_four_digits(char *at, std::uint32_t value)
 {
     constexpr std::uint32_t each = 0x01010101;
@@ -115,8 +115,8 @@ std::uint32_t compose(const unsigned char *bytes)
     at[3] = static_cast<char>(text >> 24);
 }
 
-// What "%#x" prints, behind a "0x" that is there already: the digits, or for zero a step back, to
-// the "0". Writes up to three bytes too many.
+// Completes "0x" to what "%#x" prints: adds the digits, or for zero steps back to the "0". Writes
+// up to three bytes past the end it returns.
 [[gnu::always_inline]] inline char *put_hex(char *at, std::uint32_t value)
 {
     if (value == 0)
@@ -137,10 +137,10 @@ void dump_record(const void *record, int number)
     if (record == nullptr || !can_read(record, static_cast<std::uint32_t>(size)))
         return;
     const auto &plan = plan_for(number);
-    // Kept for the next dump.
+    // Reused by the next dump.
     static std::vector<unsigned char> values;
     static std::vector<char> lines;
-    // A value is read as four bytes, wherever it ends, and written with four digits at least.
+    // A value is always read as four bytes and written with at least four digits.
     values.resize(size + 3);
     lines.resize(plan.longest() + 4);
     std::memcpy(values.data(), record, size);

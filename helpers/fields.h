@@ -1,5 +1,5 @@
-// Fields of a record at their byte offsets, little-endian, at any alignment.
-// Records are never reached through members: packed and overlapping layouts read and write alike.
+// Fields of a record by byte offset, little-endian, at any alignment; C++ members are never used,
+// as layouts may be packed or overlap. Bad addresses set pending_fault (guarded_memory.h).
 #pragma once
 
 #include "helpers/guarded_memory.h"
@@ -10,7 +10,7 @@
 
 namespace qxsh {
 
-/// Reads the unsigned Storage at `offset` of a record that is not null.
+/// Reads the unsigned Storage at `offset`; `record` is not null.
 template <class Storage> Storage load(const void *record, std::uint32_t offset)
 {
     static_assert(sizeof(Storage) <= 4);
@@ -23,7 +23,7 @@ template <class Storage> Storage load(const void *record, std::uint32_t offset)
         return load_32(address);
 }
 
-/// Writes `value`, cut to the Storage's width, at `offset` of a record that is not null.
+/// Writes `value`, truncated to Storage, at `offset`; `record` is not null.
 template <class Storage> void store(void *record, std::uint32_t offset, std::uint32_t value)
 {
     static_assert(sizeof(Storage) <= 4);
@@ -36,7 +36,7 @@ template <class Storage> void store(void *record, std::uint32_t offset, std::uin
         store_32(address, value);
 }
 
-/// The same where can_write() has said that the memory is there.
+/// The same, after can_write() has returned true for the memory.
 template <class Storage> void put(void *record, std::uint32_t offset, std::uint32_t value)
 {
     if constexpr (any_alignment) {
@@ -47,14 +47,14 @@ template <class Storage> void put(void *record, std::uint32_t offset, std::uint3
     }
 }
 
-/// Reads `width` bits from `bit` up, shifted down.
+/// Reads `width` bits (1 to 32) from bit `bit` up, shifted down; all lie within Storage.
 template <class Storage>
 std::uint32_t load_bits(const void *record, std::uint32_t offset, unsigned bit, unsigned width)
 {
     return (load<Storage>(record, offset) & bit_mask(bit, width)) >> bit;
 }
 
-/// Writes the low `width` bits of `value` to `bit` and up; the neighbours keep theirs.
+/// Writes the low `width` bits of `value` from bit `bit` up; the other bits keep their values.
 template <class Storage>
 void store_bits(void *record, std::uint32_t offset, unsigned bit, unsigned width,
                 std::uint32_t value)

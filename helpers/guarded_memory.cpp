@@ -1,10 +1,10 @@
-// Accesses that a signal handler can leave; see guarded_memory.h. They lie in a section of their
-// own, by which the handler knows them. Each is compiled to a few instructions that call nothing
-// and use no stack, so that "return 0 to the caller" is a change of three registers. The names of
-// those in a signal's context are the kernel's; where they are not known here, or where the
-// compiler does not optimise, faults stay fatal.
+// Accesses that a signal handler can abort; see guarded_memory.h. They are in a section of their
+// own, by which the handler recognises them. Each compiles to a few instructions that call nothing
+// outside the section and use no stack, so returning 0 to the caller changes at most four
+// registers. The register names in a signal's context are the kernel's; on a processor not listed
+// here, or without optimisation, faults stay fatal.
 #ifndef _GNU_SOURCE
-#define _GNU_SOURCE // names of the registers in ucontext_t
+#define _GNU_SOURCE // register names in ucontext_t
 #endif
 #include "helpers/guarded_memory.h"
 
@@ -25,8 +25,8 @@ namespace {
 
 using byte = volatile unsigned char;
 
-// Where a processor wants numbers at their alignment and one is not, its bytes go one by one. To
-// leave that to memcpy would mean to call the C library there.
+// Where the processor requires alignment, unaligned numbers are accessed byte by byte. memcpy would
+// call the C library there.
 constexpr std::uintptr_t alignment_mask = any_alignment ? 0 : ~std::uintptr_t{0};
 
 template <class Number> [[gnu::always_inline]] inline bool in_one_piece(const void *address)
@@ -60,8 +60,8 @@ GUARDED void store_8(void *address, std::uint32_t value)
     store_piece(address, static_cast<std::uint8_t>(value));
 }
 
-// The unaligned ways are functions of their own, so that the compiler does not mix them with the
-// others.
+// The unaligned paths are separate functions so that the compiler does not merge them with the
+// aligned ones.
 GUARDED static std::uint16_t load_two_bytes(const void *address)
 {
     const auto *const bytes = static_cast<const byte *>(address);
@@ -155,13 +155,13 @@ GUARDED bool can_copy(void *target, const void *source, std::uint32_t size)
 
 // ------------------------------------------------------------------------------- the handler
 
-// Set by the linker.
+// Defined by the linker.
 extern "C" [[gnu::visibility("hidden")]] const char __start_qxsh_guarded[];
 extern "C" [[gnu::visibility("hidden")]] const char __stop_qxsh_guarded[];
 
-// interrupted_at() is the address of the interrupted instruction, return_zero() changes the
-// registers as the function's return would: where the return address lies on the stack, the
-// function has pushed nothing above it.
+// interrupted_at() is the address of the interrupted instruction; return_zero() changes the
+// registers as the function's return would. A return address on the stack is on top: the functions
+// push nothing.
 
 #if !defined(__OPTIMIZE__)
 
@@ -220,7 +220,7 @@ static void return_zero(ucontext_t &context)
 {
     auto &all = context.uc_mcontext;
     constexpr unsigned long thumb = 0x20;
-    constexpr unsigned long conditional = 0x0600fc00; // what is left of an IT block
+    constexpr unsigned long conditional = 0x0600fc00; // the state of an IT block
     all.arm_cpsr &= ~(thumb | conditional);
     if ((all.arm_lr & 1) != 0)
         all.arm_cpsr |= thumb;

@@ -1,8 +1,7 @@
-// Block memory for 64-bit builds: the standard library's pools over mappings below 4 GiB.
-// Each block has a header of eight bytes in front, since a pool wants the size back when a block is
-// freed. Small blocks are cut from greater ones of the pool: it would round up their sizes, and
-// takes longer. With QXSH_MEMORY_TOOLS the sanitizer and valgrind see the blocks as they see
-// malloc's.
+// Block memory for 64-bit builds: the standard library's pools over mappings below 4 GiB. Each
+// block has an eight-byte header, since a pool needs the size when a block is freed. Small blocks
+// are cut from chunks: the pool would round up their sizes and is slower. With QXSH_MEMORY_TOOLS
+// the sanitizer and valgrind treat the blocks like malloc's.
 #include "helpers/block_memory.h"
 
 #include "records/addresses.h"
@@ -34,8 +33,8 @@ static_assert(sizeof(void *) == 8);
 
 namespace {
 
-// Maps ranges below 4 GiB, lowest free address first. The kernel is only given hints, so nothing
-// that is already mapped (a library, the sanitizer's shadow, another module's blocks) is replaced.
+// Maps ranges below 4 GiB, at the lowest free address. The kernel is only given hints, so nothing
+// already mapped (a library, the sanitizer's shadow, another module's blocks) is replaced.
 class low_mappings : public std::pmr::memory_resource
 {
 public:
@@ -52,7 +51,7 @@ public:
     }
 
 private:
-    // Room below for a program that is not position independent, and for its heap.
+    // Leaves room for a program that is not position independent, and its heap.
     static constexpr std::uintptr_t first_address = 0x10000000;
     static constexpr std::uintptr_t end_address = std::uintptr_t{1} << 32;
     static constexpr std::uintptr_t step = 0x100000;
@@ -78,7 +77,7 @@ private:
     void do_deallocate(void *start, std::size_t, std::size_t) override
     {
         const auto range = ranges_.find(reinterpret_cast<std::uintptr_t>(start));
-        // What comes to lie here next must not inherit the marks of freed blocks.
+        // A later mapping here must not inherit the marks of freed blocks.
         ASAN_UNPOISON_MEMORY_REGION(start, range->second - range->first);
         munmap(start, range->second - range->first);
         ranges_.erase(range);
@@ -95,7 +94,7 @@ private:
         return (value + unit - 1) / unit * unit;
     }
 
-    // The end of a range of ours that [address, address + size) touches, or 0.
+    // The end of one of our ranges that overlaps [address, address + size), or 0.
     std::uintptr_t end_of_known_range(std::uintptr_t address, std::size_t size) const
     {
         auto next = ranges_.upper_bound(address);
@@ -119,26 +118,26 @@ private:
     }
 
     std::map<std::uintptr_t, std::uintptr_t> ranges_; // start -> end
-    std::uintptr_t last_start_ = 0; // the range in which an address was found last
+    std::uintptr_t last_start_ = 0; // the last range in which an address was found
     std::uintptr_t last_size_ = 0;
 };
 
 struct header
 {
     std::uint32_t size;  // of the block, or no_block
-    std::uint32_t check; // of a free block: where the next free one of its size is
+    std::uint32_t check; // of a free block: the address of the next free one of its size
 };
 
 constexpr std::uint32_t no_block = UINT32_MAX;
 
 constexpr std::size_t alignment = 8;
 #ifdef QXSH_MEMORY_TOOLS
-constexpr std::size_t red_zone = 16; // behind the block; the header guards its front
+constexpr std::size_t red_zone = 16; // after the block; the header guards its start
 #else
 constexpr std::size_t red_zone = 0;
 #endif
 
-// Neither is ever destroyed: scripts may hold blocks until the very end of the process.
+// Neither is ever destroyed: scripts may hold blocks until the process ends.
 low_mappings &mappings()
 {
     static auto *const instance = new low_mappings;
@@ -151,12 +150,12 @@ std::pmr::memory_resource &pool()
     return *instance;
 }
 
-// Blocks of up to this many bytes are cut from chunks, to their very size; when they are free they
-// wait in a list of that size. Greater ones are the pool's.
+// Blocks of up to this many bytes, with their header, are cut to size from chunks; freed ones go to
+// a list for their size. Larger ones come from the pool.
 constexpr std::size_t small_bytes = 1024;
 constexpr std::size_t chunk_bytes = 256 * 1024;
 header *free_lists[small_bytes / alignment + 1];
-char *chunk; // what is left of the newest one
+char *chunk; // the rest of the newest one
 std::size_t chunk_left;
 
 void add_to_list(header *head, std::size_t bytes)
@@ -195,7 +194,7 @@ bool start_chunk()
     void *const memory = take_from_pool(chunk_bytes);
     if (memory == nullptr)
         return false;
-    if (chunk_left >= sizeof(header)) // the rest of the old one is a free block as any other
+    if (chunk_left >= sizeof(header)) // the rest of the old one becomes a free block
         add_to_list(reinterpret_cast<header *>(chunk), chunk_left);
     chunk = static_cast<char *>(memory);
     chunk_left = chunk_bytes;
@@ -226,7 +225,7 @@ std::size_t bytes_for(std::uint32_t size)
     return (sizeof(header) + user + alignment - 1) / alignment * alignment;
 }
 
-// Marks a live block; depends on its place, so that a copied or moved header is not taken for one.
+// Marks a live block. Depends on its address, so a copied or moved header does not match.
 std::uint32_t check_word(const header *block, std::uint32_t size)
 {
     return address_of(block) ^ size ^ 0x71787368u;

@@ -12,12 +12,12 @@ void *allocate_block(std::uint32_t size)
 {
     if (size > INT32_MAX)
         return nullptr;
-    // What calloc takes from the kernel is zero already, and stays untouched until it is used.
+    // Memory that calloc gets from the kernel is zero already, and stays untouched until used.
     constexpr std::uint32_t fresh_from_kernel = 128 * 1024;
     if (size >= fresh_from_kernel)
         return std::calloc(size, 1);
-    // For small blocks this takes a third of calloc's time. If the compiler saw that both calls are
-    // about one block, it would make calloc of them.
+    // For small blocks this takes a third of calloc's time. The volatile pointer keeps the compiler
+    // from merging malloc and memset into calloc.
     void *volatile const block = std::malloc(size != 0 ? size : 1);
     void *const zeroed = block;
     if (zeroed != nullptr)

@@ -1,5 +1,5 @@
-// The one way out for everything the helpers print. Knows nothing of Tcl: the command layer points
-// it at Tcl's stdout channel, so that dumps and `puts` come out in the script's order.
+// The output sink: everything the helpers print goes through it. It does not depend on Tcl; the
+// command layer points it at Tcl's stdout channel, so that dumps and `puts` keep their order.
 #pragma once
 
 #include <cstddef>
@@ -7,13 +7,13 @@
 
 namespace qxsh {
 
-/// Takes `size` ready bytes. Errors of the sink are its own business, as with printf.
+/// Writes `size` bytes, which it does not keep. It handles its errors itself, as printf does.
 using output_function = void (*)(const char *bytes, std::size_t size);
 
-/// Replaces the sink; null puts back the default, C's stdout.
+/// Replaces the sink; null restores the default, C's stdout.
 void set_output(output_function function);
 
-/// Hands the bytes to the sink in one call.
+/// Passes the bytes to the sink in one call.
 void write_output(std::string_view bytes);
 
 } // namespace qxsh

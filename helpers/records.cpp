@@ -1,4 +1,4 @@
-// The untyped half of the record helpers; see records.h.
+// The record helpers that do not depend on a field's type; see records.h.
 #include "helpers/records.h"
 
 #include "helpers/block_memory.h"
@@ -16,7 +16,7 @@ void *create_record(std::uint32_t size)
 
 void *create_record_array(std::uint32_t count, std::uint32_t size)
 {
-    // Not checked for overflow on purpose: a wrapped product gives the wrapped block.
+    // Deliberately not checked for overflow: a wrapped product gives a block of the wrapped size.
     return allocate_block(count * size);
 }
 

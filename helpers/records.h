@@ -1,6 +1,6 @@
-// What every record helper shares: creation, slots of record arrays, and the field accessors with
-// their null and index rules. A null record reads as 0 or null and ignores writes.
-// `size` is always a record's size in bytes, `setter` the name that a bad index is reported under.
+// Functions that all record helpers share. A null record reads as 0 or null and ignores writes; bad
+// addresses set pending_fault (guarded_memory.h). `size` is always a record's size in bytes,
+// `offset` a field's offset, `setter` the name that a bad index is reported with.
 #pragma once
 
 #include "helpers/fields.h"
@@ -11,70 +11,71 @@
 
 namespace qxsh {
 
-/// The index that means every element.
+/// The index that selects every element.
 constexpr std::uint32_t every_element = UINT32_MAX;
 
-/// A zeroed record that the caller owns, or null without memory.
+/// A zeroed record that the caller owns (free_block); null if there is no memory.
 void *create_record(std::uint32_t size);
 
-/// `count` zeroed records end to end, or null without memory. The product is taken modulo 2^32.
+/// The same for `count` adjacent records; their size is multiplied modulo 2^32.
 void *create_record_array(std::uint32_t count, std::uint32_t size);
 
-/// Record `index` of an array; null for null. Arrays keep no length, so any index is computed.
+/// The address of record `index`, which is not checked, modulo 2^32; null for null.
 inline void *record_slot(void *array, std::uint32_t index, std::uint32_t size)
 {
     return array != nullptr ? address_at(array, index * size) : nullptr;
 }
 
-/// Copies `item` into slot `index`; nothing if either is null.
+/// Copies `item` to record `index` of an array; does nothing if either is null.
 void set_record_slot(void *array, const void *item, std::uint32_t index, std::uint32_t size);
 
-/// Copies a record of up to 4096 bytes; they may overlap. Neither is null. All of it or, where
-/// there is no memory, nothing.
+/// Copies a record of 1 to 4096 bytes, or nothing if any of the memory is missing. The two may
+/// overlap; neither is null.
 inline void copy_bytes(void *target, const void *source, std::uint32_t size)
 {
     if (can_copy(target, source, size))
         std::memmove(target, source, size);
 }
 
-/// Copies a whole nested record from `source` to `offset`; they may overlap. Neither is null.
+/// Copies a nested record to `offset` in the same way.
 inline void copy_record(void *record, std::uint32_t offset, const void *source, std::uint32_t size)
 {
     copy_bytes(address_at(record, offset), source, size);
 }
 
-/// The same where can_write() has said that the record is there.
+/// The same, after can_write() has returned true for the record.
 inline void put_record(void *record, std::uint32_t offset, const void *source, std::uint32_t size)
 {
     if (can_read(source, size))
         std::memmove(address_at(record, offset), source, size);
 }
 
-/// Copies a nested record in; nothing if either pointer is null.
+/// Copies a nested record to `offset`; does nothing if either pointer is null.
 inline void set_record(void *record, std::uint32_t offset, const void *source, std::uint32_t size)
 {
     if (record != nullptr && source != nullptr)
         copy_record(record, offset, source, size);
 }
 
-/// A nested record's address; null for null.
+/// The address of a nested record; null for null.
 inline void *record_at(void *record, std::uint32_t offset)
 {
     return record != nullptr ? address_at(record, offset) : nullptr;
 }
 
-/// Copies `source` into element `index` of `count`, or into every element.
+/// Copies `source` to element `index` of `count`, or to every element, and reports any other index;
+/// does nothing if either pointer is null.
 void set_record_element(void *record, std::uint32_t offset, std::uint32_t count, const void *source,
                         std::uint32_t size, std::uint32_t index, const char *setter);
 
-/// The address of nested element `index`; null for a null record or an index past the end.
+/// The address of element `index` of `count`; null for a null record or an index past the end.
 inline void *record_element(void *record, std::uint32_t offset, std::uint32_t count,
                             std::uint32_t size, std::uint32_t index)
 {
     return record != nullptr && index < count ? address_at(record, offset + index * size) : nullptr;
 }
 
-/// Prints "<setter> bad Index " and a line end.
+/// Prints "<setter> bad Index " and a newline.
 void report_bad_index(const char *setter);
 
 template <class Storage> void set_scalar(void *record, std::uint32_t offset, std::uint32_t value)
@@ -103,7 +104,7 @@ Storage get_bits(const void *record, std::uint32_t offset, unsigned bit, unsigne
     return static_cast<Storage>(load_bits<Storage>(record, offset, bit, width));
 }
 
-/// Element `index` of the `count` scalars at `offset`, or every element, becomes `value`.
+/// Sets element `index` of `count` scalars, or every element. Reports any other index.
 template <class Storage>
 void set_element(void *record, std::uint32_t offset, std::uint32_t count, std::uint32_t value,
                  std::uint32_t index, const char *setter)
@@ -120,6 +121,7 @@ void set_element(void *record, std::uint32_t offset, std::uint32_t count, std::u
     }
 }
 
+/// Element `index` of `count` scalars; 0 for an index past the end.
 template <class Storage>
 Storage get_element(const void *record, std::uint32_t offset, std::uint32_t count,
                     std::uint32_t index)

@@ -1,4 +1,4 @@
-// Addresses to texts and back; see address_text.h.
+// Addresses to text and back; see address_text.h.
 #include "records/address_text.h"
 
 #include <arpa/inet.h>
@@ -50,7 +50,7 @@ struct zero_run
     int length;
 };
 
-// The longest run of zeros, the first of equals, and not of one alone.
+// The longest run of at least two zeros; the first of equal ones.
 zero_run longest_zeros(const address_words &words)
 {
     zero_run best = {groups, 1};

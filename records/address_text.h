@@ -1,6 +1,6 @@
-// Addresses as people write them: IPv4 with dots, IPv6 as RFC 5952 has it, MACs with colons. In a
-// record an address is one or four numbers of 32 bits, the first bits of the address in the highest
-// of the first, or six bytes.
+// Network addresses as text: IPv4 with dots, IPv6 as in RFC 5952, MAC addresses with colons. A
+// record stores a MAC address as six bytes, an IP address as one or four 32-bit words, with its
+// first byte in the highest bits of the first word.
 #pragma once
 
 #include <cstdint>
@@ -9,24 +9,27 @@ namespace qxsh {
 
 using address_words = std::uint32_t[4];
 
-/// Characters of the longest text, without an end mark: eight groups of an IPv6 address.
+/// Characters of the longest text, without a terminator: eight groups of an IPv6 address.
 constexpr unsigned most_address_text = 39;
 
-// Each writes a text of up to that many characters, without an end mark, and gives its end.
+// Each writes at most that many characters, without a terminator, and returns the end. put_mac
+// reads six bytes. put_ipv6 writes IPv4-mapped addresses like ::ffff:10.0.0.1.
 char *put_mac(char *to, const unsigned char *bytes);
 char *put_ipv4(char *to, std::uint32_t word);
 char *put_ipv6(char *to, const address_words &words);
 
-/// Six bytes, each one or two digits, with ':' or '-' between them. False: the text is not such an
-/// address.
+/// Parses six bytes of one or two hexadecimal digits, separated by ':' or '-'. Returns false if the
+/// text is anything else; `bytes` may then be partly written.
 bool parse_mac(const char *text, unsigned char *bytes);
 
+/// Parses four decimal bytes. Returns false, with `word` unchanged, for any other text.
 bool parse_ipv4(const char *text, std::uint32_t &word);
 
-/// Gives the version, 4 or 6, with the words; 0 if the text is not an address.
+/// Parses either version, IPv4 into the first word with zeros after it. Returns 4 or 6, or 0 with
+/// `words` unchanged if the text is not an address.
 int parse_ip(const char *text, address_words &words);
 
-/// Families as the simulated device has them. The version of a family's number, 0 if it is unknown.
+/// The simulated device's family numbers to versions, 4, 6 or 0 if unknown, and back.
 constexpr int version_of(std::uint32_t family)
 {
     return family == 0 ? 4 : family == 1 ? 6 : 0;

@@ -1,13 +1,12 @@
-// Addresses as the board has them: 32 bits, arithmetic modulo 2^32, on every build.
-// A 64-bit build keeps all blocks below 4 GiB (helpers/block_memory.h), so the results are the same
-// there.
+// Memory addresses as on the board, in every build: 32 bits, with arithmetic modulo 2^32. A 64-bit
+// build keeps all blocks below 4 GiB (helpers/block_memory.h), so results are the same there.
 #pragma once
 
 #include <cstdint>
 
 namespace qxsh {
 
-/// Whether the pointer has an address of 32 bits. Always on a 32-bit build.
+/// Whether the pointer fits 32 bits. Always true in a 32-bit build.
 inline bool lies_low(const void *pointer)
 {
     return reinterpret_cast<std::uintptr_t>(pointer) <= UINT32_MAX;
@@ -25,8 +24,7 @@ inline void *pointer_to(std::uint32_t address)
     return reinterpret_cast<void *>(static_cast<std::uintptr_t>(address));
 }
 
-/// The pointer to the address `bytes` behind `base`, modulo 2^32. `bytes` may be a wrapped product.
-/// The base lies below 4 GiB.
+/// The pointer `bytes` after `base` (null or below 4 GiB), modulo 2^32.
 inline void *address_at(void *base, std::uint32_t bytes)
 {
     return pointer_to(address_of(base) + bytes);

@@ -1,4 +1,4 @@
-// Text in JSON, in one order: what logs of calls, snapshots and listings are written with.
+// A JSON writer for call logs, snapshots and listings.
 #pragma once
 
 #include "records/table.h"
@@ -9,30 +9,31 @@
 
 namespace qxsh {
 
-/// Builds one JSON value. Containers are written on one line or with one line an element; commas,
-/// indentation and quoting are done here. May throw std::bad_alloc.
+/// Builds one JSON value. Containers are written on one line, or with one line per element; commas,
+/// indentation and quoting are added here. May throw std::bad_alloc.
 class json_text
 {
 public:
     enum class layout : std::uint8_t { one_line, lines };
 
-    /// Keys, and what lies over one in a union, are written as their length unless `keys` is true.
+    /// Unless `keys` is true, secret keys and fields that overlap them are written as a length.
     explicit json_text(bool keys) : keys_(keys) {}
 
     json_text &object(layout style = layout::one_line) { return open('{', style); }
     json_text &array(layout style = layout::one_line) { return open('[', style); }
-    json_text &end(); ///< closes the innermost container
+    json_text &end(); ///< closes the innermost container; one must be open
 
-    /// The name of the member that follows.
+    /// The name of the next member; only in an object, followed by its value.
     json_text &name(const char *text);
 
     json_text &number(std::uint64_t value);
     json_text &flag(bool value);
     json_text &null();
     json_text &string(const char *text);
-    /// All fields of the record with this number, at any address, by name; of a union all members.
+    /// All fields of a record by name, of a union all members. `number` is the record's index in
+    /// record_rows; `bytes` may have any alignment and must be readable.
     json_text &record(const void *bytes, int number);
-    /// A value that is JSON already.
+    /// A value that is already JSON, written as it is.
     json_text &raw(const std::string &text);
 
     template <class Numbers> json_text &numbers(const Numbers &values)
@@ -59,9 +60,9 @@ private:
     };
 
     json_text &open(char bracket, layout style);
-    void begin_value(); ///< what stands between the value before and the next one
+    void begin_value(); ///< writes the separator before a value
     void new_line();
-    /// `secret` has a 1 for each byte that must not be shown; null: there is none.
+    /// `secret` has a 1 for each byte that must not be shown; null if there are none.
     void fields(const unsigned char *bytes, const unsigned char *secret, const record_row &row);
     void field(const unsigned char *bytes, const unsigned char *secret, const field_row &field);
 

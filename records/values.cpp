@@ -1,4 +1,4 @@
-// Which bytes of a record are whose; see values.h.
+// Which bytes of a record belong to its fields; see values.h.
 #include "records/values.h"
 
 #include "record_numbers.h"

@@ -1,5 +1,5 @@
-// The values of fields in memory, little-endian, at any alignment. Nothing here makes sure that the
-// memory is there: whoever cannot know asks helpers/guarded_memory.h for the whole record first.
+// Field values in memory, little-endian, at any alignment. Nothing here checks that the memory
+// exists: callers that cannot know check the whole record first (helpers/guarded_memory.h).
 #pragma once
 
 #include "records/table.h"
@@ -14,7 +14,7 @@ constexpr std::uint32_t bit_mask(unsigned bit, unsigned width)
     return (UINT32_MAX >> (32 - width)) << bit;
 }
 
-/// A number of 1, 2 or 4 bytes.
+/// Reads a number of `size` bytes: 1, 2 or 4.
 inline std::uint32_t read_number(const void *place, unsigned size)
 {
     std::uint32_t value = 0;
@@ -31,7 +31,7 @@ inline std::uint32_t read_number(const void *place, unsigned size)
     }
 }
 
-/// Writes as many low bytes of the value.
+/// Writes the low `size` bytes of the value: 1, 2 or 4.
 inline void write_number(void *place, unsigned size, std::uint32_t value)
 {
     switch (size) {
@@ -47,25 +47,25 @@ inline void write_number(void *place, unsigned size, std::uint32_t value)
     }
 }
 
-/// Where element `index` of a field lies.
+/// The address of element `index` of a field; the index is not checked.
 inline const unsigned char *place_of(const void *record, const field_row &field, unsigned index = 0)
 {
     return static_cast<const unsigned char *>(record) + field.offset + index * field.size;
 }
 
-/// The value of element `index` of a field that is no record.
+/// The value of element `index` of a field that is not a record.
 inline std::uint32_t read_field(const void *record, const field_row &field, unsigned index = 0)
 {
     const std::uint32_t value = read_number(place_of(record, field, index), field.size);
     return field.width == 0 ? value : value >> field.bit & bit_mask(0, field.width);
 }
 
-/// Sets a byte of `bytes` to 1 for each byte of a record that belongs to a field, or to one that
-/// holds `only`. The others stay.
+/// Sets the bytes in `bytes` (record.size of them) that belong to a field to 1; if `only` is not
+/// null, just those of fields that hold `*only`. The others keep their values.
 void mark_fields(unsigned char *bytes, const record_row &record, const holding *only = nullptr);
 
-/// Sets the bytes of a record that belong to no field to zero, so that records with equal fields
-/// are equal bytes.
+/// Zeroes the bytes of a record that belong to no field, so that records with equal fields are
+/// equal byte by byte.
 void clear_padding(void *bytes, const record_row &record);
 
 } // namespace qxsh

@@ -91,7 +91,7 @@ std::vector<leak> block_table::leaks() const
     all.reserve(by_place.size());
     for (const auto &each : by_place)
         all.push_back(each.second);
-    // Places tell apart what is equally great, so that reports are the same in every run.
+    // Equal sizes are ordered by place, so that reports are the same in every run.
     std::sort(all.begin(), all.end(), [](const leak &one, const leak &other) {
         return one.bytes != other.bytes ? one.bytes > other.bytes : *one.made < *other.made;
     });

@@ -1,5 +1,5 @@
-// The blocks that scripts have made: the live ones, and the freed ones as long as their memory is
-// kept from being used again. One table of a process; addresses are those of handles.
+// The blocks that scripts have made: the live ones, and freed ones whose memory is not reused yet.
+// There is one table per process; addresses are the 32-bit ones of handles.
 #pragma once
 
 #include "strict/place.h"
@@ -16,15 +16,15 @@ struct known_block
 {
     std::uint32_t address;
     std::uint32_t size;   ///< bytes
-    int type;             ///< what it is made of, by number in the type table
-    std::uint32_t serial; ///< from 1, in the order of making
+    int type;             ///< of its elements: index in swig_types
+    std::uint32_t serial; ///< from 1, in order of creation
     const script_place *made;
-    const script_place *freed; ///< null: it is live
+    const script_place *freed; ///< null while it is live
 
     bool live() const { return freed == nullptr; }
 };
 
-/// Blocks with one place of making that were never freed.
+/// The blocks that one place in the scripts made and that were never freed.
 struct leak
 {
     const script_place *made;
@@ -35,26 +35,27 @@ struct leak
 class block_table
 {
 public:
-    /// `give_back` frees the memory of a block. Freed blocks are kept while their sizes, and
-    /// `overhead` for each, are no more than `kept_bytes`; the oldest go first.
+    /// `give_back` frees the memory of a block. Freed blocks are kept while their sizes, plus
+    /// `overhead` each, sum to at most `kept_bytes`; the oldest are given back first.
     block_table(void (*give_back)(void *), std::uint64_t kept_bytes);
 
     static constexpr std::uint32_t overhead = 64;
 
-    /// Enters a new block. What the table held there before is forgotten: somebody else has given
-    /// it back.
+    /// Adds a live block; `type` is an index in swig_types. Entries that it overlaps are dropped:
+    /// their memory was freed without the table.
     void add(std::uint32_t address, std::uint32_t size, int type, const script_place &made);
 
-    /// The block in which the address lies, live or freed; one of size 0 has its start. Or null.
+    /// The block, live or freed, that contains the address, or null; one of size 0 contains its
+    /// start. This pointer and up_to()'s are valid until the next add or release.
     const known_block *at(std::uint32_t address) const;
 
-    /// The last block that begins at or before the address, or null.
+    /// The last block that starts at or before the address, or null.
     const known_block *up_to(std::uint32_t address) const;
 
-    /// Frees the live block that begins there.
+    /// Frees the live block that starts there, if any; may give back the oldest freed ones.
     void release(std::uint32_t address, const script_place &freed);
 
-    /// The live blocks by place of making, those with the most bytes first.
+    /// The live blocks by place, most bytes first. The table owns the places.
     std::vector<leak> leaks() const;
 
 private:
@@ -65,9 +66,9 @@ private:
     void (*const give_back_)(void *);
     const std::uint64_t kept_bytes_;
     std::map<std::uint32_t, known_block> blocks_; // by address
-    std::set<script_place> places_; // each once: there are far fewer places than blocks
-    std::deque<known_block> kept_;  // freed blocks, the oldest first
-    std::uint64_t kept_now_ = 0;    // bytes
+    std::set<script_place> places_;               // shared: far fewer than blocks
+    std::deque<known_block> kept_;                // freed blocks, oldest first
+    std::uint64_t kept_now_ = 0;                  // bytes
     std::uint32_t made_ = 0;
 };
 

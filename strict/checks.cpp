@@ -13,7 +13,7 @@ namespace qxsh {
 
 namespace {
 
-// How far behind its end a block is still named as the one that was missed.
+// How far past its end a block is still named in messages, in bytes.
 constexpr std::uint32_t near_bytes = 4096;
 
 std::string handle_text(std::uint32_t address, const char *type)
@@ -35,7 +35,7 @@ std::string described(const known_block &block)
 
 std::string at_byte(std::uint32_t offset, const known_block &block)
 {
-    // An offset before the block's start is a negative one.
+    // An offset before the block's start is shown as negative.
     return "byte " + std::to_string(static_cast<std::int32_t>(offset)) + " of " + described(block);
 }
 
@@ -53,13 +53,13 @@ std::string in_no_block(const block_table &blocks, const std::string &what, std:
 
 // ------------------------------------------------------------------------------ what lies where
 
-// Every byte may be looked at.
+// Every byte may be accessed through such a handle.
 bool is_byte_view(int type)
 {
     return type == type_unsigned_char;
 }
 
-// Whether at this offset of a record lies another one, or itself.
+// Whether `wanted` is at this offset of `outer`: nested in it, or `outer` itself.
 bool holds(const record_row &outer, std::uint32_t offset, const record_row &wanted)
 {
     if (offset == 0 && &outer == &wanted)
@@ -74,7 +74,7 @@ bool holds(const record_row &outer, std::uint32_t offset, const record_row &want
     });
 }
 
-// Whether at this offset of a block, which lies inside it, begins an element of the type.
+// Whether an element of the type starts at this offset, which is inside the block.
 bool holds(const known_block &block, std::uint32_t offset, int type)
 {
     if (is_byte_view(type))
@@ -95,7 +95,7 @@ std::string not_there(int type, std::uint32_t offset, const known_block &block)
     return "there is no " + std::string{swig_types[type]->str} + " at " + at_byte(offset, block);
 }
 
-// What can be said of a pointer before it is known what becomes of it. `block` is where it lies.
+// The problem of a pointer whatever its use. `block` becomes the block that contains it, or null.
 std::string problem_of_place(const block_table &blocks, checked_pointer what,
                              const known_block *&block)
 {
@@ -123,7 +123,7 @@ std::string problem_of_access(const block_table &blocks, checked_pointer what, s
         return problem;
     const std::uint32_t start = offset_in(*block, what.pointer);
     const std::uint32_t size = element_types[what.type].size;
-    // An array without elements has a start all the same; the bounds speak for it.
+    // An array without elements still has a start; the bounds are checked below.
     if (!holds(*block, start, what.type) && !(start == 0 && what.type == block->type))
         return not_there(what.type, start, *block);
     for (std::uint32_t index = first; index - first < count; ++index) {

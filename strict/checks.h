@@ -1,6 +1,5 @@
-// What is wrong with a pointer that a command was given: does it lead to what the command takes it
-// for. Each check gives an empty text if nothing is wrong, or what the error says behind
-// "argument <n>: ".
+// Checks whether a pointer that a command was given points to what the command expects. Each check
+// returns an empty text if all is well, or the part of the error message after "argument <n>: ".
 #pragma once
 
 #include "strict/block_table.h"
@@ -10,23 +9,22 @@
 
 namespace qxsh {
 
-/// A pointer of the handle type `type` (number in the type table), as a command received it.
+/// A pointer as a command received it; `type` is its handle type's index in swig_types.
 struct checked_pointer
 {
     const void *pointer; ///< not null
     int type;
 };
 
-/// Elements `first` up to `first + count` of the array at the pointer are accessed; the arithmetic
-/// is that of addresses, modulo 2^32. `count` is not 0.
+/// For access to the `count` elements from `first` on of the array at the pointer; `count` is not
+/// 0. Addresses are computed modulo 2^32.
 std::string problem_of_access(const block_table &blocks, checked_pointer what, std::uint32_t first,
                               std::uint32_t count);
 
-/// An address is computed from the pointer: it has to be an element, or the start of an array
-/// without one.
+/// For a computed address: the pointer must be an element, or the start of an array without one.
 std::string problem_of_base(const block_table &blocks, checked_pointer what);
 
-/// The block at the pointer is given back.
+/// For a free of the block at the pointer, which is not null.
 std::string problem_of_release(const block_table &blocks, const void *pointer);
 
 } // namespace qxsh

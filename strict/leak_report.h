@@ -1,4 +1,4 @@
-// What a session under strict memory says at its end about blocks that were never freed.
+// The report of blocks that were never freed, printed when a session under strict memory ends.
 #pragma once
 
 #include "strict/block_table.h"
@@ -8,8 +8,8 @@
 
 namespace qxsh {
 
-/// The lines, each ended; empty if nothing leaked. The first counts all, then comes one line a
-/// place, at most `most_places`, and one for the rest.
+/// The text of the report, with newlines; empty if there are no leaks. The first line has the
+/// total, then up to `most_places` lines have one place each, and one line sums up the rest.
 std::string leak_report(const std::vector<leak> &leaks);
 
 constexpr std::size_t most_places = 20;

@@ -5,10 +5,10 @@ namespace qxsh {
 
 namespace {
 
-// The description of the running command, or null. The command behind `info frame` is evaluated as
-// a list, so that it has a frame of its own: called as it is, it would fail where there is none
-// below, as for a command that C code calls outside of any script. Nothing is evaluated where a
-// script has put something of its own in its place.
+// The `info frame` dict of the running command, or null. The command behind `info frame` is
+// evaluated as a list to give it a frame: a direct call fails if there is none below, as for a
+// command that C code calls outside any script. Returns null without evaluating anything if a
+// script has replaced that command.
 Tcl_Obj *describe_frame(Tcl_Interp *interp)
 {
     static constexpr const char *name = "::tcl::info::frame";
@@ -54,7 +54,7 @@ script_place current_place(Tcl_Interp *interp, const char *command)
         place.file = text_of(description, "file");
         if (place.file.empty())
             place.procedure = text_of(description, "proc");
-        // What was typed or evaluated has lines of no text that one could look at.
+        // Typed or evaluated commands have line numbers in a text that no one can look up.
         if (place.file.empty() && place.procedure.empty())
             place.line = 0;
     }

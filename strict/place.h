@@ -1,4 +1,4 @@
-// Where in the scripts something happened: the command, and the line as far as Tcl knows it.
+// A place in the scripts: the command, and its line if Tcl knows it.
 #pragma once
 
 #include "runtime/tcl_api.h"
@@ -11,17 +11,18 @@ namespace qxsh {
 struct script_place
 {
     std::string command;
-    std::string file;      ///< with its whole path; empty if the command stands in no file
-    std::string procedure; ///< where there is no file: the procedure, if any
-    int line = 0;          ///< of the file or the procedure; 0: not known
+    std::string file;      ///< full path; empty if the command is not in a file
+    std::string procedure; ///< if there is no file: the procedure, or empty
+    int line = 0;          ///< in the file or procedure, from 1; 0: unknown
 
     auto operator<=>(const script_place &) const = default;
 };
 
-/// The place of the command that runs now. The interpreter's result is lost.
+/// The place of the running command, with `command` as its name. Resets the interpreter's result.
 script_place current_place(Tcl_Interp *interp, const char *command);
 
-/// E.g. "'qx_flow_create' at setup.tcl:12". A file below the current folder goes without that.
+/// The place as messages show it, e.g. "'qx_flow_create' at setup.tcl:12". A file below the current
+/// folder is shown relative to it.
 std::string shown(const script_place &place);
 
 } // namespace qxsh

@@ -1,4 +1,4 @@
-// Checks before and notes behind a command; see strict_command.h.
+// Checks before a command, bookkeeping after it; see strict_command.h.
 #include "strict/strict_command.h"
 
 #include "commands/command_table.h"
@@ -18,10 +18,10 @@ namespace qxsh {
 
 namespace {
 
-// Freed memory that is held back, bytes. A board has little to spare.
+// Bytes of freed memory that are not reused yet. A board has little to spare.
 constexpr std::uint64_t kept_bytes = 4 * 1024 * 1024;
 
-// Never destroyed: it is looked at when the process ends.
+// Never destroyed: the exit handler reads it.
 block_table &blocks()
 {
     static auto *const table = new block_table{free_block, kept_bytes};
@@ -33,7 +33,7 @@ int type_number(word_kind kind)
     return kind - word_handle;
 }
 
-// One command that is under way.
+// One running command.
 class checked_call
 {
 public:
@@ -66,16 +66,16 @@ private:
 
     const swig_command_info &command_;
     const command_row &row_;
-    const word_kind *const kinds_; // of word n: [n - 1]
+    const word_kind *const kinds_; // word n has [n - 1]
     Tcl_Interp *const interp_;
     const int objc_;
-    const std::string usage_; // as much of it as messages look at
+    const std::string usage_; // only the part that messages use
     Tcl_Obj *words_[1 + most_arguments];
     Tcl_Obj converted_[1 + most_arguments];
 };
 
-// A malformed handle stands for an address where any type will do, and any text that does not begin
-// with "_" is evaluated. Neither is let through here.
+// Where any type is accepted, a malformed handle still converts to an address; and any text that
+// does not begin with "_" is evaluated. This rejects both.
 bool checked_call::is_handle_or_command(Tcl_Obj *word, word_kind kind) const
 {
     if (word->typePtr == &handle_type)
@@ -87,7 +87,7 @@ bool checked_call::is_handle_or_command(Tcl_Obj *word, word_kind kind) const
     return std::string_view{text} == "NULL" || Tcl_FindCommand(interp_, text, nullptr, 0);
 }
 
-// Whether the word is ready as it stands, with the value it was converted to.
+// Whether the wrapper can take the word as it is and then gets the converted value.
 bool is_ready(const Tcl_Obj *word, const Tcl_Obj &converted)
 {
     const auto &is = word->internalRep;
@@ -108,7 +108,7 @@ bool checked_call::convert(int number)
     if (kind >= word_any_handle && !is_handle_or_command(word, kind))
         return refuse_word(interp_, number, usage_.c_str(), kind, type);
     Tcl_Obj &converted = converted_[number];
-    converted.bytes = nullptr; // for who looks at the words of a call: there is no text
+    converted.bytes = nullptr; // it has no text
     if (!convert_word(interp_, word, number, usage_.c_str(), kind, type, converted))
         return false;
     if (!is_ready(word, converted))
@@ -131,7 +131,7 @@ std::string checked_call::problem_of(int number) const
     std::uint32_t count = 1;
     if (row_.form == command_form::calls) {
         const int counter = arguments_of(call_rows[row_.what])[number - 1].count;
-        // An array of none has to be there as well.
+        // Even an array without elements must exist.
         if (counter >= 0)
             count = std::max(value(counter + 1), 1u);
     }
@@ -146,7 +146,7 @@ int checked_call::release(const void *pointer)
     return TCL_OK;
 }
 
-// The size of what is made, as the helpers compute it.
+// The size is computed as in the helpers.
 int checked_call::make()
 {
     const std::uint32_t count = row_.form == command_form::makes_array ? value(objc_ - 1) : 1;
@@ -163,8 +163,8 @@ int checked_call::make()
 
 int checked_call::run()
 {
-    // All words are converted before the first is checked: a word that names a command may do
-    // anything, even free what an earlier one stands for.
+    // All words are converted before the first is checked: a word that names a command may run any
+    // code, even free the block of an earlier word.
     for (int number = 1; number < objc_; ++number)
         if (!convert(number))
             return TCL_ERROR;
@@ -202,7 +202,7 @@ void report_at_exit(ClientData)
 int strict_command(ClientData row, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     const auto &command = *static_cast<const swig_command_info *>(row);
-    // It tells how many words it wants.
+    // The wrapper reports the wrong number of words.
     if (objc != 1 + words_of(row_of(command)))
         return command.wrapper(command.client_data, interp, objc, objv);
     try {

@@ -1,22 +1,22 @@
-// Statuses of SDK functions as errors; see judged_calls.h. Not by execution traces: under Tcl 8.5
-// an error of a trace has the result of the command it belongs to. In place of a command's
-// procedure stands one that calls it, for as long as it is wanted.
+// Statuses of SDK functions as errors; see judged_calls.h. Execution traces do not work: under Tcl
+// 8.5 an error in a trace gets the result of the traced command. Instead, the command's procedure
+// is replaced for the time being by one that calls it.
 #include "library/qx/judged_calls.h"
 
 namespace qxsh {
 
 namespace {
 
-// A command's own procedure. It stays here as long as the interpreter: the command may be running,
-// or have been renamed, when the judging ends.
+// The original procedure of a command. Kept as long as the interpreter: when judging ends, the
+// command may be running or have been renamed.
 struct judged_call
 {
-    const char *name; // whatever it is called in the meantime
+    const char *name; // the original one, even if it was renamed
     Tcl_ObjCmdProc *procedure;
     ClientData data;
 };
 
-// The commands that are judged, or were, by name.
+// The commands that are or were judged, by name.
 Tcl_HashTable *calls_of(ClientData client)
 {
     return static_cast<Tcl_HashTable *>(client);

@@ -1,14 +1,13 @@
-// Statuses of SDK functions as errors, for qx::check with a script.
+// Turns statuses of SDK functions into errors, for qx::check with a script.
 #pragma once
 
 #include <tcl.h>
 
 namespace qxsh {
 
-/// Makes two commands in the interpreter. `::qx::status::judge_calls NAMES` lets these commands
-/// tell `::qx::status::left WORDS CODE RESULT` when they have ended in anything but 0; an error
-/// there becomes theirs. `::qx::status::leave_calls` ends that. Names that are no commands are
-/// passed over.
+/// Creates two commands. `::qx::status::judge_calls NAMES` makes each of these commands, unless it
+/// returns 0, call `::qx::status::left WORDS CODE RESULT` at its end; an error there becomes the
+/// command's error. Names that are not commands are ignored. `::qx::status::leave_calls` undoes it.
 void create_judging_commands(Tcl_Interp *interp);
 
 } // namespace qxsh

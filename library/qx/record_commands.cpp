@@ -41,7 +41,7 @@ bool refuse_usage(Tcl_Interp *interp, Tcl_Obj *text)
     return false;
 }
 
-// The options behind a command's own words, of which `words` speaks in the message.
+// Reads the options after a command's own words, which `words` names in the usage message.
 bool read_options(Tcl_Interp *interp, const char *command, const char *words, int count,
                   Tcl_Obj *const given[], plan_options &options)
 {
@@ -124,7 +124,7 @@ int template_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *c
     return TCL_OK;
 }
 
-// The dict is written into a copy, which replaces the record once all is well.
+// The dict is written to a copy, which replaces the record if all is well.
 int set_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     package_data &data = data_of(client);
@@ -144,7 +144,7 @@ int set_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const 
     return TCL_OK;
 }
 
-// The key of a command's one word, a flow.
+// The key of the flow that is a command's only word.
 bool take_flow_key(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[],
                    qxsim::flow_key &key)
 {

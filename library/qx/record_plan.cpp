@@ -1,4 +1,4 @@
-// Making plans; see record_plan.h. A view of a union is named by the end of its place.
+// Building plans; see record_plan.h. A word names a view of a union by the end of its path.
 #include "library/qx/record_plan.h"
 
 #include <algorithm>
@@ -8,16 +8,16 @@ namespace qxsh {
 
 namespace {
 
-using words_used = bool; // one for each word of the views
+using words_used = bool; // one per word in the views
 
-// The fields on the way to a record, from the outermost.
+// The fields that lead to a record, innermost first.
 struct field_path
 {
     const field_path *outer;
     const field_row *field;
 };
 
-// Whether the place of a path ends in the names that a word joins by dots.
+// Whether the path ends in the word's names, which dots separate.
 bool ends_in(const field_path *path, std::string_view word)
 {
     for (; path != nullptr; path = path->outer) {
@@ -62,7 +62,7 @@ const field_row *family_of_record(const record_row &record)
 
 } // namespace
 
-// Makes one plan and those nested in it.
+// Builds one plan and the plans nested in it.
 class plan_maker
 {
 public:
@@ -98,7 +98,7 @@ bool plan_maker::is_named(const field_path &view) const
     return false;
 }
 
-// The views of a union to show: those that the words with most names name, or the largest.
+// Chooses the views to show: those named by the words with the most names, or the largest one.
 unsigned plan_maker::choose(const record_row &record, const field_path *path,
                             const field_row **chosen)
 {
@@ -124,7 +124,7 @@ unsigned plan_maker::choose(const record_row &record, const field_path *path,
     return count;
 }
 
-// A union that stands for an address is that address as long as no other view is asked for.
+// A union that represents an address is shown as the address unless a view of it is named.
 void plan_maker::fill(plan_step &step, const field_row &field, const record_row &record,
                       const field_path *path)
 {

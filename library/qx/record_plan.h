@@ -1,5 +1,5 @@
-// How a record is shown: a plan says for each of its fields what becomes of it, for one choice of
-// views and with or without addresses as texts. Plans are made when they are first wanted and kept.
+// Plans for reading records: a plan says how each field is shown, for one choice of views and with
+// or without addresses as text. Plans are made on first use and kept.
 #pragma once
 
 #include "library/qx/record_session.h"
@@ -14,8 +14,8 @@ struct plan_step
 {
     Tcl_Obj *name;
     const field_row *field;
-    const record_plan *nested; ///< of a record, or of each in an array
-    const field_row *family;   ///< beside an address: which it is; null if nothing says so
+    const record_plan *nested; ///< of a record or an array of records; else null
+    const field_row *family;   ///< the field with an address's family, or null
     shown_as what;
 };
 
@@ -23,13 +23,13 @@ struct record_plan
 {
     unsigned count;
     plan_step *steps;
-    record_plan *next; ///< all plans are chained, to be freed
+    record_plan *next; ///< in the list of all plans, which frees them
 };
 
-/// The views to show, as a list of words, and whether addresses stay numbers.
+/// The views to show, a Tcl list of names, and whether addresses stay numbers.
 struct plan_options
 {
-    Tcl_Obj *views; ///< null: of each union the first of the largest
+    Tcl_Obj *views; ///< null: the first largest one of each union
     bool raw;
 };
 
@@ -41,7 +41,8 @@ public:
     plan_cache(const plan_cache &) = delete;
     plan_cache &operator=(const plan_cache &) = delete;
 
-    /// The plan of a record. Null, with an error in the interpreter: a word names no view of it.
+    /// The plan of a record, owned by the cache. Returns null, with an error in the interpreter, if
+    /// the views are not a list or one of them is not in the record.
     const record_plan *plan(const record_row &record, plan_options options);
 
 private:
@@ -49,14 +50,14 @@ private:
     const record_plan *plan_of_views(const record_row &record, plan_options options);
 
     record_session &session_;
-    const record_plan **const plain_; // of each record: with texts, raw
+    const record_plan **const plain_; // two per record: with text, raw
     Tcl_HashTable of_views_;
     record_plan *all_ = nullptr;
 
     friend class plan_maker;
 };
 
-/// A new object with the record as a dict, in a list's form.
+/// A new dict (reference count 0, in list form) of the record at `memory`, which must be readable.
 Tcl_Obj *read_record(const record_plan &plan, const unsigned char *memory);
 
 } // namespace qxsh

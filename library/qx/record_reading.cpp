@@ -1,5 +1,5 @@
-// A record as a dict, by its plan; see record_plan.h. Dicts are made in a list's form: that takes
-// less time than a table of them, and Tcl makes the table when somebody looks into it.
+// A record as a dict, by its plan; see record_plan.h. Dicts are built in list form: that is faster
+// than a hash table, which Tcl builds on the first lookup.
 #include "library/qx/record_plan.h"
 #include "records/address_text.h"
 #include "records/values.h"
@@ -26,15 +26,15 @@ Tcl_Obj *numbers(const unsigned char *memory, unsigned size, unsigned count)
     return Tcl_NewListObj(static_cast<int>(count), elements);
 }
 
-// An address as text, by whoever writes such texts.
+// An address as text, written by `put`.
 template <class Put, class Address> Tcl_Obj *text(Put put, const Address &address)
 {
     char text[most_address_text];
     return Tcl_NewStringObj(text, static_cast<int>(put(text, address) - text));
 }
 
-// An address without a family is IPv4 if only its first word is used; one that does not fit its
-// family stays numbers.
+// An address without a family is IPv4 if only its first word is used; one that does not match its
+// family is shown as numbers.
 Tcl_Obj *ip(const unsigned char *memory, const field_row *family, const unsigned char *record)
 {
     address_words words;

@@ -10,7 +10,7 @@ namespace qxsh {
 
 namespace {
 
-// "_", the address's four bytes in memory order as digits, "_p_" and the record.
+// "_", the address's four bytes in memory order as hex digits, "_p_" and the record's name.
 constexpr int digits_at = 1;
 constexpr int mark_at = digits_at + address_digits;
 constexpr int record_at = mark_at + 3;
@@ -59,7 +59,7 @@ const record_row *record_session::record(const char *name) const
     return entry == nullptr ? nullptr : static_cast<const record_row *>(Tcl_GetHashValue(entry));
 }
 
-// Takes a word for what it looks like; other words, and NULL, are not recognised.
+// Recognises a handle by its text alone; "NULL" and other words are not recognised.
 bool record_session::recognise(Tcl_Obj *handle, found_record &found)
 {
     int length;
@@ -78,8 +78,8 @@ bool record_session::recognise(Tcl_Obj *handle, found_record &found)
     return true;
 }
 
-// The scripts find out whether some other word is a handle, with the module's commands, and have
-// the messages for those that are not.
+// Other words go to the scripts, which ask the module's commands whether they are handles and set
+// the error if not.
 bool record_session::ask_module(Tcl_Obj *handle, found_record &found)
 {
     Tcl_Obj *words[] = {Tcl_NewStringObj("::qx::handle::of_record", -1), handle};
@@ -133,7 +133,7 @@ record_session::taken record_session::take_number(Tcl_Obj *object, std::uint32_t
     Tcl_WideInt wide;
     if (Tcl_GetWideIntFromObj(nullptr, object, &wide) != TCL_OK)
         return taken::no_number;
-    // Tcl takes some numbers of more than 64 bits for others; they have another type then.
+    // Tcl misreads some numbers of more than 64 bits; the object then has another type.
     const auto *const type = object->typePtr;
     if (wide < 0 || wide > greatest || (type != number_types_[0] && type != number_types_[1]))
         return taken::outside;

@@ -1,5 +1,5 @@
-// What the library of the package qx keeps for an interpreter: names of fields as objects, records
-// by name, and the way from a handle to a record's memory.
+// The data that package qx's library keeps per interpreter: field names as objects, records by
+// name, and the lookup from a handle to its record's memory.
 #pragma once
 
 #include "commands/memory_access.h"
@@ -10,7 +10,7 @@
 
 namespace qxsh {
 
-/// A record in memory that can be read.
+/// A record in readable memory.
 struct found_record
 {
     const record_row *row;
@@ -25,23 +25,24 @@ public:
     record_session(const record_session &) = delete;
     record_session &operator=(const record_session &) = delete;
 
-    /// The record behind a handle. False: the interpreter has the error.
+    /// Finds the record behind a handle and checks that all of it can be read. On failure returns
+    /// false with an error in the interpreter; `found` is then unspecified.
     bool find(Tcl_Obj *handle, found_record &found);
 
-    /// False, with an error, unless it can be written.
+    /// Whether the record can be written; if not, leaves an error that names the handle.
     bool check_writable(Tcl_Obj *handle, const found_record &found);
 
-    /// The record of a name; null if there is none.
+    /// The record type with this name, or null.
     const record_row *record(const char *name) const;
 
-    /// A field's name; the same object each time.
+    /// A field's name: the same object each time, owned by the session.
     Tcl_Obj *name(const field_row &field) const { return names_[&field - field_rows]; }
 
-    /// Whether the object is a dict by now, which asking for a list would end.
+    /// Whether the object already is a dict; reading it as a list would discard that form.
     bool is_dict(const Tcl_Obj *object) const { return object->typePtr == dict_type_; }
 
-    /// Takes a number from 0 to `greatest`. A text that is none, and a number outside, are told
-    /// apart.
+    /// Reads a number from 0 to `greatest` into `value`, which is unchanged otherwise. Tells
+    /// numbers out of range from text that is not a number.
     enum class taken { number, outside, no_number };
     taken take_number(Tcl_Obj *object, std::uint32_t greatest, std::uint32_t &value) const;
 
@@ -57,7 +58,7 @@ private:
     Tcl_Obj **const names_;
     const Tcl_ObjType *dict_type_;
     const Tcl_ObjType *number_types_[2];
-    const record_row *last_ = record_rows; // that of the handle before
+    const record_row *last_ = record_rows; // of the previous handle
     Tcl_HashTable records_;                // by name
 };
 

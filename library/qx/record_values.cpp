@@ -1,5 +1,4 @@
-// The values of single fields, for the walk in record_writer.cpp: numbers, addresses in all their
-// forms, arrays.
+// Values of single fields, for record_writer.cpp: numbers, addresses in all forms, arrays.
 #include "library/qx/record_writer.h"
 
 #include <cstdio>
@@ -10,7 +9,7 @@ namespace qxsh {
 
 namespace {
 
-// The number behind a prefix's slash; -1 if it is none or has a needless zero.
+// The prefix length after the slash; -1 if it is not a number or has a leading zero.
 int length_of(const char *text)
 {
     if (*text < '0' || *text > '9' || (*text == '0' && text[1] != '\0') || std::strlen(text) > 3)
@@ -32,8 +31,8 @@ bool record_writer::field(const field_row &field, unsigned at, Tcl_Obj *value, c
     return field.count != 0 ? array(field, at, value, here) : number(field, at, value, here);
 }
 
-// A record inside another: a dict of its fields, or the address that it stands for. A dict of a
-// union names views, which no number is.
+// A nested record: a dict of its fields, or the address that it represents. A dict of a union
+// starts with a view's name, which is never a number.
 bool record_writer::nested(const record_row &row, unsigned at, Tcl_Obj *value, const place &here)
 {
     int count;
@@ -123,7 +122,7 @@ bool record_writer::numbers(unsigned size, unsigned at, int count, Tcl_Obj *cons
     return true;
 }
 
-// Four words of an address, or its text.
+// An address as four words or as text.
 bool record_writer::address(unsigned at, Tcl_Obj *value, holding holds, const place &here)
 {
     int count;
@@ -142,8 +141,7 @@ bool record_writer::address(unsigned at, Tcl_Obj *value, holding holds, const pl
     return true;
 }
 
-// A whole address record from a text like 10.0.0.0/8: family, address, and the length, all bits if
-// it is not there.
+// A complete address record from text like 10.0.0.0/8; the length defaults to all bits.
 bool record_writer::prefix(const record_row &row, unsigned at, Tcl_Obj *value, const place &here)
 {
     const char *const text = Tcl_GetString(value);
@@ -202,7 +200,7 @@ bool record_writer::take(Tcl_Obj *value, std::uint32_t greatest, std::uint32_t &
     const place &there = index >= 0 ? element : here;
     if (taken == record_session::taken::no_number)
         return refuse(&there, Tcl_ObjPrintf("\"%s\" is not a number", Tcl_GetString(value)));
-    // Tcl_ObjPrintf shows unsigned numbers as wide as its own are.
+    // Tcl_ObjPrintf prints unsigned numbers in the width of Tcl's own.
     char limit[12];
     std::snprintf(limit, sizeof limit, "%lu", static_cast<unsigned long>(greatest));
     return refuse(&there, Tcl_ObjPrintf("%s is outside 0 to %s", Tcl_GetString(value), limit));

@@ -1,12 +1,12 @@
-// The walk over a dict; see record_writer.h. Values of single fields are in record_values.cpp.
+// Walks the dict; see record_writer.h. Values of single fields are in record_values.cpp.
 #include "library/qx/record_writer.h"
 
 #include <cstring>
 
 namespace qxsh {
 
-// A dict of Tcl's keeps its table: asking it for a list would throw that away. What is a list, or
-// only a text, is read as one, unless a key comes twice, of which the last counts.
+// A dict object is read as one: reading it as a list would discard its hash table. Others are read
+// as lists, unless a key is repeated: then the last value counts, as in a dict.
 class record_writer::entries
 {
 public:
@@ -21,7 +21,7 @@ public:
             Tcl_DecrRefCount(copy_);
     }
 
-    // False: the object is no dict.
+    // Returns false if the object is not a dict.
     bool open(const record_session &session, const record_row &row, Tcl_Obj *values)
     {
         int count;
@@ -72,8 +72,7 @@ private:
         return copy;
     }
 
-    // Keys in the order of the fields, each the shared object, cannot repeat themselves; the rest
-    // is compared.
+    // Keys that are the shared name objects in field order cannot repeat; any others are compared.
     bool has_repetition(const record_session &session, const record_row &row) const
     {
         const field_row *field = fields_of(row).data();
@@ -105,8 +104,8 @@ private:
     Tcl_Obj *copy_ = nullptr;
 };
 
-// The field of a key; null if there is none. Most dicts have the fields in the record's order, so
-// the search begins where it ended.
+// The field of a key, or null. Most dicts follow the record's order, so the search starts where the
+// last one ended.
 static const field_row *field_of(const record_session &session, const record_row &row, Tcl_Obj *key,
                                  unsigned &hint)
 {
@@ -186,12 +185,12 @@ bool record_writer::fields(const record_row &row, unsigned at, entries &all, con
             address_text = value;
         }
     }
-    version_ = 0; // what stands deeper in the dict is no text beside a family further out
+    version_ = 0; // an outer family does not apply to addresses in here
     return family == nullptr || version == 0 ||
            check_family(row, family, version, address_place, address_text);
 }
 
-// An address that is named together with its family has to be of it.
+// An address that is written together with its family must match it.
 bool record_writer::check_family(const record_row &row, Tcl_Obj *family, int version,
                                  const place &address, Tcl_Obj *text)
 {

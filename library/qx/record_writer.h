@@ -1,5 +1,5 @@
-// Writes the fields that a dict names into a record's bytes. Everything in the dict is checked; a
-// mistake leaves an error that names its place, and bytes that are not to be used.
+// Writes the fields named in a dict into a record's bytes. Everything in the dict is checked; a
+// mistake leaves an error that names its place, and the bytes are then not usable.
 #pragma once
 
 #include "library/qx/record_session.h"
@@ -11,23 +11,24 @@ namespace qxsh {
 class record_writer
 {
 public:
-    /// `bytes` are the record's, most_record_bytes at most.
+    /// `bytes` is a copy of the record, which the caller owns: at most most_record_bytes.
     record_writer(record_session &session, unsigned char *bytes) : session_(session), bytes_(bytes)
     {}
 
-    /// False: the interpreter has the error, its code {QX VALUE <place>}.
+    /// Writes a dict to a record of type `row`. On failure returns false with an error in the
+    /// interpreter, error code {QX VALUE <place>}; the bytes may then be partly written.
     bool write(const record_row &row, Tcl_Obj *values);
 
 private:
-    // Where in the dict: a field, or an element of one.
+    // A place in the dict: a field, or an element of one.
     struct place
     {
-        const place *outer; // null: the field is the record's own
-        const char *name;   // null: it is element number `index`
+        const place *outer; // null: a field of the outermost record
+        const char *name;   // null: element `index`
         int index;
     };
 
-    // Keys and values of a dict: a dict in a list's form is read as it is.
+    // The keys and values of a dict, or of a list that represents one.
     class entries;
 
     bool record(const record_row &row, unsigned at, Tcl_Obj *values, const place *here);
@@ -54,18 +55,18 @@ private:
     void store(unsigned at, unsigned size, std::uint32_t value, std::uint32_t mask = UINT32_MAX);
     void compare(unsigned at, unsigned size, std::uint32_t value, std::uint32_t mask);
 
-    /// Leaves the error; takes the text, an object of its own.
+    /// Sets the error and returns false; frees the text, a new object.
     bool refuse(const place *here, Tcl_Obj *text);
     static void append_place(Tcl_Obj *text, const place *here);
 
     record_session &session_;
     unsigned char *const bytes_;
-    int version_ = 0; // of the address that was written last; 0: it was none in words
+    int version_ = 0; // of the last address, if it was written as text; else 0
 
-    // Views of a union that are written together have to agree.
-    unsigned char *written_ = nullptr; // inside such a union: which bits are
+    // Views of one union that are written together must agree.
+    unsigned char *written_ = nullptr; // inside such a union: a mask of the bits written
     bool contradiction_ = false;
-    Tcl_Obj *unions_ = nullptr; // their places
+    Tcl_Obj *unions_ = nullptr; // text: the places of those unions
 };
 
 } // namespace qxsh
