@@ -1,6 +1,6 @@
 # tclsh bench.tcl OUTPUT ROUNDS TARGETS PEERS LEFT-OUT: measures everything and writes the result
-# file. TARGETS and PEERS are lists with commas, LEFT-OUT is a Tcl list of what cannot be measured
-# here, each a pair of what and why. Called by ./bench/run, which builds what is measured.
+# file. TARGETS and PEERS are comma-separated lists, LEFT-OUT is a Tcl list of what cannot be
+# measured here, as pairs of name and reason. Called by ./bench/run, which builds what is measured.
 
 set here [file dirname [file normalize [info script]]]
 foreach file {rows bounds counter scale sizes times machine} {
@@ -16,8 +16,7 @@ namespace eval bench {
 
 proc bench::keep {name value} { variable results; lappend results $name $value }
 
-# A judged value as JSON; a line tells that it was measured. `floor` and `ours` are - where there is
-# no such thing.
+# A judged value as JSON; also prints a line of progress. `floor` and `ours` are - if there is none.
 proc bench::judge {target row floor ours value {peers {}}} {
     variable over
     set verdict [bounds::verdict $row $target $value]
@@ -46,7 +45,7 @@ proc bench::number {value} {
     return [format %.9g $value]
 }
 
-# An array, a value a line.
+# A JSON array with one value per line.
 proc bench::lines_of {values} { return "\[\n[join $values ,\n]\n\]" }
 
 # A dictionary of numbers as a JSON object.
@@ -56,7 +55,7 @@ proc bench::numbers {dictionary} {
     return [json::write object {*}$pairs]
 }
 
-# The loops, in instructions, with the peers' that are Tcl extensions.
+# The loops, in instructions, including those of peers that are Tcl extensions.
 proc bench::loops {target peers} {
     set values {}
     foreach row $rows::names {
@@ -96,10 +95,10 @@ proc bench::others {target} {
     return $values
 }
 
-# Live records, scripts and dumps in large numbers: judged values first, then the rest as JSON.
+# Large numbers of live records, script lines and dumps: judged values first, then the rest as JSON.
 proc bench::large {target rounds} {
     set live [scale::live_records $target 1000000 $rounds]
-    # An emulator's time says nothing: there the instructions tell.
+    # Times under an emulator are meaningless: use instructions there.
     set rate [dict get $live [expr {$target eq "pc" ? "rate" : "instruction_rate"}]]
     set judged [list [judge $target record_beyond - - [dict get $live beyond]] \
         [judge $target create_rate - - $rate]]
@@ -145,7 +144,7 @@ proc bench::times {rounds peers} {
     return $values
 }
 
-# Google Benchmark's medians, in nanoseconds of processor time.
+# Google Benchmark's medians, in nanoseconds of CPU time.
 proc bench::pieces {rounds} {
     set program [file join [counter::tools pc] benchmarks]
     if {![file executable $program]} { return {} }

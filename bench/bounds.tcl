@@ -1,4 +1,4 @@
-# Reads bounds.tsv and judges measured values by it.
+# Reads bounds.tsv and judges measured values against it.
 
 namespace eval bounds {
     variable file [file join [file dirname [file normalize [info script]]] bounds.tsv]
@@ -6,7 +6,7 @@ namespace eval bounds {
     variable all {}
 }
 
-# A bound that is worse than its goal has to come with its reason.
+# A bound that is worse than its goal must have a reason.
 proc bounds::load {} {
     variable file; variable names; variable all
     set channel [open $file]
@@ -38,11 +38,11 @@ proc bounds::load {} {
 
 proc bounds::get {row key} { variable all; dict get $all $row $key }
 
-# The goal or the bound of a row for a target: a number, or - for none.
+# The goal or the bound of a row for a target: a number, or - if there is none.
 proc bounds::goal {row target}  { get $row goal.$target }
 proc bounds::bound {row target} { get $row bound.$target }
 
-# True if `value` keeps `limit`.
+# True if `value` is within `limit`.
 proc bounds::keeps {row value limit} {
     if {$limit eq "-"} { return 1 }
     if {[get $row unit] eq "at least"} { return [expr {$value >= $limit}] }
@@ -57,7 +57,7 @@ proc bounds::verdict {row target value} {
     return "met"
 }
 
-# A value of the row's unit as text.
+# A value as text, in the row's unit.
 proc bounds::show {row value} {
     if {$value eq "-"} { return - }
     switch -- [get $row unit] {

@@ -1,6 +1,6 @@
 # SHELL count.tcl ROW OUTPUT VARIANT,... LIBRARY...: runs one row's loops, each variant with two
-# numbers of passes, under a tool that counts instructions. Into OUTPUT goes what each counted
-# region was, in their order: variant and passes.
+# numbers of passes, under a tool that counts instructions. Writes a line for each counted region,
+# in order, to OUTPUT: variant and passes.
 
 source [file join [file dirname [file normalize [info script]]] loops.tcl]
 
@@ -11,7 +11,7 @@ proc count_row {name output variants} {
     bench_start
     foreach variant $variants {
         loops::define ::loop $name $variant {bench_begin} {bench_end region}
-        # The first passes compile the loop, bind names and fill what stays.
+        # The first passes compile the loop, bind names and fill caches.
         foreach n [concat [lindex $passes 0] $passes] kind {warm short long} {
             loop $n
             puts $channel "$kind $variant $n"

@@ -1,6 +1,6 @@
 # Counts instructions: runs the shell under callgrind (target `pc`) or under the emulator with
-# instruction_counter.c (target `armhf`) and returns instructions a pass. Loops are counted with two
-# numbers of passes, so that all that happens once falls out. Relies on what build.bash has built.
+# instruction_counter.c (target `armhf`) and returns instructions per pass. Loops are counted with
+# two numbers of passes, so that one-time costs cancel out. Relies on what build.bash has built.
 
 namespace eval counter {
     variable project [file dirname [file dirname [file normalize [info script]]]]
@@ -32,11 +32,11 @@ proc counter::tclsh {target} {
     file join [sysroot] usr bin tclsh8.6
 }
 
-# The words that start a program of the target, with the idle SDK library, in an environment that is
-# always the same: start-up costs depend on it.
+# The words that start a program of the target, with the idle SDK library, in a fixed environment:
+# start-up costs depend on it.
 proc counter::launcher {target {sdk idle}} {
     set words [list env -i PATH=/usr/local/bin:/usr/bin:/bin HOME=/nonexistent LANG=C]
-    # The C library has copying and comparing for several kinds of processors: the same everywhere.
+    # The C library selects copy and compare functions by processor: use the same ones everywhere.
     if {$target eq "pc"} {
         lappend words GLIBC_TUNABLES=glibc.cpu.hwcaps=-AVX2,-AVX_Fast_Unaligned_Load,-ERMS,-FSRM
     }
@@ -45,7 +45,7 @@ proc counter::launcher {target {sdk idle}} {
     return $words
 }
 
-# The same, counting into FILE; `at_start` is whether the program's own start counts.
+# The same, with counts written to FILE; `at_start` says whether to count from the program's start.
 proc counter::counting_launcher {target file at_start {sdk idle} {options {}}} {
     set words [launcher $target $sdk]
     if {$target eq "pc"} {
@@ -74,7 +74,7 @@ proc counter::regions {target file} {
     return $counts
 }
 
-# Instructions of a whole run of a program, which finds its SDK library itself.
+# Instructions of a complete run of a program, which finds its SDK library by itself.
 proc counter::total {target args} {
     variable scratch
     file mkdir $scratch
@@ -87,9 +87,8 @@ proc counter::total {target args} {
     return $count
 }
 
-# Runs a script of this folder in the shell, or in tclsh, and returns a dictionary: for each variant
-# the instructions of a pass. The script writes what it counted into the file that is its second
-# word.
+# Runs a script of this folder in the shell or in tclsh, and returns a dictionary variant ->
+# instructions per pass. The script describes its regions in the file named by its second word.
 proc counter::per_pass {target program script row variants libraries} {
     variable here; variable scratch
     file mkdir $scratch
@@ -128,12 +127,12 @@ proc counter::peer_library {target peer} {
     lindex [glob -nocomplain -directory [file join [tools $target] critcl] cprocs/*/*.so] 0
 }
 
-# A row of rows.tcl: dictionary variant -> net instructions of a pass, without the empty loop's.
+# A row of rows.tcl: dictionary variant -> instructions per pass, less the empty loop's.
 proc counter::row {target row} {
     net [per_pass $target [shell $target] count.tcl $row {empty floor ours} [libraries $target {}]]
 }
 
-# The same for peers. They run in a stock tclsh, whose C library buffers their output as usual.
+# The same for peers. They run in a stock tclsh, where the C library buffers their output as usual.
 proc counter::peers {target row peers} {
     net [per_pass $target [tclsh $target] count.tcl $row [concat empty floor $peers] \
         [libraries $target $peers]]
@@ -148,15 +147,15 @@ proc counter::net {counted} {
     return $net
 }
 
-# The package's start-up in a fresh interpreter, and the bare loop that creates as many commands of
-# the same names, in instructions.
+# Instructions of the package's start-up in a fresh interpreter, and of a bare loop that creates
+# commands with the same names.
 proc counter::registration {target} {
     per_pass $target [shell $target] registration.tcl registration {floor ours} \
         [list [file join [tools $target] floor.so] [package_library $target]]
 }
 
-# A run of an empty script: tclsh's instructions, the shell's. Tcl looks at each letter of the paths
-# it starts from, so both lie where the path has the same length wherever the project is.
+# Instructions of a run of an empty script: tclsh's and the shell's. Tcl's start-up scans the paths
+# involved, so both programs are placed where the path has the same length for every project folder.
 proc counter::start_up {target} {
     set folder [exec mktemp -d /tmp/qxsh-start.XXXXXX]
     file mkdir [file join $folder bin] [file join $folder lib]

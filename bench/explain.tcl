@@ -1,7 +1,6 @@
-# tclsh explain.tcl TARGET ROW...: where the instructions of a row go, function by function, in
-# instructions a pass: of the floor, of ours, and the difference. For whoever tunes. On armhf only
-# our own functions have names, everything in libraries is one line. Run ./bench/gate first, which
-# builds; relies on callgrind_annotate.
+# tclsh explain.tcl TARGET ROW...: the instructions per pass of a row by function, for tuning: of
+# the floor, of ours, and the difference. On armhf only our own functions have names; all libraries
+# together are one line. Run ./bench/gate first, which builds. Relies on callgrind_annotate.
 
 set here [file dirname [file normalize [info script]]]
 foreach file {rows counter} { source [file join $here $file.tcl] }
@@ -10,14 +9,14 @@ namespace eval explain {
     variable scratch [file join $counter::scratch explain]
 }
 
-# Runs the loops of floor and ours, three regions each, the longest last.
+# Runs the loops of floor and ours, with three regions each, the longest last.
 proc explain::run {row words} {
     variable scratch
     exec {*}$words [file join $counter::here count.tcl] $row [file join $scratch names] floor,ours \
         {*}[counter::libraries [expr {"valgrind" in $words ? "pc" : "armhf"}] {}] >/dev/null
 }
 
-# Dictionary function -> instructions of a region, from a dump of callgrind.
+# Dictionary function -> instructions of a region, from a callgrind dump.
 proc explain::from_callgrind {dump} {
     set result {}
     set form {^\s*([\d,]+) \([ \d.]+%\)\s+\S*?:(.*?)(?: \[[^]]*\])?$}
@@ -30,7 +29,7 @@ proc explain::from_callgrind {dump} {
     return $result
 }
 
-# The same of a region in the plugin's file.
+# The same for a region in the plugin's file.
 proc explain::from_plugin {region} {
     set result {}
     foreach {- count name} [regexp -all -inline -line {^function (\d+) (.*)$} $region] {

@@ -1,5 +1,5 @@
-// The extension that measuring scripts load beside the module: the command that does nothing, the
-// marks between which instructions are counted, a bare registration loop and a bare write loop.
+// The extension that the benchmark scripts load next to the module: a command that does nothing,
+// the marks between which instructions are counted, a bare registration loop and a bare write loop.
 // Relies on Tcl's stub table; on a PC on callgrind's requests, elsewhere on instruction_counter.c.
 #include <tcl.h>
 
@@ -20,7 +20,7 @@
 namespace {
 
 #ifdef __x86_64__
-// Outside valgrind the requests do nothing.
+// Outside Valgrind, the requests do nothing.
 void start_counting()
 {
     CALLGRIND_START_INSTRUMENTATION;
@@ -34,8 +34,8 @@ void end_region(const char *name)
     CALLGRIND_DUMP_STATS_AT(name);
 }
 #else
-// A system call that fails without any effect; the emulator's plugin knows it by its number and
-// first argument. Here every instruction counts from the start, so that only the marks are needed.
+// A system call that fails without effect, which the emulator's plugin recognises by its number and
+// first argument. The plugin counts from the start, so only the marks are needed.
 constexpr long mark_argument = 0x71787368;
 void start_counting() {}
 void begin_region()
@@ -65,14 +65,14 @@ int begin(ClientData, Tcl_Interp *, int, Tcl_Obj *const[])
     return TCL_OK;
 }
 
-// bench_end NAME: names of regions are letters, digits and "_.".
+// bench_end NAME: a region's name consists of letters, digits, "_" and ".".
 int end(ClientData, Tcl_Interp *, int, Tcl_Obj *const words[])
 {
     end_region(Tcl_GetString(words[1]));
     return TCL_OK;
 }
 
-// bench_heap: bytes that the C library's allocator has given out.
+// bench_heap: bytes currently allocated from the C library's heap.
 int heap(ClientData, Tcl_Interp *interp, int, Tcl_Obj *const[])
 {
     const auto info = mallinfo2();
@@ -81,8 +81,7 @@ int heap(ClientData, Tcl_Interp *interp, int, Tcl_Obj *const[])
     return TCL_OK;
 }
 
-// bench_cpu: nanoseconds of processor time that this process has used. Waiting for a busy machine
-// does not count.
+// bench_cpu: nanoseconds of CPU time that this process has used, so that waiting does not count.
 int cpu(ClientData, Tcl_Interp *interp, int, Tcl_Obj *const[])
 {
     timespec now;
@@ -98,7 +97,7 @@ int object_size(ClientData, Tcl_Interp *interp, int, Tcl_Obj *const[])
     return TCL_OK;
 }
 
-// Names that live as long as the process, as those of a command table do.
+// Names that live until the process ends, like those of a command table.
 std::vector<std::string> command_names;
 
 // bench_names NAME...: what bench_register registers.
@@ -125,7 +124,7 @@ int fail(Tcl_Interp *interp, const char *message)
     return TCL_ERROR;
 }
 
-// bench_initialise LIBRARY INTERPRETER: the package's own start-up in that interpreter.
+// bench_initialise LIBRARY INTERPRETER: calls the package's start-up function in that interpreter.
 int initialise(ClientData, Tcl_Interp *interp, int, Tcl_Obj *const words[])
 {
     void *const library = dlopen(Tcl_GetString(words[1]), RTLD_NOW | RTLD_LOCAL);
@@ -139,7 +138,7 @@ int initialise(ClientData, Tcl_Interp *interp, int, Tcl_Obj *const words[])
     return demo_init(Tcl_GetSlave(interp, Tcl_GetString(words[2])));
 }
 
-// bench_write TEXT COUNT: the text to file descriptor 1, one system call each time.
+// bench_write TEXT COUNT: writes the text to file descriptor 1, with one system call each time.
 int write_text(ClientData, Tcl_Interp *interp, int, Tcl_Obj *const words[])
 {
     int length;

@@ -1,6 +1,6 @@
 # tclsh gate.tcl TARGET...: measures the rows of bounds.tsv that have `gate`, prints each with its
-# bound and ends with status 1 if one is exceeded. Only what repeats is measured: instructions and
-# sizes.
+# bound and exits with status 1 if one is exceeded. Measures only instructions and sizes, which are
+# reproducible.
 
 set here [file dirname [file normalize [info script]]]
 foreach file {rows bounds counter scale sizes} { source [file join $here $file.tcl] }

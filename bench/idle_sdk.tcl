@@ -1,5 +1,5 @@
-# tclsh idle_sdk.tcl CATALOGUE OUTPUT: writes the C source of an SDK library whose functions do
-# nothing but succeed, to measure what a call costs on our side. Relies on tools/catalogue.tcl.
+# tclsh idle_sdk.tcl CATALOGUE OUTPUT: writes the C source of an SDK library whose functions only
+# return success, to measure our own cost of a call. Relies on tools/catalogue.tcl.
 
 source [file join [file dirname [file normalize [info script]]] .. tools catalogue.tcl]
 

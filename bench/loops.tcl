@@ -1,12 +1,11 @@
-# Makes procedures out of rows, inside the shell that is measured. A variant of a row is `empty`
-# (the loop alone), `floor` (no_op with the same words), `ours`, or a peer, whose commands are named
-# like the module's. Relies on rows.tcl and on the extension floor.cpp.
+# Turns rows into procedures, inside the measured shell. A variant of a row is `empty` (the loop
+# alone), `floor` (no_op with the same words), `ours`, or a peer, whose commands have the same names
+# as the module's. Relies on rows.tcl and on the extension floor.cpp.
 
 source [file join [file dirname [file normalize [info script]]] rows.tcl]
 
 namespace eval loops {
-    # Whose commands prepare the loops `empty` and `floor`: `ours`, or a peer where the module is
-    # not.
+    # Whose commands set up the loops `empty` and `floor`: `ours`, or a peer if there is no module.
     variable host ours
     variable body
     array set body {
@@ -15,13 +14,13 @@ namespace eval loops {
     }
 }
 
-# Every byte of a flow becomes one that is not zero: its dump has only long numbers.
+# Sets every byte of a flow to a nonzero value, so that its dump contains only long numbers.
 proc fill_flow {flow} {
     regsub {_p_qx_flow_t$} $flow _p_unsigned_char bytes
     for {set i 0} {$i < 212} {incr i} { qx_uint8_array_set $bytes [expr {($i + 1) % 256}] $i }
 }
 
-# The commands of a script as a variant has them.
+# A script with its commands replaced by those of a variant.
 proc loops::as {variant script} {
     switch -- $variant {
         empty   { return {} }
@@ -31,8 +30,8 @@ proc loops::as {variant script} {
     string map [list qx_ ${variant}_ fill_flow ${variant}_fill_flow] $script
 }
 
-# define NAME ROW VARIANT BEFORE AFTER: a procedure of one argument, the number of passes, with the
-# scripts around its loop.
+# define NAME ROW VARIANT BEFORE AFTER: defines a procedure of one argument, the number of passes,
+# with the scripts BEFORE and AFTER around its loop.
 proc loops::define {name row variant before after} {
     variable body
     variable host
@@ -43,7 +42,7 @@ proc loops::define {name row variant before after} {
     proc $name {n} "$setup\n$before\n$loop\n$after"
 }
 
-# The variants of a process: the module's or the peers', which come without the module.
+# Prepares a process for its variants: the module's, or the peers', which run without the module.
 proc loops::serve {variants} {
     variable host
     foreach variant $variants {
@@ -51,7 +50,7 @@ proc loops::serve {variants} {
     }
 }
 
-# Loads extensions; Tcl finds their start-up procedures by the files' names.
+# Loads extensions; Tcl derives the names of their start-up functions from the file names.
 proc loops::load_libraries {files} {
     foreach file $files { load $file }
 }

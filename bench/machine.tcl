@@ -1,4 +1,4 @@
-# What a result file says about where and with what it was measured.
+# The description of machine and tools in a result file.
 
 namespace eval machine {}
 

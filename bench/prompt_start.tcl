@@ -1,10 +1,10 @@
-# How long the prompt takes to come, with the sample rc file and without any rc file, as a ratio;
-# the shells take turns, so that what else the machine does falls on both. Relies on the package
-# Expect. `tclsh bench/prompt_start.tcl <shell> ?runs?`
+# tclsh bench/prompt_start.tcl SHELL ?RUNS?: the time to the first prompt with the sample rc file,
+# as a ratio to the time without an rc file. The sessions alternate, so that other load on the
+# machine affects both. Relies on the package Expect.
 package require Expect
 log_user 0
 
-# Microseconds to the prompt; the session's status tells whether the rc file has done its work.
+# Microseconds to the prompt; the session's status tells whether the rc file has run.
 proc session {shell home editing} {
     global spawn_id
     set begun [clock microseconds]

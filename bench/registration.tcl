@@ -1,12 +1,12 @@
 # SHELL registration.tcl NAME OUTPUT VARIANT,... FLOOR-LIBRARY PACKAGE-LIBRARY: counts the
 # registration of the package's commands in fresh interpreters against a bare loop over the same
-# names, in the same order. Called like count.tcl; passes are interpreters. The last word of a line
-# is the processor time in nanoseconds, for runs without a counting tool.
+# names, in the same order. Called like count.tcl; a pass is an interpreter. The last word of a line
+# is the CPU time in nanoseconds, for runs without a counting tool.
 
 source [file join [file dirname [file normalize [info script]]] .. tools catalogue.tcl]
 
 proc run {variant passes demo} {
-    # Made beforehand and kept: only the registration counts.
+    # Created beforehand and kept, so that only the registration is counted.
     set interpreters {}
     for {set i 0} {$i < $passes} {incr i} { lappend interpreters [interp create] }
     set begin [bench_cpu]

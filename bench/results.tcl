@@ -12,7 +12,7 @@ namespace eval results {
 
 proc results::line {{words {}}} { puts $words }
 
-# A Markdown table; `columns` are titles, those after the first set to the right.
+# A Markdown table; `columns` are the titles. All columns but the first are right-aligned.
 proc results::table {columns rows} {
     line "| [join $columns { | }] |"
     line "|---[string repeat {|--:} [expr {[llength $columns] - 1}]]|"
@@ -20,7 +20,7 @@ proc results::table {columns rows} {
     line
 }
 
-# A number in groups of three.
+# A number with its digits in groups of three.
 proc results::grouped {number} {
     set number [format %.0f $number]
     while {[regsub {^(-?\d+)(\d{3})} $number {\1,\2} number]} {}
@@ -31,7 +31,7 @@ proc results::get {dictionary name} {
     expr {[dict exists $dictionary $name] ? [dict get $dictionary $name] : "-"}
 }
 
-# A member as a multiple of the floor, or - where there is none.
+# A member as a multiple of the floor, or - if there is none.
 proc results::multiple {dictionary name floor} {
     if {![dict exists $dictionary $name]} { return - }
     format %.2f [expr {[dict get $dictionary $name] / $floor}]

@@ -1,12 +1,12 @@
-# The operations that are measured in loops. A row is its name, by which bounds.tsv has its title
-# and what it may cost, and a dictionary with
+# The operations that are measured in loops. A row is a name, under which bounds.tsv has its title
+# and bounds, and a dictionary with
 #   setup    script before the loop, in the loop's procedure; `n` is the number of passes
-#   command  the loop's body; its floor is the same with no_op for each command of the module
+#   command  the loop's body; the floor has no_op in place of each command of the module
 #   loop     `count` (for) or `texts` (foreach text $texts)          default count
 #   passes   passes of the shorter and of the longer counted loop    default 500 2500
 #   timed    passes of a timed loop                                  default 100000
-#   peers    the peers whose commands can stand for the module's     default none
-# Words are variables and literals as scripts have them. Used inside the shell and by the driver.
+#   peers    the peers that have equivalent commands                 default none
+# Words are variables and literals, as in scripts. Used inside the shell and by the driver.
 
 namespace eval rows {
     variable names {}
@@ -94,7 +94,7 @@ rows::row new_text {
         set flows [qx_flow_array_create $n]
         set handles {}
         for {set i 0} {$i < $n} {incr i} { lappend handles [qx_flow_array_get $flows $i] }
-        # Split anew, so that each element is a text and remembers nothing.
+        # Split again, so that each element is a pure string.
         set texts [split [join $handles \n] \n]
     }
     command {qx_flow_get_flow_id $text}

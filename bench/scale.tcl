@@ -1,5 +1,5 @@
-# Large numbers: a million live records, a long flat script, a stream of dumps. The driver of the
-# scripts in scale/. Each procedure returns a dictionary. Relies on counter.tcl for folders.
+# Drives the scripts in scale/: a million live records, a long flat script, a stream of dumps. Each
+# procedure returns a dictionary. Relies on counter.tcl for folders.
 
 namespace eval scale {
     variable scripts [file join [file dirname [file normalize [info script]]] scale]
@@ -31,8 +31,8 @@ proc scale::median {numbers} {
     expr {([lindex $sorted $middle-1] + [lindex $sorted $middle]) / 2.0}
 }
 
-# A million live flows: resident bytes beyond a flow's size, and creation among many live flows
-# against creation among few, in processor time (medians of rounds) and in instructions.
+# A million live flows: resident bytes beyond a flow's size, and the cost of creation with many live
+# flows relative to few, in CPU time (medians of rounds) and in instructions.
 proc scale::live_records {target count rounds} {
     foreach name {few many bytes} { set all($name) {} }
     for {set i 0} {$i < $rounds} {incr i} {
@@ -60,13 +60,13 @@ proc scale::record_sizes {target} {
     return [lsort -real -decreasing -index 2 $result]
 }
 
-# Bytes of heap a handle takes, in Tcl objects.
+# Bytes of heap that a handle takes, in Tcl objects.
 proc scale::handle_memory {target} {
     set found [run $target handle_memory.tcl >/dev/null [floor $target]]
     list bytes [dict get $found bytes] object [dict get $found object]
 }
 
-# A flat script of `count` lines against the same lines that do nothing.
+# A flat script of `count` lines, compared with the same lines calling a no-op.
 proc scale::flat_script {target count rounds} {
     foreach {variant command} {ours qx_flow_set_flow_id floor no_op} {
         set file [file join $counter::scratch flat_$variant.tcl]
@@ -91,7 +91,7 @@ proc scale::flat_script {target count rounds} {
         bytes $bytes(ours) floor_bytes $bytes(floor)
 }
 
-# `count` dumps into a file, a pipe and the null device against write(2) of the same bytes.
+# `count` dumps into a file, a pipe and the null device, compared with write(2) of the same bytes.
 proc scale::dump_stream {target count rounds} {
     variable scripts
     set text [file join $counter::scratch dump.txt]

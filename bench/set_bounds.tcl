@@ -1,14 +1,12 @@
-# tclsh set_bounds.tcl RESULT ROW...: after tuning, makes the bounds of these rows in bounds.tsv
-# what the result file says was measured: the goal where it is met, else the measured value and 0.2
-# per cent, which is more than counts differ by. Whoever runs it writes the reason into the last
-# column; without one the file does not load.
+# tclsh set_bounds.tcl RESULT ROW...: after tuning, sets the bounds of these rows in bounds.tsv from
+# a result file: the goal if it is met, otherwise the measured value plus 0.2 per cent, which is
+# more than counts vary. Add the reason to the last column by hand: the file needs it to load.
 
 set here [file dirname [file normalize [info script]]]
 source [file join $here bounds.tcl]
 package require json
 
-# The bound for a value: its goal, or the value rounded so that measuring it again does not exceed
-# it.
+# The bound for a value: its goal, or the value rounded so that measuring again does not exceed it.
 proc new_bound {row goal value} {
     if {$goal ne "-" && [bounds::keeps $row $value $goal]} { return $goal }
     switch -- [bounds::get $row unit] {

@@ -1,5 +1,5 @@
-# Sizes of what is shipped: the stripped shell and the stripped package, and the code of a command,
-# which is its wrapper and its share of the record helpers. Relies on binutils for the target.
+# Sizes of what is shipped: the stripped shell, the stripped package, and the code of a command: its
+# wrapper and its share of the record helpers. Relies on binutils for the target.
 
 namespace eval sizes {
     variable prefixes {pc {} armhf arm-linux-gnueabihf-}
@@ -7,8 +7,7 @@ namespace eval sizes {
 
 proc sizes::tool {target name} { variable prefixes; return [dict get $prefixes $target]$name }
 
-# Dictionary of a stripped copy: file bytes, and of its sections code, constants and all that is
-# loaded.
+# A dictionary of a stripped copy: bytes of the file, its code, constants and all loaded sections.
 proc sizes::stripped {target file} {
     file mkdir $counter::scratch
     set copy [file join $counter::scratch stripped.$target]
@@ -37,7 +36,7 @@ proc sizes::functions {target} {
             default   { set kind others }
         }
         incr bytes($kind) [scan $size %x]
-        # The compiler may move a function's unlikely parts away; they are no further functions.
+        # A function's unlikely part that the compiler has split off is not another function.
         if {![string match {*\[clone*} $name]} { incr count($kind) }
     }
     list wrappers $bytes(wrappers) helpers $bytes(helpers) others $bytes(others) \
@@ -45,7 +44,7 @@ proc sizes::functions {target} {
         per_command [expr {double($bytes(wrappers) + $bytes(helpers)) / $count(wrappers)}]
 }
 
-# The shared libraries that the shell asks the loader for.
+# The shared libraries that the shell needs.
 proc sizes::needed {target} {
     set result {}
     set text [exec [tool $target readelf] -dW [counter::shell $target]]

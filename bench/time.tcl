@@ -1,7 +1,7 @@
 # SHELL time.tcl ROUND OUTPUT PEER,... LIBRARY...: times the loops of all rows once, each variant in
-# turn and in an order that changes from round to round. Into OUTPUT go lines: row, variant,
-# nanoseconds of processor time of a pass. A round is a process of its own: the placement of code
-# and data differs with it.
+# turn, in an order that changes from round to round. Writes lines to OUTPUT: row, variant,
+# nanoseconds of CPU time per pass. Each round is a separate process, because the placement of code
+# and data varies between processes.
 
 source [file join [file dirname [file normalize [info script]]] loops.tcl]
 

@@ -1,10 +1,10 @@
-# Times, in rounds of processes that take turns, so that a change in the machine's mood meets all
-# alike; what is reported is each one's median. Processor time on this PC only: an emulator's time
-# says nothing. Relies on counter.tcl for folders and on scale.tcl for the median.
+# Times, in rounds of processes that take turns, so that changes in the machine's load affect all
+# alike; the result is each one's median. CPU time, and on the PC only: times under an emulator are
+# meaningless. Relies on counter.tcl for folders and on scale.tcl for the median.
 
 namespace eval times {
     variable peers_folder [file join [file dirname [file normalize [info script]]] peers]
-    # How the peers outside Tcl are started.
+    # The command lines of the peers outside Tcl.
     variable programs {
         ctypes {/usr/bin/python3 -B with_ctypes.py}
         cffi   {/usr/bin/python3 -B with_cffi.py}
@@ -45,8 +45,8 @@ proc times::registration_round {round} {
     return $result
 }
 
-# Nanoseconds of a run of a program with an empty script: the shell's clock for its children has a
-# resolution of a millisecond, hence many runs.
+# Nanoseconds of a run of a program with an empty script, averaged over many runs: the shell's clock
+# for its children has a resolution of a millisecond.
 proc times::start_up {program} {
     set script [file join $counter::scratch empty.tcl]
     close [open $script w]
@@ -58,7 +58,7 @@ proc times::start_up {program} {
     expr {($user + $system) * 1e9 / 50}
 }
 
-# Dictionary row -> dictionary variant -> nanoseconds of a pass, net of the empty loop.
+# Dictionary row -> dictionary variant -> nanoseconds per pass, less the empty loop's.
 proc times::measure {rounds peers} {
     variable programs
     set tcl_peers {}

@@ -1,14 +1,14 @@
-# What a whole record in one call costs beside a command a field:
+# The cost of a whole record in one call, compared with one command per field:
 #   build/release/bin/qxsh bench/whole_records.tcl ?record ...?
 #
-# Both sides make or take the same nested dict of numbers, in one run and in turns; the least of the
-# rounds counts. A dict is written by commands in two ways: with its numbers in the script, and
-# taken out of the dict by `foreach` where the record begins. Prints a table of the records with
-# three numbers or more: numbers in it, microseconds, ratio (above 1 one call is faster).
+# Both sides read or write the same nested dict of numbers, alternating in one run; the minimum of
+# the rounds is reported. Commands write a dict in two ways: with its numbers in the script, and
+# with `foreach` taking them out of the dict at the start of each record. Prints a table of the
+# records with three or more numbers: numbers, microseconds, ratio (above 1: one call is faster).
 package require qx
 
-# Script words whose value is a record like a value of qx::get -raw, made of the commands of its
-# fields; `before` gets the lines that fetch the handles of nested records.
+# Script words whose value is a record as qx::get -raw returns it, built with the commands of its
+# fields; the lines that fetch the handles of nested records are appended to `before`.
 proc reading_words {type handle value before_name} {
     upvar 1 $before_name before
     set stem [qx::catalogue::stem $type]
@@ -36,8 +36,8 @@ proc reading_words {type handle value before_name} {
     return "$words\]"
 }
 
-# Script that writes a dict of all fields by the commands of its fields. With the name of a variable
-# that holds the dict, the numbers come from there.
+# A script that writes a dict of all fields with the commands of its fields. If a variable is named,
+# the numbers are taken from the dict in it.
 proc writing_lines {type handle value {source {}}} {
     set stem [qx::catalogue::stem $type]
     set before {}
@@ -71,7 +71,7 @@ proc writing_lines {type handle value {source {}}} {
     return $before$lines
 }
 
-# Names of variables for the keys and values of a dict, and for the elements of a list.
+# Variable names for the keys and values of a dict, and for the elements of a list.
 proc spread {source value} {
     set names {}
     foreach name [dict keys $value] { lappend names - ${source}_$name }
@@ -83,7 +83,7 @@ proc spread_list {source elements} {
     return $names
 }
 
-# The least microseconds of some rounds for each of some scripts, in turns.
+# The minimum of several rounds, in microseconds, for each script; the scripts take turns.
 proc least {scripts} {
     set best {}
     foreach script $scripts { lappend best 1e9 }
@@ -116,7 +116,7 @@ proc measure {type} {
         [expr {$constants / $put}] [expr {$taken / $put}]]
 }
 
-# Both sides do the same, or their times say nothing.
+# Checks that both sides do the same, as their times are meaningless otherwise.
 proc check_sides {type record} {
     set value [qx::get $record -raw]
     if {[read_fields $record] ne $value} { error "reading $type differs" }

@@ -1,6 +1,6 @@
-// Fuzz target: formats of swig_get_args. Any format over any words, with matching targets, against
-// a model: what each target holds afterwards, which argument fails and with which message. Input:
-// options, then the format, the words, and per letter whether its target is null.
+// Fuzz target: formats of swig_get_args. Any format with any words and matching targets, checked
+// against a model: the value of each target, which argument fails, and the message. Input: options,
+// then the format, the words, and for each letter whether its target is null.
 #include "fuzz/bytes.h"
 #include "fuzz/expect.h"
 #include "fuzz/handle_model.h"
@@ -27,7 +27,7 @@ constexpr std::size_t most_letters = 10;
 constexpr std::size_t most_words = 12;
 constexpr unsigned char untouched = 0xa5;
 
-// What a letter stores into, large enough for any.
+// The target of a letter, large enough for any.
 struct slot
 {
     alignas(8) unsigned char value[8];
@@ -89,7 +89,7 @@ struct scene
     std::array<bool, most_letters> null_targets;
 };
 
-// A format of at most so many letters. "#" is one where it does not follow an s.
+// A format with a limited number of letters. A "#" that does not follow an s is a letter.
 std::string read_format_text(bytes &input)
 {
     std::string text = input.text(40);
@@ -131,7 +131,7 @@ template <class Value> void put(unsigned char *place, Value value)
     std::memcpy(place, &value, sizeof value);
 }
 
-// The object that the letter reads: a constant's value stands for its name.
+// The object that the letter reads: the value of a constant, if the word names one.
 Tcl_Obj *meant(Tcl_Obj *word, bool upper)
 {
     if (!upper || held{word}.text() != "LAMP")
@@ -201,7 +201,7 @@ outcome store(Tcl_Obj *word, const letter &how, const model_type *type, slot &in
         return right.good ? outcome::good : outcome::bad;
     }
     default:
-        return outcome::good; // any other letter takes its word and stores nothing
+        return outcome::good; // any other letter consumes its word and stores nothing
     }
 }
 
@@ -243,7 +243,7 @@ expectation carry_out(scene &with, const format_reading &format)
 
 // --------------------------------------------------------------------------------------- the call
 
-// One pointer per letter, for p and s# one more; what is behind the last is not looked at.
+// One pointer per letter, two for p and s#; pointers after the last one are not used.
 int call(scene &with, const format_reading &format)
 {
     constexpr std::size_t most_targets = 20;
@@ -265,20 +265,20 @@ int call(scene &with, const format_reading &format)
                          t[19]);
 }
 
-// The same values in the order of letters; texts by what they point to.
+// Compares the values in the order of letters, and texts by their content.
 void compare(const scene &is, const scene &should, const expectation &right)
 {
     for (std::size_t i = 0; i < most_letters; ++i) {
         const bool meaningless = i == right.stored && right.what != outcome::good;
         if (meaningless)
-            continue; // a pointer's target after its failure
+            continue; // unspecified for a pointer that failed
         if (std::memcmp(&is.slots[i], &should.slots[i], sizeof(slot)) != 0)
             finding("argument " + std::to_string(i + 1) + " of \"" + is.format +
                     "\" is stored wrongly");
     }
 }
 
-// Without targets only the words are counted.
+// Without targets, only the number of words is checked.
 void check_count(scene &with, const format_reading &format)
 {
     Tcl_ResetResult(interp);

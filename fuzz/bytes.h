@@ -1,4 +1,4 @@
-// An input as a row of choices. Behind its end there are zeros, so that every input has a meaning
+// An input as a sequence of choices. After its end it reads as zeros, so every input is meaningful,
 // and a shorter one is a simpler scene.
 #pragma once
 
@@ -34,7 +34,7 @@ public:
         return value % limit;
     }
 
-    /// A whole number of so many bytes, low byte first.
+    /// An unsigned number of `width` bytes (0 to 8), little-endian.
     std::uint64_t number(unsigned width)
     {
         std::uint64_t value = 0;
@@ -43,7 +43,7 @@ public:
         return value;
     }
 
-    /// A text of at most `limit` bytes, its length in front.
+    /// A text of at most `limit` bytes (0 to 65535), preceded by its length.
     std::string text(std::uint32_t limit)
     {
         const std::size_t wanted = below(limit + 1);
@@ -64,8 +64,8 @@ private:
     std::span<const std::uint8_t> left_;
 };
 
-/// One input in `many`: for checks that take long. Which one follows from all of its bytes, so that
-/// none becomes worth more to the fuzzer for it.
+/// True for one input in `many`: for slow checks. It depends on a hash of all bytes, so the fuzzer
+/// cannot learn to prefer such inputs.
 inline bool one_in(std::uint32_t many, std::span<const std::uint8_t> input)
 {
     std::uint32_t hash = 2166136261;

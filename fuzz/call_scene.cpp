@@ -1,4 +1,4 @@
-// Calls from bytes; and which statuses they may answer.
+// Calls from bytes, and the statuses that they may return.
 #include "fuzz/call_scene.h"
 
 #include "fuzz/expect.h"
@@ -90,7 +90,7 @@ bool documented(const std::string &function, std::uint32_t status)
     return row->second.contains(qxsim::status_name(status));
 }
 
-// Mostly small, sometimes an id that was given out, sometimes anything.
+// Mostly a small number, sometimes an id from a cell, sometimes any number.
 std::uint32_t call_scene::value()
 {
     const std::uint8_t choice = input_.byte();
@@ -145,7 +145,7 @@ made_call call_scene::next()
             words.emplace_back(place(argument));
             continue;
         }
-        // Through the entry point a narrow argument arrives cut.
+        // The entry point would truncate an argument of a narrow type.
         const std::uint32_t bits = 8U * argument.size;
         std::uint32_t given = i == 0 && made.function->names_device ? input_.byte() : value();
         if (i == 0 && made.function->names_device)

@@ -1,5 +1,5 @@
-// SDK calls decoded from bytes, on the simulator's own descriptions of its functions. Records and
-// cells stay from call to call, so that what was added can be found, changed and deleted again.
+// SDK calls decoded from bytes, using the simulator's own descriptions of its functions. Records
+// and cells persist between calls, so that what was added can be found, changed and deleted.
 #pragma once
 
 #include "fuzz/bytes.h"
@@ -15,7 +15,7 @@
 
 namespace fuzz {
 
-/// One call, and what came of it.
+/// One call and its status.
 struct made_call
 {
     const qxsh::call_row *function = nullptr;
@@ -28,12 +28,13 @@ class call_scene
 public:
     explicit call_scene(bytes &input) : input_(input) {}
 
-    /// Decodes one call and makes it. A finding if it fails and yet writes something.
+    /// Decodes one call and makes it. Reports a finding if it fails but writes something, or writes
+    /// to an input.
     made_call next();
 
 private:
-    /// What a pointer argument may point to: exactly as many bytes as the function may touch, now
-    /// and then at an odd address.
+    /// What a pointer argument may point to: exactly as many bytes as the function may access,
+    /// sometimes at an odd address.
     struct memory
     {
         std::vector<unsigned char> bytes;
@@ -46,16 +47,17 @@ private:
     void patch(unsigned char *record, const qxsh::argument_row &argument);
 
     bytes &input_;
-    std::map<std::string, std::array<memory, 3>> memories_; ///< by what is pointed to
-    std::array<std::uint32_t, 8> ids_{};                    ///< what the last cells received
+    std::map<std::string, std::array<memory, 3>> memories_; ///< by pointee type
+    std::array<std::uint32_t, 8> ids_{};                    ///< the last values stored in cells
     std::size_t next_id_ = 0;
 };
 
-/// What docs/simulator.md says that a function may answer.
+/// True if docs/simulator.md says that the function may return this status. A function that is not
+/// in its table is a finding.
 bool documented(const std::string &function, std::uint32_t status);
 
-/// A finding unless the devices are consistent: tables within their capacities and sorted, and
-/// whatever one entry refers to is there and counts its users rightly.
+/// Reports a finding unless the device is consistent: tables are sorted and within their
+/// capacities, and whatever an entry refers to exists and counts its users correctly.
 void check_device(qxsim::device &device);
 
 } // namespace fuzz

@@ -1,7 +1,6 @@
-// Fuzz target: the catalogue's reader, in a Tcl interpreter that has sourced it, over files that
-// exist in memory only. Any text is either read without complaint or refused with the one line that
-// names file and line; no other Tcl error comes out. Input: one byte says which of the sample's
-// files the rest of the input stands for.
+// Fuzz target: the catalogue's reader, sourced into a Tcl interpreter, with files that exist only
+// in memory. Any text is either accepted or rejected with one line that names file and line, never
+// with another Tcl error. Input: one byte selects the file of the sample that the rest replaces.
 #include "fuzz/bytes.h"
 #include "fuzz/expect.h"
 #include "fuzz/target.h"
@@ -19,7 +18,7 @@ Tcl_Interp *interp;
 std::map<std::string, std::string> sample; ///< the files as they stand in the tree
 std::map<std::string, std::string> files;  ///< those of this input
 
-// Tcl's own code has no coverage to be guided by: what the reader answered guides instead.
+// Tcl's code is not instrumented for coverage: the reader's answers guide the fuzzer instead.
 constexpr std::size_t answers = 4096;
 __attribute__((section("__libfuzzer_extra_counters"), used)) std::uint8_t seen[answers];
 
@@ -28,7 +27,7 @@ std::string tail(const std::string &name)
     return name.substr(name.rfind('/') + 1);
 }
 
-// The reader's own open, read, close, glob and file: a channel is the name of its file.
+// Replacements for the reader's open, read, close, glob and file: a channel is its file's name.
 int serve_open(ClientData, Tcl_Interp *, int, Tcl_Obj *const words[])
 {
     if (!files.contains(tail(Tcl_GetString(words[1]))))
@@ -78,7 +77,7 @@ std::string text_of(const std::string &name)
     return {std::istreambuf_iterator<char>{file}, {}};
 }
 
-// A message's kind: its letters.
+// Counts a message by its kind, which is its letters.
 void count_answer(std::string_view message)
 {
     std::uint32_t hash = 2166136261;

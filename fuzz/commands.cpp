@@ -1,7 +1,7 @@
-// Fuzz target: the command layer. Any of the module's commands over proper and hostile words, in an
-// interpreter whose other commands are harmless: each call ends as its words say it has to, with
-// the text and the error code of the first bad one, and memory that is not a live block is never
-// touched. Input: the calls, one after the other.
+// Fuzz target: the command layer. Any of the module's commands with valid and hostile words, in an
+// interpreter without other harmful commands: each call has the result that its words require, with
+// the message and error code of the first bad one, and no memory outside live blocks is accessed.
+// Input: the calls in order.
 #include "fuzz/bytes.h"
 #include "fuzz/call_scene.h"
 #include "fuzz/expect.h"
@@ -55,7 +55,7 @@ bool is_call_of_sdk(const random_test::command &what)
     return what.result == "status";
 }
 
-// A new block, so that something of the type is there.
+// Creates a block, so that there is one of the type.
 void scene::create(const std::string &pointee)
 {
     const random_test::record *const record = tables().find_record(pointee);
@@ -74,7 +74,7 @@ void scene::create(const std::string &pointee)
     live_.add(pointee, address_in(result()), count);
 }
 
-// Indexes that no function checks stay in the block; arrays stay small.
+// Keeps indexes that no function checks inside the block, and arrays small.
 hostile_word scene::word_for(const call &made, std::size_t number)
 {
     const random_test::command &what = *made.what;
@@ -87,7 +87,7 @@ hostile_word scene::word_for(const call &made, std::size_t number)
         const std::string pointee = random_test::pointee_of(type);
         const bool unchecked = array_set || cell_get || is_call_of_sdk(what) || pointee == "void";
         const hostile_word word = words_.handle(pointee, unchecked);
-        // The simulator reads as many associations as it is told, up to four.
+        // The simulator reads as many associations as the count says, up to four.
         if (what.name == "qx_ipsec_sa_add" && word.room != 0 && word.room < qxsim::sa_bundle_limit)
             return {held{"NULL"}, {}};
         return word;
@@ -121,7 +121,8 @@ scene::call scene::decode(const random_test::command &what)
     return made;
 }
 
-// What the script has to see; empty: success. Unknown if a word before the first bad one is.
+// The message that the script has to get; empty for success. Not known if a word before the first
+// bad one is not.
 std::string scene::expected_message(const call &made, bool &known) const
 {
     const random_test::command &what = *made.what;
@@ -145,7 +146,7 @@ std::string scene::expected_message(const call &made, bool &known) const
     return "";
 }
 
-// Blocks that the call has made or freed.
+// Records the blocks that the call has created or freed.
 void scene::learn(const call &made)
 {
     const random_test::command &what = *made.what;

@@ -34,7 +34,7 @@ std::vector<std::string> split(std::string_view text)
     return words;
 }
 
-// All that stands behind the first word, without the blanks around it.
+// The text after the first word, trimmed.
 std::string behind_first(std::string_view text)
 {
     std::size_t start = 0;
@@ -96,7 +96,7 @@ std::optional<model_rule> read_rule(bool fault, const std::vector<std::string> &
         if (!made.once)
             when.pop_back();
         const auto first = decimal(when, 1, UINT32_MAX);
-        if (!first && when != "*") // a star may be followed by a plus, which says no more
+        if (!first && when != "*") // a plus after a star is allowed, and has no effect
             return {};
         made.first = first.value_or(1);
     }
@@ -133,7 +133,7 @@ bool read_line(std::string_view line, model_settings &settings)
     return true;
 }
 
-// Parts between separators; a last one that is empty is none.
+// The parts between separators; an empty last part is dropped.
 std::vector<std::string_view> parts_of(std::string_view text, char separator)
 {
     std::vector<std::string_view> parts;
@@ -180,7 +180,7 @@ bool pattern_fits(std::string_view pattern, std::string_view name)
 {
     if (!pattern.empty() && pattern[0] != '*' && !name.starts_with(pattern[0]))
         return false;
-    // One row a character of the pattern: which prefixes of the name what was read so far fits.
+    // For the pattern up to this character: which prefixes of the name it matches.
     std::vector<bool> fits(name.size() + 1, false);
     fits[0] = true;
     for (const char c : pattern) {

@@ -1,5 +1,5 @@
-// What the lines of a control file and the words of a switch mean, said once more. What the target
-// holds the simulator's reader against.
+// A model of control files and switches: a second implementation, which the target compares with
+// the simulator's reader.
 #pragma once
 
 #include <cstdint>
@@ -11,10 +11,10 @@ namespace fuzz {
 
 struct model_rule
 {
-    bool fault; ///< else a latency
+    bool fault; ///< a fault, otherwise a latency
     std::string pattern;
-    std::uint32_t first = 1;  ///< of a fault: the call that gets it
-    bool once = false;        ///< and no later one
+    std::uint32_t first = 1;  ///< of a fault: the first call that fails
+    bool once = false;        ///< of a fault: no later call fails
     std::uint32_t number = 0; ///< status or microseconds
     std::uint32_t seen = 0;
 };
@@ -25,18 +25,18 @@ struct model_settings
     std::string log;
     bool keys = false;
     std::vector<std::string> orders;     ///< "reset", "snapshot FILE", "state FILE"
-    std::vector<std::uint32_t> mistakes; ///< numbers of the lines, or of the rules of a switch
+    std::vector<std::uint32_t> mistakes; ///< numbers of the bad lines, or rules of a switch
 };
 
 model_settings read_control_text(std::string_view text);
 
-/// The rules of a switch: `kind` is "fault" or "latency".
+/// The rules in a switch's value; `kind` is "fault" or "latency".
 model_settings read_switch(std::string_view kind, std::string_view text);
 
-/// Whether a pattern fits a function's name.
+/// Whether a pattern matches a function's name.
 bool pattern_fits(std::string_view pattern, std::string_view name);
 
-/// Counts a call in all fault rules; the status it gets, or 0.
+/// Counts a call in all fault rules that match it; returns the status it fails with, or 0.
 std::uint32_t status_of(model_settings &settings, std::string_view function);
 
 /// Whether a text is one JSON value and nothing else.

@@ -1,4 +1,4 @@
-// What holds in a simulated device between calls.
+// The invariants of a simulated device between calls.
 #include "fuzz/call_scene.h"
 #include "fuzz/expect.h"
 

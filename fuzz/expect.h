@@ -1,5 +1,5 @@
-// How a fuzz target tells a finding: one line on stderr and abort(), which libFuzzer takes as a
-// crash and a replayed test as a failure.
+// How a fuzz target reports a finding: one line on stderr and abort(), which is a crash to
+// libFuzzer and a failure to a replayed test.
 #pragma once
 
 #include <cstdio>
@@ -11,19 +11,19 @@ namespace fuzz {
 
 [[noreturn]] inline void finding(std::string_view what)
 {
-    // Past the stream, which a target may have turned elsewhere.
+    // Not through the stream, which a target may have redirected.
     dprintf(2, "finding: %.*s\n", static_cast<int>(what.size()), what.data());
     std::abort();
 }
 
-/// `what` says what has to hold.
+/// Reports `what`, the condition in words, as a finding if it does not hold.
 inline void expect(bool holds, std::string_view what)
 {
     if (!holds) [[unlikely]]
         finding(what);
 }
 
-/// `on` is what was worked on, such as a script word.
+/// Reports a finding if the values differ. `on`, if not empty, is the input, such as a script word.
 template <class Left, class Right>
 void expect_equal(const Left &is, const Right &should, std::string_view what,
                   std::string_view on = {})

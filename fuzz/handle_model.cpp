@@ -18,7 +18,7 @@ void *add_step(void *pointer, int *)
     return reinterpret_cast<void *>(reinterpret_cast<std::uintptr_t>(pointer) + step);
 }
 
-// What the commands answer to " cget -this", by name.
+// What the commands return for " cget -this", by name.
 const std::map<std::string, std::string> &object_words()
 {
     static const std::map<std::string, std::string> words{
@@ -117,7 +117,7 @@ handle_reading read_handle(const std::string &word, const model_type *type, bool
     if (!evaluates || word.empty())
         return {true, false};
     if (!is_name(word))
-        return {false}; // blanks, brackets, patterns: whatever Tcl makes of them
+        return {false}; // blanks, brackets, patterns: Tcl may substitute them
     std::string text = word;
     for (int round = 0; round < 10; ++round) {
         const auto place = object_words().find(text);
@@ -127,7 +127,7 @@ handle_reading read_handle(const std::string &word, const model_type *type, bool
         if (text.starts_with('_'))
             return read_digits_and_name(text, type);
     }
-    return {true, false}; // in circles
+    return {true, false}; // a cycle
 }
 
 std::string handle_text(std::uint32_t address, std::string_view name)

@@ -1,5 +1,5 @@
-// What a word stands for as a handle, said in terms of its text alone; with types whose casts cover
-// what lists of casts can be. What the targets hold the conversions against.
+// A model of handles, against which the targets check the conversions: what a word means as a
+// handle, determined from its text alone, and types with all forms of cast lists.
 #pragma once
 
 #include "runtime/type_registry.h"
@@ -13,7 +13,7 @@
 
 namespace fuzz {
 
-/// A source that a type accepts; its converter, if any, adds `added` to the pointer.
+/// A source type that a type accepts; the cast adds `added` bytes to the pointer.
 struct model_cast
 {
     std::string source;
@@ -27,29 +27,30 @@ struct model_type
     swig_type_record *record;
 };
 
-/// The same types in every process; none belongs to a module.
+/// The model's types, always the same; none belongs to a module.
 const std::vector<model_type> &model_types();
 
 struct handle_reading
 {
-    bool known; ///< false: the word evaluates to something the model does not follow
-    bool good = false;
-    bool typed = false; ///< a cast of the type was taken
-    void *pointer = nullptr;
+    bool known;              ///< false: the model cannot tell what the word evaluates to
+    bool good = false;       ///< the conversion succeeds
+    bool typed = false;      ///< a cast of the type was used
+    void *pointer = nullptr; ///< the result, after the cast
     void *unconverted = nullptr;
 };
 
-/// What a word gives where a type (null: any) is expected. Without an interpreter nothing is
-/// evaluated.
+/// The conversion of a word where a type (null: any) is expected. `evaluates` is false if there is
+/// no interpreter to evaluate the word.
 handle_reading read_handle(const std::string &word, const model_type *type, bool evaluates);
 
-/// Pairs of lower-case digits from the text's start, at most `count`; gives how many there were.
+/// Reads up to `count` bytes, two lower-case hex digits each, from the start of the text; returns
+/// how many it read.
 std::size_t read_digits(std::string_view text, unsigned char *into, std::size_t count);
 
 /// A pointer's handle; "NULL" for null.
 std::string handle_text(std::uint32_t address, std::string_view name);
 
-/// Makes commands whose " cget -this" answers with handles, with other commands and with nonsense.
+/// Creates commands whose " cget -this" returns handles, names of other commands, and nonsense.
 void make_object_words(Tcl_Interp *interp);
 
 } // namespace fuzz

@@ -1,6 +1,6 @@
-// Fuzz target: handle text. Conversion of any word to a pointer of any type, through every door and
-// as often as a script may use the word, against a model that knows only texts; and the digits.
-// Input: how the word is used, then the word.
+// Fuzz target: handle text. Conversion of any word to a pointer of any type, through every entry
+// point and repeatedly, checked against a model that uses only the text; and hex digits. Input: how
+// the word is used, then the word.
 #include "fuzz/bytes.h"
 #include "fuzz/expect.h"
 #include "fuzz/handle_model.h"
@@ -35,7 +35,7 @@ conversion read_conversion(bytes &input)
             (choice & 16U) != 0 ? swig_disown : 0, (choice & 32U) != 0, (choice & 64U) == 0};
 }
 
-// Who else reads the object must not be seen.
+// Other readings of the object must not change the conversion.
 void use(const conversion &how, Tcl_Obj *object, const std::string &word)
 {
     const handle_reading right = read_handle(word, how.type, how.with_interp);
@@ -83,7 +83,7 @@ void check_words(bytes &input)
         use(each, copy, word);
 }
 
-// Digits there and back, and what is no digit.
+// Conversion of digits in both directions, and characters that are not digits.
 void check_digits(bytes &input)
 {
     constexpr std::size_t most = 64;
@@ -107,7 +107,7 @@ void check_digits(bytes &input)
         expect_equal(back, text.substr(0, 2 * size), "digits packed again");
 }
 
-// New handles: the text is that of the model, and gives the pointer back.
+// New handles: the text equals the model's, and converts back to the pointer.
 void check_new(bytes &input)
 {
     const model_type &type = model_types()[input.below(model_types().size())];

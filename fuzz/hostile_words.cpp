@@ -1,4 +1,4 @@
-// The making of words.
+// The construction of words.
 #include "fuzz/hostile_words.h"
 
 #include "fuzz/expect.h"
@@ -73,8 +73,8 @@ held word_maker::object(const std::string &text)
     return made;
 }
 
-// Any bytes, so that no handle and none of our commands' names is in them, however Tcl substitutes
-// them. Tame ones are not substituted at all.
+// Any bytes that contain neither a handle nor the name of one of our commands, however Tcl
+// substitutes them. Tame ones are not substituted at all.
 std::string word_maker::raw(bool tame)
 {
     std::string text = script_text(input_.text(24));
@@ -98,11 +98,11 @@ hostile_word word_maker::proper(const live_place &place, std::uint8_t form)
     return {object("live_" + std::to_string(slot)), {}, block, place.count};
 }
 
-// Never a well-formed handle of this type, except of null.
+// Never a well-formed handle of this type, except a null one.
 hostile_word word_maker::malformed(const std::string &pointee, std::uint8_t form)
 {
     const std::string name = mangled(pointee);
-    const bool any = pointee == "void"; // takes digits of every type, and the first of bad ones
+    const bool any = pointee == "void"; // accepts handles of every type, and malformed digits
     switch (form % 12) {
     case 0:
         return {object("NULL"), {}};

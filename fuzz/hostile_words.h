@@ -1,5 +1,5 @@
-// Words for arguments of commands, proper ones and all kinds of improper ones, each with what the
-// command has to make of it.
+// Words for command arguments, valid ones and all kinds of invalid ones, each with the result that
+// the command has to give.
 #pragma once
 
 #include "fuzz/bytes.h"
@@ -10,24 +10,24 @@
 
 namespace fuzz {
 
-/// What a command makes of a word.
+/// How a command has to treat a word.
 struct word_meaning
 {
-    std::string error; ///< category of the error, if it is refused
-    bool known = true; ///< false: Tcl evaluates the word, and may find anything or nothing in it
+    std::string error; ///< category of the error; empty if the word is accepted
+    bool known = true; ///< false: Tcl evaluates the word, with any result
 };
 
 struct hostile_word
 {
     held object;
     word_meaning meaning;
-    std::uint32_t block = 0; ///< of a handle of a whole block: its address; else 0
-    std::uint32_t room = 0;  ///< of a handle: how many things of the type lie there; 0: none
-    std::uint64_t number = 0;
+    std::uint32_t block = 0;  ///< address of the block, if a handle of a whole one; otherwise 0
+    std::uint32_t room = 0;   ///< of a handle: how many objects of the type are there
+    std::uint64_t number = 0; ///< of a valid number: its value
 };
 
-/// Makes the commands `live_0` and so on, whose " cget -this" answers with a handle, and others
-/// that answer with nothing of use.
+/// Creates the commands `live_0` and so on, whose " cget -this" returns a handle, and others that
+/// return nothing usable.
 void make_live_words(Tcl_Interp *interp);
 
 class word_maker
@@ -35,14 +35,14 @@ class word_maker
 public:
     word_maker(bytes &input, live_blocks &live) : input_(input), live_(live) {}
 
-    /// A word for a handle of a type ("qx_flow_t"; "void": a block to be freed). `careful`: nothing
-    /// that could stand for a place other than the one that is told.
+    /// A word for a handle of a type ("qx_flow_t"; "void": a block to be freed). `careful`: no word
+    /// that could refer to a place other than the one reported.
     hostile_word handle(const std::string &pointee, bool careful);
 
     /// A word for a number of a native type.
     hostile_word number(const std::string &native);
 
-    /// A word for a number below a limit, or one that is refused.
+    /// A word for a number below a limit, or an invalid one.
     hostile_word limited(const std::string &native, std::uint32_t limit);
 
 private:

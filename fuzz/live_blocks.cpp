@@ -49,7 +49,7 @@ std::vector<live_place> live_blocks::whole() const
     std::vector<live_place> blocks;
     std::copy_if(places_.begin(), places_.end(), std::back_inserter(blocks),
                  [](const live_place &each) { return each.address == each.block; });
-    // A nested record at a block's start has the block's address, too: the first is the block.
+    // A nested record at a block's start has the same address; the first one is the block.
     std::vector<live_place> first;
     for (const live_place &each : blocks)
         if (std::none_of(first.begin(), first.end(),

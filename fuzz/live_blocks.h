@@ -1,5 +1,5 @@
-// What a scene's commands have created and not freed yet: the only memory that well-formed handles
-// may lead to.
+// The blocks that a scene's commands have created and not freed yet: the only memory that
+// well-formed handles may refer to.
 #pragma once
 
 #include "tests/random/tables.h"
@@ -10,13 +10,13 @@
 
 namespace fuzz {
 
-/// A place that holds `count` things of a type, one behind the other.
+/// A place that holds an array of `count` objects of a type.
 struct live_place
 {
     std::string pointee;
     std::uint32_t address;
     std::uint32_t count;
-    std::uint32_t block; ///< address of the block it lies in
+    std::uint32_t block; ///< address of the block that contains it
 };
 
 class live_blocks
@@ -27,12 +27,12 @@ public:
     void add(const std::string &pointee, std::uint32_t address, std::uint32_t count);
     void remove(std::uint32_t block);
 
-    /// Remembers a place that a command has answered with, if all of it lies in a live block.
+    /// Remembers a place that a command returned, if it is entirely inside a live block and there
+    /// are not too many places yet.
     void found(const std::string &pointee, std::uint32_t address);
 
-    /// The places of a type; those of blocks alone, as things that can be freed.
-    std::vector<live_place> of(const std::string &pointee) const;
-    std::vector<live_place> whole() const;
+    std::vector<live_place> of(const std::string &pointee) const; ///< the places of a type
+    std::vector<live_place> whole() const;                        ///< the blocks, for freeing
     const std::vector<live_place> &all() const { return places_; }
     void clear() { places_.clear(); }
 

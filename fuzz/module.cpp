@@ -1,4 +1,4 @@
-// Start and calls of the module's commands.
+// Starting the module and calling its commands.
 #include "fuzz/module.h"
 
 #include "fuzz/expect.h"
@@ -23,7 +23,7 @@ Tcl_Interp *start_module(const char *program, void (*print)(const char *, std::s
 {
     interp = start_tcl(program);
     qxsim::control = qxsim::control_mode::off;
-    // Strict memory asks `info frame` where a block was made.
+    // Strict memory uses `info frame` to find out where a block was created.
     keep_commands(interp, "info list concat error catch");
     expect(Demo_Init(interp) == TCL_OK, "the module starts");
     qxsh::set_output(print);

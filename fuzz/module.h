@@ -10,21 +10,21 @@
 
 namespace fuzz {
 
-/// Starts the module in an interpreter whose other commands are harmless; what commands print goes
-/// to `print`. To be called once, before all that follows.
+/// Starts the module in an interpreter without other harmful commands, and returns that; what
+/// commands print goes to `print`. To be called once, before the functions below.
 Tcl_Interp *start_module(const char *program, void (*print)(const char *bytes, std::size_t size));
 
-/// The records and commands as the tests' own tables have them.
+/// The records and commands, from the tests' own tables.
 const random_test::tables &tables();
 
-/// Any of the module's commands; all numbers will do.
+/// One of the module's commands; any number is valid.
 const random_test::command &any_command(std::uint32_t number);
 
-/// Calls a command; its status, with the interpreter's result as it left it.
+/// Calls a command and returns Tcl's status; `result` is the interpreter's result afterwards.
 int evaluate(const std::vector<Tcl_Obj *> &words);
 std::string result();
 
-/// The address in a well-formed handle; 0 of "NULL" and of what is not a handle.
+/// The address in a handle; 0 for "NULL" and for any text that is not a handle.
 std::uint32_t address_in(const std::string &handle);
 
 } // namespace fuzz

@@ -1,4 +1,4 @@
-// The model of number words. Magnitudes stop growing at a number that no type holds.
+// The model of number words. Magnitudes saturate at a number too large for every type.
 #include "fuzz/number_model.h"
 
 #include "runtime/numbers.h"
@@ -29,7 +29,7 @@ struct magnitude
     bool beyond = false; ///< more than 64 bits
 };
 
-// All characters have to be digits of the base, and there is at least one.
+// Reads one or more digits of the base; there must be no other characters.
 std::optional<magnitude> digits(std::string_view text, unsigned base)
 {
     if (text.empty())
@@ -71,7 +71,7 @@ bool prefixed(std::string_view text, char letter)
     return text.size() > 2 && text[0] == '0' && (text[1] | 0x20) == letter;
 }
 
-// Tcl's own: blanks on both sides, and 0x, 0o, 0b or a leading 0.
+// Tcl's syntax: blanks on both sides, and 0x, 0o, 0b or a leading 0.
 std::optional<number> tcl_integer(std::string_view text)
 {
     number made;
@@ -94,7 +94,7 @@ std::optional<number> tcl_integer(std::string_view text)
     return made;
 }
 
-// The C library's with base 0: blanks in front only, 0x or a leading 0.
+// The C library's syntax with base 0: blanks in front only, 0x or a leading 0.
 std::optional<number> c_integer(std::string_view text)
 {
     number made;
@@ -108,7 +108,7 @@ std::optional<number> c_integer(std::string_view text)
     return made;
 }
 
-// The second reading of a word, cut to the width of `greatest`.
+// The second way to read a word, truncated to the width of `greatest`.
 number_reading read_text(std::string_view word, std::uint64_t greatest)
 {
     if (word.empty())

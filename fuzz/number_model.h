@@ -1,6 +1,5 @@
-// How the board reads a word as a number, written down once more: character by character, without
-// Tcl, without the C library and without a look at the converters. What the targets hold them
-// against.
+// A model of how the board reads a word as a number: character by character, without Tcl, the C
+// library or the converters, which the targets check against it.
 #pragma once
 
 #include <cstdint>
@@ -9,17 +8,17 @@
 
 namespace fuzz {
 
-/// What a converter answers.
+/// What a converter returns.
 struct number_reading
 {
     int code;                ///< as of runtime/numbers.h
-    std::uint64_t value = 0; ///< if the code is SWIG_OK; signed numbers as 64 bits with their sign
+    std::uint64_t value = 0; ///< if the code is SWIG_OK; signed numbers are sign-extended
 };
 
-/// Whether Tcl takes the word for an integer, of any size.
+/// Whether Tcl reads the word as an integer, of any size.
 bool is_integer(std::string_view word);
 
-/// Tcl's integer in a 32-bit long; nothing if it is none or too large.
+/// Tcl's integer in a 32-bit long; nothing if the word is not an integer or does not fit.
 std::optional<std::int32_t> long32(std::string_view word);
 
 number_reading read_int(std::string_view word);

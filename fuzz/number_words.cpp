@@ -1,5 +1,6 @@
-// Fuzz target: number words. All converters over one word, whatever Tcl remembers of it, against
-// the model; and the result makers back. Input: one byte for the object's form, then the word.
+// Fuzz target: number words. All converters on one word, whatever its internal representation,
+// checked against the model; and results back. Input: one byte for the object's form, then the
+// word.
 #include "fuzz/bytes.h"
 #include "fuzz/expect.h"
 #include "fuzz/number_model.h"
@@ -58,7 +59,7 @@ void check(int (*convert)(Tcl_Interp *, Tcl_Obj *, Number *), Tcl_Obj *object,
     expect_no_message();
 }
 
-// With an interpreter the failure has Tcl's message.
+// With an interpreter, a failure leaves Tcl's message.
 void check_long32(Tcl_Obj *object, std::string_view word)
 {
     std::int32_t value = 77;
@@ -87,7 +88,7 @@ void check_converters(Tcl_Obj *object, std::string_view word)
     check_long32(object, word);
 }
 
-// Where long has 32 bits Tcl and the C library are asked as well.
+// Where long has 32 bits, also compares with Tcl and the C library.
 void check_reference([[maybe_unused]] std::string_view word)
 {
 #if __SIZEOF_LONG__ == 4

@@ -1,5 +1,5 @@
-// The target as a test of the ordinary builds: replays every file of the folders it is given, each
-// as a test of its own. A folder without files is a failure: it would test nothing.
+// The target as a test in ordinary builds: replays every file of the given folders, each as a
+// separate test. A folder without files is a failure, because it would test nothing.
 #include "fuzz/target.h"
 
 #include <gtest/gtest.h>

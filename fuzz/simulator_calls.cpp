@@ -1,4 +1,4 @@
-// Fuzz target: sequences of SDK calls. Every status is a documented one, a failing call writes and
+// Fuzz target: sequences of SDK calls. Every status is documented, a failing call writes and
 // changes nothing, the devices stay consistent, and the same calls have the same effect. Input: the
 // calls, as call_scene decodes them.
 #include "fuzz/call_scene.h"
@@ -16,7 +16,7 @@ namespace {
 
 constexpr unsigned most_calls = 64;
 
-// The statuses of all calls; with `watch` the devices are compared around each that fails.
+// Returns the statuses of all calls; `watch` compares the devices before and after each failure.
 std::vector<std::uint32_t> run(bytes input, bool watch)
 {
     qxsim::reset_devices();

@@ -1,7 +1,7 @@
-// Fuzz target: control of the simulator. Any text as a control file or a switch is read as the
-// model reads it, with one complaint for each mistake; and calls under faults, latencies, logs and
-// orders get what the rules say, and leave files that are JSON. Files are written in a folder of
-// the program's own. Input: one byte says which of these it is.
+// Fuzz target: control of the simulator. Any text is read as a control file or a switch as the
+// model reads it, with one complaint per mistake; and calls under faults, latencies, logs and
+// orders behave as the rules say and write valid JSON. Files are written to the program's own
+// folder. Input: one byte selects one of these.
 #include "fuzz/call_scene.h"
 #include "fuzz/control_model.h"
 #include "fuzz/expect.h"
@@ -32,14 +32,14 @@ std::string text_of(const std::string &file)
     return {std::istreambuf_iterator<char>{stream}, {}};
 }
 
-// By renaming, as the simulator's page asks for.
+// By renaming, as docs/simulator.md requires.
 void replace_file(const std::string &file, const std::string &text)
 {
     std::ofstream{file + ".new", std::ios::binary} << text;
     expect(std::rename((file + ".new").c_str(), file.c_str()) == 0, "a file is renamed");
 }
 
-// What is written to the C library's stderr meanwhile.
+// Captures what is written to the C library's stderr.
 class complaints
 {
 public:
@@ -137,7 +137,7 @@ void check_switch(const char *kind, const std::string &text)
         expect_equal(lines.size(), right.mistakes.size(), "complaints", text);
 }
 
-// ------------------------------------------------------------------------------------ in force
+// ------------------------------------------------------------------------ calls under control
 
 class controlled_scene
 {
@@ -158,7 +158,7 @@ private:
     std::vector<std::string> logged_; ///< functions, while there is a log
 };
 
-// Lines that make sense, with names of files that may be written, and a few that do not.
+// Mostly valid lines, with names of files that may be written, and a few invalid ones.
 std::string controlled_scene::any_line()
 {
     static const std::string names[] = {"/one", "/two", "/none/three", "/one",
@@ -193,7 +193,7 @@ std::string controlled_scene::any_line()
     }
 }
 
-// The nudge that makes the simulator look at the file is no call.
+// The call that makes the simulator check the file does not count as a call.
 void controlled_scene::put_in_force(const std::string &lines)
 {
     replace_file(folder + "/control", lines);

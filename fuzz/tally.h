@@ -1,11 +1,12 @@
-// What a target counts of what it goes through, for tools/reliability_table.
+// Counts of what a target has run, for tools/reliability_table.
 #pragma once
 
 #include <cstdio>
 
 namespace fuzz {
 
-/// A count that is told, as "tally: 12 hostile words", when the program ends. Of static storage.
+/// A count that is printed on stderr, as in "tally: 12 hostile words", when the program ends,
+/// unless it is zero. For static objects; `what` must outlive it.
 class tally
 {
 public:

@@ -1,6 +1,6 @@
-// What a fuzz target is: a program that reads any bytes as one small scene and checks what comes of
-// it. The same source becomes a libFuzzer program (fuzzer.cpp) or a test that replays the committed
-// inputs (replay.cpp). A breach of what a target expects ends the program: see expect.h.
+// The interface of a fuzz target, which decodes any bytes as one small scene, runs it and checks
+// the outcome. The same source becomes a libFuzzer program (fuzzer.cpp) or a test that replays the
+// committed inputs (replay.cpp). A finding ends the program: see expect.h.
 #pragma once
 
 #include <cstdint>
@@ -8,10 +8,10 @@
 
 namespace fuzz {
 
-/// Called once, before all inputs.
+/// Called once, before all inputs, with the program's path.
 void prepare(const char *program);
 
-/// One input. Every call starts from the same state, so that an input says all there is to know.
+/// Runs one input. Every call starts from the same state, so the input alone reproduces a finding.
 void execute(std::span<const std::uint8_t> input);
 
 } // namespace fuzz

@@ -1,4 +1,4 @@
-// What the targets hold of Tcl: an interpreter, objects, and texts as scripts can have them.
+// Tcl for the targets: an interpreter, objects, and the texts that scripts can contain.
 #pragma once
 
 #include <tcl.h>
@@ -9,15 +9,15 @@
 
 namespace fuzz {
 
-/// Readies Tcl and fills the stub table; gives an interpreter for the life of the process. Ends the
-/// program if that fails.
+/// Initialises Tcl, fills the stub table and returns an interpreter that is never deleted. Ends the
+/// program on failure.
 Tcl_Interp *start_tcl(const char *program);
 
-/// Leaves the interpreter only these global commands and the namespace of `info`: what a hostile
-/// word may evaluate reaches no file, no process, no timer and no loop.
+/// Deletes all commands but the global ones in `list` and the namespace of `info`, so that a
+/// hostile word cannot access files, processes or timers, or loop.
 void keep_commands(Tcl_Interp *interp, std::string_view list);
 
-/// Bytes as the text of a script word: Tcl writes a null byte as two others.
+/// Bytes as the text of a script word: Tcl encodes a null byte as two bytes.
 std::string script_text(std::string_view bytes);
 
 /// A counted reference to an object.
@@ -48,7 +48,7 @@ private:
     Tcl_Obj *object_;
 };
 
-/// Lets Tcl read the object's text in one of several ways, so that it remembers something else.
+/// Has Tcl read the object as another type, which changes its internal representation.
 void shimmer(Tcl_Obj *object, unsigned way);
 constexpr unsigned shimmer_ways = 6; ///< way 0 does nothing
 

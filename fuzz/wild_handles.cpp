@@ -1,7 +1,7 @@
-// Fuzz target: the command layer under strict memory. Any of the module's commands over handles of
-// freed blocks, of the insides of others, of other types, and of addresses made up: a handle of a
-// freed block is always refused, and whatever happens, nothing but live blocks is touched, which
-// the sanitizers see to. Input: the calls, one after the other.
+// Fuzz target: the command layer under strict memory. Any of the module's commands with handles of
+// freed blocks, of places inside blocks, of other types, and of made-up addresses: a handle of a
+// freed block is always rejected, and only live blocks are accessed, which the sanitizers check.
+// Input: the calls in order.
 #include "fuzz/bytes.h"
 #include "fuzz/expect.h"
 #include "fuzz/handle_model.h"
@@ -51,7 +51,7 @@ private:
     std::vector<block> freed_;
 };
 
-// `stale` becomes true if the handle is one of a freed block.
+// Sets `stale` if the handle is of a freed block.
 std::string scene::wild_handle(const std::string &pointee, bool &stale)
 {
     const auto handle = [&](std::uint32_t address) {
@@ -86,7 +86,7 @@ std::string scene::wild_handle(const std::string &pointee, bool &stale)
     }
 }
 
-// Arrays stay small; any other number will do.
+// Keeps arrays small; any other number is valid.
 std::string scene::number(const random_test::command &what, std::size_t argument)
 {
     const bool size = what.name.ends_with("_array_create") && argument + 1 == what.arguments.size();
@@ -95,7 +95,7 @@ std::string scene::number(const random_test::command &what, std::size_t argument
     return std::to_string(static_cast<std::uint32_t>(input_.number(4)));
 }
 
-// What a call that succeeded has made or freed.
+// Records what a successful call has created or freed.
 void scene::learn(const random_test::command &what, const std::string &first_word)
 {
     if (what.name == "qx_data_free") {

@@ -1,6 +1,5 @@
-// Addresses and prefixes as keys. Family 0 is IPv4, an address in word 0; family 1 is IPv6, in
-// words 0 to 3, the first word first. Words are numbers: the most significant bit comes first in an
-// address.
+// Addresses and prefixes as keys. Family 0 is IPv4, with the address in word 0; family 1 is IPv6,
+// in words 0 to 3, first word first. The most significant bit of a word comes first in the address.
 #pragma once
 
 #include "qx_sdk.h"
@@ -22,7 +21,8 @@ struct address_key
     auto operator<=>(const address_key &) const = default;
 };
 
-/// A prefix: an address cut to a length. IPv4 before IPv6, then by address, shorter ones first.
+/// A prefix: an address whose bits beyond the length are zero. Sorted by family (IPv4 first),
+/// address and length.
 struct prefix_key
 {
     address_key address;
@@ -30,19 +30,19 @@ struct prefix_key
     auto operator<=>(const prefix_key &) const = default;
 };
 
-/// True if the family is known and has that many bits.
+/// True if the family is known and the length does not exceed its number of bits.
 bool valid_address(const qx_ip_address_t &address) noexcept;
 
-/// Bits of an address of a known family: 32 or 128.
+/// The number of bits of an address: 32 for IPv4, otherwise 128. The family must be known.
 std::uint32_t family_bits(std::uint32_t family) noexcept;
 
-/// The address of a valid record; its length does not count.
+/// The address in a valid record, whatever its length.
 address_key address_of(const qx_ip_address_t &address) noexcept;
 
-/// The prefix of a valid record; bits behind the length do not count.
+/// The prefix in a valid record; bits beyond the length are cleared.
 prefix_key prefix_of(const qx_ip_address_t &address) noexcept;
 
-/// The prefix cut to a length, if it is longer.
+/// The prefix cut to `length` bits, or unchanged if it is not longer.
 prefix_key shortened(const prefix_key &prefix, std::uint32_t length) noexcept;
 
 } // namespace qxsim

@@ -1,4 +1,4 @@
-// The common shape of every SDK function.
+// What all SDK functions have in common.
 #include "call.h"
 
 #include "control.h"
@@ -39,7 +39,7 @@ static bool has_null(const call_row &call, const call_word *words) noexcept
     return false;
 }
 
-// Behaviours do not throw; what can is the making of a device, and then nothing has changed yet.
+// Behaviours do not throw. Creating a device can, but then nothing has changed yet.
 static qx_status carry_out(const call_row &call, const call_word *words) noexcept
 try {
     call_frame frame{call, words};

@@ -1,7 +1,7 @@
-// The common shape of every SDK function: device and null pointers are checked, records copied in,
-// the behaviour runs on the copies, and only a successful call copies them out. So a failing call
-// writes nothing, and records may lie at any address. The functions themselves are generated; each
-// calls `perform` with its number and its words, which calls the behaviour in its area's file.
+// What all SDK functions have in common: device and pointers are checked, records are copied in,
+// the behaviour runs on the copies, and only a successful call copies results out. So a failing
+// call writes nothing, and records need no alignment. The functions themselves are generated; each
+// passes its number and arguments to `perform`, which calls the behaviour in its area's file.
 #pragma once
 
 #include "qx_status.h"
@@ -19,7 +19,7 @@ class call_frame;
 
 using qxsh::call_row;
 
-/// An argument as the caller gave it.
+/// An argument as the caller passed it: a number or a pointer.
 struct call_word
 {
     call_word(unsigned int number) noexcept : value(number) {}
@@ -28,14 +28,15 @@ struct call_word
     void *pointer = nullptr;
 };
 
-/// The copies of one call's records and cells. An array stays where it is.
+/// The copies of one call's records and cells. Arrays are not copied but read in place. Arguments
+/// are numbered from 0.
 class call_frame
 {
 public:
     call_frame(const call_row &call, const call_word *words) noexcept : call_(call), words_(words)
     {}
 
-    device *here = nullptr; ///< the device that the call names; null if it names none
+    device *here = nullptr; ///< the device that the call names, not owned; null if it names none
 
     template <class Value> Value value(unsigned number) const noexcept
     {
@@ -51,8 +52,8 @@ public:
         return {words_[number].pointer, words_[count].value};
     }
 
-    void fetch() noexcept;   ///< copies in what the call reads
-    void deliver() noexcept; ///< copies out what the call fills
+    void fetch() noexcept;   ///< copies the inputs in; no pointer may be null
+    void deliver() noexcept; ///< copies the outputs to the caller
 
 private:
     const call_row &call_;
@@ -60,7 +61,8 @@ private:
     alignas(4) unsigned char copies_[qxsh::most_frame_bytes] = {};
 };
 
-/// One call of the SDK function with this number, from its first check to its status.
+/// Performs one call of the SDK function with this number (below qxsh::call_count) and returns its
+/// status. `words` holds one word for each argument.
 unsigned int perform(unsigned int number, const call_word *words) noexcept;
 
 } // namespace qxsim

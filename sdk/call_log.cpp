@@ -22,7 +22,7 @@ static std::int64_t microseconds(clockid_t clock) noexcept
     return std::int64_t{time.tv_sec} * 1'000'000 + time.tv_nsec / 1000;
 }
 
-// A number of microseconds as seconds with six decimals.
+// Microseconds as seconds with six decimals.
 static std::string seconds(std::int64_t time)
 {
     std::string fraction = std::to_string(time % 1'000'000);
@@ -38,8 +38,8 @@ static void write_pointed(json_text &json, const argument_row &argument, const u
         json.number(qxsh::read_number(place, argument.size));
 }
 
-// What a pointer argument points to, as JSON. More records than any call reads are not read here
-// either.
+// What a pointer argument points to, as JSON. If the count is larger than any call accepts, the
+// array is not read.
 static std::string pointed(const call_row &call, const call_word *words, std::size_t number,
                            bool keys)
 {

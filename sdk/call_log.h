@@ -1,4 +1,4 @@
-// The call log: one JSON line a call, with its arguments by name, records in full before and after.
+// The call log: a line of JSON per call, with arguments by name, and records before and after it.
 #pragma once
 
 #include "call.h"
@@ -9,17 +9,18 @@
 
 namespace qxsim {
 
-/// An open log file, or none. Writing to it never disturbs a call: on a failure the log ends with
-/// one complaint.
+/// An open log file, or none. Writing to it never affects a call: a failure is reported once on
+/// stderr and ends the log.
 class call_log
 {
 public:
-    /// Goes on in this file; an empty name ends the log. Keys are written as lengths unless asked
-    /// for.
+    /// Continues in this file; an empty name ends the log. Unless `keys` is true, only the lengths
+    /// of keys are written. A file that cannot be opened is reported on stderr.
     void use(const std::string &name, bool keys);
     bool open() const noexcept { return file_ >= 0; }
 
-    /// Before and after a call; `finish` writes the line.
+    /// To be called before and after each call while the log is open, with the same call and words;
+    /// `number` is the call's number in the log, `finish` writes the line.
     void start(const call_row &call, const call_word *words, std::uint32_t number) noexcept;
     void finish(const call_row &call, const call_word *words, std::uint32_t status,
                 bool fault) noexcept;
@@ -31,10 +32,10 @@ private:
     int file_ = -1;
     bool keys_ = false;
 
-    // The call that runs.
+    // The current call.
     std::uint32_t number_ = 0;
     std::int64_t started_ = 0;          ///< microseconds since 1970
-    std::int64_t clock_ = 0;            ///< microseconds of a clock that is never set
+    std::int64_t clock_ = 0;            ///< microseconds of the monotonic clock
     std::vector<std::string> before_{}; ///< what pointer arguments point to, as JSON
 };
 

@@ -13,7 +13,7 @@ constexpr std::uint32_t latency_limit = 10'000'000;
 
 bool fits(std::string_view pattern, std::string_view name) noexcept
 {
-    // On a mismatch the last star takes one character more.
+    // On a mismatch the last star matches one more character.
     std::size_t in_pattern = 0;
     std::size_t in_name = 0;
     std::size_t star = std::string_view::npos;
@@ -45,7 +45,7 @@ bool fits_any(std::string_view pattern) noexcept
     return false;
 }
 
-// A decimal number from least to limit.
+// Reads a decimal number from `least` to `limit`.
 static bool read_number(std::string_view text, std::uint32_t least, std::uint32_t limit,
                         std::uint32_t &number) noexcept
 {

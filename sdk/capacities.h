@@ -1,5 +1,4 @@
-// How much a simulated device has of everything. The numbers are the simulator's own and are listed
-// in docs/simulator.md; a test fills each table to the number given there.
+// Sizes and limits of a simulated device, as listed in docs/simulator.md; a test fills each table.
 #pragma once
 
 #include <cstdint>
@@ -16,9 +15,9 @@ constexpr unsigned sata_count = 2;
 constexpr unsigned usb_count = 2;
 constexpr unsigned packet_engine_count = 8;
 
-// Entries a table holds.
-constexpr unsigned flow_slot_count = 4096; ///< a power of two: the hash is cut to it
-constexpr unsigned flow_probe_count = 16;  ///< slots tried for a flow, from its own one on
+// Table sizes, in entries.
+constexpr unsigned flow_slot_count = 4096; ///< a power of two, for masking the hash
+constexpr unsigned flow_probe_count = 16;  ///< slots tried for a flow, starting at its home slot
 constexpr unsigned flow_capacity = 1024;
 constexpr unsigned rule_slot_count = 1024;
 constexpr unsigned rule_capacity = 512;

@@ -1,5 +1,5 @@
-// Control of the simulator from outside the SDK. A call on device 65535 while a control file is
-// named only makes the simulator look at that file: it is no call to be counted, logged or delayed.
+// Control of the simulator from outside the SDK. While a control file is named, a call on device
+// 65535 only makes the simulator check that file: it is not counted, logged or delayed.
 #include "control.h"
 
 #include "call_log.h"
@@ -23,7 +23,7 @@ namespace {
 
 constexpr std::uint32_t nudge_device = 65535;
 
-// All that control knows; made only when a switch asks for it, and kept to the end of the process.
+// The state of control; created only if a switch is set, and kept until the process ends.
 struct controls
 {
     control_settings environment;
@@ -45,13 +45,13 @@ const char *switch_value(const char *name) noexcept
     return value != nullptr && *value != '\0' ? value : nullptr;
 }
 
-// The switches mean nothing to a program that runs with rights its user has not.
+// A set-user-ID or set-group-ID program ignores the switches.
 bool privileged() noexcept
 {
     return getuid() != geteuid() || getgid() != getegid();
 }
 
-// The settings of the file count after those of the environment, and for the log in their place.
+// A log named in the control file replaces the environment's; keys are shown if either asks for it.
 void controls::apply()
 {
     log.use(file.log.empty() ? environment.log : file.log, environment.keys || file.keys);
@@ -121,7 +121,7 @@ void wait(std::uint32_t microseconds) noexcept
     }
 }
 
-// What has to happen before the call; false if it was no call but a nudge.
+// Obeys the control file; false if the call only asked for that.
 bool prepare(controls &all, const call_row &call, const call_word *words) noexcept
 try {
     all.look();

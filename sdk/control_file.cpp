@@ -1,4 +1,4 @@
-// The control file. Lines are words separated by blanks; a file name is the rest of its line.
+// The control file. A line is words separated by blanks; a file name extends to the line's end.
 #include "control_file.h"
 
 #include "files.h"
@@ -19,7 +19,7 @@ static std::string_view trimmed(std::string_view text) noexcept
     return text.substr(start, text.find_last_not_of(blanks) - start + 1);
 }
 
-// The first word, which is taken off the text.
+// Removes the first word from the text and returns it.
 static std::string_view next_word(std::string_view &text) noexcept
 {
     text = trimmed(text);
@@ -36,7 +36,7 @@ static std::vector<std::string> words_of(std::string_view text)
     return words;
 }
 
-// Each reader of a line says what is wrong with it; an empty text if nothing is.
+// The functions that read a line return what is wrong with it; an empty text if nothing is.
 static std::string read_rule(std::string_view kind, std::string_view rest,
                              control_settings &settings)
 {
@@ -145,7 +145,7 @@ static std::string content(const char *name)
     return text;
 }
 
-// Fault lines that stay keep their counts.
+// Fault lines that are still there keep their counts.
 static void keep_counts(const control_settings &before, control_settings &after) noexcept
 {
     for (fault_rule &rule : after.faults)

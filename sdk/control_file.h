@@ -1,5 +1,5 @@
-// The control file and what can be set with it: settings last as long as the file holds their
-// lines, actions are obeyed each time the file is read.
+// The control file: settings apply as long as the file contains their lines, actions are carried
+// out each time the file is read.
 #pragma once
 
 #include "call_rules.h"
@@ -15,16 +15,16 @@ struct control_settings
 {
     std::vector<fault_rule> faults;
     std::vector<latency_rule> latencies;
-    std::string log; ///< file of the call log; empty: none
-    bool keys = false;
+    std::string log;   ///< name of the call log's file; empty: none
+    bool keys = false; ///< whether key bytes are written, not only their lengths
 };
 
-/// The status that a call fails with, or 0; both sets of rules count the call, the first set
-/// answers first.
+/// Counts a call in both sets of rules. Returns the status that it fails with, or 0; the first set
+/// takes precedence.
 std::uint32_t fault_for(control_settings &first, control_settings &second,
                         std::string_view function) noexcept;
 
-/// The longer one of the two sets' delays, in microseconds.
+/// The longer of the two sets' delays, in microseconds.
 std::uint32_t latency_for(const control_settings &first, const control_settings &second,
                           std::string_view function) noexcept;
 
@@ -32,28 +32,29 @@ struct control_action
 {
     enum class kind : std::uint8_t { reset, snapshot, state };
     kind what;
-    std::string file; ///< to write; empty for a reset
+    std::string file; ///< the file to write; empty for a reset
 };
 
-/// Reads rules of one kind, separated by semicolons, as an environment variable holds them.
-/// Mistakes are reported under the variable's name.
+/// Adds the rules in an environment variable's value to `settings`: `text` holds rules of one kind
+/// ("fault" or "latency"), separated by semicolons. Each mistake is reported on stderr under the
+/// variable's name, and that rule is left out.
 void read_rules(const char *variable, const char *kind, std::string_view text,
                 control_settings &settings);
 
-/// A control file that is read again whenever it is another one than before.
+/// A control file that is read again whenever it has changed.
 class control_file
 {
 public:
     void name(const char *file) { name_ = file; }
     bool named() const noexcept { return !name_.empty(); }
 
-    /// If the file has appeared, changed or gone since the last look: replaces the settings by the
-    /// file's, gives its actions in order, reports each mistake on stderr, and is true. A fault
-    /// line that was there before goes on counting.
+    /// If the file was created, changed or removed since the last check: replaces the settings,
+    /// appends the file's actions in order, reports each mistake on stderr, and returns true. A
+    /// fault line that was there before keeps its count of calls. May throw std::bad_alloc.
     bool read_if_changed(control_settings &settings, std::vector<control_action> &actions);
 
 private:
-    /// What tells one state of the file from another; all zero if there is no file.
+    /// Identifies one version of the file; all zero if there is no file.
     struct mark
     {
         std::uint64_t device = 0;

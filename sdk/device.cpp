@@ -1,4 +1,4 @@
-// The simulated devices: making them, finding them, starting over.
+// The simulated devices: creating, finding and resetting them.
 #include "device.h"
 
 #include <memory>

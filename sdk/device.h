@@ -1,5 +1,5 @@
-// The simulated devices: each is a struct of tables, and every table is bounded. Relies on
-// capacities.h for the sizes. Behaviours are in one file per area.
+// The simulated devices: each is a struct of bounded tables, whose sizes are in capacities.h. The
+// behaviours are in one file per area.
 #pragma once
 
 #include "address.h"
@@ -20,17 +20,17 @@ namespace qxsim {
 
 struct qos_port
 {
-    std::uint32_t mode = 0; ///< 0 the port's own priority, 1 the DSCP map, 2 the 802.1p map
+    std::uint32_t mode = 0; ///< 0 by port, 1 by the DSCP map, 2 by the 802.1p map
     std::array<std::uint8_t, dscp_count>
-        dscp{}; ///< priority by DSCP; at first its upper three bits
-    std::array<std::uint8_t, dot1p_count> dot1p{}; ///< priority by 802.1p value; at first the same
+        dscp{}; ///< priority by DSCP; initially its upper three bits
+    std::array<std::uint8_t, dot1p_count> dot1p{}; ///< priority by 802.1p value; at first equal
     bool operator==(const qos_port &) const = default;
 };
 
-/// The maps of a port at the start.
+/// A port's initial maps.
 qos_port initial_port() noexcept;
 
-/// States: 0 off, 1 on, 2 asleep.
+/// Power states: 0 off, 1 on, 2 asleep.
 struct power_states
 {
     std::uint32_t frequency = 1000; ///< MHz
@@ -45,16 +45,16 @@ struct power_states
 
 // -------------------------------------------------------------------- flows, rules, translations
 
-/// Who put a flow into the table; only that one takes it out again.
+/// Who added a flow to the table; only its owner may remove it.
 enum class flow_owner : std::uint8_t { caller, rtp, translation };
 
 struct flow_entry
 {
     stored<qx_flow_t> flow;
     flow_key key{};
-    std::uint32_t added = 0; ///< tick of the device
+    std::uint32_t added = 0; ///< device::ticks when it was added
     flow_owner owner = flow_owner::caller;
-    std::uint32_t owner_id = 0; ///< of an RTP or IP translation
+    std::uint32_t owner_id = 0; ///< id of the owning RTP or IP translation
 };
 
 using rule_key = stored<qx_rule_hash_key_t>; ///< padding cleared
@@ -69,7 +69,7 @@ struct rtp_entry
 {
     stored<qx_rtp_cfg_t> cfg;
     std::uint16_t flow_slot = 0;
-    std::uint32_t added = 0; ///< tick of the device
+    std::uint32_t added = 0; ///< device::ticks when it was added
 };
 
 struct translation_entry
@@ -80,7 +80,7 @@ struct translation_entry
 
 // -------------------------------------------------------------------------------------- layer 3
 
-/// Identity of a next hop, in the order in which next hops are walked.
+/// Identity of a next hop; walks are in this order.
 struct nexthop_key
 {
     std::uint32_t type = 0;
@@ -93,13 +93,13 @@ struct nexthop_entry
 {
     stored<qx_l3_nexthop_t> nexthop;
     std::uint32_t index = 0;
-    std::uint32_t routes = 0; ///< routes that lead to it
-    bool added = false;       ///< by a call of its own; otherwise it goes with its last route
+    std::uint32_t routes = 0; ///< number of routes that use it
+    bool added = false;       ///< by its own call; otherwise it is removed with its last user
 };
 
 struct route_entry
 {
-    stored<qx_l3_route_t> route; ///< the next hop in it is not kept up to date
+    stored<qx_l3_route_t> route; ///< its next hop may be outdated: look up `nexthop`
     nexthop_key nexthop;
 };
 
@@ -117,7 +117,7 @@ struct port_encap_key
     auto operator<=>(const port_encap_key &) const = default;
 };
 
-// ------------------------------------------------------------------ tunnels and what they carry
+// ------------------------------------------------------------ tunnels, sessions, IPsec, PPPoE
 
 struct tunnel_entry
 {
@@ -149,14 +149,14 @@ struct policy_entry
 {
     std::uint32_t spd = 0;
     stored<qx_ipsec_policy_t> policy;
-    std::uint32_t first_sa = 0; ///< head of its chain; 0: none
+    std::uint32_t first_sa = 0; ///< number of the first entry of its chain; 0: none
 };
 
-/// Associations that were added together.
+/// Security associations that were added together, as a bundle.
 struct sa_entry
 {
     std::uint32_t policy = 0;
-    std::uint32_t next = 0; ///< the entry after it in the policy's chain; 0 at the end
+    std::uint32_t next = 0; ///< number of the next entry of the policy's chain; 0 at the end
     std::uint32_t count = 0;
     std::array<stored<qx_ipsec_sa_t>, sa_bundle_limit> associations{};
 };
@@ -177,7 +177,7 @@ struct pppoe_entry
 
 // ----------------------------------------------------------------------------------- the device
 
-/// One device. Making one takes all its memory and may throw std::bad_alloc.
+/// One device. Its constructor allocates all of its memory and may throw std::bad_alloc.
 struct device
 {
     explicit device(unsigned number);
@@ -214,7 +214,7 @@ struct device
     bounded_table<std::uint16_t, pppoe_entry> pppoe; ///< by PPPoE port number
 };
 
-/// Serial numbers above these bases: an id of one kind or device is never one of another.
+/// Bases of serial numbers: ids of different kinds or devices never coincide.
 constexpr std::uint32_t rtp_base(unsigned device)
 {
     return device << 16;
@@ -232,17 +232,18 @@ constexpr std::uint32_t sa_base(unsigned device)
     return 0x03000000U | device << 16;
 }
 
-/// The status of a delete that finds nothing: deleted already, or unknown.
+/// The status of a delete that finds nothing: QX_DELETED if it was removed lately, else `unknown`.
 template <class Table, class Key>
 qx_status missing(const Table &table, const Key &key, qx_status unknown) noexcept
 {
     return was_removed(table, key) ? QX_DELETED : unknown;
 }
 
-/// The device with a number below device_count; made when it is first asked for (which may throw).
+/// The device with a number below device_count. It is created on first use, which may throw
+/// std::bad_alloc, and stays valid until reset_devices.
 device &device_numbered(unsigned number);
 
-/// All devices as they were at the start.
+/// Returns all devices to their initial state; references to them become invalid.
 void reset_devices() noexcept;
 
 } // namespace qxsim

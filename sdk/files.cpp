@@ -1,4 +1,4 @@
-// The simulator's files and its complaints. Relies on POSIX files.
+// The simulator's files and error messages. Relies on POSIX files.
 #include "files.h"
 
 #include <cerrno>

@@ -1,11 +1,11 @@
-// The flow table: hash slots chosen from the ingress packet, a second index by flow id.
+// The flow table: slots chosen by a hash of the ingress packet, and a second index by flow id.
 #include "flow.h"
 
 #include "sdk_calls.h"
 
 namespace qxsim {
 
-/// A flow carries a packet when it is added and then every so many ticks.
+/// A flow carries a packet when it is added, and then one every this many ticks.
 constexpr std::uint32_t ticks_per_packet = 4;
 
 static std::uint16_t probed(unsigned home, unsigned step) noexcept

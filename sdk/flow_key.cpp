@@ -9,7 +9,7 @@ namespace qxsim {
 
 namespace {
 
-// Collects the bytes of a key, numbers low byte first.
+// Collects the bytes of a key, numbers in little-endian order.
 class key_writer
 {
 public:
@@ -26,7 +26,7 @@ public:
     void address(const qx_ip_address_t &record) noexcept
     {
         number(record.afi, 1);
-        // An IPv4 address is the first word alone.
+        // An IPv4 address is in the first word only.
         for (unsigned word = 0; word < 4; ++word)
             number(record.afi == 0 && word > 0 ? 0 : record.ip_addr.addr[word], 4);
     }

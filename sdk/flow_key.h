@@ -1,5 +1,5 @@
-// What the flow table finds a flow by, and the slot that follows: the formula of docs/simulator.md.
-// Plain functions of a packet, which package qx has as well.
+// The key of a flow and its slot in the flow table, by the formula in docs/simulator.md. Package qx
+// has the same functions.
 #pragma once
 
 #include "qx_sdk.h"
@@ -9,13 +9,13 @@
 
 namespace qxsim {
 
-/// The bytes of an ingress packet that the hash runs over, in that order.
+/// The bytes of an ingress packet that are hashed, in that order.
 using flow_key = std::array<std::uint8_t, 64>;
 
 flow_key flow_key_of(const qx_pkt_info_t &packet) noexcept;
 
-/// The slot that a key's hash names; a flow lies in this one or in one of the next ones, round the
-/// end.
+/// The home slot of a key, below flow_slot_count. A flow is in this slot or one of the following
+/// ones, wrapping at the end.
 unsigned flow_home(const flow_key &key) noexcept;
 
 } // namespace qxsim

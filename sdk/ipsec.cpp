@@ -1,4 +1,4 @@
-// The IPsec database: SPDs per direction, policies in an SPD, chains of associations in a policy.
+// The IPsec databases: SPDs by direction, policies in an SPD, chains of associations in a policy.
 #include "codes.h"
 #include "device.h"
 #include "sdk_calls.h"
@@ -61,7 +61,7 @@ static qx_status check_policy(const qx_ipsec_policy_t &policy) noexcept
     return QX_OK;
 }
 
-// The SPD and the policy in it exist; `policy` receives the policy.
+// Finds a policy, which has to be in the SPD given; stores it in `policy`.
 static qx_status find_policy(device &here, std::uint32_t spd_handle, std::uint32_t policy_handle,
                              policy_entry *&policy) noexcept
 {
@@ -128,7 +128,7 @@ qx_status ipsec_policy_delete(device &here, unsigned int spd_handle, unsigned in
 
 // ----------------------------------------------------------------------------- the associations
 
-// The same association: index, protocol and destination, and the direction.
+// Associations are the same if their SPI, protocol, destination and direction are.
 static bool same_association(const qx_ipsec_sa_t &left, const qx_ipsec_sa_t &right) noexcept
 {
     for (unsigned index = 0; index < 4; ++index)
@@ -153,7 +153,7 @@ static qx_status check_associations(const sa_entry &added) noexcept
     return QX_OK;
 }
 
-// New associations go in the SPD's direction and are neither there nor given twice.
+// New associations must have the SPD's direction, and must not exist yet or be given twice.
 static qx_status check_new(const device &here, const sa_entry &added, std::uint32_t way) noexcept
 {
     for (unsigned index = 0; index < added.count; ++index) {

@@ -1,4 +1,4 @@
-// L2TP sessions of a tunnel and the IPv6 prefixes of a session.
+// L2TP sessions in a tunnel, and the IPv6 prefixes of a session.
 #include "codes.h"
 #include "device.h"
 #include "sdk_calls.h"
@@ -100,7 +100,7 @@ qx_status ipv6_over_l2tp_delete(device &here, unsigned int tunnel_id, unsigned s
     return QX_OK;
 }
 
-// An IPv4 record, such as a new one of zeros, comes before all prefixes: the walk starts with it.
+// An IPv4 record, such as a new one of zeros, sorts before all prefixes: it starts the walk.
 qx_status ipv6_over_l2tp_getnext(device &here, unsigned int tunnel_id, unsigned short session_id,
                                  qx_ip_address_t &ipv6_prefix)
 {

@@ -1,5 +1,5 @@
-// Layer 3: routes with longest-prefix matching, next hops counted by the routes that lead to them,
-// walks in the order of the keys. NAT subnets and port MTUs are in l3_ports.cpp.
+// Layer 3: routes with longest-prefix match, next hops that count the routes using them, walks in
+// key order. NAT subnets and port MTUs are in l3_ports.cpp.
 #include "l3.h"
 
 #include "codes.h"
@@ -18,7 +18,7 @@ static bool used_by_tunnel(const device &here, std::uint32_t index) noexcept
     return find_row(here.tunnels, uses) != nullptr;
 }
 
-// What a next hop says of itself is within its ranges.
+// Checks the ranges of a next hop's fields.
 static qx_status check_nexthop(const qx_l3_nexthop_t &nexthop) noexcept
 {
     if (nexthop.nhid.nhop_type > nexthop_by_sa)
@@ -32,7 +32,7 @@ static qx_status check_nexthop(const qx_l3_nexthop_t &nexthop) noexcept
     return nexthop.encap.port_encap.type > encap_limit ? QX_BAD_ENCAP : QX_OK;
 }
 
-// What a next hop is bound to exists.
+// Checks that what a next hop is bound to exists.
 static qx_status check_binding(const device &here, const qx_l3_nexthop_t &nexthop) noexcept
 {
     switch (nexthop.nhid.nhop_type) {
@@ -76,7 +76,7 @@ static void remove_route(device &here, const prefix_key &prefix) noexcept
     drop_if_unused(here, key);
 }
 
-// A route as the caller sees it: its prefix as added, its next hop as it is now.
+// Stores a route for the caller: its prefix as added, its next hop in its current state.
 static void show_route(const device &here, const route_entry &entry, qx_l3_route_t &route) noexcept
 {
     entry.route.copy_to(route);
@@ -260,7 +260,7 @@ qx_status l3_nexthop_update(device &here, const qx_l3_nexthop_t &nexthop)
     return binding;
 }
 
-// ------------------------------------------------------------------------------------- the area
+// ---------------------------------------------------------------------------- shutdown and start
 
 qx_status l3_route_shut(device &here)
 {

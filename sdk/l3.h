@@ -1,12 +1,12 @@
-// What tunnels need of next hops.
+// Next hops, as tunnels use them.
 #pragma once
 
 #include "device.h"
 
 namespace qxsim {
 
-/// To be called when a tunnel that used a next hop is gone: a next hop that no call has added goes
-/// with its last user.
+/// To be called after a tunnel that used this next hop was removed: removes the next hop if it has
+/// no other user and no call added it. An unknown index is ignored.
 void release_nexthop(device &here, std::uint32_t index) noexcept;
 
 } // namespace qxsim

@@ -1,4 +1,4 @@
-// NAT subnets by interface, and the IP MTU by port and encapsulation.
+// NAT subnets by interface, and IP MTUs by port and encapsulation.
 #include "codes.h"
 #include "device.h"
 #include "sdk_calls.h"

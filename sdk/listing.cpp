@@ -1,4 +1,4 @@
-// Snapshots and listings of the devices.
+// Snapshots and state listings of the devices.
 #include "listing.h"
 
 #include "device.h"
@@ -12,7 +12,7 @@ namespace {
 
 using layout = json_text::layout;
 
-// A member that is an array with one row of a table on each line.
+// Writes a member that is an array, with one row of a table per line.
 template <class Table, class Write>
 void rows(json_text &json, const char *name, const Table &table, Write write)
 {
@@ -25,7 +25,7 @@ void rows(json_text &json, const char *name, const Table &table, Write write)
     json.end();
 }
 
-// Ports whose maps are as they were at the start are left out.
+// Leaves out ports that still have their initial maps.
 void write_qos(json_text &json, const device &here)
 {
     static const qos_port initial = initial_port();
@@ -169,8 +169,7 @@ void write_devices(json_text &json)
     json.end();
 }
 
-// ------------------------------------------------------------------------------ what moves by
-// itself
+// --------------------------------------------------------------------- state that changes with use
 
 template <class Table> void write_use(json_text &json, const char *name, const Table &table)
 {

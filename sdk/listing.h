@@ -1,4 +1,4 @@
-// Snapshots and listings of the devices, as JSON in a fixed order.
+// Snapshots and state listings of the devices, as JSON in a fixed order.
 #pragma once
 
 #include "call.h"
@@ -12,7 +12,7 @@
 
 namespace qxsim {
 
-/// How often each function was called since control began.
+/// How many times each function was called since control was turned on.
 class call_counts
 {
 public:
@@ -30,12 +30,12 @@ private:
     std::uint32_t all_ = 0;
 };
 
-/// What calls have put into the devices and can take out again, nothing else: devices that are in
-/// the same configuration give the same text. Keys are written as lengths unless `keys` is true.
+/// The configuration of all devices and nothing else: devices with the same configuration give the
+/// same text. Unless `keys` is true, only the lengths of keys are written.
 std::string snapshot_text(bool keys);
 
-/// The snapshot, and what moves by itself: clocks, counters, use of the tables, calls by function,
-/// rules.
+/// The snapshot, and the state that changes with use: clocks, counters, table sizes, calls by
+/// function, and the rules of the environment and of the control file.
 std::string state_text(bool keys, const call_counts &counts,
                        const std::vector<fault_rule> &environment,
                        const std::vector<fault_rule> &file);

@@ -1,5 +1,5 @@
-// Power management: clock and cores, controllers, suspension. CPU 0 runs the caller, so it can only
-// be on; the system is suspended when the network engine is, and wakes up before the call returns.
+// Power management: clock and cores, controllers, suspend. CPU 0 runs the caller, so it is always
+// on. The system can be suspended once the network engine is; it wakes up before the call returns.
 #include "codes.h"
 #include "device.h"
 #include "sdk_calls.h"

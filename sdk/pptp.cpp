@@ -1,4 +1,4 @@
-// PPTP sessions, one per identifier and direction, and the change of their keys.
+// PPTP sessions, one per identifier and direction, and key changes.
 #include "codes.h"
 #include "device.h"
 #include "sdk_calls.h"
@@ -16,7 +16,7 @@ static qx_status check_session(const qx_pptp_sa_t &session) noexcept
     return session.keylen > pptp_key_limit ? QX_BAD_KEY : QX_OK;
 }
 
-// A GRE tunnel names the session of its direction in the low half of an overlay word.
+// A GRE tunnel refers to a session of its direction by the low half of an overlay word.
 static bool used_by_tunnel(const device &here, const pptp_key &key) noexcept
 {
     return find_row(here.tunnels, [&](const tunnel_entry &entry) {
@@ -77,7 +77,7 @@ qx_status pptp_session_clear_all(device &here)
     return QX_OK;
 }
 
-// The next key: each byte one more than before. Sequence numbers start over with it.
+// Changes the key: each byte is incremented. Sequence numbers start again.
 static void change_key(qx_pptp_sa_t &session) noexcept
 {
     for (unsigned index = 0; index < session.keylen; ++index)

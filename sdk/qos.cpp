@@ -1,4 +1,4 @@
-// QoS maps: per port a map mode and two tables that give a packet its priority.
+// QoS maps: for each port a map mode, and two tables from which a packet gets its priority.
 #include "codes.h"
 #include "device.h"
 #include "sdk_calls.h"

@@ -1,7 +1,6 @@
-/* The statuses of the simulated device: what the SDK functions return here.
- * A status keeps its number for good; docs/simulator.md says which function returns which, and
- * when. Each line below has one status and its meaning; the status names of the library and of the
- * script package qx are read from these lines.
+/* The statuses that the simulator's SDK functions return. A status never changes its number;
+ * docs/simulator.md says which function returns which, and when. Each line below has one status and
+ * its meaning; the build reads the status names of the library and of package qx from these lines.
  */
 #ifndef QX_STATUS_H
 #define QX_STATUS_H

@@ -1,4 +1,4 @@
-// SDK records as the device keeps them. Relies on records without pointers.
+// SDK records as the device stores them. Records must not contain pointers.
 #pragma once
 
 #include <cstddef>
@@ -8,7 +8,7 @@
 
 namespace qxsim {
 
-/// A copy of an SDK record, every byte of it, padding included.
+/// A copy of all bytes of an SDK record, including padding.
 template <class Record> class stored
 {
     static_assert(std::is_trivially_copyable_v<Record>);
@@ -32,7 +32,7 @@ private:
     alignas(Record) unsigned char bytes_[sizeof(Record)]{};
 };
 
-/// An array of records in the caller's memory, at any address.
+/// An array of records in the caller's memory, not owned, with any alignment.
 template <class Record> class record_array
 {
 public:

@@ -1,11 +1,11 @@
-// The rule hash: a rule lies in the slot that its own hash_index names.
+// The rule hash: a rule is stored in the slot given by its hash_index.
 #include "device.h"
 #include "records/values.h"
 #include "sdk_calls.h"
 
 namespace qxsim {
 
-// The lookup key without its padding, so that equal fields are equal bytes.
+// The lookup key with its padding cleared, so that keys with equal fields have equal bytes.
 static rule_key key_of(const qx_rule_hash_t &rule) noexcept
 {
     rule_key key{rule.key};

@@ -1,4 +1,4 @@
-// Names of statuses, for logs and rules. The list itself is qx_status.h.
+// Names of statuses, for logs and rules. The statuses are listed in qx_status.h.
 #pragma once
 
 #include <cstdint>
@@ -6,10 +6,10 @@
 
 namespace qxsim {
 
-/// The name of a status, such as "QX_OK"; "unknown" for a number that has none.
+/// The name of a status, such as "QX_OK", or "unknown"; never null, valid forever.
 const char *status_name(std::uint32_t number) noexcept;
 
-/// The number behind a name; false if no status has it.
+/// Stores the number of the status with this name; false if there is none.
 bool status_number(std::string_view name, std::uint32_t &number) noexcept;
 
 } // namespace qxsim

@@ -1,6 +1,5 @@
-// Bounded tables: rows in the order of their keys, and the last rows that were removed, in memory
-// that is taken once. What every table of the simulated device is made of. Relies on the standard
-// library.
+// Bounded tables, of which a simulated device consists: rows sorted by key, and the rows removed
+// last, in memory that is allocated once. Relies on the standard library only.
 #pragma once
 
 #include <algorithm>
@@ -11,9 +10,9 @@
 
 namespace qxsim {
 
-/// A table of at most `capacity` rows, sorted by key. Keys have all comparisons and are unique.
-/// All memory is taken by the constructor, which may throw std::bad_alloc; nothing else throws,
-/// given keys and entries whose copies do not. Pointers to rows last until the next add or remove.
+/// A table of at most `capacity` rows, sorted by key. Keys are unique and totally ordered. The
+/// constructor allocates all memory and may throw std::bad_alloc; nothing else throws if copying
+/// keys and entries does not. Pointers to rows are valid until the next add, remove or clear.
 template <class Key, class Entry> class bounded_table
 {
 public:
@@ -34,7 +33,7 @@ public:
     bool empty() const noexcept { return rows_.empty(); }
     bool full() const noexcept { return rows_.size() >= capacity_; }
 
-    /// The entry under a key; null if there is none.
+    /// The entry with this key; null if there is none.
     Entry *find(const Key &key) noexcept
     {
         const auto place = position(key);
@@ -48,7 +47,7 @@ public:
     /// The first row; null if the table is empty.
     const row *first() const noexcept { return rows_.empty() ? nullptr : &rows_.front(); }
 
-    /// The first row whose key is greater, whether or not the key itself is there; null at the end.
+    /// The first row with a greater key, whether or not `key` is in the table; null at the end.
     const row *next(const Key &key) const noexcept
     {
         const auto place =
@@ -57,7 +56,7 @@ public:
         return place == rows_.end() ? nullptr : &*place;
     }
 
-    /// Adds an entry under a key that is not there yet, to a table that is not full.
+    /// Adds an entry. The key must not be in the table, and the table must not be full.
     Entry &add(const Key &key, const Entry &entry) noexcept
     {
         assert(!full() && find(key) == nullptr);
@@ -66,7 +65,7 @@ public:
         return rows_.insert(place, row{key, entry})->entry;
     }
 
-    /// Removes the row under a key; false if there is none.
+    /// Removes the row with this key; false if there is none.
     bool remove(const Key &key) noexcept
     {
         const auto place = position(key);
@@ -85,10 +84,10 @@ public:
         rows_.clear();
     }
 
-    /// The rows that were removed and not added again, oldest first: as many as the table holds.
+    /// The rows removed last and not added again, oldest first, at most `capacity` of them.
     const std::vector<row> &removed() const noexcept { return removed_; }
 
-    // Rows in the order of their keys; entries may be changed, keys not.
+    // Rows in key order; entries may be changed, keys must not.
     auto begin() noexcept { return rows_.begin(); }
     auto end() noexcept { return rows_.end(); }
     auto begin() const noexcept { return rows_.begin(); }
@@ -102,7 +101,7 @@ private:
         removed_.push_back(one);
     }
 
-    /// Where a key is, or would be put.
+    /// The index of the key's row, or where it would be inserted.
     std::size_t position(const Key &key) const noexcept
     {
         const auto place =
@@ -116,14 +115,14 @@ private:
     std::vector<row> removed_;
 };
 
-/// True if a key is one of those removed lately.
+/// True if the key is among the rows removed last.
 template <class Table, class Key> bool was_removed(const Table &table, const Key &key) noexcept
 {
     return std::any_of(table.removed().begin(), table.removed().end(),
                        [&](const auto &row) { return row.key == key; });
 }
 
-/// The row that a condition on its entry holds for, the first in order; null if none.
+/// The first row whose entry satisfies `holds`; null if there is none.
 template <class Rows, class Condition> auto find_row(Rows &table, Condition holds)
 {
     const auto place =
@@ -131,8 +130,8 @@ template <class Rows, class Condition> auto find_row(Rows &table, Condition hold
     return place == table.end() ? nullptr : &*place;
 }
 
-/// A table that numbers its entries itself: base + 1 to base + 65535, each number the next free one
-/// after the one given out before. So a number comes again only after all others were used.
+/// A table that numbers its entries: base + 1 to base + 65535, each entry getting the next free
+/// number after the last one assigned. So a number is reused only after all the others.
 template <class Entry> class numbered_table : public bounded_table<std::uint32_t, Entry>
 {
 public:
@@ -154,7 +153,7 @@ public:
         return base_ + last_;
     }
 
-    /// The serial given out last; 0 at the start.
+    /// The last number assigned, without the base; 0 if there is none yet.
     std::uint32_t last() const noexcept { return last_; }
 
 private:

@@ -1,13 +1,12 @@
-// RTP and IP translations. Their flows stand in the flow table and belong to them: an RTP
-// translation has exactly one, an IP translation any number, and only the translation takes them
-// out again.
+// RTP and IP translations. They own flows in the flow table, which only they can remove: an RTP
+// translation has exactly one, an IP translation any number.
 #include "codes.h"
 #include "flow.h"
 #include "sdk_calls.h"
 
 namespace qxsim {
 
-// What a stream of 20 ms of speech in a packet brings each tick.
+// Each tick brings one packet of a stream, with 20 ms of speech: its size, and its timestamp units.
 constexpr std::uint32_t rtp_packet_bytes = 172;
 constexpr std::uint32_t rtp_packet_time = 160;
 
@@ -19,7 +18,7 @@ static bool same_rewriting(const qx_rtp_cfg_t &left, const qx_rtp_cfg_t &right) 
            left.input_ssrc == right.input_ssrc && left.output_ssrc == right.output_ssrc;
 }
 
-// In the table or among what was removed from it.
+// Finds an RTP translation in the table, or among the rows removed from it.
 template <class Rows> static auto find_rtp(Rows &rows, const qx_rtp_cfg_t &cfg) noexcept
 {
     return find_row(rows, [&](const rtp_entry &entry) { return same_rewriting(*entry.cfg, cfg); });
@@ -62,7 +61,7 @@ qx_status rtp_translate_delete(device &here, const qx_rtp_cfg_t &p_rtp_cfg)
     return rtp_translate_delete_by_id(here, row->key);
 }
 
-// The id says which device it is; its clock goes on as in a call that names it.
+// The id determines the device, whose clock advances as in a call that names it.
 qx_status rtp_statistics_get(unsigned int rtp_id, qx_rtp_stats_t &data)
 {
     const unsigned number = rtp_id >> 16;

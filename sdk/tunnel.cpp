@@ -1,4 +1,4 @@
-// Tunnels: kinds, identity by configuration, what they refer to, and their MTU.
+// Tunnels: their kinds, identity, references and MTU.
 #include "codes.h"
 #include "device.h"
 #include "l3.h"
@@ -35,8 +35,8 @@ static bool same_kind_settings(const qx_tunnel_cfg_t &left, const qx_tunnel_cfg_
     }
 }
 
-// Configurations of one tunnel, there or removed: kind, end points, direction, and the identifiers
-// of the kind.
+// Finds a tunnel, existing or removed, of the same identity: kind, end points, direction, and the
+// kind's identifiers.
 template <class Rows> static auto find_tunnel(Rows &rows, const qx_tunnel_cfg_t &cfg) noexcept
 {
     const address_key dest = address_of(cfg.dest_addr);
@@ -67,7 +67,7 @@ static qx_status check_policy(const device &here, std::uint32_t policy) noexcept
     return policy == 0 || here.policies.find(policy) != nullptr ? QX_OK : QX_NO_POLICY;
 }
 
-// One word, two readings: policy handles need its upper half, PPTP identifiers leave it zero.
+// The word is a policy handle if its upper half is not zero, otherwise a PPTP identifier.
 static qx_status check_overlay(const device &here, const qx_tunnel_union_overlay_t &overlay,
                                std::uint32_t way) noexcept
 {
@@ -78,7 +78,7 @@ static qx_status check_overlay(const device &here, const qx_tunnel_union_overlay
     return here.pptp.find({overlay.pptp_sa_id, way}) != nullptr ? QX_OK : QX_NO_SESSION;
 }
 
-// What a tunnel refers to exists.
+// Checks that what a tunnel refers to exists.
 static qx_status check_references(const device &here, const qx_tunnel_cfg_t &cfg) noexcept
 {
     if (cfg.nexthop_id != 0 && here.nexthop_indexes.find(cfg.nexthop_id) == nullptr)

@@ -12,13 +12,13 @@ namespace eval catalogue {
         i32 {4 int}
         u64 {8 {unsigned long long}}
     }
-    variable most_bytes 4096 ;# of a record: a page, so that it touches two at most
-    # What a field can hold that is shown in another way than its numbers -> its type; u8[] stands
-    # for any number of bytes.
+    variable most_bytes 4096 ;# of a record: a page, so that a record touches at most two
+    # The contents of fields that have a notation other than plain numbers -> the field's type; u8[]
+    # is any number of bytes.
     variable held_types {mac u8[6] ipv4 u32 ipv6 u32[4] ip u32[4] family u32 key u8[]}
     variable cell_operations {create get array_create array_get array_set}
-    # Names that a field or an argument cannot have: words of C and C++, macros that a user of the
-    # header may meet, and what the generated functions call their own arguments and locals.
+    # Names that a field or an argument cannot have: keywords of C and C++, macros that a user of
+    # the header may have, and the names of arguments and locals in the generated functions.
     variable reserved_names {
         alignas alignof and and_eq asm auto bitand bitor bool break case catch char char8_t char16_t
         char32_t class co_await co_return co_yield compl concept const const_cast consteval
@@ -37,8 +37,8 @@ foreach part {reader checks commands} {
     source [file join [file dirname [file normalize [info script]]] catalogue $part.tcl]
 }
 
-# Ends reading with the one line that names the place and the mistake. A word that is quoted in it
-# may hold line ends.
+# Stops reading with an error of one line that names the place and the mistake. A word quoted in it
+# may contain line ends.
 proc catalogue::fail {place message} {
     lassign $place file line
     set message [string map {\n {\n} \r {\r} \v {\v} \f {\f}} $message]
@@ -77,21 +77,21 @@ proc catalogue::load {folder} {
     check_command_names
 }
 
-# A file's name as messages show it: its folder and its tail.
+# A file's name as shown in messages: its folder and its tail.
 proc catalogue::shown {file} { file join [file tail [file dirname $file]] [file tail $file] }
 
-# -------------------------------------------------------------------------------- answering
+# ---------------------------------------------------------------------------------- queries
 
 proc catalogue::areas {}        { variable model; return $model(areas) }
 proc catalogue::area {name}     { variable model; return $model(area,$name) }
-# The records in an order in which each stands after those it contains.
+# The records, each after those it contains.
 proc catalogue::records {}      { variable model; return $model(layout_order) }
 proc catalogue::record {name}   { variable model; return $model(record,$name) }
 proc catalogue::is_record {name} { variable model; return [info exists model(record,$name)] }
 proc catalogue::calls {}        { variable model; return $model(calls) }
 proc catalogue::call {name}     { variable model; return $model(call,$name) }
 
-# The stem of a record's commands: its name less a final _t.
+# The stem of a record's commands: its name without a final _t.
 proc catalogue::stem {record} { regsub {_t$} $record {} }
 
 # The number (from 0) of the argument that counts the array of that name in a call: `x_count`
@@ -103,7 +103,7 @@ proc catalogue::count_of {call name} {
     return [lsearch -exact $names $wanted]
 }
 
-# True for the calls that take a device first.
+# True if the call's first argument is a device.
 proc catalogue::names_device {call} {
     set first [lindex [dict get [call $call] arguments] 0]
     return [expr {$first ne {} && [dict get $first name] in {device_id dev_id}}]
@@ -135,7 +135,7 @@ proc catalogue::native {type} {
     return $type
 }
 
-# What a pointer can point to: the words of the type table, in no particular order.
+# The types that pointers can point to: the words of the type table, in no particular order.
 proc catalogue::pointer_targets {} {
     variable model
     set targets [concat $model(records) $model(pointers)]

@@ -2,16 +2,16 @@
 # folder>
 #
 #   include/qx_sdk.h       the public header: records and prototypes of the SDK
-#   record_table.cpp, record_numbers.h   records and calls for all C++ that walks them
-#   layout_checks.cpp      what the compiler has to agree to
-#   bit_field_places.cpp   what a test looks at
+#   record_table.cpp, record_numbers.h   records and calls, for C++ that iterates over them
+#   layout_checks.cpp      compile-time checks of sizes and offsets
+#   bit_field_places.cpp   places of bit-fields, checked by a test
 #   helpers.h, helpers/    the record helpers and cells
 #   types.h, types.cpp     the type table and the module record
 #   commands/, test_wrap.cpp   the wrappers and the command table
 #   libqx-sdk.map          the names a library of the SDK exports
 #
-# Bodies are dull: each calls one hand-written function of helpers/ or runtime/. Which commands
-# exist is catalogue.tcl's business. A file whose content would stay the same is not touched.
+# Generated bodies are simple: each calls one hand-written function of helpers/ or runtime/.
+# catalogue.tcl defines which commands exist. A file whose content would not change is not written.
 
 source [file join [file dirname [file normalize [info script]]] catalogue.tcl]
 

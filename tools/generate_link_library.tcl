@@ -1,7 +1,7 @@
-# Writes the C of a library that the shell can be linked with, but not run, where neither the
-# simulator nor the board's library is at hand:
+# Writes the C source of a library to link the shell with, but not to run it, where neither the
+# simulator nor the board's library is available:
 #   tclsh generate_link_library.tcl <export map> <output file>
-# The names are those of the map that tools/generate.tcl wrote; every function ends the process.
+# The names are those in the map that tools/generate.tcl wrote; every function ends the process.
 
 proc generate_link_library {map output} {
     set channel [open $map]

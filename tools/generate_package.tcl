@@ -1,10 +1,9 @@
-# Writes what the script package qx knows of the catalogue, as one Tcl file:
+# Writes the catalogue data of the script package qx, as one Tcl file:
 #   tclsh generate_package.tcl <catalogue folder> <qx_status.h> <output folder>
 #
-# The file only fills variables with lists, one line an entry; library/qx/catalogue.tcl answers from
-# them and says what each holds. Nothing is expanded that can be told from the rest: it has to be
-# read at every `package require qx`. Relies on catalogue.tcl, statuses.tcl and
-# generate/text.tcl.
+# The file only sets variables to lists, one entry per line; library/qx/catalogue.tcl uses them and
+# documents each. Anything that can be derived is left out, because every `package require qx` reads
+# the file. Relies on catalogue.tcl, statuses.tcl and generate/text.tcl.
 
 foreach part {catalogue.tcl statuses.tcl generate/text.tcl} {
     source [file join [file dirname [file normalize [info script]]] $part]
@@ -15,7 +14,7 @@ namespace eval generate_package {
         "Generated from the catalogue by tools/generate_package.tcl; changes belong there."
 }
 
-# A variable that holds a list, one element or pair of elements a line.
+# The text of a variable with a list, one element or pair of elements per line.
 proc generate_package::variable_text {name rows} {
     set text "    variable $name \{\n"
     foreach row $rows { append text "$row\n" }
@@ -40,7 +39,7 @@ proc generate_package::area_rows {} {
     return $rows
 }
 
-# Records as they are declared; a field without what is always the same in most of them.
+# Records as they are declared; values that most fields share are left out.
 proc generate_package::record_rows {} {
     set rows {}
     foreach name $catalogue::model(records) {

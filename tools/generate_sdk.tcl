@@ -2,12 +2,12 @@
 #   tclsh generate_sdk.tcl <catalogue folder> <qx_status.h> <output folder>
 #
 #   sdk_calls.h        prototypes of the behaviours, one per SDK function
-#   sdk_calls.cpp      the SDK functions, each one call of `perform`; the behaviours by number of
-#                      the call (record_numbers.h); the statuses
+#   sdk_calls.cpp      the SDK functions, each a single call of `perform`; the behaviours by call
+#                      number (record_numbers.h); the statuses
 #
-# A behaviour has its function's name less the prefix, the device (if the function names one) and
-# its arguments, records and cells by reference. Relies on catalogue.tcl and statuses.tcl; a file
-# whose content would stay the same is not touched.
+# A behaviour has its function's name without the prefix. It takes the device (if the function names
+# one) and the function's arguments, with records and cells by reference. Relies on catalogue.tcl
+# and statuses.tcl. A file whose content would not change is not written.
 
 foreach part {catalogue.tcl statuses.tcl generate/text.tcl} {
     source [file join [file dirname [file normalize [info script]]] $part]
@@ -23,7 +23,7 @@ proc generate_sdk::is_pointer {type} { string match {*[*]} $type }
 proc generate_sdk::target {type}     { string trimright $type * }
 proc generate_sdk::behaviour {call}  { regsub {^qx_} $call {} }
 
-# How a behaviour takes an argument.
+# The parameter of a behaviour for an argument.
 proc generate_sdk::parameter {call argument} {
     set type [dict get $argument type]
     set name [dict get $argument name]
@@ -34,7 +34,7 @@ proc generate_sdk::parameter {call argument} {
     return "$native &$name"
 }
 
-# How a frame gives it.
+# The expression that gets the argument from a frame.
 proc generate_sdk::word {call argument number} {
     set type [dict get $argument type]
     if {![is_pointer $type]} { return "frame.value<[catalogue::native $type]>($number)" }
@@ -56,7 +56,7 @@ proc generate_sdk::declaration {call} {
     return [generate::wrapped "qx_status [behaviour $call]\(" $parameters ");"]
 }
 
-# The function that the table points to: takes the arguments out of the frame.
+# The function in the table: gets the arguments from the frame and calls the behaviour.
 proc generate_sdk::unpacking {call} {
     set arguments [dict get [catalogue::call $call] arguments]
     set words {}

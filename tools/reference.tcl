@@ -2,12 +2,12 @@
 #
 #   html/      pages to read from disk: index, areas, commands, statuses, conventions, search
 #   man/       qxsh.1 and one page of section n for each area
-#   editors/   what checkers and editors want to know about the commands
+#   editors/   data about the commands for checkers and editors
 #
-# All of it follows from the catalogue, the list of statuses and the tables of docs/. The words
-# about commands are those of the package qx (library/qx/wording.tcl); what no table knows is
-# hand-written in tools/reference and packaging/qxsh.1.in. A file whose content would stay the same
-# is not touched. A mistake in the data is one line, and then nothing is written.
+# It is generated from the catalogue, the list of statuses and the tables in docs/. The descriptions
+# of commands come from the package qx (library/qx/wording.tcl); all other text is hand-written in
+# tools/reference and packaging/qxsh.1.in. A file whose content would not change is not written. On
+# a mistake in the data, prints one line and writes nothing.
 
 namespace eval reference {
     variable tools [file dirname [file normalize [info script]]]
@@ -15,7 +15,7 @@ namespace eval reference {
     variable note "Generated from the catalogue by tools/reference.tcl; changes belong there."
 }
 source [file join $reference::tools generate_package.tcl]
-# The words about commands are those of the package qx.
+# The descriptions of commands come from the package qx.
 foreach part {catalogue wording} {
     source [file join $reference::tools .. library qx $part.tcl]
 }

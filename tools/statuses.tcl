@@ -1,11 +1,10 @@
-# Reads what there is to know about statuses and switches: the list of statuses from
-# sdk/qx_status.h, and from the tables of docs/ which function of the simulated device answers
-# which, and the environment switches. A mistake ends that with one line "<file>:<line>: error:
-# <what>". Relies on nothing.
+# Reads statuses and switches: the list of statuses from sdk/qx_status.h, and from the tables in
+# docs/ the environment switches and which function of the simulated device returns which status. A
+# mistake ends that with an error of one line, "<file>:<line>: error: <what>".
 
 namespace eval statuses {}
 
-# A file's name as messages show it: its folder and its tail.
+# A file's name as shown in messages: its folder and its tail.
 proc statuses::shown {file} { file join [file tail [file dirname $file]] [file tail $file] }
 
 proc statuses::fail {file line message} {
@@ -20,7 +19,7 @@ proc statuses::lines_of {file} {
     return [split $text \n]
 }
 
-# -> a list of name, number, meaning, in the header's order.
+# Returns a list of name, number and meaning, in the header's order.
 proc statuses::read_header {file} {
     set result {}
     set numbers {}
@@ -41,7 +40,7 @@ proc statuses::read_header {file} {
 }
 
 # The rows of the Markdown table whose first heading is `heading`: a list of line number and cells,
-# alternating. The marks of code are left out of the cells.
+# alternating. Backquotes are removed from the cells.
 proc statuses::table {file heading} {
     set rows {}
     set inside 0
@@ -58,8 +57,8 @@ proc statuses::table {file heading} {
     return $rows
 }
 
-# What each function answers beyond what all do: a dict, function -> a list of its statuses and of
-# when, as the page says it. `known` are the statuses, `functions` those that need a row.
+# The statuses that each function returns besides the common ones: a dict, function -> a list of its
+# statuses and the page's text on when. `known` are all statuses, `functions` those that need a row.
 proc statuses::read_answers {file known functions} {
     set answers {}
     foreach {line_number cells} [table $file function] {
@@ -80,8 +79,8 @@ proc statuses::read_answers {file known functions} {
     return $answers
 }
 
-# The environment switches that the pages of a folder describe, each in one place: a list of name
-# and meaning, page by page.
+# The environment switches described in the pages of a folder, each once: a list of name and
+# meaning, page by page.
 proc statuses::read_switches {folder} {
     set switches {}
     set places {}

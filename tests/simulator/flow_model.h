@@ -1,4 +1,4 @@
-// The flow table's hash as docs/simulator.md states it, written down a second time.
+// A second implementation of the flow table's hash, from docs/simulator.md.
 #pragma once
 
 #include "qx_sdk.h"

@@ -1,5 +1,5 @@
-// Random calls of all 83 functions on one device: a world of records, cells and ids from which each
-// call takes its arguments, mostly sensible ones, so that calls succeed and fail in turn.
+// Random calls of all 83 functions on one device: a world of records, cells and ids supplies the
+// arguments, mostly valid ones, so that some calls succeed and some fail.
 #pragma once
 
 #include "simulated.h"
@@ -11,23 +11,23 @@ namespace simulated {
 
 class world
 {
-    /// What the SDK gives ids to.
+    /// The kinds of objects with ids.
     enum kind { rtp_id, translation_id, nexthop_id, tunnel_id, spd_id, policy_id, sa_id, kinds };
 
 public:
     explicit world(std::uint32_t seed) : random_(seed) {}
 
-    /// One random call; `name` receives the function's name. True in `quiet` if the call failed and
-    /// wrote nothing, or succeeded.
+    /// Makes one random call; stores the function's name in `name` and returns the status. `quiet`
+    /// is false if the call failed but wrote something.
     unsigned call(const char *&name, bool &quiet);
 
-    /// To be called when the devices were reset: no id is known any more.
+    /// Forgets all ids; to be called when the devices are reset.
     void forget();
 
 private:
     unsigned below(unsigned limit) { return random_() % limit; }
     bool rarely() { return below(16) == 0; }
-    /// A number below a limit, now and then one far beyond.
+    /// A number below a limit, occasionally one far above it.
     unsigned number(unsigned limit)
     {
         return rarely() ? below(2) * 0x7fffff00U + below(300) : below(limit);
@@ -35,7 +35,7 @@ private:
     unsigned short word(unsigned limit) { return static_cast<unsigned short>(number(limit)); }
     unsigned char byte(unsigned limit) { return static_cast<unsigned char>(number(limit)); }
     unsigned short device() { return below(8) == 0 ? word(6) : static_cast<unsigned short>(0); }
-    /// One of the last ids of a kind, now and then one of another kind, or any number.
+    /// One of the last ids of a kind, occasionally one of another kind, or any number.
     unsigned id(kind wanted);
 
     qx_ip_address_t any_address();
@@ -61,7 +61,7 @@ private:
     std::mt19937 random_;
     std::vector<unsigned> ids_[kinds];
 
-    // What calls fill.
+    // The outputs of calls.
     unsigned cell_ = 0;
     unsigned char small_cell_ = 0;
     qx_pm_cpu_info_t cpu_;

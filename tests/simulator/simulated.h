@@ -1,6 +1,6 @@
-// What the simulator's tests share: the control file, snapshots, and records with something in
-// them. Every test of the class starts with all devices as new. Relies on nothing of the simulator
-// but its public headers and its control interface.
+// What the simulator's tests share: the control file, snapshots, and sample records. Every test of
+// the fixture starts with all devices reset. Relies only on the simulator's public headers and its
+// control interface.
 #pragma once
 
 #include "qx_sdk.h"
@@ -15,7 +15,7 @@
 
 namespace simulated {
 
-/// The folder for this process's files; removed at its end.
+/// The folder for this process's files; removed when the process ends.
 const std::string &folder();
 
 /// Replaces the control file by these lines and makes the simulator read it.
@@ -25,7 +25,7 @@ std::string file_text(const std::string &name); ///< all of a file; empty if it 
 std::string snapshot();                         ///< of all devices
 std::string state();
 
-/// The number behind `"name": ` after the first place where `from` stands in a listing.
+/// The number after the first `"name": ` that follows `from` in a listing.
 unsigned number_in(const std::string &listing, const std::string &from, const std::string &name);
 
 class devices : public ::testing::Test
@@ -52,7 +52,7 @@ template <class Record> bool same_bytes(const Record &left, const Record &right)
     return std::memcmp(&left, &right, sizeof left) == 0;
 }
 
-/// A record whose bytes are all 0xa5: to see that nothing was written.
+/// A record whose bytes are all 0xa5, to check that nothing was written.
 template <class Record> Record untouched()
 {
     Record record;

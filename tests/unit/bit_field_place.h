@@ -1,12 +1,12 @@
-// Where the catalogue says that a bit-field is, and how this compiler stores to it.
+// The place of a bit-field by the catalogue, and this compiler's way to store to it.
 #pragma once
 
 struct bit_field_place
 {
-    const char *name; ///< record.field; null ends the table
-    unsigned int offset;
-    unsigned int bit;
-    unsigned int width;
+    const char *name;    ///< record.field; null ends the table
+    unsigned int offset; ///< in bytes, of the field's unit
+    unsigned int bit;    ///< lowest bit of the field in the unit
+    unsigned int width;  ///< in bits
     void (*store)(void *record, unsigned int value);
 };
 

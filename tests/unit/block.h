@@ -1,5 +1,4 @@
-// A block of block memory that a test fills and compares, and that is given back when it goes out
-// of scope.
+// A block of block memory that a test fills and compares; it is freed when it goes out of scope.
 #pragma once
 
 #include "helpers/block_memory.h"
@@ -33,7 +32,7 @@ public:
     operator void *() const { return start_; }
     byte_list bytes() const { return {start_, start_ + size_}; }
     void fill(unsigned char value) { std::memset(start_, value, size_); }
-    /// 1, 2, 3, ...
+    /// Fills the block with 1, 2, 3, ...
     void count_up()
     {
         for (std::uint32_t i = 0; i < size_; ++i)

@@ -1,4 +1,4 @@
-// Catches what the helpers print, instead of C's stdout, as long as it lives.
+// Captures what the helpers print during its lifetime, in place of C's stdout.
 #pragma once
 
 #include "helpers/output.h"
@@ -19,13 +19,13 @@ public:
     captured_output(const captured_output &) = delete;
     captured_output &operator=(const captured_output &) = delete;
 
-    /// What was printed since the last call, or since the beginning.
+    /// What was printed since the last take(), or since construction.
     std::string take()
     {
         calls_ = 0;
         return std::exchange(text_, {});
     }
-    /// How often the sink was called since then.
+    /// How many times the output function was called since then.
     int calls() const { return calls_; }
 
 private:

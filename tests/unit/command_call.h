@@ -1,5 +1,5 @@
-// One call of a command as wrappers do it: each word is looked at, and converted first if it is not
-// ready. Results as wrappers leave them.
+// One call of a command, reading its words as wrappers do: a word that is not ready is converted
+// first. Errors leave the same results.
 #pragma once
 
 #include "runtime/arguments.h"

@@ -1,4 +1,4 @@
-// Tables of expected values in tests/expected: columns separated by tabs, comments begin with "#".
+// Tables of expected values in tests/expected: tab-separated columns; comment lines begin with "#".
 #pragma once
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-// A fixture for handle conversion: each text goes through all doors, as text, as an object and as a
-// word of a command (fresh, again, and shared), and all have to give the same.
+// A fixture for handle conversion: each text is converted through all entry points, as text, as an
+// object and as a word of a command (new, again, and shared), with the same result.
 #pragma once
 
 #include "runtime/handle.h"
@@ -10,7 +10,7 @@
 class handle_doors : public testing::Test
 {
 protected:
-    /// The pointer that a text has to give.
+    /// The pointer that a valid text converts to.
     void *convert(const std::string &text, swig_type_record *type, int flags = 0)
     {
         void *pointer = at(0x77777777);
@@ -29,7 +29,7 @@ protected:
         return pointer;
     }
 
-    /// A text that has to be refused, without a message.
+    /// Expects a text to be rejected, without a message.
     void expect_refused(const std::string &text, swig_type_record *type, int flags = 0)
     {
         void *pointer = at(0x77777777);
@@ -49,7 +49,7 @@ protected:
     interpreter tcl_;
 
 private:
-    // A command's only word, as a handle of the type or of any.
+    // Reads a command's only word as a handle of the type, or of any type if that is null.
     bool get(const word_list &words, swig_type_record *type, void *&pointer)
     {
         const command_call call{tcl_, words.count(), words.data(), "o:qx_door word "};

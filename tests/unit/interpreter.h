@@ -1,5 +1,4 @@
-// What tests hold of Tcl: interpreters, objects and words that are released when they go out of
-// scope.
+// Tcl for tests: interpreters, objects and words that are released when they go out of scope.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -37,14 +36,14 @@ public:
     Tcl_Obj *get() const { return object_; }
     operator Tcl_Obj *() const { return object_; }
     std::string text() const { return Tcl_GetString(object_); }
-    /// The name of the object's present type; empty for a pure string.
+    /// The name of the object's current type; empty for a pure string.
     std::string type() const { return object_->typePtr != nullptr ? object_->typePtr->name : ""; }
 
 private:
     Tcl_Obj *object_;
 };
 
-/// Why a test that needs several threads is left out where Tcl has none.
+/// Why a test that needs several threads is skipped if Tcl has none.
 inline constexpr const char *no_threads = "this Tcl was built without threads";
 
 /// An interpreter without Tcl's script library.
@@ -62,23 +61,23 @@ public:
     {
         return Tcl_EvalEx(interp_, script.data(), static_cast<int>(script.size()), TCL_EVAL_GLOBAL);
     }
-    /// The result of a script that has to succeed.
+    /// Expects a script to succeed, and returns its result.
     std::string value(const std::string &script)
     {
         EXPECT_EQ(eval(script), TCL_OK) << script << ": " << result();
         return result();
     }
-    /// Whether Tcl was built with threads; without them it takes all threads for one.
+    /// Whether Tcl was built with threads; without, it treats all threads as one.
     bool has_threads() { return value("info exists tcl_platform(threaded)") == "1"; }
 
-    /// The result of a script that has to fail.
+    /// Expects a script to fail, and returns its result.
     std::string error(const std::string &script)
     {
         EXPECT_EQ(eval(script), TCL_ERROR) << script << ": " << result();
         return result();
     }
     std::string result() const { return Tcl_GetStringResult(interp_); }
-    /// The error code that a script would see if the present failure reached it.
+    /// The error code that a script would get from the current failure.
     std::string error_code() const
     {
         const held_object options{Tcl_GetReturnOptions(interp_, TCL_ERROR)};

@@ -1,6 +1,5 @@
-// How the board converts words to numbers, written down with the very calls it makes: Tcl's long
-// conversion and the C library's strtoul and strtoull. Right only where long has 32 bits; ours is
-// held against it.
+// How the board converts words to numbers, using the same functions: Tcl's conversion to long, and
+// the C library's strtoul and strtoull. A reference for ours; correct only if long has 32 bits.
 #pragma once
 
 #include "tests/unit/number_table.h"
@@ -9,6 +8,6 @@
 
 static_assert(sizeof(long) == 4);
 
-/// The readings of an object, which may change its internal representation. The interpreter's
-/// result is written over.
+/// The readings of an object, whose internal representation may change. Overwrites the
+/// interpreter's result.
 number_row reference_readings(Tcl_Interp *interp, Tcl_Obj *object);

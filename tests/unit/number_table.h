@@ -1,5 +1,5 @@
-// The table of number words, tests/expected/numbers.tsv: how the board reads each of them.
-// Its answers come from a 32-bit build (number_reference.h); every build is held against them.
+// The table of number words, tests/expected/numbers.tsv: how the board reads each of them. Its
+// values come from a 32-bit build (number_reference.h); every build is checked against them.
 #pragma once
 
 #include <array>
@@ -18,7 +18,7 @@ enum number_reading {
     number_readings
 };
 
-/// One word: per reading a decimal number, or why there is none.
+/// One word: for each reading a decimal number, or why there is none.
 struct number_row
 {
     std::string word;
@@ -28,8 +28,8 @@ struct number_row
 /// The table; empty, with a failure of the running test, if it cannot be read.
 std::vector<number_row> read_number_table();
 
-/// Writes the table again with other readings, its head as it was.
+/// Rewrites the table with new readings, and keeps its header.
 void write_number_table(const std::vector<number_row> &rows);
 
-/// One line of the table, without line end. Words are quoted, so that blanks show.
+/// One line of the table, without line end. Words are quoted, so that blanks are visible.
 std::string number_line(const number_row &row);

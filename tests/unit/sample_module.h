@@ -1,4 +1,4 @@
-// Binding modules and types made up by tests: type records with the casts a test wants.
+// Binding modules and types for tests: type records with any casts.
 #pragma once
 
 #include "runtime/type_registry.h"
@@ -10,19 +10,19 @@
 #include <string>
 #include <vector>
 
-/// A converter from a derived type to a base that lies sixteen bytes further on.
+/// A converter from a derived type to a base at an offset of sixteen bytes.
 inline void *sixteen_on(void *pointer, int *)
 {
     return static_cast<char *>(pointer) + 16;
 }
 
-/// An address as handles have it.
+/// The pointer with a 32-bit address.
 inline void *at(std::uint32_t address)
 {
     return reinterpret_cast<void *>(static_cast<std::uintptr_t>(address));
 }
 
-/// A type with a cast list of its own, head first; belongs to no module.
+/// A type with its own cast list, that does not belong to a module.
 class sample_type
 {
 public:
@@ -49,10 +49,10 @@ private:
     std::string name_;
     std::string text_;
     swig_type_record record_;
-    std::deque<swig_cast_record> casts_; // keeps its elements in place
+    std::deque<swig_cast_record> casts_; // never moves its elements
 };
 
-/// A type that accepts itself only, as all types of the product do.
+/// A type that accepts only itself, like all types of the product.
 class plain_type : public sample_type
 {
 public:
@@ -70,7 +70,7 @@ inline std::vector<std::string> sources_of(const swig_type_record *type)
     return names;
 }
 
-/// A module of the named types, in the order given, which has to be sorted.
+/// A module of the named types; the names must be sorted.
 class sample_module
 {
 public:
@@ -87,7 +87,7 @@ public:
     sample_module(const sample_module &) = delete;
     sample_module &operator=(const sample_module &) = delete;
 
-    /// Adds a static cast from a type of this module; before the module is linked.
+    /// Adds a static cast from a type of this module, which must not be linked yet.
     void accept(const std::string &target, const std::string &source,
                 swig_converter converter = nullptr)
     {
@@ -99,7 +99,7 @@ public:
 
     void link(Tcl_Interp *interp) { swig_link_module(interp, record()); }
 
-    /// The module's record; complete from the first call on, so casts are added before.
+    /// The module's record. The first call completes it, so add casts before.
     swig_module_record *record()
     {
         if (record_.types == nullptr) {

@@ -1,5 +1,5 @@
-// The stub table, through which the module's objects call Tcl. Demo_Init fills it; tests of
-// functions that run without Demo_Init do it with this.
+// The stub table, through which the module's code calls Tcl. Demo_Init fills it; tests that do not
+// call Demo_Init use this function.
 #pragma once
 
 #include <tcl.h>

@@ -1,5 +1,5 @@
-# What has to hold in the catalogue: names, texts and numbers one by one, then the records against
-# the C layout of their fields, cells and command names as a whole. Relies on catalogue.tcl.
+# The checks of the catalogue: names, texts and numbers one by one, then records against the C
+# layout of their fields, and cells and command names as a whole. Relies on catalogue.tcl.
 
 proc catalogue::check_name {place name what} {
     variable reserved_names
@@ -15,7 +15,7 @@ proc catalogue::with_article {noun} {
     return [expr {[string match {[aeiou]*} $noun] ? "an" : "a"}]\ $noun
 }
 
-# Descriptions become comments of C, and in them sentences.
+# Descriptions become sentences in C comments.
 proc catalogue::check_text {place text} {
     if {$text eq {}} { fail $place "the description is empty" }
     if {![regexp {^[ -~]+$} $text] || [regexp {[*]/|/[*]} $text]} {
@@ -25,13 +25,13 @@ proc catalogue::check_text {place text} {
 }
 
 proc catalogue::check_number {place what number {least 1}} {
-    # Nine digits keep every sum and product of the checks inside 64 bits, and octal zeros out.
+    # At most nine digits, so that sums and products fit in 64 bits; no leading zeros, as in octal.
     if {![regexp {^(0|[1-9]\d{0,8})$} $number] || ($what ne "offset" && $number < $least)} {
         fail $place "\"$number\" is not [with_article $what]"
     }
 }
 
-# What is shown in place of a field's numbers needs its type.
+# A field with a special notation needs the matching type.
 proc catalogue::check_holds {place field what} {
     variable held_types
     if {![dict exists $held_types $what]} {
@@ -46,7 +46,7 @@ proc catalogue::check_holds {place field what} {
     }
 }
 
-# A range has to be narrower than the type.
+# A range must be narrower than the type.
 proc catalogue::check_range {place name type width range} {
     variable scalar_types
     if {![dict exists $scalar_types $type] || $width} {
@@ -58,8 +58,7 @@ proc catalogue::check_range {place name type width range} {
     }
 }
 
-# Every type that a field or an argument names has to exist, and records must not contain
-# themselves.
+# Every type that a field or an argument names must exist, and records must not contain themselves.
 proc catalogue::check_types {} {
     variable model
     foreach record $model(records) {
@@ -90,7 +89,7 @@ proc catalogue::check_types {} {
     foreach record $model(records) { place_record $record {} }
 }
 
-# Puts the records a record contains before it.
+# Places a record in the layout order, after the records it contains.
 proc catalogue::place_record {record outer} {
     variable model
     if {$record in $model(layout_order)} return
@@ -119,7 +118,7 @@ proc catalogue::check_layout {name} {
         set unit [expr {$packed ? 8 : 8 * [type_alignment [dict get $field type]]}]
         if {[dict get $field width]} {
             check_bit_field $field $packed $bits $next
-            # A bit-field goes to the next free bit, or to the next unit if it would cross its end.
+            # A bit-field starts at the next free bit, or in the next unit if it would not fit.
             if {$next % $bits + [dict get $field width] > $bits} {
                 set next [expr {($next + $bits - 1) / $bits * $bits}]
             }
@@ -149,7 +148,7 @@ proc catalogue::check_layout {name} {
         fail [dict get $record place] "$name has size [dict get $record size], but the C layout\
             of its fields gives $size"
     }
-    # Helpers look at the first and the last byte to see whether a record is there.
+    # Helpers check only the first and the last byte for whether a record's memory is accessible.
     variable most_bytes
     if {$size > $most_bytes} {
         fail [dict get $record place] "$name has size $size, and $most_bytes is the most"
@@ -165,14 +164,14 @@ proc catalogue::check_bit_field {field packed bits next} {
     if {$packed && $bits != 8} {
         fail [dict get $field place] "$name has a $bits-bit unit; packed records take u8 units only"
     }
-    # There a compiler would begin such a field in one unit and end it in the next.
+    # In a packed record, a compiler would let such a field cross two units.
     if {$packed && $next % $bits + [dict get $field width] > $bits} {
         fail [dict get $field place] "$name does not fit into the rest of its unit; in a packed\
             record name the bits left over"
     }
 }
 
-# Each type of the type table comes from one declaration.
+# Each type in the type table must come from exactly one declaration.
 proc catalogue::check_pointer_types {} {
     variable model
     set seen {}

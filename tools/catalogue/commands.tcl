@@ -1,8 +1,8 @@
-# Which commands exist: the commands of a record, a call, a cell, in table order, with arguments and
-# results. Relies on catalogue.tcl; what a command's body is, is the generator's business.
+# Which commands exist: those of records, calls and cells, in table order, with arguments and
+# results. Relies on catalogue.tcl. The generator writes the bodies.
 
 # All commands in table order, each a dict:
-#   name, area, place, shape (which body it has), owner (record, call or cell), field (dict or {}),
+#   name, area, place, shape (kind of body), owner (record, call or cell), field (dict or {}),
 #   arguments (name and type word, alternating), result (none, status, low32, or a type word).
 proc catalogue::commands {} {
     variable model
@@ -61,7 +61,7 @@ proc catalogue::field_kind {field} {
     return [expr {$nested ? "record" : "scalar"}]
 }
 
-# What a field's setter takes and its getter returns: nested records go by pointer.
+# The type that a field's setter takes and its getter returns; nested records are passed by pointer.
 proc catalogue::get_type {field} {
     set type [dict get $field type]
     return [expr {[is_record $type] ? "$type*" : $type}]
@@ -71,7 +71,7 @@ proc catalogue::set_type {field} {
     return [expr {$type eq {} ? [get_type $field] : $type}]
 }
 
-# Arrays are no arguments of the initialiser and keep their values.
+# The initialiser takes no arrays, which keep their values.
 proc catalogue::init_arguments {record} {
     set arguments {}
     foreach field [dict get $record fields] {
@@ -96,7 +96,7 @@ proc catalogue::commands_of_cell {word operation area} {
     variable model
     set cell $model(cell,$word)
     set type [dict get $cell type]
-    # A 64-bit read gives the script the low half only; the whole value is printed.
+    # A 64-bit read returns only the low half to the script, but prints the whole value.
     set read [expr {$type eq "u64" ? "low32" : $type}]
     switch -- $operation {
         create       { set arguments [list data $type];                         set result $type* }
@@ -115,7 +115,8 @@ proc catalogue::commands_of_free {name argument text area} {
         [list $argument void*] none]]
 }
 
-# The usage format of a command: one o per argument, its name and argument names, each with a blank.
+# The usage format of a command: an o per argument, then its name and its arguments' names, each
+# followed by a blank.
 proc catalogue::usage {command} {
     set names {}
     foreach {name type} [dict get $command arguments] { append names "$name " }

@@ -1,7 +1,7 @@
 # Reads the catalogue's files into the model, declaration by declaration. The files are data: they
 # are read as Tcl lists and never evaluated. Relies on catalogue.tcl and checks.tcl.
 
-# Splits a file into declarations, each a list with the line it starts on, and hands each to the
+# Splits a file into declarations, each a list with the line it starts on, and passes each to the
 # procedure `declare_<word>`.
 proc catalogue::read_file {file words} {
     if {[catch {open $file} channel]} { fail [list [shown $file] 0] "cannot be read" }
@@ -35,7 +35,7 @@ proc catalogue::as_list {text place} {
     return [lrange $text 0 end]
 }
 
-# The lines of a body as pairs of place and list, comments and blank lines left out.
+# The lines of a body as pairs of place and list, without comments and blank lines.
 proc catalogue::body_lines {place body} {
     lassign $place file line
     set result {}
@@ -81,14 +81,14 @@ proc catalogue::declare_argument {place words} {
     dict set model(arguments) $name [list [with_range $text $range] $range]
 }
 
-# What is meaningful of a number: 0..63 -> {0 63}.
+# The valid range of a number: 0..63 -> {0 63}.
 proc catalogue::read_range {place word} {
     if {![regexp {^(0|[1-9]\d{0,9})\.\.([1-9]\d{0,9})$} $word -> least greatest]
             || $least >= $greatest} { fail $place "-range \"$word\" is not like 0..63" }
     return [list $least $greatest]
 }
 
-# A description says the range, too.
+# A description with the range added.
 proc catalogue::with_range {text range} {
     if {$range eq {}} { return $text }
     return "$text, [join $range { to }]"
@@ -104,8 +104,8 @@ proc catalogue::declare_area {place words} {
     set model(area,$name) [dict create name $name text $text file [lindex $place 0]]
 }
 
-# Enters a named thing; a second one of the same name is a mistake that shows where the first
-# stands.
+# Adds a named item to the model. A second one with the same name is a mistake, reported with the
+# place of the first.
 proc catalogue::enter {kind place name} {
     variable model
     if {$model(area) eq {}} { fail $place "the file has to begin with its area" }
@@ -233,7 +233,7 @@ proc catalogue::declare_call {place words} {
                 fail $here "argument $argument has no description, here or in index.tcl"
             }
             lassign [dict get $model(arguments) $argument] description range
-            # What a pointer leads to is not typed in.
+            # A pointer's range applies to nothing that a user types.
             if {[string match {*[*]} $type]} { set range {} }
             if {$range ne {}} { check_range $here $argument $type 0 $range }
         }

@@ -1,4 +1,4 @@
-# The record helpers and cells, one function a command.
+# The record helpers and cells, one function per command.
 
 proc generate::result_type {command} {
     set result [dict get $command result]
@@ -20,7 +20,7 @@ proc generate::helper_head {command end} {
         [parameters $command] $end
 }
 
-# The helpers of an area: all its commands but the SDK calls.
+# The helpers of an area: all its commands except the SDK calls.
 proc generate::helper_commands {area} {
     set result {}
     foreach command [catalogue::commands] {
@@ -54,7 +54,7 @@ proc generate::helpers {} {
     write helpers.h $header
 }
 
-# Unsigned type of a scalar field's storage.
+# The unsigned type of a scalar field's storage.
 proc generate::storage {field} {
     return std::uint[expr {8 * [catalogue::type_size [dict get $field type]]}]_t
 }
@@ -73,7 +73,7 @@ proc generate::body_array_get {c} {
     list "return static_cast<[dict get $c owner] *>(record_slot(arr, idx, [owner_size $c]));"
 }
 
-# Stores one after the other in field order, and only if no pointer is null.
+# Stores the values in field order, and only if no pointer is null.
 proc generate::body_init {c} {
     set pointers {}
     foreach {name type} [dict get $c arguments] {

@@ -1,4 +1,4 @@
-# The public header of the SDK, and what the compiler has to agree to about its records.
+# The public header of the SDK, and the checks of its records' layout.
 
 proc generate::public_header {} {
     variable note
@@ -47,9 +47,8 @@ proc generate::call_declaration {name} {
     append text [wrapped "unsigned int $name\(" $parameters ");"]\n
 }
 
-# Sizes and offsets are compared when this is compiled. Bits cannot be, so the places of the
-# bit-fields become a table that a test walks: it sets each field through the C record and looks at
-# the bytes.
+# Sizes and offsets are checked at compile time. Bits cannot be, so the places of bit-fields become
+# a table for a test, which sets each field through the C record and checks the bytes.
 proc generate::layout_checks {} {
     variable note
     set text "// Sizes, alignments and offsets of the records as this compiler sees them.\n// $note\n"
@@ -78,7 +77,7 @@ proc generate::layout_checks {} {
     write bit_field_places.cpp $bits
 }
 
-# A linker map: what the SDK library shows to the world.
+# A linker map: the symbols that the SDK library exports.
 proc generate::export_map {} {
     set text "# Exactly the SDK functions are visible.\n{\nglobal:\n"
     foreach call [catalogue::calls] { append text "    $call;\n" }

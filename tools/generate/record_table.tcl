@@ -1,4 +1,4 @@
-# The one table of what records and calls there are, for all C++ that walks them: records/table.h.
+# The table of records and calls for all C++ that iterates over them: records/table.h.
 
 proc generate::record_table {} {
     variable note
@@ -20,7 +20,7 @@ proc generate::record_table {} {
     record_numbers
 }
 
-# The numbers of the rows, and what is the most of them.
+# The numbers of the rows, and their maximum sizes.
 proc generate::record_numbers {} {
     variable note
     variable most
@@ -42,12 +42,12 @@ proc generate::record_numbers {} {
 
 proc generate::record_names {} { return $catalogue::model(records) }
 
-# The number of the record that a type word, or a pointer's, names; -1 if it is none.
+# The number of the record that a type word names, directly or as a pointer; -1 if it is not one.
 proc generate::record_number {type} {
     return [lsearch -exact [record_names] [string trimright $type *]]
 }
 
-# Where a name stands; one that is used again stands there once.
+# The position of a name; each name is stored once.
 proc generate::name_at {name} {
     variable names
     variable name_bytes
@@ -58,7 +58,7 @@ proc generate::name_at {name} {
     return "\{[dict get $names $name]\}"
 }
 
-# A line of a table, with the name that stands there as a number.
+# A line of a table, in which the name is given by its position.
 proc generate::row {name values} {
     return "\{[join [concat [list [name_at $name]] $values] {, }]\}, // $name"
 }

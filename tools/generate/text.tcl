@@ -1,11 +1,11 @@
-# What generators share: the command line, files, literals, declarators, broken lines. Relies on
+# What generators share: the command line, files, literals, declarators, line breaking. Relies on
 # catalogue.tcl.
 
 namespace eval generate {
     variable folder . ;# where files go
 }
 
-# Writes a file; one whose content would stay the same is not touched.
+# Writes a file, unless its content would not change.
 proc generate::write {name text} {
     variable folder
     set file [file join $folder $name]
@@ -25,7 +25,7 @@ proc generate::write {name text} {
 # A C string literal of plain text.
 proc generate::quoted {text} { return "\"[string map {\\ \\\\ \" \\\"} $text]\"" }
 
-# "type name" in C, with the star at the name.
+# "type name" in C, with the star next to the name.
 proc generate::declarator {type name} {
     set native [catalogue::native $type]
     if {[string match {*[*]} $native]} { return "$native$name" }
@@ -52,7 +52,7 @@ proc generate::wrapped {start pieces end {indent 4}} {
     return $text$line
 }
 
-# Runs `main` with the words of the command line, which have these names, if that called the script.
+# If the script was run by itself, calls `main` with its arguments, which have these names.
 proc generate::from_command_line {script names main} {
     global argv argv0
     if {![info exists argv0] || [file normalize $argv0] ne [file normalize $script]} return

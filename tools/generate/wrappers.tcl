@@ -93,7 +93,7 @@ proc generate::wrappers {} {
     write test_wrap.cpp $text
 }
 
-# Where a list of kinds begins among those of all commands; equal lists stand there once.
+# The position of a list of kinds among those of all commands; equal lists are stored once.
 proc generate::kinds_at {kinds} {
     variable word_lists
     if {![dict exists $word_lists $kinds]} {
@@ -110,7 +110,7 @@ proc generate::word_kinds {command} {
     return $kinds
 }
 
-# What a command is, by its shape.
+# A command's row in the command table.
 proc generate::command_row {command} {
     set what 0
     switch -glob -- [dict get $command shape] {
@@ -133,7 +133,8 @@ proc generate::element_type {type} {
     return "\{[expr {$known ? [catalogue::type_size $type] : 1}], $record\}"
 }
 
-# One object command: its words, which are converted where they are not ready; one call; its result.
+# One object command: reads its words, converting them if necessary, makes one call and sets the
+# result.
 proc generate::wrapper {command} {
     set name [dict get $command name]
     set arguments [dict get $command arguments]
@@ -172,8 +173,8 @@ proc generate::conditions {checks} {
     return $line
 }
 
-# The last lines of a wrapper. Where a fault cannot be undone, in the SDK and in block memory, it is
-# noted that the command goes there.
+# The last lines of a wrapper. They mark calls of the SDK and of block memory, in which a fault
+# cannot be undone.
 proc generate::call_and_result {command call} {
     set begin "(interp, objc, objv, usage);"
     set result [dict get $command result]

@@ -1,5 +1,5 @@
-# Where the bytes of a record are: the items that a map of it shows, field by field, with the
-# padding between them and the bits that no field uses. Relies on tools/catalogue.tcl.
+# The byte map of a record as a list of items: its fields, the padding between them, and unused
+# bits. Relies on tools/catalogue.tcl.
 #
 # An item is a dict: kind (scalar, array, record, unit, padding, other), offset, size, group (a
 # field's name: the elements of an array share it), label (the words to show, longest first), and of
@@ -7,8 +7,8 @@
 
 namespace eval byte_map {}
 
-# The views of a record: one, or for a union one for each of its readings. A list of dicts: name and
-# type (both empty for a record), items.
+# The views of a record: one, or for a union one per member. A list of dicts: name and type (both
+# empty for a record), items.
 proc byte_map::views {name} {
     set record [catalogue::record $name]
     set size [dict get $record size]
@@ -24,8 +24,8 @@ proc byte_map::views {name} {
     return $views
 }
 
-# One reading of a union: a nested record is opened, one level deep, and what the reading leaves
-# over is shown too.
+# One member of a union: a nested record is expanded, one level deep, and bytes that the member does
+# not use are shown too.
 proc byte_map::view_items {field size} {
     set type [dict get $field type]
     if {![catalogue::is_record $type] || [dict get $field count]
@@ -69,7 +69,7 @@ proc byte_map::items_of {fields} {
     return $result
 }
 
-# A field that is no bit-field: one item, or one for each element.
+# A field that is not a bit-field: one item, or one for each element.
 proc byte_map::field_items {field offset size} {
     set name [dict get $field name]
     set type [dict get $field type]
@@ -98,7 +98,7 @@ proc byte_map::with_unused {bits total} {
     return $result
 }
 
-# Fills what lies between the items, and behind them up to the size, with items of this kind.
+# Fills the gaps between the items, and after them up to the size, with items of this kind.
 proc byte_map::with_gaps {items size kind} {
     set result {}
     set next 0

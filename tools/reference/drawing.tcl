@@ -1,15 +1,15 @@
-# Draws the byte map of a record as SVG: four bytes a row, each byte a cell, fields over their
-# cells. Long fields are cut short by a torn row. Bit-fields lie in the cells of their unit, bit 0
-# on the left like byte 0. Colours are the style sheet's. Relies on byte_map.tcl and html.tcl.
+# Draws the byte map of a record as SVG: four bytes per row, a cell per byte, fields over their
+# cells. A torn row shortens long fields. Bit-fields are in the cells of their unit, bit 0 on the
+# left, like byte 0. Colours are in the style sheet. Relies on byte_map.tcl and html.tcl.
 
 namespace eval drawing {
     variable gutter 34  ;# for the offsets on the left
     variable cell 80    ;# width of a byte
     variable row 40     ;# height of a row
-    variable bit_row 116 ;# the same with names of bit-fields upright in it
-    variable torn 26    ;# the same of a row that stands for several
+    variable bit_row 116 ;# height of a row with vertical names of bit-fields
+    variable torn 26    ;# height of a row that represents several
     variable head 20    ;# height of the line with column numbers, and of a view's title
-    variable longest 4  ;# this many whole rows of one field are shown, more are torn
+    variable longest 4  ;# number of whole rows shown for one field; more are torn
 }
 
 # The map of a record as one svg element.
@@ -50,7 +50,7 @@ proc drawing::columns {bytes y} {
     return $result
 }
 
-# The rows of one view from y on; -> SVG and height.
+# The rows of one view, starting at y; returns SVG and height.
 proc drawing::view_body {items y} {
     variable gutter
     variable row
@@ -86,7 +86,7 @@ proc drawing::item_at {items byte} {
     }
 }
 
-# What the rows are: a list of kind (row, bit_row, torn), number of the first row, count of rows.
+# The rows as drawn: a list of kind (row, bit_row, torn), number of the first row, count of rows.
 proc drawing::lines {items} {
     variable longest
     set last [lindex $items end]
@@ -96,7 +96,7 @@ proc drawing::lines {items} {
         set count 1
         set run [whole_rows $items $number $rows]
         if {$run > $longest} {
-            # The first and the last of them stay, so that both ends of the field show.
+            # The first and the last row are kept, so that both ends of the field are visible.
             lappend result [list row $number 1] [list torn [expr {$number + 1}] [expr {$run - 2}]] \
                 [list row [expr {$number + $run - 1}] 1]
             set count $run
@@ -111,7 +111,7 @@ proc drawing::lines {items} {
     return $result
 }
 
-# How many rows from this one on belong to one field or one gap as a whole.
+# The number of rows from this one on that belong entirely to one field or gap.
 proc drawing::whole_rows {items number rows} {
     set group {}
     for {set run 0} {$number + $run < $rows} {incr run} {
@@ -127,7 +127,7 @@ proc drawing::whole_rows {items number rows} {
     return $run
 }
 
-# The parts of items that lie in a row: the items with `from` and `to`, byte columns.
+# The parts of items that are in a row: the items with `from` and `to`, byte columns.
 proc drawing::segments {items number} {
     set start [expr {4 * $number}]
     set result {}
@@ -161,7 +161,7 @@ proc drawing::filled {segment y height} {
     return $rect
 }
 
-# The lines around an item, as far as they lie in this row.
+# The lines around an item, as far as they are in this row.
 proc drawing::outline {segment number y height} {
     set offset [dict get $segment offset]
     set end [expr {$offset + [dict get $segment size]}]
@@ -209,7 +209,7 @@ proc drawing::needs_height {unit} {
     return 0
 }
 
-# A unit lies in one row: units are aligned, or single bytes.
+# A unit is always in one row: units are aligned, or single bytes.
 proc drawing::bits {unit y height} {
     variable cell
     set result {}
@@ -245,7 +245,7 @@ proc drawing::text {class x y anchor words} {
         text-anchor=\"$anchor\">[html::escape $words]</text>\n"
 }
 
-# The label of an item stands in the row where it has most room, the first of equals.
+# Puts the label of an item in the row with the most room for it, the first if there are several.
 proc drawing::segment_label {segment number y height} {
     variable cell
     if {[dict get $segment kind] eq "unit" || $number != [label_row $segment]} return
@@ -262,7 +262,7 @@ proc drawing::label_row {item} {
     return [expr {min(4, $size - $width) > $width ? $first + 1 : $first}]
 }
 
-# The first of the labels that fits, in the middle of a box; nothing if none does.
+# The first label that fits, centred in a box; nothing if none does.
 proc drawing::block {labels x y width height} {
     set fitted [fit $labels $width]
     if {$fitted eq {}} return
@@ -277,7 +277,7 @@ proc drawing::block {labels x y width height} {
     return $result
 }
 
-# How a label is set within a width: class and lines, or nothing. The letters are all of one width.
+# How to set a label within a width: class and lines, or nothing. The font is monospaced.
 proc drawing::fit {labels width} {
     set large [expr {int(($width - 4) / 7.3)}]
     set small [expr {int(($width - 2) / 6.1)}]
@@ -288,8 +288,8 @@ proc drawing::fit {labels width} {
     }
 }
 
-# Breaks a name behind underscores and blanks into lines of so many letters; nothing if a part is
-# longer.
+# Breaks a name after underscores and blanks into lines of at most `letters` characters; nothing if
+# a part is longer.
 proc drawing::broken {label letters} {
     set lines {}
     set line {}

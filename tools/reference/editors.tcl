@@ -1,6 +1,5 @@
-# What checkers and editors want to know: the commands and how many words each takes, for Nagelfar
-# as a Tcl file, for tclint as JSON, for rlwrap as a list of words. Relies on the facts of the
-# package qx.
+# Data for checkers and editors: the commands and how many words each takes, for Nagelfar as a Tcl
+# file, for tclint as JSON, for rlwrap as a list of words. Relies on the facts of the package qx.
 
 namespace eval editors {}
 

@@ -1,11 +1,11 @@
-# What all pages share: escaping, links, the frame around a page. Pages are well-formed XML too, so
-# that a small reader can check them. Relies on nothing.
+# What all pages share: escaping, links, the frame around a page. Pages are also well-formed XML, so
+# that a small parser can check them.
 
 namespace eval html {}
 
 proc html::escape {text} { string map {& &amp; < &lt; > &gt; \" &quot;} $text }
 
-# A description becomes a sentence.
+# Turns a description into a sentence.
 proc html::sentence {text} {
     return "[escape [string toupper [string index $text 0]][string range $text 1 end]]."
 }
@@ -14,8 +14,8 @@ proc html::code {text} { return "<code>[escape $text]</code>" }
 proc html::link {href text} { return "<a href=\"$href\">[escape $text]</a>" }
 proc html::code_link {href text} { return "<a href=\"$href\"><code>[escape $text]</code></a>" }
 
-# A table: headings, then rows of ready cells. The first cell of a row is its heading. A row may
-# begin with an anchor: {id {cell ...}}. The frame scrolls by itself where the table is too wide.
+# A table: headings, then rows of cells in HTML. The first cell of a row is its heading. A row may
+# begin with an anchor: {id {cell ...}}. If the table is too wide, its frame scrolls.
 proc html::table {caption headings rows} {
     set text "<div class=\"wide\" tabindex=\"0\" role=\"region\"\
         aria-label=\"[escape $caption]\"><table>\n"
@@ -31,7 +31,7 @@ proc html::table {caption headings rows} {
     return "$text</tbody>\n</table></div>\n"
 }
 
-# The page around a body. `here` is the file's own name: the link to it is marked.
+# The page around a body. `here` is the page's file name: the link to it is marked.
 proc html::page {here title version body} {
     set text "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\" />\n"
     append text "<title>[escape $title] - qxsh reference</title>\n"

@@ -1,12 +1,12 @@
 # The manual pages: one of section n for each area, and qxsh.1 from its hand-written template. They
-# use the plain macros of man(7) only. Relies on the words of the package qx, and on the switches
-# and statuses read.
+# use only the macros of man(7). Relies on the wording of the package qx, and on the switches and
+# statuses.
 
 namespace eval manual {
     variable switches {} ;# name and meaning, alternating
 }
 
-# Plain text as roff reads it; hyphens of names stay hyphens.
+# Escapes plain text for roff; hyphens in names stay hyphens.
 proc manual::escape {text} {
     set text [string map {\\ \\e - \\- ' \\(aq ^ \\(ha ~ \\(ti ` \\(ga} $text]
     return [expr {[string match .* $text] ? "\\&$text" : $text}]
@@ -125,7 +125,7 @@ proc manual::area_list {} {
     return $text
 }
 
-# The template's @NAME@ lines and words are filled in; one that is unknown is a mistake.
+# Fills in the template's @NAME@ lines and words; an unknown one is a mistake.
 proc manual::shell_page {template version} {
     set text ".\\\" $reference::note\n"
     set number 0

@@ -1,6 +1,6 @@
 # The HTML pages: index, commands, statuses, conventions, and one page per area with its records,
-# their byte maps, and its commands. Relies on html.tcl, drawing.tcl, the words of the package qx
-# and the statuses read.
+# their byte maps, and its commands. Relies on html.tcl, drawing.tcl, the wording of the package qx
+# and the statuses.
 
 namespace eval pages {
     variable statuses {} ;# name, number, meaning, alternating
@@ -9,7 +9,7 @@ namespace eval pages {
 }
 
 proc pages::area_page {area} { return area-$area.html }
-# Where a command, a record or one of its fields stands.
+# The link target of a command, a record or one of its fields.
 proc pages::place {command} {
     return [area_page [dict get [qx::catalogue::facts $command] area]]#$command
 }
@@ -19,7 +19,7 @@ proc pages::record_place {record} {
 proc pages::command_link {name} { html::code_link [place $name] $name }
 proc pages::record_link {name} { html::code_link [record_place $name] $name }
 
-# A native type, its record a link.
+# A native type, with its record as a link.
 proc pages::type_link {native} {
     set name [string trimright $native { *}]
     if {![catalogue::is_record $name]} { return [html::code $native] }
@@ -43,7 +43,7 @@ proc pages::commands_of {area shapes} {
     return $result
 }
 
-# A line of a section: what it is about, then ready text.
+# A line of a section: its key, then text in HTML.
 proc pages::keyed {key text} { return "<p><span class=\"key\">$key</span> $text</p>\n" }
 
 # ------------------------------------------------------------------------------------ commands
@@ -80,7 +80,7 @@ proc pages::argument_list {words} {
     return "$text</dl>\n"
 }
 
-# What the simulated device answers beyond what every function does.
+# The statuses that the simulated device returns besides the common ones.
 proc pages::status_lines {call} {
     variable answers
     lassign [dict get $answers $call] names when
@@ -113,7 +113,7 @@ proc pages::record_section {name} {
     return "$text</section>\n"
 }
 
-# What the shades of a map mean, as far as they occur in it.
+# The meaning of the shades that occur in a map.
 proc pages::legend {name} {
     set kinds {}
     foreach view [byte_map::views $name] {
@@ -264,7 +264,7 @@ proc pages::statuses_text {} {
 
 # ------------------------------------------------------------------------------ search entries
 
-# One entry a line: name, place, kind, words to find it by and to show.
+# One entry per line: name, place, kind, words to search and to show.
 proc pages::entries_text {} {
     variable statuses
     set rows {}
@@ -292,7 +292,7 @@ proc pages::entries_text {} {
         \[\n[join $rows ,\n]\n\];\n"
 }
 
-# A row of plain strings; what could end a string is escaped.
+# A row of strings; characters that could end a string are escaped.
 proc pages::entry {args} {
     set parts {}
     foreach word $args { lappend parts "\"[string map {\\ \\\\ \" \\\" < \\u003c} $word]\"" }
