@@ -57,6 +57,11 @@ testConstraint unsanitized [expr {$env(QXSH_SANITIZED) ne "ON"}]
 # What runs under an emulator of another processor.
 testConstraint emulated [regexp {\m(?:armhf|board)\M} $env(QXSH_LAUNCHER)]
 
+# Makes the constraint checked_free, for tests that release a block twice, or something else.
+proc need_checked_free {} {
+    constraint checked_free {!$::env(QXSH_UCLIBC)} "uClibc does not notice a wrong release"
+}
+
 # What a test expects with uClibc, and with another C library.
 proc with_uclibc {uclibc otherwise} { expr {$::env(QXSH_UCLIBC) ? $uclibc : $otherwise} }
 
