@@ -3,6 +3,7 @@
 
 #include "tests/unit/sample_module.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <map>
@@ -37,9 +38,16 @@ const std::map<std::string, std::string> &object_words()
     return words;
 }
 
+// The name of a global command: two colons or more may stand in front of it.
+std::string command_name(const std::string &word)
+{
+    return word.starts_with("::") ? word.substr(std::min(word.find_first_not_of(':'), word.size()))
+                                  : word;
+}
+
 int answer(ClientData, Tcl_Interp *interp, int, Tcl_Obj *const words[])
 {
-    const auto &text = object_words().at(Tcl_GetString(words[0]));
+    const auto &text = object_words().at(command_name(Tcl_GetString(words[0])));
     Tcl_SetObjResult(interp, Tcl_NewStringObj(text.data(), static_cast<int>(text.size())));
     return TCL_OK;
 }
