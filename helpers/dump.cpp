@@ -10,6 +10,7 @@
 
 #include <bit>
 #include <cstring>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -137,17 +138,18 @@ void dump_record(const void *record, int number)
     if (record == nullptr || !can_read(record, static_cast<std::uint32_t>(size)))
         return;
     const auto &plan = plan_for(number);
-    // Reused by the next dump.
-    static std::vector<unsigned char> values;
-    static std::vector<char> lines;
-    // A value is always read as four bytes and written with at least four digits.
-    values.resize(size + 3);
-    lines.resize(plan.longest() + 4);
-    std::memcpy(values.data(), record, size);
+    // The dump's own memory, not one that is kept: what takes the text may run scripts, which may
+    // dump another record. A value is always read as four bytes and written with at least four
+    // digits.
+    const std::size_t most = plan.longest() + 4;
+    const auto memory = std::make_unique_for_overwrite<char[]>(most + size + 3);
+    char *const lines = memory.get();
+    auto *const bytes = reinterpret_cast<unsigned char *>(lines + most);
+    std::memcpy(bytes, record, size);
+    std::memset(bytes + size, 0, 3);
 
-    const unsigned char *const bytes = values.data();
     const char *text = plan.text().data();
-    char *at = lines.data();
+    char *at = lines;
     for (const dump_step step : plan.steps()) {
         std::memcpy(at, text, step.text_length);
         text += step.text_length;
@@ -156,7 +158,7 @@ void dump_record(const void *record, int number)
     }
     const auto rest = static_cast<std::size_t>(plan.text().data() + plan.text().size() - text);
     std::memcpy(at, text, rest);
-    write_output({lines.data(), static_cast<std::size_t>(at + rest - lines.data())});
+    write_output({lines, static_cast<std::size_t>(at + rest - lines)});
 }
 
 } // namespace qxsh
