@@ -10,7 +10,6 @@
 
 #include <bit>
 #include <cstring>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -138,15 +137,18 @@ void dump_record(const void *record, int number)
     if (record == nullptr || !can_read(record, static_cast<std::uint32_t>(size)))
         return;
     const auto &plan = plan_for(number);
-    // The dump's own memory, not one that is kept: what takes the text may run scripts, which may
-    // dump another record. A value is always read as four bytes and written with at least four
-    // digits.
+    // Kept for the next dump, but nobody else's meanwhile: what takes the text may run a script
+    // that dumps another record. A value is always read as four bytes and written with at least
+    // four digits.
+    static std::vector<char> kept;
+    std::vector<char> memory;
+    memory.swap(kept);
     const std::size_t most = plan.longest() + 4;
-    const auto memory = std::make_unique_for_overwrite<char[]>(most + size + 3);
-    char *const lines = memory.get();
+    if (memory.size() < most + size + 3)
+        memory.resize(most + size + 3);
+    char *const lines = memory.data();
     auto *const bytes = reinterpret_cast<unsigned char *>(lines + most);
     std::memcpy(bytes, record, size);
-    std::memset(bytes + size, 0, 3);
 
     const char *text = plan.text().data();
     char *at = lines;
@@ -159,6 +161,7 @@ void dump_record(const void *record, int number)
     const auto rest = static_cast<std::size_t>(plan.text().data() + plan.text().size() - text);
     std::memcpy(at, text, rest);
     write_output({lines, static_cast<std::size_t>(at + rest - lines)});
+    memory.swap(kept);
 }
 
 } // namespace qxsh

@@ -63,17 +63,21 @@ inline bool ready(const Tcl_Obj *word, void *&pointer)
 }
 
 /// Whether the word caches a handle of exactly the expected type, which must be that of `pointer`,
-/// and converting it would change nothing: the type took its own handles last, without converter
-/// (swig_expect_type). One comparison tells both, for a cast record is in one list only. Sets
-/// `pointer` if so; otherwise `pointer` is unspecified.
+/// and converting it would change nothing: the type stands first in its own cast list, without
+/// converter (swig_expect_type). The first entry tells the type, too, for an entry is in one list
+/// only. Sets `pointer` if so; otherwise `pointer` is unspecified.
 template <class Target>
 bool ready(const Tcl_Obj *word, Target *&pointer, const swig_type_record &expected)
 {
     const auto &memory = word->internalRep.twoPtrValue;
     pointer = static_cast<Target *>(memory.ptr1);
-    return word->typePtr == &handle_type &&
-           static_cast<const swig_type_record *>(memory.ptr2)->cast == expected.cast &&
-           expected.cast->converter == nullptr;
+    if (word->typePtr != &handle_type)
+        return false;
+    const auto *const cast = static_cast<const swig_type_record *>(memory.ptr2)->cast;
+    // One branch for both: this is the fast path of every command that takes a handle.
+    return ((reinterpret_cast<std::uintptr_t>(cast) ^
+             reinterpret_cast<std::uintptr_t>(expected.cast)) |
+            reinterpret_cast<std::uintptr_t>(expected.cast->converter)) == 0;
 }
 
 /// The type of a word that must be a handle of one type.
