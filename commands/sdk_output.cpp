@@ -47,14 +47,15 @@ static bool filtered(Tcl_Channel channel)
     return Tcl_GetStackedChannel(Tcl_GetTopChannel(channel)) != nullptr;
 }
 
-// Flushes Tcl's buffer and writes past it. Returns the number of bytes written.
+// Flushes Tcl's buffer and writes past it. Returns the number of bytes written. A script may close
+// the channel while it takes a text.
 static std::size_t write_directly(Tcl_Channel channel, const char *bytes, std::size_t size)
 {
     if (filtered(channel) || !line_ends_stay(channel) ||
         (Tcl_OutputBuffered(channel) > 0 && Tcl_Flush(channel) != TCL_OK))
         return 0;
     std::size_t written = 0;
-    while (written < size) {
+    while (written < size && stdout_now.tcl_stdout == channel) {
         const int count = Tcl_WriteRaw(channel, bytes + written, static_cast<int>(size - written));
         if (count <= 0)
             break;
@@ -66,10 +67,9 @@ static std::size_t write_directly(Tcl_Channel channel, const char *bytes, std::s
 static void write_to_tcl_stdout(const char *bytes, std::size_t size)
 {
     Tcl_Channel channel = tcl_stdout();
-    if (channel == nullptr)
-        return;
-    const std::size_t written = size >= large_text ? write_directly(channel, bytes, size) : 0;
-    if (written < size)
+    const std::size_t written =
+        channel != nullptr && size >= large_text ? write_directly(channel, bytes, size) : 0;
+    if (written < size && (channel = tcl_stdout()) != nullptr)
         Tcl_Write(channel, bytes + written, static_cast<int>(size - written));
 }
 

@@ -8,12 +8,6 @@
 
 namespace qxsh {
 
-// The type of a handle word, or null for the other kinds.
-static swig_type_record *type_of(word_kind kind)
-{
-    return kind >= word_handle ? swig_types[kind - word_handle] : nullptr;
-}
-
 [[gnu::noinline]] static int convert_and_call(Tcl_ObjCmdProc *wrapper, Tcl_Interp *interp, int objc,
                                               Tcl_Obj *const objv[], const char *usage,
                                               const word_kind *kinds)
@@ -37,7 +31,7 @@ int call_converted(Tcl_ObjCmdProc *wrapper, Tcl_Interp *interp, int objc, Tcl_Ob
                    const char *usage, const word_kind *kinds)
 {
     // Usually the word that is not ready is the first, a handle that a script has as text. That
-    // case needs no stack frame either.
+    // case needs no stack frame either. The wrapper then looks at the type's cast list.
     const int type = kinds[0] - word_handle;
     if (objc > 1 && type >= 0 && read_new_handle(objv[1], swig_types[type], swig_type_names[type]))
         return wrapper(nullptr, interp, objc, objv);

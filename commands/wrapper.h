@@ -11,6 +11,14 @@
 
 namespace qxsh {
 
+/// The type of a word of this kind; null records for the kinds that are not handles of one type.
+inline wanted_type type_of(word_kind kind)
+{
+    if (kind < word_handle)
+        return {};
+    return {swig_types[kind - word_handle], &swig_expected_types[kind - word_handle]};
+}
+
 /// Counts and converts the words of a command in order and calls its wrapper with the converted
 /// words. `usage` is the command's, `kinds` its words' kinds, ended by word_end. Returns the
 /// wrapper's result, or TCL_ERROR with the message for the first bad word.

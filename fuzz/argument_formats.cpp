@@ -50,7 +50,10 @@ struct format_reading
     std::string tail;
 };
 
-format_reading read_format(const std::string &format)
+using null_marks = std::array<bool, most_letters>;
+
+// A "#" belongs to the s before it only if that has a target; otherwise it is a letter.
+format_reading read_format(const std::string &format, const null_marks &nulls)
 {
     format_reading made{{}, false, ""};
     const std::size_t end = std::min(format.find_first_of(":;"), format.size());
@@ -70,7 +73,8 @@ format_reading read_format(const std::string &format)
             one.kind = static_cast<char>(one.kind - 'A' + 'a');
             one.upper = true;
         }
-        if (one.kind == 's' && i + 1 < end && format[i + 1] == '#') {
+        const bool null = nulls[made.letters.size()];
+        if (one.kind == 's' && !null && i + 1 < end && format[i + 1] == '#') {
             one.with_length = true;
             ++i;
         }
@@ -86,10 +90,10 @@ struct scene
     std::vector<Tcl_Obj *> objects;
     const model_type *type; ///< of every letter p
     std::array<slot, most_letters> slots;
-    std::array<bool, most_letters> null_targets;
+    null_marks null_targets;
 };
 
-// A format with a limited number of letters. A "#" that does not follow an s is a letter.
+// A format with a limited number of letters.
 std::string read_format_text(bytes &input)
 {
     std::string text = input.text(40);
@@ -243,7 +247,8 @@ expectation carry_out(scene &with, const format_reading &format)
 
 // --------------------------------------------------------------------------------------- the call
 
-// One pointer per letter, two for p and s#; pointers after the last one are not used.
+// One pointer per letter, two for p and s# unless the first is null; pointers after the last one
+// are not used.
 int call(scene &with, const format_reading &format)
 {
     constexpr std::size_t most_targets = 20;
@@ -253,7 +258,7 @@ int call(scene &with, const format_reading &format)
     for (std::size_t i = 0; i < format.letters.size(); ++i) {
         const letter &each = format.letters[i];
         targets.at(next++) = with.null_targets[i] ? nullptr : with.slots[i].value;
-        if (each.kind == 'p')
+        if (each.kind == 'p' && !with.null_targets[i])
             targets.at(next++) = with.type != nullptr ? with.type->record : nullptr;
         if (each.with_length)
             targets.at(next++) = with.slots[i].length;
@@ -279,13 +284,14 @@ void compare(const scene &is, const scene &should, const expectation &right)
 }
 
 // Without targets, only the number of words is checked.
-void check_count(scene &with, const format_reading &format)
+void check_count(scene &with)
 {
     Tcl_ResetResult(interp);
     const int status = qxsh::check_word_count(interp, static_cast<int>(with.objects.size()),
                                               with.objects.data(), with.format.c_str());
     scene counted = with;
     counted.null_targets.fill(true);
+    const format_reading format = read_format(with.format, counted.null_targets);
     const expectation right = carry_out(counted, format);
     expect_equal(status == TCL_OK, right.what == outcome::good, "the count's answer", with.format);
     if (status != TCL_OK)
@@ -313,7 +319,7 @@ void execute(std::span<const std::uint8_t> data)
 {
     bytes input{data};
     scene with = read_scene(input);
-    const format_reading format = read_format(with.format);
+    const format_reading format = read_format(with.format, with.null_targets);
     scene model = with;
     const expectation right = carry_out(model, format);
     Tcl_ResetResult(interp);
@@ -327,7 +333,7 @@ void execute(std::span<const std::uint8_t> data)
             expect_equal(message, "", "the result");
         compare(with, model, right);
     }
-    check_count(with, format);
+    check_count(with);
 }
 
 } // namespace fuzz

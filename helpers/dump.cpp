@@ -137,17 +137,21 @@ void dump_record(const void *record, int number)
     if (record == nullptr || !can_read(record, static_cast<std::uint32_t>(size)))
         return;
     const auto &plan = plan_for(number);
-    // Reused by the next dump.
-    static std::vector<unsigned char> values;
-    static std::vector<char> lines;
-    // A value is always read as four bytes and written with at least four digits.
-    values.resize(size + 3);
-    lines.resize(plan.longest() + 4);
-    std::memcpy(values.data(), record, size);
+    // Kept for the next dump, but nobody else's meanwhile: what takes the text may run a script
+    // that dumps another record. A value is always read as four bytes and written with at least
+    // four digits.
+    static std::vector<char> kept;
+    std::vector<char> memory;
+    memory.swap(kept);
+    const std::size_t most = plan.longest() + 4;
+    if (memory.size() < most + size + 3)
+        memory.resize(most + size + 3);
+    char *const lines = memory.data();
+    auto *const bytes = reinterpret_cast<unsigned char *>(lines + most);
+    std::memcpy(bytes, record, size);
 
-    const unsigned char *const bytes = values.data();
     const char *text = plan.text().data();
-    char *at = lines.data();
+    char *at = lines;
     for (const dump_step step : plan.steps()) {
         std::memcpy(at, text, step.text_length);
         text += step.text_length;
@@ -156,7 +160,8 @@ void dump_record(const void *record, int number)
     }
     const auto rest = static_cast<std::size_t>(plan.text().data() + plan.text().size() - text);
     std::memcpy(at, text, rest);
-    write_output({lines.data(), static_cast<std::size_t>(at + rest - lines.data())});
+    write_output({lines, static_cast<std::size_t>(at + rest - lines)});
+    memory.swap(kept);
 }
 
 } // namespace qxsh

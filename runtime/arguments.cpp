@@ -125,20 +125,19 @@ int parse_words(Tcl_Interp *interp, int objc, Tcl_Obj *const objv[], const char 
         }
         const char kind = static_cast<char>(std::tolower(static_cast<unsigned char>(*letter)));
         void *const target = target_list.next<void>();
-        swig_type_record *type = nullptr;
-        int *length = nullptr;
-        if (kind == 'p')
-            type = target_list.next<swig_type_record>();
-        // Letters with a null target are consumed like any other.
-        const bool upper = kind != *letter;
-        if (kind == 's' && letter[1] == '#') {
-            length = target_list.next<int>();
-            ++letter;
-        }
+        // A null target has no type or length behind it, and a "#" after it is a letter of its own.
         if (target != nullptr) {
             Tcl_Obj *word = objv[argument + 1];
-            if (upper)
+            if (kind != *letter)
                 word = qxsh::constant_for(word);
+            swig_type_record *type = nullptr;
+            int *length = nullptr;
+            if (kind == 'p')
+                type = target_list.next<swig_type_record>();
+            if (kind == 's' && letter[1] == '#') {
+                length = target_list.next<int>();
+                ++letter;
+            }
             if (!store_word(interp, word, kind, target, length, type))
                 return report(interp, format, argument);
         }

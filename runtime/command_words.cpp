@@ -9,7 +9,7 @@ namespace qxsh {
 
 object_type converted_number = make_object_type("");
 
-static const char *native_name(word_kind kind, const swig_type_record *type)
+static const char *native_name(word_kind kind, wanted_type type)
 {
     switch (kind) {
     case word_unsigned_char:
@@ -25,12 +25,12 @@ static const char *native_name(word_kind kind, const swig_type_record *type)
     case word_any_handle:
         return "void *";
     default:
-        return type->str;
+        return type.expected->str;
     }
 }
 
 bool refuse_word(Tcl_Interp *interp, int number, const char *usage, word_kind kind,
-                 const swig_type_record *type, int code)
+                 wanted_type type, int code)
 {
     const auto message = "in method '" + method_name(usage) + "', argument " +
                          std::to_string(number) + " of type '" + native_name(kind, type) + "'";
@@ -51,11 +51,9 @@ static int convert_number(int (*read)(Tcl_Interp *, Tcl_Obj *, Number *), Tcl_Ob
     return code;
 }
 
-static int convert(Tcl_Interp *interp, Tcl_Obj *word, word_kind kind, swig_type_record *type,
+static int convert(Tcl_Interp *interp, Tcl_Obj *word, word_kind kind, wanted_type type,
                    Tcl_Obj &converted)
 {
-    void *pointer;
-    int code = SWIG_OK;
     switch (kind) {
     case word_unsigned_char:
         return convert_number(swig_as_val_unsigned_char, word, converted);
@@ -67,19 +65,20 @@ static int convert(Tcl_Interp *interp, Tcl_Obj *word, word_kind kind, swig_type_
         return convert_number(swig_as_val_int, word, converted);
     case word_unsigned_long_long:
         return convert_number(swig_as_val_unsigned_long_long, word, converted);
-    case word_any_handle:
-        code = swig_convert_ptr(interp, word, &pointer, nullptr, 0);
-        break;
     default:
-        code = swig_convert_ptr(interp, word, &pointer, type, 0);
+        void *pointer;
+        const int code = swig_convert_ptr(interp, word, &pointer, type.resolved, 0);
+        if (code == SWIG_OK)
+            become_handle(&converted, pointer, type.expected);
+        // The cast lists are other modules' as well: what was expected may have changed.
+        if (type.expected != nullptr)
+            swig_expect_type(type.resolved, type.expected);
+        return code;
     }
-    if (code == SWIG_OK)
-        become_handle(&converted, pointer, type);
-    return code;
 }
 
 bool convert_word(Tcl_Interp *interp, Tcl_Obj *word, int number, const char *usage, word_kind kind,
-                  swig_type_record *type, Tcl_Obj &converted)
+                  wanted_type type, Tcl_Obj &converted)
 {
     const int code = convert(interp, word, kind, type, converted);
     return code == SWIG_OK || refuse_word(interp, number, usage, kind, type, code);

@@ -62,27 +62,41 @@ inline bool ready(const Tcl_Obj *word, void *&pointer)
     return word->typePtr == &handle_type;
 }
 
-/// Whether the word caches a handle of exactly this type, which must be that of `pointer`. Sets
-/// `pointer` if so; otherwise `pointer` is unspecified.
+/// Whether the word caches a handle of exactly the expected type, which must be that of `pointer`,
+/// and converting it would change nothing: the type stands first in its own cast list, without
+/// converter (swig_expect_type). The first entry tells the type, too, for an entry is in one list
+/// only. Sets `pointer` if so; otherwise `pointer` is unspecified.
 template <class Target>
-bool ready(const Tcl_Obj *word, Target *&pointer, const swig_type_record *type)
+bool ready(const Tcl_Obj *word, Target *&pointer, const swig_type_record &expected)
 {
     const auto &memory = word->internalRep.twoPtrValue;
     pointer = static_cast<Target *>(memory.ptr1);
-    return word->typePtr == &handle_type && memory.ptr2 == type;
+    if (word->typePtr != &handle_type)
+        return false;
+    const auto *const cast = static_cast<const swig_type_record *>(memory.ptr2)->cast;
+    // One branch for both: this is the fast path of every command that takes a handle.
+    return ((reinterpret_cast<std::uintptr_t>(cast) ^
+             reinterpret_cast<std::uintptr_t>(expected.cast)) |
+            reinterpret_cast<std::uintptr_t>(expected.cast->converter)) == 0;
 }
 
+/// The type of a word that must be a handle of one type.
+struct wanted_type
+{
+    swig_type_record *resolved = nullptr; ///< null: handles of all types, or not a handle
+    swig_type_record *expected = nullptr; ///< for swig_expect_type; null: as above
+};
+
 /// Converts word `number` (from 1) of a command with this usage, e.g.
-/// "oo:qx_flow_add device_id p_flow ". `type` is the expected type of a handle of one type, and
-/// null for the other kinds; the word "NULL" gives a null pointer. `converted` becomes a ready
-/// word, only for ready(): it is not a proper Tcl object. Returns false with the error message in
-/// the interpreter.
+/// "oo:qx_flow_add device_id p_flow ". The word "NULL" gives a null pointer. `converted` becomes a
+/// ready word, whatever happens to cast lists, only for ready(): it is not a proper Tcl object.
+/// Returns false with the error message in the interpreter.
 bool convert_word(Tcl_Interp *interp, Tcl_Obj *word, int number, const char *usage, word_kind kind,
-                  swig_type_record *type, Tcl_Obj &converted);
+                  wanted_type type, Tcl_Obj &converted);
 
 /// Sets the error message for that word and returns false. `code` is a swig_error; `type` as in
 /// convert_word.
 bool refuse_word(Tcl_Interp *interp, int number, const char *usage, word_kind kind,
-                 const swig_type_record *type, int code = SWIG_TypeError);
+                 wanted_type type, int code = SWIG_TypeError);
 
 } // namespace qxsh

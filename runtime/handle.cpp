@@ -154,9 +154,8 @@ int convert_remembered(Tcl_Obj *object, void **pointer, swig_type_record *type, 
     *pointer = remembered_pointer(object);
     if (type == nullptr)
         return 0;
-    swig_cast_record *const head = type->cast;
-    if (source == type && head != nullptr && head->type == type && head->converter == nullptr &&
-        flags == 0)
+    const swig_cast_record *const head = type->cast;
+    if (head != nullptr && head->type == source && head->converter == nullptr && flags == 0)
         return 0;
     swig_cast_record *const cast = swig_type_check(source->name, type);
     if (cast == nullptr)

@@ -64,14 +64,12 @@ inline void become_handle(Tcl_Obj *object, void *pointer, swig_type_record *type
     object->typePtr = &handle_type;
 }
 
-/// The fast path for an object that has only a text, of a type whose last match was the type
-/// itself: if the text is a well-formed handle of the type, the object caches it. Returns false,
-/// with the object unchanged, if swig_convert_ptr has to decide. `name` is the type's name.
+/// The fast path for an object that has only a text: if that is a well-formed handle of the type,
+/// the object caches it; whether the type accepts its own handles is not looked at. Returns false,
+/// with the object unchanged, for all other objects. `name` is the type's name.
 inline bool read_new_handle(Tcl_Obj *object, swig_type_record *type, const handle_name &name)
 {
-    const swig_cast_record *const cast = type->cast;
-    if (object->typePtr != nullptr || object->length != name.length + int{1 + address_digits} ||
-        cast == nullptr || cast->type != type || cast->converter != nullptr)
+    if (object->typePtr != nullptr || object->length != name.length + int{1 + address_digits})
         return false;
     const char *const text = object->bytes;
     std::uint32_t address;
@@ -83,7 +81,9 @@ inline bool read_new_handle(Tcl_Obj *object, swig_type_record *type, const handl
 }
 
 /// How many times a word may lead to another one (a command whose " cget -this" names a command
-/// ...) before the conversion fails.
+/// ...) before the conversion fails. Without a limit, words that lead in a circle would hang the
+/// process: the rounds do not nest, so Tcl's own limit does not end them. Object commands need one
+/// round.
 constexpr int max_indirections = 64;
 
 } // namespace qxsh

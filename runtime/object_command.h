@@ -49,10 +49,11 @@ struct swig_class
 };
 
 /// The handle of a returned pointer: a new object with reference count 0, or null as for
-/// swig_new_pointer_obj. The object command is created too if the type has a class description, the
-/// pointer is not null, and either no command has the handle's name or `flags` (owned) is not 0. An
-/// owned pointer is entered in the object table. An earlier command of that name loses its
-/// ownership and is replaced.
+/// swig_new_pointer_obj. The object command is created too if the type has a class description and
+/// either no command has the handle's name ("NULL" for a null pointer) or `flags` (owned) is not 0.
+/// An owned pointer is entered in the object table. An earlier command of that name is deleted,
+/// which destroys the object if it owned it: the new command then has a dangling pointer, so return
+/// an object as owned only once.
 Tcl_Obj *swig_new_instance_obj(Tcl_Interp *interp, void *pointer, swig_type_record *type,
                                int flags);
 

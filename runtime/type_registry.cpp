@@ -94,6 +94,15 @@ void swig_link_module(Tcl_Interp *interp, swig_module_record *module)
         resolve_types(module);
 }
 
+void swig_expect_type(const swig_type_record *resolved, swig_type_record *expected)
+{
+    static swig_cast_record in_no_list;
+    auto *cast = resolved->cast;
+    while (cast != nullptr && (cast->type != resolved || cast->converter != nullptr))
+        cast = cast->next;
+    expected->cast = cast != nullptr ? cast : &in_no_list;
+}
+
 void swig_propagate_client_data(swig_module_record *module)
 {
     for (unsigned int i = 0; i < module->size; ++i) {

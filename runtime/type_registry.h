@@ -49,6 +49,11 @@ struct swig_module_record
 /// casts. The module must outlive the process's interpreters.
 void swig_link_module(Tcl_Interp *interp, swig_module_record *module);
 
+/// Sets the `cast` of `expected`, a record of a module's own that is not in the ring, to the entry
+/// by which the resolved type takes its own handles unchanged, the type itself without converter;
+/// or to an entry in no list, if there is none.
+void swig_expect_type(const swig_type_record *resolved, swig_type_record *expected);
+
 /// A module of the ring that the interpreter's registry variable publishes, or null if the variable
 /// is missing or malformed. The address in it is trusted.
 swig_module_record *swig_published_module(Tcl_Interp *interp);

@@ -63,6 +63,8 @@ int Demo_Init(Tcl_Interp *interp)
     qxsh::learn_known_objects();
     Tcl_PkgProvide(interp, "demo", "0.0");
     swig_link_module(interp, &swig_module);
+    for (int i = 0; i < type_count; ++i)
+        swig_expect_type(swig_types[i], &swig_expected_types[i]);
     propagate_client_data_once();
     create_commands(interp);
     swig_install_constants(interp, swig_constants);

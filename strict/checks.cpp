@@ -26,7 +26,7 @@ std::string handle_text(std::uint32_t address, const char *type)
 std::string described(const known_block &block)
 {
     std::string text = "block " + std::to_string(block.serial) + " (" +
-                       handle_text(block.address, swig_types[block.type]->name) + ", " +
+                       handle_text(block.address, swig_expected_types[block.type].name) + ", " +
                        std::to_string(block.size) + " bytes), made by " + shown(*block.made);
     if (!block.live())
         text += ", freed by " + shown(*block.freed);
@@ -92,7 +92,8 @@ bool holds(const known_block &block, std::uint32_t offset, int type)
 
 std::string not_there(int type, std::uint32_t offset, const known_block &block)
 {
-    return "there is no " + std::string{swig_types[type]->str} + " at " + at_byte(offset, block);
+    return "there is no " + std::string{swig_expected_types[type].str} + " at " +
+           at_byte(offset, block);
 }
 
 // The problem of a pointer whatever its use. `block` becomes the block that contains it, or null.
@@ -102,7 +103,8 @@ std::string problem_of_place(const block_table &blocks, checked_pointer what,
     const std::uint32_t address = address_of(what.pointer);
     block = lies_low(what.pointer) ? blocks.at(address) : nullptr;
     if (block == nullptr)
-        return in_no_block(blocks, handle_text(address, swig_types[what.type]->name), address);
+        return in_no_block(blocks, handle_text(address, swig_expected_types[what.type].name),
+                           address);
     if (!block->live())
         return "use after free of " + described(*block);
     return {};

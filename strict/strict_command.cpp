@@ -3,13 +3,12 @@
 
 #include "commands/command_table.h"
 #include "commands/sdk_output.h"
+#include "commands/wrapper.h"
 #include "helpers/block_memory.h"
 #include "records/addresses.h"
-#include "runtime/command_words.h"
 #include "runtime/errors.h"
 #include "strict/checks.h"
 #include "strict/leak_report.h"
-#include "types.h"
 
 #include <algorithm>
 #include <new>
@@ -87,33 +86,17 @@ bool checked_call::is_handle_or_command(Tcl_Obj *word, word_kind kind) const
     return std::string_view{text} == "NULL" || Tcl_FindCommand(interp_, text, nullptr, 0);
 }
 
-// Whether the wrapper can take the word as it is and then gets the converted value.
-bool is_ready(const Tcl_Obj *word, const Tcl_Obj &converted)
-{
-    const auto &is = word->internalRep;
-    const auto &wanted = converted.internalRep;
-    if (converted.typePtr == &handle_type)
-        return word->typePtr == &handle_type && is.twoPtrValue.ptr1 == wanted.twoPtrValue.ptr1 &&
-               (wanted.twoPtrValue.ptr2 == nullptr ||
-                is.twoPtrValue.ptr2 == wanted.twoPtrValue.ptr2);
-    return word->typePtr == known.integer_type && is.longValue >= 0 && is.longValue <= INT32_MAX &&
-           is.longValue == wanted.wideValue;
-}
-
 bool checked_call::convert(int number)
 {
     const word_kind kind = kinds_[number - 1];
-    auto *const type = kind >= word_handle ? swig_types[type_number(kind)] : nullptr;
+    const wanted_type type = type_of(kind);
     Tcl_Obj *const word = words_[number];
     if (kind >= word_any_handle && !is_handle_or_command(word, kind))
         return refuse_word(interp_, number, usage_.c_str(), kind, type);
     Tcl_Obj &converted = converted_[number];
     converted.bytes = nullptr; // it has no text
-    if (!convert_word(interp_, word, number, usage_.c_str(), kind, type, converted))
-        return false;
-    if (!is_ready(word, converted))
-        words_[number] = &converted;
-    return true;
+    words_[number] = &converted;
+    return convert_word(interp_, word, number, usage_.c_str(), kind, type, converted);
 }
 
 std::string checked_call::problem_of(int number) const

@@ -5,6 +5,8 @@
 //   meter_free HANDLE            releases such a block
 //   meter_address TYPE HANDLE    the address that a handle gives where TYPE is expected
 //   meter_describe TYPE          gives the type a class, whose method "words" returns its words
+//   meter_casts TYPE HOW         changes the type's casts: "none" empties its list, "shifted" lets
+//                                its first entry add 4 bytes; "back" undoes the last change
 #include "helpers/block_memory.h"
 #include "runtime/handle.h"
 #include "runtime/known_objects.h"
@@ -15,6 +17,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <string_view>
 #include <utility>
 
 namespace {
@@ -23,8 +26,10 @@ swig_type_record copy_type = {"_p_mt_copy_t", "mt_copy_t *", nullptr, nullptr, n
 swig_type_record flow_part_type = {"_p_mt_flow_t", "mt_flow_t *", nullptr, nullptr, nullptr, 0};
 swig_type_record reading_type = {"_p_mt_reading_t", "mt_reading_t *", nullptr, nullptr, nullptr, 0};
 swig_type_record tag_type = {"_p_mt_tag_t", "mt_tag_t *", nullptr, nullptr, nullptr, 0};
-swig_type_record flow_type = {"_p_qx_flow_t", "qx_flow_t *", nullptr, nullptr, nullptr, 0};
-swig_type_record vlan_type = {"_p_qx_vlan_t", "qx_vlan_t *", nullptr, nullptr, nullptr, 0};
+// The meter has other texts for the types that the package has as well, and none for one of them.
+swig_type_record flow_type = {
+    "_p_qx_flow_t", "struct flow *|qx_flow_t *", nullptr, nullptr, nullptr, 0};
+swig_type_record vlan_type = {"_p_qx_vlan_t", nullptr, nullptr, nullptr, nullptr, 0};
 
 // A flow's reading lies 16 bytes into it, and a tag's VLAN 4 bytes.
 void *reading_of_flow(void *flow, int *)
@@ -121,6 +126,26 @@ int report_words(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[]
     return TCL_OK;
 }
 
+int change_casts(ClientData, Tcl_Interp *interp, int, Tcl_Obj *const objv[])
+{
+    static swig_cast_record *first = nullptr;
+    auto *const type = type_named(interp, objv[1]);
+    if (type == nullptr)
+        return TCL_ERROR;
+    const std::string_view how = Tcl_GetString(objv[2]);
+    if (how == "back") {
+        first->converter = nullptr;
+        type->cast = first;
+        return TCL_OK;
+    }
+    first = type->cast;
+    if (how == "none")
+        type->cast = nullptr;
+    else
+        first->converter = vlan_of_tag;
+    return TCL_OK;
+}
+
 constexpr swig_method methods[] = {{"words", report_words}, {nullptr, nullptr}};
 swig_type_record *described;
 swig_class description = {"meter", &described, nullptr, nullptr,
@@ -144,10 +169,9 @@ extern "C" DLLEXPORT int Meter_Init(Tcl_Interp *interp)
     qxsh::learn_known_objects();
     swig_link_module(interp, &module);
     const std::pair<const char *, Tcl_ObjCmdProc *> commands[] = {
-        {"meter_new", make_block},
-        {"meter_free", free_block},
-        {"meter_address", give_address},
-        {"meter_describe", describe},
+        {"meter_new", make_block},       {"meter_free", free_block},
+        {"meter_address", give_address}, {"meter_describe", describe},
+        {"meter_casts", change_casts},
     };
     for (const auto &[name, procedure] : commands)
         Tcl_CreateObjCommand(interp, name, procedure, nullptr, nullptr);

@@ -168,11 +168,24 @@ TEST_F(attributes, without_an_accessor)
 
 TEST_F(attributes, configure_needs_pairs)
 {
-    for (const char *words : {"", "-width", "-height", "-width 1 -text", "-width 1 -text a -width",
-                              "-width 1 -height", "-height 1 -width"})
+    for (const char *words : {"", "-width", "-height"})
         EXPECT_EQ(error("configure " + std::string(words)), "wrong # args.") << words;
     EXPECT_EQ(tcl_.error_code(), "NONE");
-    EXPECT_EQ(object_->width, 7); // an odd name is noticed before anything is written
+    EXPECT_EQ(object_->width, 7);
+}
+
+TEST_F(attributes, configure_applies_complete_pairs)
+{
+    value("configure -width 1 -text");
+    EXPECT_EQ(object_->width, 1);
+    EXPECT_EQ(*object_->text, "first");
+    value("configure -width 2 -text a -width");
+    EXPECT_EQ(object_->width, 2);
+    EXPECT_EQ(*object_->text, "a");
+    value("configure -width 3 -height"); // a name without value is not looked at
+    EXPECT_EQ(object_->width, 3);
+    EXPECT_EQ(error("configure -height 1 -width"), "Invalid attribute name.");
+    EXPECT_EQ(object_->width, 3);
 }
 
 TEST_F(attributes, configure_ends_at_an_unknown_name)

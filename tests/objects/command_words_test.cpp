@@ -101,14 +101,16 @@ TEST_F(command_words, elements_of_arrays)
     tcl_.value("qx_data_free $array");
 }
 
-TEST_F(command_words, a_null_result_becomes_none)
+TEST_F(command_words, a_null_result_becomes_one)
 {
-    attach_flow();
     attach(packet_, "_p_qx_pkt_info_t");
-    EXPECT_EQ(tcl_.value("qx_flow_get_ingress_pkt NULL"), "NULL");
-    EXPECT_EQ(tcl_.value("qx_flow_array_get NULL 0"), "NULL");
-    EXPECT_EQ(tcl_.value("objects"), "");
+    EXPECT_EQ(tcl_.value("qx_flow_array_get NULL 0"), "NULL"); // of a type without class
     EXPECT_EQ(tcl_.value("info commands {NULL*}"), "");
+    EXPECT_EQ(tcl_.value("qx_flow_get_ingress_pkt NULL"), "NULL");
+    EXPECT_EQ(tcl_.value("info commands {NULL*}"), "NULL");
+    EXPECT_EQ(tcl_.value("NULL words a"), "NULL NULL a");
+    EXPECT_EQ(tcl_.value("qx_flow_get_ingress_pkt NULL"), "NULL");
+    EXPECT_EQ(tcl_.value("NULL -delete; info commands {NULL*}"), "");
 }
 
 // ------------------------------------------------------------------------------- objects as

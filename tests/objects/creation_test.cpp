@@ -67,24 +67,46 @@ TEST_F(creation, leaves_the_result_alone)
     EXPECT_TRUE(qxsh::object_table::disown(at(0x10)));
 }
 
-TEST_F(creation, makes_nothing_of_a_null_pointer)
+// A null pointer is no exception: its handle and its command are called "NULL".
+TEST_F(creation, makes_a_command_of_a_null_pointer)
 {
+    static std::vector<void *> destroyed;
+    destroyed.clear();
+    class_.destroyed_by([](void *pointer) { destroyed.push_back(pointer); });
     class_.attach(type_);
-    for (const int flags : {0, 1}) {
-        EXPECT_EQ(returned(nullptr, flags), "NULL");
-        EXPECT_EQ(tcl_.value("info commands {NULL*}"), "");
-        EXPECT_EQ(commands(), "");
-        EXPECT_FALSE(owned(nullptr));
-    }
+    EXPECT_EQ(returned(nullptr), "NULL");
+    EXPECT_EQ(tcl_.value("info commands {NULL*}"), "NULL");
+    EXPECT_EQ(instance_of("NULL")->pointer, nullptr);
+    EXPECT_EQ(tcl_.value("NULL cget -this"), "NULL");
+    EXPECT_EQ(tcl_.value("NULL cget -thisown"), "0");
+    tcl_.value("NULL -delete");
+    EXPECT_TRUE(destroyed.empty());
+    returned(nullptr, 1);
+    EXPECT_TRUE(owned(nullptr));
+    EXPECT_EQ(tcl_.value("NULL cget -thisown"), "1");
+    tcl_.value("NULL -delete");
+    EXPECT_EQ(destroyed, std::vector<void *>{nullptr});
+    EXPECT_FALSE(owned(nullptr));
+    EXPECT_EQ(tcl_.value("info commands {NULL*}"), "");
 }
 
-// A command that happens to be called NULL is nobody's object.
-TEST_F(creation, leaves_a_command_named_NULL_alone)
+TEST_F(creation, makes_no_command_of_a_null_pointer_without_a_class)
 {
-    class_.attach(type_);
-    tcl_.value("proc NULL args { return {still here} }");
     EXPECT_EQ(returned(nullptr, 1), "NULL");
+    EXPECT_EQ(tcl_.value("info commands {NULL*}"), "");
+    EXPECT_FALSE(owned(nullptr));
+}
+
+// As with any other handle.
+TEST_F(creation, leaves_or_replaces_a_command_named_NULL)
+{
+    class_.destroyed_by(nullptr).attach(type_);
+    tcl_.value("proc NULL args { return {still here} }");
+    EXPECT_EQ(returned(nullptr, 0), "NULL");
     EXPECT_EQ(tcl_.value("NULL"), "still here");
+    EXPECT_EQ(returned(nullptr, 1), "NULL");
+    EXPECT_EQ(tcl_.value("NULL cget -this"), "NULL");
+    tcl_.value("NULL -delete");
 }
 
 TEST_F(creation, needs_an_interpreter)
@@ -173,22 +195,40 @@ TEST_F(creation, replaces_a_borrowed_one_by_an_owner)
     EXPECT_EQ(thing::destroyed, 1);
 }
 
-// If the earlier one kept its ownership, its end would destroy what the new one stands for.
-TEST_F(creation, replaces_an_owner_that_gives_up_before)
+// The earlier command ends like any other: it destroys what it owns, though the new one stands for
+// the same pointer.
+TEST_F(creation, replaces_an_owner_that_destroys_its_object)
+{
+    static int destroyed;
+    destroyed = 0;
+    class_.destroyed_by([](void *) { ++destroyed; });
+    class_.attach(type_);
+    const auto name = returned(at(0x10), 1);
+    for (int time = 0; time < 3; ++time) {
+        EXPECT_EQ(destroyed, time);
+        EXPECT_EQ(returned(at(0x10), 1), name);
+        EXPECT_EQ(destroyed, time + 1);
+        EXPECT_EQ(instance_of(name)->owned, 1);
+        EXPECT_TRUE(owned(at(0x10)));
+        EXPECT_EQ(commands(), name);
+    }
+    tcl_.value(name + " -delete");
+    EXPECT_EQ(destroyed, 4);
+    EXPECT_FALSE(owned(at(0x10)));
+}
+
+// What was taken over is not destroyed, whatever the earlier command's flag says.
+TEST_F(creation, replaces_an_owner_of_an_object_that_was_taken_over)
 {
     class_.attach(type_);
     auto *const object = thing::make();
     const auto name = returned(object, 1);
-    for (int time = 0; time < 3; ++time) {
-        EXPECT_EQ(returned(object, 1), name);
-        EXPECT_EQ(thing::destroyed, 0);
-        EXPECT_EQ(instance_of(name)->owned, 1);
-        EXPECT_TRUE(owned(object));
-    }
-    EXPECT_EQ(*object->text, "a thing that is too long for a short string");
+    EXPECT_TRUE(qxsh::object_table::disown(object));
+    returned(object, 1);
+    EXPECT_EQ(thing::destroyed, 0);
+    EXPECT_TRUE(owned(object));
     tcl_.value(name + " -delete");
     EXPECT_EQ(thing::destroyed, 1);
-    EXPECT_FALSE(owned(object));
 }
 
 TEST_F(creation, leaves_or_replaces_commands_of_others)
@@ -204,8 +244,7 @@ TEST_F(creation, leaves_or_replaces_commands_of_others)
 }
 
 // The command is global, whoever asks. So is the one that is looked for: another command of that
-// name in the namespace of the moment neither stands in its way nor hides the owner that has to
-// give up.
+// name in the namespace of the moment neither stands in its way nor hides it.
 class in_a_namespace : public creation
 {
 protected:
@@ -246,12 +285,14 @@ TEST_F(in_a_namespace, a_namesake_is_in_nobodys_way)
     thing::destroy(object_);
 }
 
-TEST_F(in_a_namespace, a_namesake_does_not_hide_the_owner)
+TEST_F(in_a_namespace, a_namesake_does_not_hide_the_command)
 {
-    const auto name = returned(object_, 1);
+    const auto name = returned(object_, 0);
+    const auto *const instance = instance_of("::" + name);
     tcl_.value("namespace eval inner { proc " + name + " args { return namesake } }");
+    EXPECT_EQ(tcl_.value("namespace eval inner { return_it }"), name);
+    EXPECT_EQ(instance_of("::" + name), instance);
     EXPECT_EQ(tcl_.value("namespace eval inner { return_it owned }"), name);
-    EXPECT_EQ(thing::destroyed, 0);
     EXPECT_TRUE(owned(object_));
     EXPECT_EQ(tcl_.value("inner::" + name), "namesake");
     tcl_.value("::" + name + " -delete");

@@ -154,18 +154,36 @@ TEST_F(lifetime, goes_on_between_two_setters_under_another_name)
     EXPECT_EQ(thing::destroyed, 1);
 }
 
-// The result that a method makes replaces the command which is running.
+// The result that a method makes replaces the command which is running. That was borrowed, or it
+// would have destroyed the object.
 TEST_F(lifetime, ends_by_its_own_successor)
 {
     const auto name = make();
+    tcl_.value(name + " -disown");
     EXPECT_EQ(tcl_.value(name + " return_again"), name);
     EXPECT_EQ(thing::destroyed, 0);
     EXPECT_EQ(tcl_.value(name + " cget -thisown"), "1");
     EXPECT_EQ(*object_->text, "text");
+    tcl_.value(name + " -disown");
     EXPECT_EQ(tcl_.error(name + " configure -eval {$object return_again} -width 1"),
               "invalid command name \"" + name + "\"");
+    EXPECT_EQ(object_->width, 0);
     tcl_.value(name + " -delete");
     EXPECT_EQ(thing::destroyed, 1);
+}
+
+TEST_F(lifetime, ends_by_its_own_successor_and_destroys_what_it_owns)
+{
+    static int destroyed;
+    destroyed = 0;
+    class_.destroyed_by([](void *) { ++destroyed; });
+    const auto name = make();
+    EXPECT_EQ(tcl_.value(name + " return_again"), name);
+    EXPECT_EQ(destroyed, 1);
+    EXPECT_EQ(tcl_.value(name + " cget -thisown"), "1");
+    tcl_.value(name + " -delete");
+    EXPECT_EQ(destroyed, 2);
+    thing::destroy(object_);
 }
 
 TEST_F(lifetime, ends_deep_inside)

@@ -298,10 +298,9 @@ TEST_F(arguments, other_letters_take_a_word_and_a_target)
     expect_error({"cmd", "x"}, "Wrong number of arguments :c  argument 2", "z?:c ", none_, none_);
 }
 
-// Nothing is stored and the word is not looked at; what belongs to the letter is passed over.
+// Nothing is stored, the word is not looked at, and nothing further is taken for the letter.
 TEST_F(arguments, null_targets)
 {
-    plain_type flow{"_p_qx_flow_t"};
     int length = -1;
     int last = 0;
     for (const char *letter : {"i", "l", "h", "b", "f", "d", "s", "c", "o", "I", "S", "z"}) {
@@ -310,11 +309,19 @@ TEST_F(arguments, null_targets)
         EXPECT_EQ(last, 3);
         last = 0;
     }
-    EXPECT_EQ(parse({"cmd", "no handle", "4"}, "pi:c ", none_, flow.operator->(), &last), TCL_OK);
-    EXPECT_EQ(last, 4);
-    EXPECT_EQ(parse({"cmd", "text", "5"}, "s#i:c ", none_, &length, &last), TCL_OK);
+    for (const char *format : {"pi:c ", "Pi:c "}) {
+        EXPECT_EQ(parse({"cmd", "no handle", "4"}, format, none_, &last), TCL_OK);
+        EXPECT_EQ(last, 4);
+        last = 0;
+    }
+    // A length belongs to a text that is stored; without one "#" is a letter like any other.
+    EXPECT_EQ(parse({"cmd", "text", "x", "5"}, "s#i:c ", none_, &length, &last), TCL_OK);
     EXPECT_EQ(last, 5);
     EXPECT_EQ(length, -1);
+    EXPECT_EQ(parse({"cmd", "text", "x", "6"}, "S#i:c ", none_, none_, &last), TCL_OK);
+    EXPECT_EQ(last, 6);
+    expect_error({"cmd", "text", "5"}, "Wrong number of arguments :c  argument 3", "s#i:c ", none_,
+                 &length, &last);
 }
 
 TEST_F(arguments, stores_before_a_failure_stay)

@@ -22,7 +22,7 @@ public:
         Number found;
         if (!qxsh::ready(objv_[number], found)) {
             Tcl_Obj converted;
-            if (!convert(number, kind_of(value), nullptr, converted))
+            if (!convert(number, kind_of(value), {}, converted))
                 return false;
             EXPECT_TRUE(qxsh::ready(&converted, found));
         }
@@ -35,17 +35,18 @@ public:
         if (qxsh::ready(objv_[number], pointer))
             return true;
         Tcl_Obj converted;
-        return convert(number, qxsh::word_any_handle, nullptr, converted) &&
+        return convert(number, qxsh::word_any_handle, {}, converted) &&
                qxsh::ready(&converted, pointer);
     }
 
     bool get(int number, void *&pointer, swig_type_record *type) const
     {
-        if (qxsh::ready(objv_[number], pointer, type))
+        swig_type_record expected = expected_record(type);
+        if (qxsh::ready(objv_[number], pointer, expected))
             return true;
         Tcl_Obj converted;
-        return convert(number, qxsh::word_handle, type, converted) &&
-               qxsh::ready(&converted, pointer, type);
+        return convert(number, qxsh::word_handle, {type, &expected}, converted) &&
+               qxsh::ready(&converted, pointer, expected);
     }
 
     Tcl_Interp *interp() const { return interp_; }
@@ -57,7 +58,15 @@ private:
     static qxsh::word_kind kind_of(int) { return qxsh::word_int; }
     static qxsh::word_kind kind_of(unsigned long long) { return qxsh::word_unsigned_long_long; }
 
-    bool convert(int number, qxsh::word_kind kind, swig_type_record *type, Tcl_Obj &to) const
+    // The type as a module that links it expects it.
+    static swig_type_record expected_record(swig_type_record *type)
+    {
+        swig_type_record expected{type->name, type->str, nullptr, nullptr, nullptr, 0};
+        swig_expect_type(type, &expected);
+        return expected;
+    }
+
+    bool convert(int number, qxsh::word_kind kind, qxsh::wanted_type type, Tcl_Obj &to) const
     {
         return qxsh::convert_word(interp_, objv_[number], number, usage_, kind, type, to);
     }

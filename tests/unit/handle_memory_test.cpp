@@ -156,6 +156,23 @@ TEST_F(handle_memory, rule_4_a_cast_taken_away_counts)
     EXPECT_EQ(convert(word, flow_), -1);
 }
 
+// The three outcomes of a list that was emptied, or whose only entry got a converter, for a handle
+// that was made, one that was read before, and one that is new.
+TEST_F(handle_memory, rule_4_the_outcome_is_the_same_whatever_was_remembered)
+{
+    const held_object made{swig_new_pointer_obj(at(0x0001a2b0), flow_)};
+    const held_object read{flow_text};
+    EXPECT_EQ(convert(read, flow_), 0);
+    flow_->cast->converter = sixteen_on;
+    for (const auto &word : {made, read, held_object{flow_text}}) {
+        EXPECT_EQ(convert(word, flow_), 0);
+        EXPECT_EQ(pointer_, at(0x0001a2c0));
+    }
+    flow_->cast = nullptr;
+    for (const auto &word : {made, read, held_object{flow_text}})
+        EXPECT_EQ(convert(word, flow_), -1);
+}
+
 TEST_F(handle_memory, rule_5_failures_are_not_remembered)
 {
     for (const char *text :

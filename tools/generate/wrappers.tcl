@@ -22,17 +22,20 @@ proc generate::types {} {
     set texts {}
     set records {}
     set casts {}
+    set expected {}
     foreach type [catalogue::types] {
         set index [type_index $type]
         set mangled [catalogue::mangled $type]
         append header "    $index,\n"
         append names "    \"$mangled\",\n"
-        append texts "static swig_type_record record$mangled = \{swig_type_names\[$index\].text,\
-            \"[catalogue::native $type] *\",\n    nullptr, nullptr, nullptr, 0\};\n"
+        set literals "swig_type_names\[$index\].text, \"[catalogue::native $type] *\","
+        append texts "static swig_type_record record$mangled = \{$literals\n    nullptr,\
+            nullptr, nullptr, 0\};\n"
         append texts "static swig_cast_record casts$mangled\[\] = \{\n    \{&record$mangled,\
             nullptr, nullptr, nullptr\}, \{nullptr, nullptr, nullptr, nullptr\}\};\n"
         append records "    &record$mangled,\n"
         append casts "    casts$mangled,\n"
+        append expected "    \{$literals\n     nullptr, nullptr, nullptr, 0\},\n"
     }
     append header "    type_count\n};\n\n"
     append header "/// Of the command with the longest usage.\n"
@@ -40,12 +43,17 @@ proc generate::types {} {
     append header "/// The types as resolved when the module was first linked; ends with a null.\n"
     append header "\[\[gnu::visibility(\"hidden\")\]\] "
     append header "extern swig_type_record *swig_types\[type_count + 1\];\n"
+    append header "/// The types as commands expect them, with this module's own literals and the `cast` of\n"
+    append header "/// swig_expect_type. Not in the ring: only this module sees them.\n"
+    append header "\[\[gnu::visibility(\"hidden\")\]\] "
+    append header "extern swig_type_record swig_expected_types\[type_count\];\n"
     append header "/// The names of the types in the texts of handles.\n"
     append header "\[\[gnu::visibility(\"hidden\")\]\] "
     append header "extern const qxsh::handle_name swig_type_names\[type_count\];\n"
     append header "extern swig_module_record swig_module;\n"
     append text "constexpr qxsh::handle_name swig_type_names\[type_count\] = \{\n$names\};\n\n$texts"
     append text "\nswig_type_record *swig_types\[type_count + 1\];\n"
+    append text "swig_type_record swig_expected_types\[type_count\] = \{\n$expected\};\n"
     append text "static swig_type_record *const type_initial\[\] = \{\n$records\};\n"
     append text "static swig_cast_record *const cast_initial\[\] = \{\n$casts\};\n"
     append text "swig_module_record swig_module = \{swig_types, type_count, nullptr, type_initial,\n"
@@ -145,7 +153,7 @@ proc generate::wrapper {command} {
         append declarations "    [declarator $type $argument];\n"
         lappend names $argument
         set word "objv\[[llength $names]\], $argument"
-        if {[is_typed_pointer $type]} { append word ", swig_types\[[type_index $type]\]" }
+        if {[is_typed_pointer $type]} { append word ", swig_expected_types\[[type_index $type]\]" }
         lappend checks "!ready($word)"
     }
     set text "int wrap_$name\(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv\[\])\n\{\n"

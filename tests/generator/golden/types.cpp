@@ -47,6 +47,24 @@ static swig_cast_record casts_p_unsigned_long_long[] = {
     {&record_p_unsigned_long_long, nullptr, nullptr, nullptr}, {nullptr, nullptr, nullptr, nullptr}};
 
 swig_type_record *swig_types[type_count + 1];
+swig_type_record swig_expected_types[type_count] = {
+    {swig_type_names[type_char].text, "char *",
+     nullptr, nullptr, nullptr, 0},
+    {swig_type_names[type_int].text, "int *",
+     nullptr, nullptr, nullptr, 0},
+    {swig_type_names[type_qx_lamp_colour_t].text, "qx_lamp_colour_t *",
+     nullptr, nullptr, nullptr, 0},
+    {swig_type_names[type_qx_lamp_t].text, "qx_lamp_t *",
+     nullptr, nullptr, nullptr, 0},
+    {swig_type_names[type_qx_lamp_view_t].text, "qx_lamp_view_t *",
+     nullptr, nullptr, nullptr, 0},
+    {swig_type_names[type_unsigned_char].text, "unsigned char *",
+     nullptr, nullptr, nullptr, 0},
+    {swig_type_names[type_unsigned_int].text, "unsigned int *",
+     nullptr, nullptr, nullptr, 0},
+    {swig_type_names[type_unsigned_long_long].text, "unsigned long long *",
+     nullptr, nullptr, nullptr, 0},
+};
 static swig_type_record *const type_initial[] = {
     &record_p_char,
     &record_p_int,

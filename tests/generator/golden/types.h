@@ -22,6 +22,9 @@ constexpr int most_arguments = 9;
 
 /// The types as resolved when the module was first linked; ends with a null.
 [[gnu::visibility("hidden")]] extern swig_type_record *swig_types[type_count + 1];
+/// The types as commands expect them, with this module's own literals and the `cast` of
+/// swig_expect_type. Not in the ring: only this module sees them.
+[[gnu::visibility("hidden")]] extern swig_type_record swig_expected_types[type_count];
 /// The names of the types in the texts of handles.
 [[gnu::visibility("hidden")]] extern const qxsh::handle_name swig_type_names[type_count];
 extern swig_module_record swig_module;

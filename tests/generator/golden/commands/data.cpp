@@ -36,7 +36,7 @@ int wrap_qx_uint64_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const 
 {
     static constexpr char usage[] = "o:qx_uint64_get ptr ";
     unsigned long long *ptr;
-    if (objc != 2 || !ready(objv[1], ptr, swig_types[type_unsigned_long_long]))
+    if (objc != 2 || !ready(objv[1], ptr, swig_expected_types[type_unsigned_long_long]))
         return call_converted(wrap_qx_uint64_get, interp, objc, objv, usage, word_kinds + 90);
     return finish(interp, usage, qx_uint64_get(ptr));
 }
@@ -57,7 +57,7 @@ int wrap_qx_uint32_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const 
 {
     static constexpr char usage[] = "o:qx_uint32_get ptr ";
     unsigned int *ptr;
-    if (objc != 2 || !ready(objv[1], ptr, swig_types[type_unsigned_int]))
+    if (objc != 2 || !ready(objv[1], ptr, swig_expected_types[type_unsigned_int]))
         return call_converted(wrap_qx_uint32_get, interp, objc, objv, usage, word_kinds + 92);
     return finish(interp, usage, qx_uint32_get(ptr));
 }
@@ -81,7 +81,9 @@ int wrap_qx_uint32_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *
     static constexpr char usage[] = "oo:qx_uint32_array_get ptr index ";
     unsigned int *ptr;
     unsigned int index;
-    if (objc != 3 || !ready(objv[1], ptr, swig_types[type_unsigned_int]) || !ready(objv[2], index))
+    if (objc != 3 ||
+        !ready(objv[1], ptr, swig_expected_types[type_unsigned_int]) ||
+        !ready(objv[2], index))
         return call_converted(wrap_qx_uint32_array_get, interp, objc, objv, usage, word_kinds + 97);
     return finish(interp, usage, qx_uint32_array_get(ptr, index));
 }
@@ -93,7 +95,7 @@ int wrap_qx_uint32_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *
     unsigned int data;
     unsigned int index;
     if (objc != 4 ||
-        !ready(objv[1], ptr, swig_types[type_unsigned_int]) ||
+        !ready(objv[1], ptr, swig_expected_types[type_unsigned_int]) ||
         !ready(objv[2], data) ||
         !ready(objv[3], index))
         return call_converted(wrap_qx_uint32_array_set, interp, objc, objv, usage,
@@ -122,7 +124,7 @@ int wrap_qx_uint64_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *
     unsigned long long *ptr;
     unsigned int index;
     if (objc != 3 ||
-        !ready(objv[1], ptr, swig_types[type_unsigned_long_long]) ||
+        !ready(objv[1], ptr, swig_expected_types[type_unsigned_long_long]) ||
         !ready(objv[2], index))
         return call_converted(wrap_qx_uint64_array_get, interp, objc, objv, usage,
                               word_kinds + 107);
@@ -136,7 +138,7 @@ int wrap_qx_uint64_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *
     unsigned long long data;
     unsigned int index;
     if (objc != 4 ||
-        !ready(objv[1], ptr, swig_types[type_unsigned_long_long]) ||
+        !ready(objv[1], ptr, swig_expected_types[type_unsigned_long_long]) ||
         !ready(objv[2], data) ||
         !ready(objv[3], index))
         return call_converted(wrap_qx_uint64_array_set, interp, objc, objv, usage,
@@ -161,7 +163,7 @@ int wrap_qx_uint8_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const o
 {
     static constexpr char usage[] = "o:qx_uint8_get ptr ";
     unsigned char *ptr;
-    if (objc != 2 || !ready(objv[1], ptr, swig_types[type_unsigned_char]))
+    if (objc != 2 || !ready(objv[1], ptr, swig_expected_types[type_unsigned_char]))
         return call_converted(wrap_qx_uint8_get, interp, objc, objv, usage, word_kinds + 116);
     return finish(interp, usage, qx_uint8_get(ptr));
 }
@@ -186,7 +188,7 @@ int wrap_qx_uint8_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *c
     unsigned char *ptr;
     unsigned int index;
     if (objc != 3 ||
-        !ready(objv[1], ptr, swig_types[type_unsigned_char]) ||
+        !ready(objv[1], ptr, swig_expected_types[type_unsigned_char]) ||
         !ready(objv[2], index))
         return call_converted(wrap_qx_uint8_array_get, interp, objc, objv, usage, word_kinds + 121);
     return finish(interp, usage, qx_uint8_array_get(ptr, index));
@@ -199,7 +201,7 @@ int wrap_qx_uint8_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *c
     unsigned char data;
     unsigned int index;
     if (objc != 4 ||
-        !ready(objv[1], ptr, swig_types[type_unsigned_char]) ||
+        !ready(objv[1], ptr, swig_expected_types[type_unsigned_char]) ||
         !ready(objv[2], data) ||
         !ready(objv[3], index))
         return call_converted(wrap_qx_uint8_array_set, interp, objc, objv, usage, word_kinds + 124);
@@ -223,7 +225,7 @@ int wrap_qx_int32_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const o
 {
     static constexpr char usage[] = "o:qx_int32_get ptr ";
     int *ptr;
-    if (objc != 2 || !ready(objv[1], ptr, swig_types[type_int]))
+    if (objc != 2 || !ready(objv[1], ptr, swig_expected_types[type_int]))
         return call_converted(wrap_qx_int32_get, interp, objc, objv, usage, word_kinds + 130);
     return finish(interp, usage, qx_int32_get(ptr));
 }
@@ -247,7 +249,7 @@ int wrap_qx_int32_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *c
     static constexpr char usage[] = "oo:qx_int32_array_get ptr index ";
     int *ptr;
     unsigned int index;
-    if (objc != 3 || !ready(objv[1], ptr, swig_types[type_int]) || !ready(objv[2], index))
+    if (objc != 3 || !ready(objv[1], ptr, swig_expected_types[type_int]) || !ready(objv[2], index))
         return call_converted(wrap_qx_int32_array_get, interp, objc, objv, usage, word_kinds + 135);
     return finish(interp, usage, qx_int32_array_get(ptr, index));
 }
@@ -259,7 +261,7 @@ int wrap_qx_int32_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *c
     int data;
     unsigned int index;
     if (objc != 4 ||
-        !ready(objv[1], ptr, swig_types[type_int]) ||
+        !ready(objv[1], ptr, swig_expected_types[type_int]) ||
         !ready(objv[2], data) ||
         !ready(objv[3], index))
         return call_converted(wrap_qx_int32_array_set, interp, objc, objv, usage, word_kinds + 138);

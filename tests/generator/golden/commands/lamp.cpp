@@ -27,7 +27,7 @@ int wrap_qx_lamp_colour_init(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *
     unsigned char hue;
     unsigned short level;
     if (objc != 4 ||
-        !ready(objv[1], cfg, swig_types[type_qx_lamp_colour_t]) ||
+        !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_colour_t]) ||
         !ready(objv[2], hue) ||
         !ready(objv[3], level))
         return call_converted(wrap_qx_lamp_colour_init, interp, objc, objv, usage, word_kinds + 1);
@@ -39,7 +39,7 @@ int wrap_qx_lamp_colour_dump(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *
 {
     static constexpr char usage[] = "o:qx_lamp_colour_dump cfg ";
     qx_lamp_colour_t *cfg;
-    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_colour_t]))
+    if (objc != 2 || !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_colour_t]))
         return call_converted(wrap_qx_lamp_colour_dump, interp, objc, objv, usage, word_kinds + 5);
     qx_lamp_colour_dump(cfg);
     return finish(interp, usage);
@@ -51,7 +51,7 @@ int wrap_qx_lamp_colour_set_hue(ClientData, Tcl_Interp *interp, int objc, Tcl_Ob
     qx_lamp_colour_t *cfg;
     unsigned char hue;
     if (objc != 3 ||
-        !ready(objv[1], cfg, swig_types[type_qx_lamp_colour_t]) ||
+        !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_colour_t]) ||
         !ready(objv[2], hue))
         return call_converted(wrap_qx_lamp_colour_set_hue, interp, objc, objv, usage,
                               word_kinds + 7);
@@ -63,7 +63,7 @@ int wrap_qx_lamp_colour_get_hue(ClientData, Tcl_Interp *interp, int objc, Tcl_Ob
 {
     static constexpr char usage[] = "o:qx_lamp_colour_get_hue cfg ";
     qx_lamp_colour_t *cfg;
-    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_colour_t]))
+    if (objc != 2 || !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_colour_t]))
         return call_converted(wrap_qx_lamp_colour_get_hue, interp, objc, objv, usage,
                               word_kinds + 5);
     return finish(interp, usage, qx_lamp_colour_get_hue(cfg));
@@ -75,7 +75,7 @@ int wrap_qx_lamp_colour_set_level(ClientData, Tcl_Interp *interp, int objc, Tcl_
     qx_lamp_colour_t *cfg;
     unsigned short level;
     if (objc != 3 ||
-        !ready(objv[1], cfg, swig_types[type_qx_lamp_colour_t]) ||
+        !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_colour_t]) ||
         !ready(objv[2], level))
         return call_converted(wrap_qx_lamp_colour_set_level, interp, objc, objv, usage,
                               word_kinds + 10);
@@ -87,7 +87,7 @@ int wrap_qx_lamp_colour_get_level(ClientData, Tcl_Interp *interp, int objc, Tcl_
 {
     static constexpr char usage[] = "o:qx_lamp_colour_get_level cfg ";
     qx_lamp_colour_t *cfg;
-    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_colour_t]))
+    if (objc != 2 || !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_colour_t]))
         return call_converted(wrap_qx_lamp_colour_get_level, interp, objc, objv, usage,
                               word_kinds + 5);
     return finish(interp, usage, qx_lamp_colour_get_level(cfg));
@@ -113,8 +113,8 @@ int wrap_qx_lamp_colour_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_
     qx_lamp_colour_t *item;
     unsigned int idx;
     if (objc != 4 ||
-        !ready(objv[1], arr, swig_types[type_qx_lamp_colour_t]) ||
-        !ready(objv[2], item, swig_types[type_qx_lamp_colour_t]) ||
+        !ready(objv[1], arr, swig_expected_types[type_qx_lamp_colour_t]) ||
+        !ready(objv[2], item, swig_expected_types[type_qx_lamp_colour_t]) ||
         !ready(objv[3], idx))
         return call_converted(wrap_qx_lamp_colour_array_set, interp, objc, objv, usage,
                               word_kinds + 15);
@@ -128,7 +128,7 @@ int wrap_qx_lamp_colour_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_
     qx_lamp_colour_t *arr;
     unsigned int idx;
     if (objc != 3 ||
-        !ready(objv[1], arr, swig_types[type_qx_lamp_colour_t]) ||
+        !ready(objv[1], arr, swig_expected_types[type_qx_lamp_colour_t]) ||
         !ready(objv[2], idx))
         return call_converted(wrap_qx_lamp_colour_array_get, interp, objc, objv, usage,
                               word_kinds + 19);
@@ -151,7 +151,7 @@ int wrap_qx_lamp_view_dump(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *co
 {
     static constexpr char usage[] = "o:qx_lamp_view_dump cfg ";
     qx_lamp_view_t *cfg;
-    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_view_t]))
+    if (objc != 2 || !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_view_t]))
         return call_converted(wrap_qx_lamp_view_dump, interp, objc, objv, usage, word_kinds + 22);
     qx_lamp_view_dump(cfg);
     return finish(interp, usage);
@@ -163,7 +163,7 @@ int wrap_qx_lamp_view_set_word(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj
     qx_lamp_view_t *cfg;
     unsigned int word;
     if (objc != 3 ||
-        !ready(objv[1], cfg, swig_types[type_qx_lamp_view_t]) ||
+        !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_view_t]) ||
         !ready(objv[2], word))
         return call_converted(wrap_qx_lamp_view_set_word, interp, objc, objv, usage,
                               word_kinds + 24);
@@ -175,7 +175,7 @@ int wrap_qx_lamp_view_get_word(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj
 {
     static constexpr char usage[] = "o:qx_lamp_view_get_word cfg ";
     qx_lamp_view_t *cfg;
-    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_view_t]))
+    if (objc != 2 || !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_view_t]))
         return call_converted(wrap_qx_lamp_view_get_word, interp, objc, objv, usage,
                               word_kinds + 22);
     return finish(interp, usage, qx_lamp_view_get_word(cfg));
@@ -187,8 +187,8 @@ int wrap_qx_lamp_view_set_colour(ClientData, Tcl_Interp *interp, int objc, Tcl_O
     qx_lamp_view_t *cfg;
     qx_lamp_colour_t *colour;
     if (objc != 3 ||
-        !ready(objv[1], cfg, swig_types[type_qx_lamp_view_t]) ||
-        !ready(objv[2], colour, swig_types[type_qx_lamp_colour_t]))
+        !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_view_t]) ||
+        !ready(objv[2], colour, swig_expected_types[type_qx_lamp_colour_t]))
         return call_converted(wrap_qx_lamp_view_set_colour, interp, objc, objv, usage,
                               word_kinds + 27);
     qx_lamp_view_set_colour(cfg, colour);
@@ -199,7 +199,7 @@ int wrap_qx_lamp_view_get_colour(ClientData, Tcl_Interp *interp, int objc, Tcl_O
 {
     static constexpr char usage[] = "o:qx_lamp_view_get_colour cfg ";
     qx_lamp_view_t *cfg;
-    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_view_t]))
+    if (objc != 2 || !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_view_t]))
         return call_converted(wrap_qx_lamp_view_get_colour, interp, objc, objv, usage,
                               word_kinds + 22);
     auto *const result = qx_lamp_view_get_colour(cfg);
@@ -226,8 +226,8 @@ int wrap_qx_lamp_view_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Ob
     qx_lamp_view_t *item;
     unsigned int idx;
     if (objc != 4 ||
-        !ready(objv[1], arr, swig_types[type_qx_lamp_view_t]) ||
-        !ready(objv[2], item, swig_types[type_qx_lamp_view_t]) ||
+        !ready(objv[1], arr, swig_expected_types[type_qx_lamp_view_t]) ||
+        !ready(objv[2], item, swig_expected_types[type_qx_lamp_view_t]) ||
         !ready(objv[3], idx))
         return call_converted(wrap_qx_lamp_view_array_set, interp, objc, objv, usage,
                               word_kinds + 30);
@@ -240,7 +240,9 @@ int wrap_qx_lamp_view_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Ob
     static constexpr char usage[] = "oo:qx_lamp_view_array_get arr idx ";
     qx_lamp_view_t *arr;
     unsigned int idx;
-    if (objc != 3 || !ready(objv[1], arr, swig_types[type_qx_lamp_view_t]) || !ready(objv[2], idx))
+    if (objc != 3 ||
+        !ready(objv[1], arr, swig_expected_types[type_qx_lamp_view_t]) ||
+        !ready(objv[2], idx))
         return call_converted(wrap_qx_lamp_view_array_get, interp, objc, objv, usage,
                               word_kinds + 24);
     auto *const result = qx_lamp_view_array_get(arr, idx);
@@ -271,15 +273,15 @@ int wrap_qx_lamp_init(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const o
     qx_lamp_view_t *view;
     qx_lamp_colour_t *secret;
     if (objc != 10 ||
-        !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) ||
+        !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_t]) ||
         !ready(objv[2], id) ||
         !ready(objv[3], mode) ||
         !ready(objv[4], group) ||
         !ready(objv[5], flags) ||
         !ready(objv[6], serial) ||
         !ready(objv[7], kind) ||
-        !ready(objv[8], view, swig_types[type_qx_lamp_view_t]) ||
-        !ready(objv[9], secret, swig_types[type_qx_lamp_colour_t]))
+        !ready(objv[8], view, swig_expected_types[type_qx_lamp_view_t]) ||
+        !ready(objv[9], secret, swig_expected_types[type_qx_lamp_colour_t]))
         return call_converted(wrap_qx_lamp_init, interp, objc, objv, usage, word_kinds + 34);
     qx_lamp_init(cfg, id, mode, group, flags, serial, kind, view, secret);
     return finish(interp, usage);
@@ -289,7 +291,7 @@ int wrap_qx_lamp_dump(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const o
 {
     static constexpr char usage[] = "o:qx_lamp_dump cfg ";
     qx_lamp_t *cfg;
-    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]))
+    if (objc != 2 || !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_t]))
         return call_converted(wrap_qx_lamp_dump, interp, objc, objv, usage, word_kinds + 44);
     qx_lamp_dump(cfg);
     return finish(interp, usage);
@@ -300,7 +302,9 @@ int wrap_qx_lamp_set_id(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const
     static constexpr char usage[] = "oo:qx_lamp_set_id cfg id ";
     qx_lamp_t *cfg;
     unsigned short id;
-    if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], id))
+    if (objc != 3 ||
+        !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_t]) ||
+        !ready(objv[2], id))
         return call_converted(wrap_qx_lamp_set_id, interp, objc, objv, usage, word_kinds + 46);
     qx_lamp_set_id(cfg, id);
     return finish(interp, usage);
@@ -310,7 +314,7 @@ int wrap_qx_lamp_get_id(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const
 {
     static constexpr char usage[] = "o:qx_lamp_get_id cfg ";
     qx_lamp_t *cfg;
-    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]))
+    if (objc != 2 || !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_t]))
         return call_converted(wrap_qx_lamp_get_id, interp, objc, objv, usage, word_kinds + 44);
     return finish(interp, usage, qx_lamp_get_id(cfg));
 }
@@ -320,7 +324,9 @@ int wrap_qx_lamp_set_mode(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *con
     static constexpr char usage[] = "oo:qx_lamp_set_mode cfg mode ";
     qx_lamp_t *cfg;
     unsigned char mode;
-    if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], mode))
+    if (objc != 3 ||
+        !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_t]) ||
+        !ready(objv[2], mode))
         return call_converted(wrap_qx_lamp_set_mode, interp, objc, objv, usage, word_kinds + 49);
     qx_lamp_set_mode(cfg, mode);
     return finish(interp, usage);
@@ -330,7 +336,7 @@ int wrap_qx_lamp_get_mode(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *con
 {
     static constexpr char usage[] = "o:qx_lamp_get_mode cfg ";
     qx_lamp_t *cfg;
-    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]))
+    if (objc != 2 || !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_t]))
         return call_converted(wrap_qx_lamp_get_mode, interp, objc, objv, usage, word_kinds + 44);
     return finish(interp, usage, qx_lamp_get_mode(cfg));
 }
@@ -340,7 +346,9 @@ int wrap_qx_lamp_set_group(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *co
     static constexpr char usage[] = "oo:qx_lamp_set_group cfg group ";
     qx_lamp_t *cfg;
     unsigned char group;
-    if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], group))
+    if (objc != 3 ||
+        !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_t]) ||
+        !ready(objv[2], group))
         return call_converted(wrap_qx_lamp_set_group, interp, objc, objv, usage, word_kinds + 49);
     qx_lamp_set_group(cfg, group);
     return finish(interp, usage);
@@ -350,7 +358,7 @@ int wrap_qx_lamp_get_group(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *co
 {
     static constexpr char usage[] = "o:qx_lamp_get_group cfg ";
     qx_lamp_t *cfg;
-    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]))
+    if (objc != 2 || !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_t]))
         return call_converted(wrap_qx_lamp_get_group, interp, objc, objv, usage, word_kinds + 44);
     return finish(interp, usage, qx_lamp_get_group(cfg));
 }
@@ -360,7 +368,9 @@ int wrap_qx_lamp_set_flags(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *co
     static constexpr char usage[] = "oo:qx_lamp_set_flags cfg flags ";
     qx_lamp_t *cfg;
     unsigned char flags;
-    if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], flags))
+    if (objc != 3 ||
+        !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_t]) ||
+        !ready(objv[2], flags))
         return call_converted(wrap_qx_lamp_set_flags, interp, objc, objv, usage, word_kinds + 49);
     qx_lamp_set_flags(cfg, flags);
     return finish(interp, usage);
@@ -370,7 +380,7 @@ int wrap_qx_lamp_get_flags(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *co
 {
     static constexpr char usage[] = "o:qx_lamp_get_flags cfg ";
     qx_lamp_t *cfg;
-    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]))
+    if (objc != 2 || !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_t]))
         return call_converted(wrap_qx_lamp_get_flags, interp, objc, objv, usage, word_kinds + 44);
     return finish(interp, usage, qx_lamp_get_flags(cfg));
 }
@@ -380,7 +390,9 @@ int wrap_qx_lamp_set_serial(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *c
     static constexpr char usage[] = "oo:qx_lamp_set_serial cfg serial ";
     qx_lamp_t *cfg;
     unsigned int serial;
-    if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], serial))
+    if (objc != 3 ||
+        !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_t]) ||
+        !ready(objv[2], serial))
         return call_converted(wrap_qx_lamp_set_serial, interp, objc, objv, usage, word_kinds + 52);
     qx_lamp_set_serial(cfg, serial);
     return finish(interp, usage);
@@ -390,7 +402,7 @@ int wrap_qx_lamp_get_serial(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *c
 {
     static constexpr char usage[] = "o:qx_lamp_get_serial cfg ";
     qx_lamp_t *cfg;
-    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]))
+    if (objc != 2 || !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_t]))
         return call_converted(wrap_qx_lamp_get_serial, interp, objc, objv, usage, word_kinds + 44);
     return finish(interp, usage, qx_lamp_get_serial(cfg));
 }
@@ -400,7 +412,9 @@ int wrap_qx_lamp_set_kind(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *con
     static constexpr char usage[] = "oo:qx_lamp_set_kind cfg kind ";
     qx_lamp_t *cfg;
     unsigned int kind;
-    if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], kind))
+    if (objc != 3 ||
+        !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_t]) ||
+        !ready(objv[2], kind))
         return call_converted(wrap_qx_lamp_set_kind, interp, objc, objv, usage, word_kinds + 52);
     qx_lamp_set_kind(cfg, kind);
     return finish(interp, usage);
@@ -410,7 +424,7 @@ int wrap_qx_lamp_get_kind(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *con
 {
     static constexpr char usage[] = "o:qx_lamp_get_kind cfg ";
     qx_lamp_t *cfg;
-    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]))
+    if (objc != 2 || !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_t]))
         return call_converted(wrap_qx_lamp_get_kind, interp, objc, objv, usage, word_kinds + 44);
     return finish(interp, usage, qx_lamp_get_kind(cfg));
 }
@@ -422,7 +436,7 @@ int wrap_qx_lamp_set_name(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *con
     unsigned char name;
     unsigned int idx;
     if (objc != 4 ||
-        !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) ||
+        !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_t]) ||
         !ready(objv[2], name) ||
         !ready(objv[3], idx))
         return call_converted(wrap_qx_lamp_set_name, interp, objc, objv, usage, word_kinds + 55);
@@ -435,7 +449,9 @@ int wrap_qx_lamp_get_name(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *con
     static constexpr char usage[] = "oo:qx_lamp_get_name cfg idx ";
     qx_lamp_t *cfg;
     unsigned int idx;
-    if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], idx))
+    if (objc != 3 ||
+        !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_t]) ||
+        !ready(objv[2], idx))
         return call_converted(wrap_qx_lamp_get_name, interp, objc, objv, usage, word_kinds + 52);
     return finish(interp, usage, qx_lamp_get_name(cfg, idx));
 }
@@ -447,7 +463,7 @@ int wrap_qx_lamp_set_hours(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *co
     unsigned char hours;
     unsigned int idx;
     if (objc != 4 ||
-        !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) ||
+        !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_t]) ||
         !ready(objv[2], hours) ||
         !ready(objv[3], idx))
         return call_converted(wrap_qx_lamp_set_hours, interp, objc, objv, usage, word_kinds + 55);
@@ -460,7 +476,9 @@ int wrap_qx_lamp_get_hours(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *co
     static constexpr char usage[] = "oo:qx_lamp_get_hours cfg idx ";
     qx_lamp_t *cfg;
     unsigned int idx;
-    if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], idx))
+    if (objc != 3 ||
+        !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_t]) ||
+        !ready(objv[2], idx))
         return call_converted(wrap_qx_lamp_get_hours, interp, objc, objv, usage, word_kinds + 52);
     return finish(interp, usage, qx_lamp_get_hours(cfg, idx));
 }
@@ -471,8 +489,8 @@ int wrap_qx_lamp_set_view(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *con
     qx_lamp_t *cfg;
     qx_lamp_view_t *view;
     if (objc != 3 ||
-        !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) ||
-        !ready(objv[2], view, swig_types[type_qx_lamp_view_t]))
+        !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_t]) ||
+        !ready(objv[2], view, swig_expected_types[type_qx_lamp_view_t]))
         return call_converted(wrap_qx_lamp_set_view, interp, objc, objv, usage, word_kinds + 59);
     qx_lamp_set_view(cfg, view);
     return finish(interp, usage);
@@ -482,7 +500,7 @@ int wrap_qx_lamp_get_view(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *con
 {
     static constexpr char usage[] = "o:qx_lamp_get_view cfg ";
     qx_lamp_t *cfg;
-    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]))
+    if (objc != 2 || !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_t]))
         return call_converted(wrap_qx_lamp_get_view, interp, objc, objv, usage, word_kinds + 44);
     auto *const result = qx_lamp_get_view(cfg);
     return set_pointer_result(interp, result, swig_types[type_qx_lamp_view_t]);
@@ -495,8 +513,8 @@ int wrap_qx_lamp_set_palette(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *
     qx_lamp_colour_t *palette;
     unsigned int idx;
     if (objc != 4 ||
-        !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) ||
-        !ready(objv[2], palette, swig_types[type_qx_lamp_colour_t]) ||
+        !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_t]) ||
+        !ready(objv[2], palette, swig_expected_types[type_qx_lamp_colour_t]) ||
         !ready(objv[3], idx))
         return call_converted(wrap_qx_lamp_set_palette, interp, objc, objv, usage, word_kinds + 62);
     qx_lamp_set_palette(cfg, palette, idx);
@@ -508,7 +526,9 @@ int wrap_qx_lamp_get_palette(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *
     static constexpr char usage[] = "oo:qx_lamp_get_palette cfg idx ";
     qx_lamp_t *cfg;
     unsigned int idx;
-    if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], idx))
+    if (objc != 3 ||
+        !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_t]) ||
+        !ready(objv[2], idx))
         return call_converted(wrap_qx_lamp_get_palette, interp, objc, objv, usage, word_kinds + 52);
     auto *const result = qx_lamp_get_palette(cfg, idx);
     return set_pointer_result(interp, result, swig_types[type_qx_lamp_colour_t]);
@@ -521,8 +541,8 @@ int wrap_qx_lamp_set_program(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *
     qx_lamp_view_t *program;
     unsigned int idx;
     if (objc != 4 ||
-        !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) ||
-        !ready(objv[2], program, swig_types[type_qx_lamp_view_t]) ||
+        !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_t]) ||
+        !ready(objv[2], program, swig_expected_types[type_qx_lamp_view_t]) ||
         !ready(objv[3], idx))
         return call_converted(wrap_qx_lamp_set_program, interp, objc, objv, usage, word_kinds + 66);
     qx_lamp_set_program(cfg, program, idx);
@@ -534,7 +554,9 @@ int wrap_qx_lamp_get_program(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *
     static constexpr char usage[] = "oo:qx_lamp_get_program cfg idx ";
     qx_lamp_t *cfg;
     unsigned int idx;
-    if (objc != 3 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) || !ready(objv[2], idx))
+    if (objc != 3 ||
+        !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_t]) ||
+        !ready(objv[2], idx))
         return call_converted(wrap_qx_lamp_get_program, interp, objc, objv, usage, word_kinds + 52);
     auto *const result = qx_lamp_get_program(cfg, idx);
     return set_pointer_result(interp, result, swig_types[type_qx_lamp_view_t]);
@@ -546,8 +568,8 @@ int wrap_qx_lamp_set_secret(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *c
     qx_lamp_t *cfg;
     qx_lamp_colour_t *secret;
     if (objc != 3 ||
-        !ready(objv[1], cfg, swig_types[type_qx_lamp_t]) ||
-        !ready(objv[2], secret, swig_types[type_qx_lamp_colour_t]))
+        !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_t]) ||
+        !ready(objv[2], secret, swig_expected_types[type_qx_lamp_colour_t]))
         return call_converted(wrap_qx_lamp_set_secret, interp, objc, objv, usage, word_kinds + 70);
     qx_lamp_set_secret(cfg, secret);
     return finish(interp, usage);
@@ -557,7 +579,7 @@ int wrap_qx_lamp_get_secret(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *c
 {
     static constexpr char usage[] = "o:qx_lamp_get_secret cfg ";
     qx_lamp_t *cfg;
-    if (objc != 2 || !ready(objv[1], cfg, swig_types[type_qx_lamp_t]))
+    if (objc != 2 || !ready(objv[1], cfg, swig_expected_types[type_qx_lamp_t]))
         return call_converted(wrap_qx_lamp_get_secret, interp, objc, objv, usage, word_kinds + 44);
     auto *const result = qx_lamp_get_secret(cfg);
     return set_pointer_result(interp, result, swig_types[type_qx_lamp_colour_t]);
@@ -583,8 +605,8 @@ int wrap_qx_lamp_array_set(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *co
     qx_lamp_t *item;
     unsigned int idx;
     if (objc != 4 ||
-        !ready(objv[1], arr, swig_types[type_qx_lamp_t]) ||
-        !ready(objv[2], item, swig_types[type_qx_lamp_t]) ||
+        !ready(objv[1], arr, swig_expected_types[type_qx_lamp_t]) ||
+        !ready(objv[2], item, swig_expected_types[type_qx_lamp_t]) ||
         !ready(objv[3], idx))
         return call_converted(wrap_qx_lamp_array_set, interp, objc, objv, usage, word_kinds + 73);
     qx_lamp_array_set(arr, item, idx);
@@ -596,7 +618,9 @@ int wrap_qx_lamp_array_get(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *co
     static constexpr char usage[] = "oo:qx_lamp_array_get arr idx ";
     qx_lamp_t *arr;
     unsigned int idx;
-    if (objc != 3 || !ready(objv[1], arr, swig_types[type_qx_lamp_t]) || !ready(objv[2], idx))
+    if (objc != 3 ||
+        !ready(objv[1], arr, swig_expected_types[type_qx_lamp_t]) ||
+        !ready(objv[2], idx))
         return call_converted(wrap_qx_lamp_array_get, interp, objc, objv, usage, word_kinds + 52);
     auto *const result = qx_lamp_array_get(arr, idx);
     return set_pointer_result(interp, result, swig_types[type_qx_lamp_t]);
@@ -610,8 +634,8 @@ int wrap_qx_lamp_add(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const ob
     unsigned int *lamp_id;
     if (objc != 4 ||
         !ready(objv[1], dev_id) ||
-        !ready(objv[2], lamp, swig_types[type_qx_lamp_t]) ||
-        !ready(objv[3], lamp_id, swig_types[type_unsigned_int]))
+        !ready(objv[2], lamp, swig_expected_types[type_qx_lamp_t]) ||
+        !ready(objv[3], lamp_id, swig_expected_types[type_unsigned_int]))
         return call_converted(wrap_qx_lamp_add, interp, objc, objv, usage, word_kinds + 77);
     begin_sdk_call(interp, objc, objv, usage);
     return end_sdk_call(qx_lamp_add(dev_id, lamp, lamp_id));
@@ -628,7 +652,7 @@ int wrap_qx_lamp_tune(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const o
         !ready(objv[1], dev_id) ||
         !ready(objv[2], channel) ||
         !ready(objv[3], level) ||
-        !ready(objv[4], lamp, swig_types[type_qx_lamp_t]))
+        !ready(objv[4], lamp, swig_expected_types[type_qx_lamp_t]))
         return call_converted(wrap_qx_lamp_tune, interp, objc, objv, usage, word_kinds + 81);
     begin_sdk_call(interp, objc, objv, usage);
     return end_sdk_call(qx_lamp_tune(dev_id, channel, level, lamp));
