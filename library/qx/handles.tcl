@@ -1,6 +1,6 @@
 # Package qx, handles: the record type of a word. Relies on the shell's commands, which know whether
 # a word is a handle. The package's library, which reads and writes records, calls this for words
-# that do not look like plain handles, and for all words under strict memory.
+# that do not look like plain handles.
 
 namespace eval qx::handle {
     variable folder [file dirname [file normalize [info script]]]
@@ -42,6 +42,8 @@ proc qx::handle::load_library {} {
 proc qx::handle::load_at_first_call {command} {
     proc $command {args} {
         ::qx::handle::load_library
-        uplevel 1 [info level 0]
+        # The words of the call would be in the error's trace, and may be keys.
+        catch { uplevel 1 [info level 0] } result options
+        return -options [dict replace [dict remove $options -errorinfo -errorstack] -level 1] $result
     }
 }
