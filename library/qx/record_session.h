@@ -52,7 +52,7 @@ public:
 private:
     bool recognise(Tcl_Obj *handle, found_record &found);
     bool ask_module(Tcl_Obj *handle, found_record &found);
-    /// Sets the error and returns false; frees the text, a new object.
+    // Set the error and return false.
     bool refuse_memory(Tcl_Obj *handle, Tcl_Obj *text);
     bool refuse_missing(Tcl_Obj *handle);
 

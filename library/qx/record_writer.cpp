@@ -212,17 +212,13 @@ bool record_writer::refuse_name(const record_row &row, const place &here)
     Tcl_Obj *const names = Tcl_NewListObj(0, nullptr);
     for (const field_row &field : fields_of(row))
         Tcl_ListObjAppendElement(nullptr, names, session_.name(field));
-    Tcl_Obj *words[] = {Tcl_NewStringObj("::qx::catalogue::nearest", -1),
+    Tcl_Obj *words[] = {Tcl_NewStringObj("::qx::catalogue::like", -1),
                         Tcl_NewStringObj(here.name, -1), names};
     for (Tcl_Obj *const word : words)
         Tcl_IncrRefCount(word);
-    Tcl_Obj *const text = Tcl_ObjPrintf("%s has no such field; nearest: ", row.name.text());
-    int count;
-    Tcl_Obj **near;
-    if (Tcl_EvalObjv(interp, 3, words, TCL_EVAL_GLOBAL) == TCL_OK &&
-        Tcl_ListObjGetElements(nullptr, Tcl_GetObjResult(interp), &count, &near) == TCL_OK)
-        for (int i = 0; i < count; ++i)
-            Tcl_AppendStringsToObj(text, i > 0 ? ", " : "", Tcl_GetString(near[i]), nullptr);
+    Tcl_Obj *const text = Tcl_ObjPrintf("%s has no such field", row.name.text());
+    if (Tcl_EvalObjv(interp, 3, words, TCL_EVAL_GLOBAL) == TCL_OK)
+        Tcl_AppendObjToObj(text, Tcl_GetObjResult(interp));
     for (Tcl_Obj *const word : words)
         Tcl_DecrRefCount(word);
     return refuse(&here, text);

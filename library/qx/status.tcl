@@ -27,9 +27,9 @@ proc qx::status::check {args} {
         if {$code == 1} { note $args 1 $result }
         if {$code == 0} { judge $args $result $allow }
     } elseif {[llength $args] > 1} {
-        set near [join [qx::catalogue::nearest $name [qx::catalogue::calls]] {, }]
+        set near [qx::catalogue::like $name [qx::catalogue::calls]]
         return -code error -errorcode [list QX UNKNOWN call $name] \
-            "\"$name\" is not an SDK function; nearest: $near"
+            "\"$name\" is not an SDK function$near"
     } else {
         catch { uplevel 1 [list ::qx::status::block $allow [lindex $args 0]] } result options
     }
