@@ -146,7 +146,7 @@ bool record_writer::record(const record_row &row, unsigned at, Tcl_Obj *values, 
 {
     entries all;
     if (!all.open(session_, row, values))
-        return refuse(here, Tcl_ObjPrintf("\"%s\" is not a dict of fields", Tcl_GetString(values)));
+        return refuse_dict(row, values, here);
     if (!row.is_union || all.count() < 2)
         return fields(row, at, all, here);
     unsigned char written[most_record_bytes];
@@ -269,6 +269,22 @@ void record_writer::append_place(Tcl_Obj *text, const place *here)
         Tcl_AppendPrintfToObj(text, "(%d)", here->index);
     else
         Tcl_AppendStringsToObj(text, here->outer != nullptr ? "." : "", here->name, nullptr);
+}
+
+static bool holds_key(const record_row &row)
+{
+    for (const field_row &field : fields_of(row)) {
+        const record_row *const inner = record_in(field);
+        if (field.holds == holding::key || (inner != nullptr && holds_key(*inner)))
+            return true;
+    }
+    return false;
+}
+
+bool record_writer::refuse_dict(const record_row &row, Tcl_Obj *value, const place *here)
+{
+    secret_ = holds_key(row);
+    return refuse(here, Tcl_ObjPrintf("\"%s\" is not a dict of fields", shown(value)));
 }
 
 bool record_writer::refuse(const place *here, Tcl_Obj *text)

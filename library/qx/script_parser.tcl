@@ -175,6 +175,8 @@ proc qx::script_parser::read_parts {ends quoted line} {
             }
             \$ {
                 set kind other
+                if {[string index $text $place+1] eq "\{" &&
+                    [string first \} $text $place] < 0} { fail $line "a brace is not closed" }
                 skip {\A\$(?:\{[^\}]*\}|(?:\w|::)*)}
             }
             default { skip {\A(?:[^\\\[\$ \t\r\n;\]"]+|.)} }
