@@ -1,6 +1,7 @@
 // Walks the dict; see record_writer.h. Values of single fields are in record_values.cpp.
 #include "library/qx/record_writer.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace qxsh {
@@ -87,9 +88,9 @@ private:
         }
         if (i == count_)
             return false;
-        if (static_cast<unsigned>(count_) > row.fields)
-            return true; // or a name is unknown
-        for (i = 1; i < count_; ++i)
+        // More keys than fields: one is repeated among the first, or is not a field.
+        const int compared = std::min(count_, row.fields + 1);
+        for (i = 1; i < compared; ++i)
             for (int j = 0; j < i; ++j)
                 if (std::strcmp(Tcl_GetString(next_[2 * i]), Tcl_GetString(next_[2 * j])) == 0)
                     return true;

@@ -7,7 +7,9 @@
 
 namespace eval qx::status {
     variable last {}     ;# the last failure: words, code, result, and Tcl's errorInfo before it
-    variable blocks 0    ;# blocks that have begun and not ended
+    variable blocks {}   ;# that run, the innermost last: its coroutine, and the allowed statuses
+    variable suspended {} ;# coroutine -> its blocks, while it has yielded
+    variable yields_traced 0
     variable watching 0
 }
 
@@ -89,30 +91,69 @@ proc qx::status::failure {words status} {
 
 # ------------------------------------------------------------------------------------- blocks
 
-# Runs a script. Its frame on Tcl's stack tells `left` what the block allows. The block of a
-# coroutine that is deleted never ends: then calls are looked at for longer than necessary.
 proc qx::status::block {allow script} {
-    variable blocks
-    if {[incr blocks] == 1} { judge_calls [qx::catalogue::calls] }
+    variable yields_traced
+    set coroutine [current_coroutine]
+    if {$coroutine ne {} && !$yields_traced} {
+        foreach command {::yield ::yieldto} {
+            if {![llength [info commands $command]]} continue
+            trace add execution $command enter ::qx::status::suspend
+            trace add execution $command leave ::qx::status::resume
+        }
+        set yields_traced 1
+    }
+    begin [list [list $coroutine $allow]]
     catch { uplevel 1 $script } result options
-    if {[incr blocks -1] == 0} { leave_calls }
+    end 1
     dict incr options -level
     return -options $options $result
 }
 
-# Called when an SDK function has ended in an error or with a status other than 0 while a block has
-# not ended; an error here becomes the function's. The innermost block on the stack counts: a
-# coroutine that has yielded in its block is not there.
+# The coroutine that runs; empty outside all, and in Tcl 8.5.
+proc qx::status::current_coroutine {} {
+    if {[catch { info coroutine } name]} return
+    return $name
+}
+
+proc qx::status::begin {more} {
+    variable blocks
+    if {![llength $blocks]} { judge_calls [qx::catalogue::calls] }
+    set blocks [concat $blocks $more]
+}
+
+proc qx::status::end {count} {
+    variable blocks
+    set blocks [lrange $blocks 0 end-$count]
+    if {![llength $blocks]} { leave_calls }
+}
+
+# Before a coroutine yields: its blocks, which are the innermost, do not count until it goes on.
+proc qx::status::suspend {args} {
+    variable blocks
+    variable suspended
+    set coroutine [current_coroutine]
+    set first [llength $blocks]
+    while {$first > 0 && [lindex $blocks $first-1 0] eq $coroutine} { incr first -1 }
+    dict set suspended $coroutine [lrange $blocks $first end]
+    end [expr {[llength $blocks] - $first}]
+}
+
+proc qx::status::resume {args} {
+    variable suspended
+    set coroutine [current_coroutine]
+    if {![dict exists $suspended $coroutine]} return
+    begin [dict get $suspended $coroutine]
+    dict unset suspended $coroutine
+}
+
+# Called when an SDK function of a block has ended in an error or with a status other than 0; an
+# error here becomes the function's.
 proc qx::status::left {words code result} {
+    variable blocks
     if {$code != 0} { return [note $words $code $result] }
-    for {set at [info frame]} {$at > 0} {incr at -1} {
-        set frame [info frame $at]
-        if {![dict exists $frame cmd]} continue
-        set running [dict get $frame cmd]
-        if {[string match {::qx::status::block *} $running]} {
-            return [judge $words $result [lindex $running 1]]
-        }
-    }
+    # A block that waits for events may have ended already.
+    if {![llength $blocks]} return
+    judge $words $result [lindex $blocks end 1]
 }
 
 # ----------------------------------------------------------------------------------- watching
