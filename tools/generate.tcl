@@ -1,5 +1,5 @@
-# Writes the C++ that follows from the catalogue: tclsh generate.tcl <catalogue folder> <output
-# folder>
+# Writes everything that follows from the catalogue and the list of statuses:
+#   tclsh generate.tcl <catalogue folder> <qx_status.h> <output folder>
 #
 #   include/qx_sdk.h       the public header: records and prototypes of the SDK
 #   record_table.cpp, record_numbers.h   records and calls, for C++ that iterates over them
@@ -9,23 +9,28 @@
 #   types.h, types.cpp     the type table and the module record
 #   commands/, test_wrap.cpp   the wrappers and the command table
 #   libqx-sdk.map          the names a library of the SDK exports
+#   link_library.c         a library of these names to link with, but not to run
+#   sdk_calls.h, sdk_calls.cpp   the entry points of the simulated SDK, and the statuses
+#   catalogue_data.tcl     the facts that the script package qx answers from
 #
 # Generated bodies are simple: each calls one hand-written function of helpers/ or runtime/.
 # catalogue.tcl defines which commands exist. A file whose content would not change is not written.
 
-source [file join [file dirname [file normalize [info script]]] catalogue.tcl]
-
-foreach part {text record_table public_header helpers wrappers} {
-    source [file join [file dirname [file normalize [info script]]] generate $part.tcl]
+foreach part {
+    catalogue statuses generate/text generate/record_table generate/public_header generate/helpers
+    generate/wrappers generate/simulator generate/package
+} {
+    source [file join [file dirname [file normalize [info script]]] $part.tcl]
 }
 
 namespace eval generate {
     variable note "Generated from the catalogue by tools/generate.tcl; changes belong there."
 }
 
-proc generate::main {catalogue_folder output_folder} {
+proc generate::main {catalogue_folder status_file output_folder} {
     variable folder $output_folder
     catalogue::load $catalogue_folder
+    set statuses [statuses::read_header $status_file]
     record_table
     public_header
     layout_checks
@@ -33,6 +38,9 @@ proc generate::main {catalogue_folder output_folder} {
     types
     wrappers
     export_map
+    simulator $statuses
+    package $statuses
 }
 
-generate::from_command_line [info script] {{catalogue folder} {output folder}} generate::main
+generate::from_command_line [info script] {{catalogue folder} qx_status.h {output folder}} \
+    generate::main

@@ -14,7 +14,7 @@ namespace eval reference {
     variable parts [file join $tools reference]
     variable note "Generated from the catalogue by tools/reference.tcl; changes belong there."
 }
-source [file join $reference::tools generate_package.tcl]
+source [file join $reference::tools generate.tcl]
 # The descriptions of commands come from the package qx.
 foreach part {catalogue wording} {
     source [file join $reference::tools .. library qx $part.tcl]
@@ -51,7 +51,7 @@ proc reference::main {project version output} {
     set header [file join $project sdk qx_status.h]
     set simulator [file join $project docs simulator.md]
     set statuses [statuses::read_header $header]
-    uplevel #0 [generate_package::data $statuses]
+    uplevel #0 [generate::package_data $statuses]
     set names {}
     foreach {name number meaning} $statuses { lappend names $name }
     set pages::statuses $statuses
@@ -61,13 +61,5 @@ proc reference::main {project version output} {
     foreach {name text} [files $project $version] { generate::write $name $text }
 }
 
-if {[info exists argv0] && [file normalize $argv0] eq [file normalize [info script]]} {
-    if {[llength $argv] != 3} {
-        puts stderr "usage: tclsh reference.tcl <project folder> <version> <output folder>"
-        exit 2
-    }
-    if {[catch {reference::main {*}$argv} message]} {
-        puts stderr [expr {$errorCode eq "CATALOGUE" ? $message : $errorInfo}]
-        exit 1
-    }
-}
+generate::from_command_line [info script] {{project folder} version {output folder}} \
+    reference::main

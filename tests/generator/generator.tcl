@@ -6,10 +6,14 @@ without_transcript
 set here [file dirname [file normalize [info script]]]
 set generator [file join [project] tools generate.tcl]
 
-# Runs the generator; -> dict: out, status.
-proc generate {catalogue output} {
-    return [run_command [list [info nameofexecutable] $::generator $catalogue $output]]
+# The command that runs the generator.
+proc generator_command {catalogue output} {
+    return [list [info nameofexecutable] $::generator $catalogue \
+        [file join $::here sample statuses.h] $output]
 }
+
+# Runs the generator; -> dict: out, status.
+proc generate {catalogue output} { run_command [generator_command $catalogue $output] }
 
 # All files under a folder, as sorted relative names.
 proc files_under {folder} {

@@ -35,7 +35,7 @@ proc catalogue::check_number {place what number {least 1}} {
 proc catalogue::check_holds {place field what} {
     variable held_types
     if {![dict exists $held_types $what]} {
-        fail $place "-holds \"$what\" is none of [join [dict keys $held_types] {, }]"
+        fail $place "-holds \"$what\" is not one of [join [dict keys $held_types] {, }]"
     }
     set wanted [dict get $held_types $what]
     set count [dict get $field count]

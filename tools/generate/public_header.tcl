@@ -77,10 +77,15 @@ proc generate::layout_checks {} {
     write bit_field_places.cpp $bits
 }
 
-# A linker map: the symbols that the SDK library exports.
+# A linker map with the symbols that the SDK library exports, and a library that has only these.
 proc generate::export_map {} {
-    set text "# Exactly the SDK functions are visible.\n{\nglobal:\n"
-    foreach call [catalogue::calls] { append text "    $call;\n" }
-    append text "local:\n    *;\n};\n"
-    write libqx-sdk.map $text
+    variable note
+    set map "# Exactly the SDK functions are visible.\n{\nglobal:\n"
+    set library "/* Names for the linker. $note */\n"
+    foreach call [catalogue::calls] {
+        append map "    $call;\n"
+        append library "void ${call}(void) { __builtin_trap(); }\n"
+    }
+    write libqx-sdk.map "${map}local:\n    *;\n};\n"
+    write link_library.c $library
 }

@@ -40,7 +40,7 @@ proc generate::types {} {
     append header "/// The types as resolved when the module was first linked; ends with a null.\n"
     append header "\[\[gnu::visibility(\"hidden\")\]\] "
     append header "extern swig_type_record *swig_types\[type_count + 1\];\n"
-    append header "/// What handles of each type carry behind the address.\n"
+    append header "/// The names of the types in the texts of handles.\n"
     append header "\[\[gnu::visibility(\"hidden\")\]\] "
     append header "extern const qxsh::handle_name swig_type_names\[type_count\];\n"
     append header "extern swig_module_record swig_module;\n"

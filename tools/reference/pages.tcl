@@ -288,7 +288,7 @@ proc pages::entries_text {} {
     foreach {name number meaning} $statuses {
         lappend rows [entry "$name $number" statuses.html#$name status $meaning]
     }
-    return "// What search.js looks through: name, place, kind, words.\nvar entries =\
+    return "// The entries that search.js searches: name, place, kind, words.\nvar entries =\
         \[\n[join $rows ,\n]\n\];\n"
 }
 

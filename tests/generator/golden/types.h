@@ -22,6 +22,6 @@ constexpr int most_arguments = 9;
 
 /// The types as resolved when the module was first linked; ends with a null.
 [[gnu::visibility("hidden")]] extern swig_type_record *swig_types[type_count + 1];
-/// What handles of each type carry behind the address.
+/// The names of the types in the texts of handles.
 [[gnu::visibility("hidden")]] extern const qxsh::handle_name swig_type_names[type_count];
 extern swig_module_record swig_module;
