@@ -276,60 +276,76 @@ proc qx::catalogue::status_meaning {number} {
 
 # ------------------------------------------------------------------------------- nearest names
 
-# The names in a list that are most similar to a word, the nearest first.
+# The names in a list that are most similar to a word, the nearest first; none if the word is more
+# than twice as long as every name. Distances are computed for those names alone that share the most
+# pairs of letters with it, for their length.
 proc qx::catalogue::nearest {word names {count 3}} {
+    set length [string length $word]
     set rows {}
-    set limit 1000
+    set longest 0
     foreach name $names {
-        # The difference in length is a lower bound.
-        if {abs([string length $name] - [string length $word]) > $limit} continue
-        set away [distance $word $name]
-        if {$away > $limit} continue
-        lappend rows [list $away $name]
-        set rows [lrange [lsort -integer -index 0 $rows] 0 $count-1]
-        if {[llength $rows] == $count} { set limit [expr {[lindex $rows end 0] - 1}] }
+        set other [string length $name]
+        lappend rows [expr {max($length, $other)}]
+        set longest [expr {max($longest, $other)}]
+    }
+    if {$length > 2 * $longest} return
+    set pairs {}
+    for {set at 0} {$at < $length - 1} {incr at} { lappend pairs [string range $word $at $at+1] }
+    foreach pair [lsort -unique $pairs] {
+        set pattern *[string map {\\ \\\\ * \\* ? \\? [ \\[ ] \\]} $pair]*
+        foreach at [lsearch -all -glob $names $pattern] {
+            lset rows $at [expr {[lindex $rows $at] - 1}]
+        }
+    }
+    set at -1
+    set likely {}
+    foreach row $rows { lappend likely [list $row [incr at]] }
+    set rows {}
+    foreach each [lrange [lsort -integer -index 0 $likely] 0 [expr {$count + 29}]] {
+        set at [lindex $each 1]
+        lappend rows [list [distance $word [lindex $names $at]] $at]
     }
     set result {}
-    foreach row $rows { lappend result [lindex $row 1] }
+    foreach row [lrange [lsort -integer -index 0 [lsort -integer -index 1 $rows]] 0 $count-1] {
+        lappend result [lindex $names [lindex $row 1]]
+    }
     return $result
 }
 
+# The same for an error message: "; nearest: ..." with names, or nothing.
+proc qx::catalogue::like {word names} {
+    set near [nearest $word $names]
+    if {$near eq {}} return
+    return "; nearest: [join $near {, }]"
+}
+
 # The edit distance of two words: letters added, dropped, changed or swapped with their neighbours.
-# Common beginnings and ends cost nothing and are skipped.
+# Each column of the usual table is kept as the differences between its rows, one bit a row
+# (Hyyro 2003): `up` and `down` where the number below is greater and less by one.
 proc qx::catalogue::distance {from to} {
-    set first 0
-    while {$first < [string length $from] && $first < [string length $to] &&
-           [string index $from $first] eq [string index $to $first]} { incr first }
-    set from [string range $from $first end]
-    set to [string range $to $first end]
-    while {$from ne {} && $to ne {} && [string index $from end] eq [string index $to end]} {
-        set from [string range $from 0 end-1]
-        set to [string range $to 0 end-1]
-    }
-    set row {}
-    for {set column 0} {$column <= [string length $to]} {incr column} { lappend row $column }
-    set before {}
-    set last_letter {}
-    set letters [split $to {}]
-    set number 0
+    set bit 1
     foreach letter [split $from {}] {
-        set next [list [incr number]]
-        set column 0
-        set left {}
-        foreach other $letters {
-            set changed [expr {[lindex $row $column] + ($letter ne $other)}]
-            set cost [expr {min($changed, [lindex $next $column] + 1,
-                [lindex $row [expr {$column + 1}]] + 1)}]
-            if {$column && $before ne {} && $letter eq $left && $other eq $last_letter} {
-                set cost [expr {min($cost, [lindex $before [expr {$column - 1}]] + 1)}]
-            }
-            lappend next $cost
-            set left $other
-            incr column
-        }
-        set before $row
-        set row $next
-        set last_letter $letter
+        incr places($letter) $bit
+        set bit [expr {$bit << 1}]
     }
-    return [lindex $row end]
+    set bottom [expr {$bit >> 1}]
+    set all [expr {$bit - 1}]
+    set distance [string length $from]
+    if {!$distance} { return [string length $to] }
+    set up $all
+    foreach name {down same diagonal} { set $name 0 }
+    foreach letter [split $to {}] {
+        set before $same
+        set same 0
+        if {[info exists places($letter)]} { set same $places($letter) }
+        set swapped [expr {((~$diagonal & $same) << 1) & $before}]
+        set diagonal [expr {((($same & $up) + $up) ^ $up) | $same | $down | $swapped}]
+        set right [expr {$down | ~($diagonal | $up)}]
+        set left [expr {$diagonal & $up}]
+        if {$right & $bottom} { incr distance } elseif {$left & $bottom} { incr distance -1 }
+        set right [expr {($right << 1) | 1}]
+        set up [expr {(($left << 1) | ~($diagonal | $right)) & $all}]
+        set down [expr {$diagonal & $right & $all}]
+    }
+    return $distance
 }

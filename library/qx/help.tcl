@@ -55,7 +55,7 @@ proc qx::help::about {{name {}}} {
         foreach {command usage text} $own { lappend names $command }
     }
     return -code error -errorcode [list QX UNKNOWN name $name] \
-        "nothing is called \"$name\"; nearest: [join [qx::catalogue::nearest $name $names] {, }]"
+        "nothing is called \"$name\"[qx::catalogue::like $name $names]"
 }
 
 proc qx::help::beginning {} {

@@ -9,8 +9,11 @@
 namespace eval qx::lint {
     variable findings {} ;# line and text of each
     variable known {}    ;# variable -> what it holds: {handle type}, {number} or {released line}
-    variable own {}      ;# procedures of the script
-    variable shared {}   ;# variables that procedures reach from outside
+    variable changes {}  ;# of known, in the innermost body: variable -> {what it held} or empty
+    variable own {}      ;# procedures of the script, as keys
+    variable shared {}   ;# variables that procedures reach from outside, as keys
+    variable unknown {}  ;# names that are not commands -> the nearest, as text
+    variable depth 0     ;# of the bodies and brackets around the command
     # The bodies of a command, by the position of the word; `apart` for those with local variables.
     variable bodies {
         while {2 script} for {1 script 3 script 4 script} foreach {end script}
@@ -34,21 +37,26 @@ proc qx::lint::file {name} {
 
 # Line and text of all findings in a script, by line.
 proc qx::lint::script_findings {text} {
-    variable findings {}
-    variable known {}
-    variable own {}
-    variable shared {}
-    foreach {all name} [regexp -all -inline {\mproc\s+(?:::)?([\w:]+)} $text] { lappend own $name }
-    foreach {all names} [regexp -all -inline {\m(?:global|variable|upvar)\s([^\n;]*)} $text] {
-        foreach name [regexp -all -inline {\w+} $names] { lappend shared $name }
+    foreach name {findings known changes own shared unknown} { variable $name {} }
+    variable depth 0
+    foreach {all name} [regexp -all -inline {\mproc\s+(?:::)?([\w:]+)} $text] {
+        dict set own $name {}
     }
-    foreach {all name} [regexp -all -inline {::(\w+)} $text] { lappend shared $name }
-    script $text 1
+    foreach {all names} [regexp -all -inline {\m(?:global|variable|upvar)\s([^\n;]*)} $text] {
+        foreach name [regexp -all -inline {\w+} $names] { dict set shared $name {} }
+    }
+    foreach {all name} [regexp -all -inline {::(\w+)} $text] { dict set shared $name {} }
+    # Each level of the script takes up to ten of Tcl's.
+    set limit [interp recursionlimit {}]
+    interp recursionlimit {} [expr {$limit + 10 * $qx::script_parser::deepest}]
+    set code [catch { script $text 1 } result options]
+    interp recursionlimit {} $limit
+    if {$code} { return -options $options $result }
     set rows {}
     foreach {line finding} $findings { lappend rows [list $line $finding] }
     set result {}
     foreach row [lsort -integer -index 0 [lsort -unique $rows]] {
-        set result [concat $result $row]
+        lappend result [lindex $row 0] [lindex $row 1]
     }
     return $result
 }
@@ -69,18 +77,30 @@ proc qx::lint::script {text line} {
     run $commands
 }
 
-# Checks the commands of a script in order; returns what is known of the last one's result.
+# Checks the commands of a script in order, each one's bracketed commands first, as Tcl runs them;
+# returns what is known of the last one's result.
 proc qx::lint::run {commands} {
+    variable depth
+    if {![llength $commands]} return
+    if {$depth > $qx::script_parser::deepest} {
+        set line [dict get [lindex $commands 0 0] line]
+        found $line "nested more than $qx::script_parser::deepest deep, not checked"
+        return
+    }
+    incr depth
     set value {}
-    foreach words $commands { set value [command $words] }
+    foreach words $commands {
+        set values {}
+        foreach word $words { lappend values [value $word] }
+        set value [command $words $values]
+    }
+    incr depth -1
     return $value
 }
 
-# Checks one command, its bracketed commands first, as Tcl runs them. Returns what is known of its
-# result.
-proc qx::lint::command {words} {
-    set values {}
-    foreach word $words { lappend values [value $word] }
+# Checks a command whose words have been checked; `values` is what is known of each. Returns what is
+# known of its result.
+proc qx::lint::command {words values} {
     set first [lindex $words 0]
     if {[dict get $first kind] eq "other"} return
     set name [string trimleft [dict get $first text] :]
@@ -123,23 +143,35 @@ proc qx::lint::assign {words values} {
         return
     }
     set value [lindex $values 2]
-    dict unset known $name
-    if {$value ne {} && $name ni $shared && [regexp {^\w+$} $name]} {
-        dict set known $name $value
+    set held {}
+    if {$value ne {} && ![dict exists $shared $name] && [regexp {^\w+$} $name]} {
+        set held [list $value]
     }
+    learn $name $held
     return $value
+}
+
+# Notes what a variable holds from now on, a list of one; empty if that is not known.
+proc qx::lint::learn {name held} {
+    variable known
+    variable changes
+    set before {}
+    if {[dict exists $known $name]} { set before [list [dict get $known $name]] }
+    if {![dict exists $changes $name]} { dict set changes $name $before }
+    if {$held ne {}} { dict set known $name [lindex $held 0] } else { dict unset known $name }
 }
 
 # A command of Tcl or of the script may change the variables named by its words.
 proc qx::lint::forget {words} {
-    variable known
     foreach word $words { forget_named [dict get $word text] }
 }
 
 proc qx::lint::forget_named {text} {
     variable known
-    foreach name [dict keys $known] {
-        if {[regexp "(?:^|\[^\\w\$\])$name\\M" $text]} { dict unset known $name }
+    if {![dict size $known]} return
+    # `$name` only reads it.
+    foreach name [regexp -all -inline {\$?\w+} $text] {
+        if {[dict exists $known $name]} { learn $name {} }
     }
 }
 
@@ -150,7 +182,7 @@ proc qx::lint::body_words {name words} {
     variable conditions
     if {[dict exists $conditions $name]} {
         set word [lindex $words [dict get $conditions $name]]
-        if {$word ne {}} { expression_word $word }
+        if {[llength $word]} { expression_word $word }
     }
     if {![dict exists $bodies $name]} return
     # Of these two only some forms take a script.
@@ -159,30 +191,33 @@ proc qx::lint::body_words {name words} {
     if {$name eq "dict" && $form ni {for with update filter}} return
     foreach {place kind} [dict get $bodies $name] {
         set word [lindex $words $place]
-        if {$word eq {} || [dict get $word kind] ne "braced"} continue
+        if {![llength $word] || [dict get $word kind] ne "braced"} continue
         if {$kind eq "apart"} { apart $word } else { body $word }
     }
 }
 
 # A body that may run any number of times, or not at all.
 proc qx::lint::body {word} {
-    variable known
+    variable changes
     if {[dict get $word kind] ne "braced"} return
     set text [dict get $word text]
     forget_named $text
-    set before $known
+    set outer $changes
+    set changes {}
     script $text [dict get $word line]
-    set known $before
+    dict for {name held} $changes { learn $name $held }
+    set changes $outer
 }
 
 # A body with local variables.
 proc qx::lint::apart {word} {
     variable known
-    if {$word eq {} || [dict get $word kind] ne "braced"} return
-    set before $known
-    set known {}
+    variable changes
+    if {![llength $word] || [dict get $word kind] ne "braced"} return
+    set before [list $known $changes]
+    lassign {} known changes
     script [dict get $word text] [dict get $word line]
-    set known $before
+    lassign $before known changes
     return
 }
 
@@ -209,7 +244,7 @@ proc qx::lint::switch_command {words} {
     # Patterns and bodies alternate, on one line or several.
     set flat {}
     foreach command $commands { foreach word $command { lappend flat $word } }
-    foreach {pattern body} $flat { if {$body ne {}} { body $body } }
+    foreach {pattern body} $flat { if {[llength $body]} { body $body } }
     return
 }
 
@@ -234,29 +269,42 @@ proc qx::lint::check {words values} {
         script [dict get $word text] [dict get $word line]
         return
     }
-    return [command [lrange $words $first end]]
+    return [command [lrange $words $first end] [lrange $values $first end]]
 }
 
 # --------------------------------------------------------------------------- the commands
 
 proc qx::lint::package_command {name word} {
-    if {[llength [info commands ::$name]] || $name in $qx::lint::own} return
-    if {[regexp {^qx::\w+$} $name]} {
-        set names {}
-        foreach each [lsort [info commands ::qx::*]] { lappend names [string range $each 2 end] }
-        set near [join [qx::catalogue::nearest $name $names] {, }]
-        found [dict get $word line] "$name is not a command; nearest: $near"
+    variable own
+    if {[llength [info commands ::$name]] || [dict exists $own $name]} return
+    if {[regexp {^qx::\w+$} $name]} { unknown $name [dict get $word line] }
+}
+
+proc qx::lint::unknown {name line} {
+    variable unknown
+    if {![dict exists $unknown $name]} {
+        set near {}
+        # A script with more of them than this is for something else.
+        if {[dict size $unknown] < 100} {
+            set near [qx::catalogue::like $name [commands_like $name]]
+        }
+        dict set unknown $name $near
     }
+    found $line "$name is not a command[dict get $unknown $name]"
+}
+
+proc qx::lint::commands_like {name} {
+    if {![string match qx::* $name]} { return [qx::catalogue::commands] }
+    set names {}
+    foreach each [lsort [info commands ::qx::*]] { lappend names [string range $each 2 end] }
+    return $names
 }
 
 proc qx::lint::sdk_command {name words values} {
     variable own
     set line [dict get [lindex $words 0] line]
     if {![qx::catalogue::is_command $name]} {
-        if {$name ni $own} {
-            set near [join [qx::catalogue::nearest $name [qx::catalogue::commands]] {, }]
-            found $line "$name is not a command; nearest: $near"
-        }
+        if {![dict exists $own $name]} { unknown $name $line }
         forget $words
         return
     }
@@ -292,11 +340,10 @@ proc qx::lint::result {facts} {
 }
 
 proc qx::lint::release {word line} {
-    variable known
     variable shared
     if {[dict get $word whole] ne "variable"} return
     set name [string trim [dict get $word text] \${}]
-    if {$name ni $shared} { dict set known $name [list released $line] }
+    if {![dict exists $shared $name]} { learn $name [list [list released $line]] }
 }
 
 # The mistake in the value of a command's argument; empty if there is none, or if nothing is known.

@@ -23,6 +23,7 @@ int length_of(const char *text)
 
 bool record_writer::field(const field_row &field, unsigned at, Tcl_Obj *value, const place &here)
 {
+    secret_ = field.holds == holding::key;
     if (field.record >= 0) {
         if (field.count != 0)
             return records(field, at, value, here);
@@ -40,7 +41,7 @@ bool record_writer::nested(const record_row &row, unsigned at, Tcl_Obj *value, c
     if (session_.is_dict(value) && !is_address(row))
         return record(row, at, value, &here);
     if (Tcl_ListObjGetElements(nullptr, value, &count, &words) != TCL_OK)
-        return refuse(&here, Tcl_ObjPrintf("\"%s\" is not a dict of fields", Tcl_GetString(value)));
+        return refuse_dict(row, value, &here);
     std::uint32_t first;
     const bool may_be_address =
         count == 1 || (count == 4 && session_.take_number(words[0], UINT32_MAX, first) !=
@@ -183,7 +184,7 @@ bool record_writer::elements(Tcl_Obj *value, int wanted, Tcl_Obj **&elements, co
 {
     int count;
     if (Tcl_ListObjGetElements(nullptr, value, &count, &elements) != TCL_OK)
-        return refuse(&here, Tcl_ObjPrintf("\"%s\" is not a list", Tcl_GetString(value)));
+        return refuse(&here, Tcl_ObjPrintf("\"%s\" is not a list", shown(value)));
     if (count != wanted)
         return refuse(&here,
                       Tcl_ObjPrintf("wants a list of %d elements, not of %d", wanted, count));
@@ -199,11 +200,11 @@ bool record_writer::take(Tcl_Obj *value, std::uint32_t greatest, std::uint32_t &
     const place element = {&here, nullptr, index};
     const place &there = index >= 0 ? element : here;
     if (taken == record_session::taken::no_number)
-        return refuse(&there, Tcl_ObjPrintf("\"%s\" is not a number", Tcl_GetString(value)));
+        return refuse(&there, Tcl_ObjPrintf("\"%s\" is not a number", shown(value)));
     // Tcl_ObjPrintf prints unsigned numbers in the width of Tcl's own.
     char limit[12];
     std::snprintf(limit, sizeof limit, "%lu", static_cast<unsigned long>(greatest));
-    return refuse(&there, Tcl_ObjPrintf("%s is outside 0 to %s", Tcl_GetString(value), limit));
+    return refuse(&there, Tcl_ObjPrintf("%s is outside 0 to %s", shown(value), limit));
 }
 
 } // namespace qxsh

@@ -1,6 +1,7 @@
 // Walks the dict; see record_writer.h. Values of single fields are in record_values.cpp.
 #include "library/qx/record_writer.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace qxsh {
@@ -87,7 +88,9 @@ private:
         }
         if (i == count_)
             return false;
-        for (i = 1; i < count_; ++i)
+        // More keys than fields: one is repeated among the first, or is not a field.
+        const int compared = std::min(count_, row.fields + 1);
+        for (i = 1; i < compared; ++i)
             for (int j = 0; j < i; ++j)
                 if (std::strcmp(Tcl_GetString(next_[2 * i]), Tcl_GetString(next_[2 * j])) == 0)
                     return true;
@@ -144,7 +147,7 @@ bool record_writer::record(const record_row &row, unsigned at, Tcl_Obj *values, 
 {
     entries all;
     if (!all.open(session_, row, values))
-        return refuse(here, Tcl_ObjPrintf("\"%s\" is not a dict of fields", Tcl_GetString(values)));
+        return refuse_dict(row, values, here);
     if (!row.is_union || all.count() < 2)
         return fields(row, at, all, here);
     unsigned char written[most_record_bytes];
@@ -210,17 +213,13 @@ bool record_writer::refuse_name(const record_row &row, const place &here)
     Tcl_Obj *const names = Tcl_NewListObj(0, nullptr);
     for (const field_row &field : fields_of(row))
         Tcl_ListObjAppendElement(nullptr, names, session_.name(field));
-    Tcl_Obj *words[] = {Tcl_NewStringObj("::qx::catalogue::nearest", -1),
+    Tcl_Obj *words[] = {Tcl_NewStringObj("::qx::catalogue::like", -1),
                         Tcl_NewStringObj(here.name, -1), names};
     for (Tcl_Obj *const word : words)
         Tcl_IncrRefCount(word);
-    Tcl_Obj *const text = Tcl_ObjPrintf("%s has no such field; nearest: ", row.name.text());
-    int count;
-    Tcl_Obj **near;
-    if (Tcl_EvalObjv(interp, 3, words, TCL_EVAL_GLOBAL) == TCL_OK &&
-        Tcl_ListObjGetElements(nullptr, Tcl_GetObjResult(interp), &count, &near) == TCL_OK)
-        for (int i = 0; i < count; ++i)
-            Tcl_AppendStringsToObj(text, i > 0 ? ", " : "", Tcl_GetString(near[i]), nullptr);
+    Tcl_Obj *const text = Tcl_ObjPrintf("%s has no such field", row.name.text());
+    if (Tcl_EvalObjv(interp, 3, words, TCL_EVAL_GLOBAL) == TCL_OK)
+        Tcl_AppendObjToObj(text, Tcl_GetObjResult(interp));
     for (Tcl_Obj *const word : words)
         Tcl_DecrRefCount(word);
     return refuse(&here, text);
@@ -271,6 +270,22 @@ void record_writer::append_place(Tcl_Obj *text, const place *here)
         Tcl_AppendPrintfToObj(text, "(%d)", here->index);
     else
         Tcl_AppendStringsToObj(text, here->outer != nullptr ? "." : "", here->name, nullptr);
+}
+
+static bool holds_key(const record_row &row)
+{
+    for (const field_row &field : fields_of(row)) {
+        const record_row *const inner = record_in(field);
+        if (field.holds == holding::key || (inner != nullptr && holds_key(*inner)))
+            return true;
+    }
+    return false;
+}
+
+bool record_writer::refuse_dict(const record_row &row, Tcl_Obj *value, const place *here)
+{
+    secret_ = holds_key(row);
+    return refuse(here, Tcl_ObjPrintf("\"%s\" is not a dict of fields", shown(value)));
 }
 
 bool record_writer::refuse(const place *here, Tcl_Obj *text)

@@ -55,12 +55,17 @@ private:
     void store(unsigned at, unsigned size, std::uint32_t value, std::uint32_t mask = UINT32_MAX);
     void compare(unsigned at, unsigned size, std::uint32_t value, std::uint32_t mask);
 
+    // A value for a message, which may end up in a log: not what is or may contain a key.
+    const char *shown(Tcl_Obj *value) const { return secret_ ? "<key>" : Tcl_GetString(value); }
+
+    bool refuse_dict(const record_row &row, Tcl_Obj *value, const place *here);
     /// Sets the error and returns false; frees the text, a new object.
     bool refuse(const place *here, Tcl_Obj *text);
     static void append_place(Tcl_Obj *text, const place *here);
 
     record_session &session_;
     unsigned char *const bytes_;
+    bool secret_ = false; // the field being written is a key
     int version_ = 0; // of the last address, if it was written as text; else 0
 
     // Views of one union that are written together must agree.

@@ -13,7 +13,10 @@
 namespace eval qx::script_parser {
     variable text {}
     variable place 0
-    variable line 1
+    variable line 1      ;# that of `counted`, a place that is not behind `place`
+    variable counted 0
+    variable depth 0     ;# of the brackets around the place
+    variable deepest 300 ;# more are refused: each takes some of Tcl's stack
 }
 
 # The commands of a script whose first line has the given number. Errors have the code {QX SYNTAX
@@ -32,10 +35,12 @@ proc qx::script_parser::within {script first reading} {
     variable text
     variable place
     variable line
-    set saved [list $text $place $line]
-    lassign [list $script 0 $first] text place line
+    variable counted
+    variable depth
+    set saved [list $text $place $line $counted $depth]
+    lassign [list $script 0 $first 0 0] text place line counted depth
     set code [catch { uplevel 1 $reading } result options]
-    lassign $saved text place line
+    lassign $saved text place line counted depth
     return -options $options $result
 }
 
@@ -43,21 +48,36 @@ proc qx::script_parser::fail {at message} {
     return -code error -errorcode [list QX SYNTAX $at] $message
 }
 
-# Advances to a position, counting lines.
-proc qx::script_parser::go_to {next} {
+# The line of the current position.
+proc qx::script_parser::current_line {} {
     variable text
     variable place
     variable line
-    incr line [regexp -all \n [string range $text $place [expr {$next - 1}]]]
-    set place $next
+    variable counted
+    incr line [regexp -all \n [string range $text $counted [expr {$place - 1}]]]
+    set counted $place
+    return $line
 }
 
-# The position after a match at the current position.
-proc qx::script_parser::behind {pattern} {
+# Advances over a match at the current position; the pattern begins with \A.
+proc qx::script_parser::skip {pattern} {
     variable text
     variable place
-    if {![regexp -indices -start $place "\\A$pattern" $text found]} { return $place }
-    return [expr {[lindex $found 1] + 1}]
+    if {[regexp -indices -start $place $pattern $text found]} {
+        set place [expr {[lindex $found 1] + 1}]
+    }
+}
+
+# Commands up to the closing bracket, behind the opening one.
+proc qx::script_parser::read_bracket {} {
+    variable place
+    variable depth
+    variable deepest
+    if {[incr depth] > $deepest} { fail [current_line] "brackets are nested more than $deepest deep" }
+    incr place
+    set commands [read_commands \]]
+    incr depth -1
+    return $commands
 }
 
 # Commands up to the end, or to a closing bracket; the caller's variable has those parsed so far.
@@ -65,29 +85,28 @@ proc qx::script_parser::read_commands {until {so_far unused}} {
     upvar 1 $so_far result
     variable text
     variable place
-    variable line
     set size [string length $text]
-    set start $line
+    set start [current_line]
     set result {}
     while {1} {
-        go_to [behind {(?:[ \t\r\n;]|\\\n)*}]
+        skip {\A(?:[ \t\r\n;]|\\\n)*}
         if {$place >= $size} break
         set next [string index $text $place]
         if {$next eq $until} {
-            go_to [expr {$place + 1}]
+            incr place
             return $result
         }
         if {$next eq "#"} {
-            go_to [behind {(?:\\.|\\\n|[^\\\n])*}]
+            skip {\A(?:\\.|\\\n|[^\\\n])*}
             continue
         }
         set words {}
         while {1} {
-            go_to [behind {(?:[ \t\r]|\\\n)*}]
+            skip {\A(?:[ \t\r]|\\\n)*}
             if {[string index $text $place] in [list {} \n \; $until]} break
             lappend words [read_word $until]
         }
-        if {$words ne {}} { lappend result $words }
+        if {[llength $words]} { lappend result $words }
     }
     if {$until ne {}} { fail $start "a bracket is not closed" }
     return $result
@@ -96,31 +115,28 @@ proc qx::script_parser::read_commands {until {so_far unused}} {
 proc qx::script_parser::read_word {until} {
     variable text
     variable place
-    variable line
     set expand 0
     set next [string index $text $place+3]
     if {[string range $text $place $place+2] eq "{*}" && ![string is space -strict $next]} {
         set expand 1
-        go_to [expr {$place + 3}]
+        incr place 3
     }
-    set start $line
+    set start [current_line]
     switch -- [string index $text $place] {
-        \{      { set word [read_braces] }
-        \"      { set word [read_parts {["]} 1 $until] }
+        \{      { set word [read_braces $start] }
+        \"      { set word [read_parts {["]} 1 $start] }
         default {
             set ends [expr {$until eq {} ? {[ \t\r\n;]} : {[ \t\r\n;\]]}}]
-            set word [read_parts $ends 0 $until]
+            set word [read_parts $ends 0 $start]
         }
     }
     return [concat [list expand $expand line $start] $word]
 }
 
-proc qx::script_parser::read_braces {} {
+proc qx::script_parser::read_braces {line} {
     variable text
     variable place
-    variable line
     set start $place
-    set begun $line
     set depth 0
     set at $place
     while {[regexp -indices -start $at {\\.|\\\n|[\{\}]} $text found]} {
@@ -131,61 +147,53 @@ proc qx::script_parser::read_braces {} {
             \} { incr depth -1 }
         }
         if {$depth == 0} {
-            go_to $at
+            set place $at
             return [list kind braced text [string range $text $start+1 $first-1] nested {} whole {}]
         }
     }
-    fail $begun "a brace is not closed"
+    fail $line "a brace is not closed"
 }
 
 # A bare or quoted word, up to a character that ends it.
-proc qx::script_parser::read_parts {ends quoted until} {
+proc qx::script_parser::read_parts {ends quoted line} {
     variable text
     variable place
-    variable line
-    set begun $line
-    if {$quoted} { go_to [expr {$place + 1}] }
+    if {$quoted} { incr place }
     set start $place
     set nested {}
     set kind plain
+    set bracket {} ;# the last one: where it begins, and the place behind it
     set size [string length $text]
     while {$place < $size && ![regexp $ends [string index $text $place]]} {
         switch -- [string index $text $place] {
-            \\ { go_to [expr {min($place + 2, $size)}] }
+            \\ { set place [expr {min($place + 2, $size)}] }
             \[ {
                 set kind other
-                go_to [expr {$place + 1}]
-                lappend nested [read_commands \] inner]
+                set opened $place
+                lappend nested [read_bracket]
+                set bracket [list $opened $place]
             }
             \$ {
                 set kind other
-                go_to [behind {\$(?:\{[^\}]*\}|(?:\w|::)*)}]
+                if {[string index $text $place+1] eq "\{" &&
+                    [string first \} $text $place] < 0} { fail $line "a brace is not closed" }
+                skip {\A\$(?:\{[^\}]*\}|(?:\w|::)*)}
             }
-            default { go_to [behind {[^\\\[\$ \t\r\n;\]"]+|.}] }
+            default { skip {\A(?:[^\\\[\$ \t\r\n;\]"]+|.)} }
         }
     }
-    if {$quoted && $place >= $size} { fail $begun "a quote is not closed" }
-    set inner [string range $text $start [expr {$place - 1}]]
-    if {$quoted} { go_to [expr {$place + 1}] }
+    if {$quoted && $place >= $size} { fail $line "a quote is not closed" }
+    set end $place
+    set inner [string range $text $start [expr {$end - 1}]]
+    if {$quoted} { incr place }
     set whole {}
     if {[regexp {^\$(?:\{[^\}]*\}|(?:\w|::)+)$} $inner]} {
         set whole variable
-    } elseif {[llength $nested] == 1 && [is_one_script $inner]} {
+    } elseif {$bracket eq [list $start $end]} {
         set whole script
     }
     if {$kind eq "plain"} { set inner [subst -nocommands -novariables $inner] }
     return [list kind $kind text $inner nested $nested whole $whole]
-}
-
-# Whether a word is one pair of brackets and nothing else.
-proc qx::script_parser::is_one_script {word} {
-    if {![regexp {^\[.*\]$} $word]} { return 0 }
-    # Cut off anywhere before its end, the bracket is open.
-    for {set at [string first \] $word]} {$at >= 0 && $at < [string length $word] - 1} {} {
-        if {[info complete [string range $word 0 $at]]} { return 0 }
-        set at [string first \] $word [expr {$at + 1}]]
-    }
-    return 1
 }
 
 # The scripts in the brackets of an expression, a list. Braces in an expression contain data.
@@ -198,14 +206,13 @@ proc qx::script_parser::read_expression {} {
     variable place
     set scripts {}
     while {[regexp -indices -start $place {[\\\[\{]} $text found]} {
-        go_to [lindex $found 0]
+        set place [lindex $found 0]
         switch -- [string index $text $place] {
-            \\ { go_to [expr {min($place + 2, [string length $text])}] }
+            \\ { set place [expr {min($place + 2, [string length $text])}] }
             \[ {
-                go_to [expr {$place + 1}]
-                lappend scripts [read_commands \]]
+                lappend scripts [read_bracket]
             }
-            \{ { read_braces }
+            \{ { read_braces [current_line] }
         }
     }
     return $scripts

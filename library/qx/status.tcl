@@ -7,7 +7,9 @@
 
 namespace eval qx::status {
     variable last {}     ;# the last failure: words, code, result, and Tcl's errorInfo before it
-    variable allowed {}  ;# of the blocks that run: a list of statuses that are no failures, each
+    variable blocks {}   ;# that run, the innermost last: its coroutine, and the allowed statuses
+    variable suspended {} ;# coroutine -> its blocks, while it has yielded
+    variable yields_traced 0
     variable watching 0
 }
 
@@ -26,15 +28,15 @@ proc qx::status::check {args} {
         set code [catch { uplevel 1 $args } result options]
         if {$code == 1} { note $args 1 $result }
         if {$code == 0} { judge $args $result $allow }
-        dict incr options -level
-        return -options $options $result
-    }
-    if {[llength $args] > 1} {
-        set near [join [qx::catalogue::nearest $name [qx::catalogue::calls]] {, }]
+    } elseif {[llength $args] > 1} {
+        set near [qx::catalogue::like $name [qx::catalogue::calls]]
         return -code error -errorcode [list QX UNKNOWN call $name] \
-            "\"$name\" is not an SDK function; nearest: $near"
+            "\"$name\" is not an SDK function$near"
+    } else {
+        catch { uplevel 1 [list ::qx::status::block $allow [lindex $args 0]] } result options
     }
-    block [lindex $args 0] $allow
+    dict incr options -level
+    return -options $options $result
 }
 
 proc qx::status::usage {} {
@@ -89,26 +91,69 @@ proc qx::status::failure {words status} {
 
 # ------------------------------------------------------------------------------------- blocks
 
-proc qx::status::block {script allow} {
-    variable allowed
-    if {$allowed eq {}} { judge_calls [qx::catalogue::calls] }
-    lappend allowed $allow
-    set code [catch { uplevel 2 $script } result options]
-    set allowed [lrange $allowed 0 end-1]
-    if {$allowed eq {}} { leave_calls }
-    # For two procedures: this one and `check`.
-    dict incr options -level 2
+proc qx::status::block {allow script} {
+    variable yields_traced
+    set coroutine [current_coroutine]
+    if {$coroutine ne {} && !$yields_traced} {
+        foreach command {::yield ::yieldto} {
+            if {![llength [info commands $command]]} continue
+            trace add execution $command enter ::qx::status::suspend
+            trace add execution $command leave ::qx::status::resume
+        }
+        set yields_traced 1
+    }
+    begin [list [list $coroutine $allow]]
+    catch { uplevel 1 $script } result options
+    end 1
+    dict incr options -level
     return -options $options $result
+}
+
+# The coroutine that runs; empty outside all, and in Tcl 8.5.
+proc qx::status::current_coroutine {} {
+    if {[catch { info coroutine } name]} return
+    return $name
+}
+
+proc qx::status::begin {more} {
+    variable blocks
+    if {![llength $blocks]} { judge_calls [qx::catalogue::calls] }
+    set blocks [concat $blocks $more]
+}
+
+proc qx::status::end {count} {
+    variable blocks
+    set blocks [lrange $blocks 0 end-$count]
+    if {![llength $blocks]} { leave_calls }
+}
+
+# Before a coroutine yields: its blocks, which are the innermost, do not count until it goes on.
+proc qx::status::suspend {args} {
+    variable blocks
+    variable suspended
+    set coroutine [current_coroutine]
+    set first [llength $blocks]
+    while {$first > 0 && [lindex $blocks $first-1 0] eq $coroutine} { incr first -1 }
+    dict set suspended $coroutine [lrange $blocks $first end]
+    end [expr {[llength $blocks] - $first}]
+}
+
+proc qx::status::resume {args} {
+    variable suspended
+    set coroutine [current_coroutine]
+    if {![dict exists $suspended $coroutine]} return
+    begin [dict get $suspended $coroutine]
+    dict unset suspended $coroutine
 }
 
 # Called when an SDK function of a block has ended in an error or with a status other than 0; an
 # error here becomes the function's.
 proc qx::status::left {words code result} {
-    variable allowed
+    variable blocks
     if {$code != 0} { return [note $words $code $result] }
     # A block that waits for events may have ended already.
-    if {$allowed eq {}} return
-    judge $words $result [lindex $allowed end]
+    if {![llength $blocks]} return
+    judge $words $result [lindex $blocks end 1]
 }
 
 # ----------------------------------------------------------------------------------- watching
