@@ -1,7 +1,7 @@
 // The library of the package qx: records as dicts, each in one command.
 //
 //   qx::get HANDLE ?-view VIEWS? ?-raw?          qx::template RECORD ?-view VIEWS? ?-raw?
-//   qx::set HANDLE DICT
+//   qx::set HANDLE DICT                          qx::call ?OPTION ...? FUNCTION ?WORD ...?
 //   qx::reading::value COMMAND WORDS HANDLE ?OPTION ...?   as qx::get, for the command of that name
 //   qx::sim::flow_key FLOW        qx::sim::flow_slot FLOW
 //
@@ -10,6 +10,7 @@
 #include "library/qx/record_plan.h"
 #include "library/qx/record_session.h"
 #include "library/qx/record_writer.h"
+#include "library/qx/sdk_caller.h"
 #include "sdk/flow_key.h"
 
 #include <cstring>
@@ -21,10 +22,13 @@ namespace {
 
 struct package_data
 {
-    explicit package_data(Tcl_Interp *interp) : session(interp), plans(session) {}
+    explicit package_data(Tcl_Interp *interp)
+        : session(interp), plans(session), caller(session, plans)
+    {}
 
     record_session session;
     plan_cache plans;
+    sdk_caller caller;
 };
 
 package_data &data_of(ClientData data)
@@ -144,6 +148,11 @@ int set_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const 
     return TCL_OK;
 }
 
+int call_command(ClientData client, Tcl_Interp *, int objc, Tcl_Obj *const objv[])
+{
+    return data_of(client).caller.run(objc, objv);
+}
+
 // The key of the flow that is a command's only word.
 bool take_flow_key(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[],
                    qxsim::flow_key &key)
@@ -206,6 +215,7 @@ extern "C" __attribute__((visibility("default"))) int Qxmemory_Init(Tcl_Interp *
     Tcl_CallWhenDeleted(interp, release, data);
     Tcl_CreateObjCommand(interp, "::qx::get", get_command, data, nullptr);
     Tcl_CreateObjCommand(interp, "::qx::set", set_command, data, nullptr);
+    Tcl_CreateObjCommand(interp, "::qx::call", call_command, data, nullptr);
     Tcl_CreateObjCommand(interp, "::qx::template", template_command, data, nullptr);
     Tcl_CreateObjCommand(interp, "::qx::reading::value", value_command, data, nullptr);
     create_judging_commands(interp);

@@ -129,11 +129,23 @@ static const field_row *field_of(const record_session &session, const record_row
 
 bool record_writer::write(const record_row &row, Tcl_Obj *values)
 {
-    bool good = record(row, 0, values, nullptr);
-    if (good && contradiction_)
-        good = refuse(nullptr, Tcl_ObjPrintf("%s: the views of the union contradict each other;"
-                                             " name one",
-                                             Tcl_GetString(unions_)));
+    return record(row, 0, values, nullptr) && check_views();
+}
+
+bool record_writer::write(const record_row &row, Tcl_Obj *values, const char *argument, int index)
+{
+    const place whole = {nullptr, argument, 0};
+    const place element = {&whole, nullptr, index};
+    return nested(row, 0, values, index < 0 ? whole : element) && check_views();
+}
+
+bool record_writer::check_views()
+{
+    const bool good = !contradiction_;
+    if (!good)
+        refuse(nullptr, Tcl_ObjPrintf("%s: the views of the union contradict each other;"
+                                      " name one",
+                                      Tcl_GetString(unions_)));
     if (unions_ != nullptr)
         Tcl_DecrRefCount(unions_);
     unions_ = nullptr;

@@ -19,6 +19,10 @@ public:
     /// interpreter, error code {QX VALUE <place>}; the bytes may then be partly written.
     bool write(const record_row &row, Tcl_Obj *values);
 
+    /// The same for an argument of a call, or for element `index` of one that is an array: places
+    /// begin with its name, and an address record may be one word.
+    bool write(const record_row &row, Tcl_Obj *values, const char *argument, int index = -1);
+
 private:
     // A place in the dict: a field, or an element of one.
     struct place
@@ -31,6 +35,7 @@ private:
     // The keys and values of a dict, or of a list that represents one.
     class entries;
 
+    bool check_views();
     bool record(const record_row &row, unsigned at, Tcl_Obj *values, const place *here);
     bool fields(const record_row &row, unsigned at, entries &all, const place *here);
     bool check_family(const record_row &row, Tcl_Obj *family, int version, const place &address,

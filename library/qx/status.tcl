@@ -29,17 +29,19 @@ proc qx::status::check {args} {
         dict incr options -level
         return -options $options $result
     }
-    if {[llength $args] > 1} {
-        set near [join [qx::catalogue::nearest $name [qx::catalogue::calls]] {, }]
-        return -code error -errorcode [list QX UNKNOWN call $name] \
-            "\"$name\" is not an SDK function; nearest: $near"
-    }
+    if {[llength $args] > 1} { refuse_call $name }
     block [lindex $args 0] $allow
 }
 
 proc qx::status::usage {} {
     return -level 2 -code error -errorcode {QX USAGE} \
         "usage: qx::check ?-allow statuses? command ?word ...?, or with a script"
+}
+
+proc qx::status::refuse_call {name} {
+    set near [join [qx::catalogue::nearest $name [qx::catalogue::calls]] {, }]
+    return -code error -errorcode [list QX UNKNOWN call $name] \
+        "\"$name\" is not an SDK function; nearest: $near"
 }
 
 proc qx::status::is_call {name} {
@@ -54,7 +56,7 @@ proc qx::status::numbers {words} {
         if {[string is wideinteger -strict $word]} {
             lappend result $word
         } elseif {[catch { qx::catalogue::status_number $word } number options]} {
-            return -level 2 -code error -errorcode [dict get $options -errorcode] $number
+            return -code error -errorcode [dict get $options -errorcode] $number
         } else {
             lappend result $number
         }
@@ -71,6 +73,9 @@ proc qx::status::judge {words status allow} {
     if {$name eq {}} { set name $status }
     return -level 2 -code error -errorcode [list QX_STATUS $status $name] [failure $words $status]
 }
+
+# The same for qx::call, which gives statuses as its caller wrote them.
+proc qx::status::judge_data {words status allow} { judge $words $status [numbers $allow] }
 
 # The error message: the call with its arguments by name, the status, its name and meaning.
 proc qx::status::failure {words status} {
