@@ -23,10 +23,10 @@ static bool writable(void *address, std::uint32_t size)
     return without_fault(can_write(address, size));
 }
 
-void offer_memory_access(Tcl_Interp *interp, bool strict)
+void offer_memory_access(Tcl_Interp *interp, decltype(memory_access::allows) allows)
 {
-    static constinit memory_access access = {readable, writable, false};
-    access.strict = strict;
+    static constinit memory_access access = {readable, writable, nullptr};
+    access.allows = allows;
     Tcl_SetAssocData(interp, memory_access_name, nullptr, &access);
 }
 

@@ -10,7 +10,7 @@ namespace qxsh {
 
 /// The name of the associated data, a memory_access. The struct never changes under this name; a
 /// different one gets a new name.
-constexpr const char *memory_access_name = "qxsh::memory_access 1";
+constexpr const char *memory_access_name = "qxsh::memory_access 2";
 
 struct memory_access
 {
@@ -22,12 +22,13 @@ struct memory_access
     /// The same for writing; the bytes keep their values.
     bool (*can_write)(void *address, std::uint32_t size);
 
-    /// Strict memory is on: only the module's commands know which handles are valid.
-    bool strict;
+    /// Whether strict memory allows access to the record of this type at `address`, which is not
+    /// null. If not, leaves the reason as the interpreter's result. Null if strict memory is off.
+    bool (*allows)(Tcl_Interp *interp, const void *address, const char *record);
 };
 
 /// Publishes the memory access in the interpreter. The struct is static and shared by all
 /// interpreters.
-void offer_memory_access(Tcl_Interp *interp, bool strict);
+void offer_memory_access(Tcl_Interp *interp, decltype(memory_access::allows) allows);
 
 } // namespace qxsh

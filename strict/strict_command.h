@@ -10,6 +10,10 @@ namespace qxsh {
 /// swig_commands. Returns what the wrapper returns, or TCL_ERROR with a message.
 int strict_command(ClientData row, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[]);
 
+/// memory_access::allows of strict memory: the whole record must lie in a live block, where such a
+/// record may be.
+bool strictly_allows(Tcl_Interp *interp, const void *address, const char *record);
+
 /// Reports blocks that were never freed on stderr when the process ends. Later calls do nothing.
 void report_leaks_at_exit();
 

@@ -1,6 +1,6 @@
 # Package qx, handles: the record type of a word. Relies on the shell's commands, which know whether
 # a word is a handle. The package's library, which reads and writes records, calls this for words
-# that do not look like plain handles, and for all words under strict memory.
+# that do not look like plain handles.
 
 namespace eval qx::handle {
     variable folder [file dirname [file normalize [info script]]]
@@ -37,11 +37,15 @@ proc qx::handle::load_library {} {
     load [file join $folder libqxmemory[info sharedlibextension]] Qxmemory
 }
 
-# Creates a stand-in for a command of the library until that is loaded. Its body runs in a namespace
-# where `set` is not Tcl's.
+# Creates a stand-in for a command of the library until that is loaded. It is an alias, since a
+# procedure that is replaced while it runs makes `info frame` crash.
 proc qx::handle::load_at_first_call {command} {
-    proc $command {args} {
-        ::qx::handle::load_library
-        uplevel 1 [info level 0]
-    }
+    interp alias {} $command {} ::qx::handle::first_call $command
+}
+
+proc qx::handle::first_call {args} {
+    load_library
+    # The words of the call would be in the error's trace, and may be keys.
+    catch { uplevel 1 $args } result options
+    return -options [dict replace [dict remove $options -errorinfo -errorstack] -level 1] $result
 }

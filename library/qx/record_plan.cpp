@@ -176,7 +176,12 @@ plan_cache::~plan_cache()
 {
     Tcl_DeleteHashTable(&of_views_);
     Tcl_Free(reinterpret_cast<char *>(plain_));
-    while (all_ != nullptr) {
+    free_plans(nullptr);
+}
+
+void plan_cache::free_plans(const record_plan *kept)
+{
+    while (all_ != kept) {
         record_plan *const next = all_->next;
         Tcl_Free(reinterpret_cast<char *>(all_));
         all_ = next;
@@ -200,6 +205,7 @@ const record_plan *plan_cache::plan_of_views(const record_row &record, plan_opti
         return nullptr;
     auto *const used = reinterpret_cast<words_used *>(Tcl_Alloc(static_cast<unsigned>(count + 1)));
     std::fill_n(used, count, false);
+    record_plan *const kept = all_;
     const auto *const plan =
         plan_maker{*this, options.raw, count, words, used}.make(record, nullptr);
     int good = 0;
@@ -208,6 +214,7 @@ const record_plan *plan_cache::plan_of_views(const record_row &record, plan_opti
     Tcl_Free(reinterpret_cast<char *>(used));
     if (good == count)
         return plan;
+    free_plans(kept);
     const char *const word = Tcl_GetString(words[good]);
     Tcl_ResetResult(interp);
     Tcl_SetErrorCode(interp, "QX", "UNKNOWN", "view", word, nullptr);

@@ -48,6 +48,7 @@ public:
 private:
     const record_plan *plain_plan(const record_row &record, bool raw);
     const record_plan *plan_of_views(const record_row &record, plan_options options);
+    void free_plans(const record_plan *kept); // those made after this one
 
     record_session &session_;
     const record_plan **const plain_; // two per record: with text, raw

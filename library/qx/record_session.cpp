@@ -117,26 +117,34 @@ bool record_session::is_structured(Tcl_Obj *object) const
                                Tcl_ListObjLength(nullptr, object, &count) == TCL_OK && count != 1);
 }
 
-bool record_session::refuse_memory(Tcl_Obj *handle)
+bool record_session::refuse_memory(Tcl_Obj *handle, Tcl_Obj *text)
 {
-    const char *const text = Tcl_GetString(handle);
-    Tcl_ResetResult(interp_);
-    Tcl_SetErrorCode(interp_, "QX", "MEMORY", text, nullptr);
-    Tcl_AppendResult(interp_, "there is no memory of a record at ", text, nullptr);
+    Tcl_SetObjResult(interp_, text);
+    Tcl_SetErrorCode(interp_, "QX", "MEMORY", Tcl_GetString(handle), nullptr);
     return false;
+}
+
+bool record_session::refuse_missing(Tcl_Obj *handle)
+{
+    return refuse_memory(
+        handle, Tcl_ObjPrintf("there is no memory of a record at %s", Tcl_GetString(handle)));
 }
 
 bool record_session::find(Tcl_Obj *handle, found_record &found)
 {
-    const bool at_once = access_ != nullptr && !access_->strict && recognise(handle, found);
+    const bool at_once = access_ != nullptr && recognise(handle, found);
     if (!at_once && !ask_module(handle, found))
         return false;
-    return access_->can_read(found.memory, found.row->size) || refuse_memory(handle);
+    if (access_->allows != nullptr &&
+        !access_->allows(interp_, found.memory, found.row->name.text()))
+        return refuse_memory(handle, Tcl_ObjPrintf("%s: %s", Tcl_GetString(handle),
+                                                   Tcl_GetStringResult(interp_)));
+    return access_->can_read(found.memory, found.row->size) || refuse_missing(handle);
 }
 
 bool record_session::check_writable(Tcl_Obj *handle, const found_record &found)
 {
-    return access_->can_write(found.memory, found.row->size) || refuse_memory(handle);
+    return access_->can_write(found.memory, found.row->size) || refuse_missing(handle);
 }
 
 record_session::taken record_session::take_number(Tcl_Obj *object, std::uint32_t greatest,

@@ -27,8 +27,9 @@ public:
     record_session(const record_session &) = delete;
     record_session &operator=(const record_session &) = delete;
 
-    /// Finds the record behind a handle and checks that all of it can be read. On failure returns
-    /// false with an error in the interpreter; `found` is then unspecified.
+    /// Finds the record behind a handle and checks that all of it can be read, and may be under
+    /// strict memory. On failure returns false with an error in the interpreter; `found` is then
+    /// unspecified.
     bool find(Tcl_Obj *handle, found_record &found);
 
     /// Whether the record can be written; if not, leaves an error that names the handle.
@@ -61,7 +62,9 @@ public:
 private:
     bool recognise(Tcl_Obj *handle, found_record &found);
     bool ask_module(Tcl_Obj *handle, found_record &found);
-    bool refuse_memory(Tcl_Obj *handle);
+    /// Sets the error and returns false; frees the text, a new object.
+    bool refuse_memory(Tcl_Obj *handle, Tcl_Obj *text);
+    bool refuse_missing(Tcl_Obj *handle);
 
     Tcl_Interp *const interp_;
     const memory_access *access_ = nullptr; // null until the module is loaded

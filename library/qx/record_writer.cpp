@@ -87,6 +87,8 @@ private:
         }
         if (i == count_)
             return false;
+        if (static_cast<unsigned>(count_) > row.fields)
+            return true; // or a name is unknown
         for (i = 1; i < count_; ++i)
             for (int j = 0; j < i; ++j)
                 if (std::strcmp(Tcl_GetString(next_[2 * i]), Tcl_GetString(next_[2 * j])) == 0)

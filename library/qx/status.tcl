@@ -7,7 +7,7 @@
 
 namespace eval qx::status {
     variable last {}     ;# the last failure: words, code, result, and Tcl's errorInfo before it
-    variable allowed {}  ;# of the blocks that run: a list of statuses that are no failures, each
+    variable blocks 0    ;# blocks that have begun and not ended
     variable watching 0
 }
 
@@ -26,11 +26,13 @@ proc qx::status::check {args} {
         set code [catch { uplevel 1 $args } result options]
         if {$code == 1} { note $args 1 $result }
         if {$code == 0} { judge $args $result $allow }
-        dict incr options -level
-        return -options $options $result
+    } elseif {[llength $args] > 1} {
+        refuse_call $name
+    } else {
+        catch { uplevel 1 [list ::qx::status::block $allow [lindex $args 0]] } result options
     }
-    if {[llength $args] > 1} { refuse_call $name }
-    block [lindex $args 0] $allow
+    dict incr options -level
+    return -options $options $result
 }
 
 proc qx::status::usage {} {
@@ -94,26 +96,30 @@ proc qx::status::failure {words status} {
 
 # ------------------------------------------------------------------------------------- blocks
 
-proc qx::status::block {script allow} {
-    variable allowed
-    if {$allowed eq {}} { judge_calls [qx::catalogue::calls] }
-    lappend allowed $allow
-    set code [catch { uplevel 2 $script } result options]
-    set allowed [lrange $allowed 0 end-1]
-    if {$allowed eq {}} { leave_calls }
-    # For two procedures: this one and `check`.
-    dict incr options -level 2
+# Runs a script. Its frame on Tcl's stack tells `left` what the block allows. The block of a
+# coroutine that is deleted never ends: then calls are looked at for longer than necessary.
+proc qx::status::block {allow script} {
+    variable blocks
+    if {[incr blocks] == 1} { judge_calls [qx::catalogue::calls] }
+    catch { uplevel 1 $script } result options
+    if {[incr blocks -1] == 0} { leave_calls }
+    dict incr options -level
     return -options $options $result
 }
 
-# Called when an SDK function of a block has ended in an error or with a status other than 0; an
-# error here becomes the function's.
+# Called when an SDK function has ended in an error or with a status other than 0 while a block has
+# not ended; an error here becomes the function's. The innermost block on the stack counts: a
+# coroutine that has yielded in its block is not there.
 proc qx::status::left {words code result} {
-    variable allowed
     if {$code != 0} { return [note $words $code $result] }
-    # A block that waits for events may have ended already.
-    if {$allowed eq {}} return
-    judge $words $result [lindex $allowed end]
+    for {set at [info frame]} {$at > 0} {incr at -1} {
+        set frame [info frame $at]
+        if {![dict exists $frame cmd]} continue
+        set running [dict get $frame cmd]
+        if {[string match {::qx::status::block *} $running]} {
+            return [judge $words $result [lindex $running 1]]
+        }
+    }
 }
 
 # ----------------------------------------------------------------------------------- watching
