@@ -40,7 +40,8 @@ proc qx::handle::load_library {} {
 # Creates a stand-in for a command of the library until that is loaded. It is an alias, since a
 # procedure that is replaced while it runs makes `info frame` crash.
 proc qx::handle::load_at_first_call {command} {
-    interp alias {} $command {} ::qx::handle::first_call $command
+    # Messages of the library name the command as it is given here.
+    interp alias {} $command {} ::qx::handle::first_call [string trimleft $command :]
 }
 
 proc qx::handle::first_call {args} {

@@ -137,8 +137,8 @@ bool record_session::find(Tcl_Obj *handle, found_record &found)
         return false;
     if (access_->allows != nullptr &&
         !access_->allows(interp_, found.memory, found.row->name.text()))
-        return refuse_memory(handle, Tcl_ObjPrintf("%s: %s", Tcl_GetString(handle),
-                                                   Tcl_GetStringResult(interp_)));
+        return refuse_memory(
+            handle, Tcl_ObjPrintf("%s: %s", Tcl_GetString(handle), Tcl_GetStringResult(interp_)));
     return access_->can_read(found.memory, found.row->size) || refuse_missing(handle);
 }
 
