@@ -89,16 +89,15 @@ new_log() {
 logged() {
     local what=$1 log=$2
     shift 2
-    with_progress "$what" "$log" "$@" </dev/null >>"$log" 8>&- 9>&- && return 0
+    with_progress "$what" "$log" "$@" && return 0
     last_lines "$log" 30
     say "$what failed; its output is in $log"
     return 1
 }
 
-# with_progress WHAT FILE COMMAND... : runs the command, whose output goes to the file and counts
-# its steps as ninja ([2/9]) or ctest (2/9 Test) do. If standard error is a terminal, one line there
-# shows the last count until the command ends. The command's own standard error follows its
-# standard output.
+# with_progress WHAT FILE COMMAND... : runs the command and appends its output to the file, where it
+# counts its steps as ninja ([2/9]) or ctest (2/9 Test) do. If standard error is a terminal, one
+# line there shows the last count until the command ends.
 with_progress() {
     local what=$1 file=$2 watcher='' status=0
     shift 2
@@ -106,7 +105,7 @@ with_progress() {
         show_progress "$what" "$file" &
         watcher=$!
     fi
-    "$@" 2>&1 || status=$?
+    "$@" </dev/null >>"$file" 2>&1 8>&- 9>&- || status=$?
     if [[ $watcher ]]; then
         kill "$watcher" 2>/dev/null
         wait "$watcher" 2>/dev/null
