@@ -7,8 +7,12 @@ namespace eval qx::help {
         qx::help     {?name?} {describe a command, a record, an area, a status or one of these}
         qx::apropos  {word} {list everything with the word in its name or description}
         qx::areas    {} {list the areas of the SDK}
-        qx::get      {handle ?-view views? ?-raw?} {return a record as a dict}
-        qx::set      {handle dict} {write the fields of a record that are in the dict}
+        qx::call     {?-allow statuses? ?-status name? ?-dict? function ?word ...?}
+            {call an SDK function with records as dicts, and return what it puts out}
+        qx::new      {record ?dict?} {create a record and return its handle}
+        qx::with     {name record ?dict? body} {run the body with a new record, and release it}
+        qx::get      {handle ?path? ?-view views? ?-raw?} {return a record as a dict, or one value}
+        qx::set      {handle dict|path value ?path value ...?} {write the named fields of a record}
         qx::diff     {handle handle ?-view views? ?-raw?} {list where two records differ}
         qx::json     {handle ?-view views? ?-raw?} {return a record as JSON}
         qx::check    {?-allow statuses? command ?word ...?} {make a status other than 0 an error}

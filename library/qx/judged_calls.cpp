@@ -37,8 +37,8 @@ int call(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     const auto &own = *static_cast<judged_call *>(client);
     const int code = own.procedure(own.data, interp, objc, objv);
-    if (code == TCL_OK && is_zero(Tcl_GetObjResult(interp)))
-        return TCL_OK;
+    if (unjudged_calls::any() || (code == TCL_OK && is_zero(Tcl_GetObjResult(interp))))
+        return code;
     Tcl_Obj *const called = Tcl_NewListObj(objc, objv);
     Tcl_Obj *const name = Tcl_NewStringObj(own.name, -1);
     Tcl_ListObjReplace(nullptr, called, 0, 1, 1, &name);

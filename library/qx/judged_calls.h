@@ -10,4 +10,19 @@ namespace qxsh {
 /// command's error. Names that are not commands are ignored. `::qx::status::leave_calls` undoes it.
 void create_judging_commands(Tcl_Interp *interp);
 
+/// While one of these exists, calls are not judged, since its owner judges them.
+class unjudged_calls
+{
+public:
+    unjudged_calls() { ++count_; }
+    ~unjudged_calls() { --count_; }
+    unjudged_calls(const unjudged_calls &) = delete;
+    unjudged_calls &operator=(const unjudged_calls &) = delete;
+
+    static bool any() { return count_ > 0; }
+
+private:
+    static inline int count_ = 0;
+};
+
 } // namespace qxsh

@@ -11,14 +11,16 @@ namespace eval qx {}
 
 apply {{folder parts commands} {
     foreach part $parts { source [file join $folder $part.tcl] }
-    foreach name {get set template reading::value status::judge_calls sim::flow_key
+    foreach name {get set call template reading::value status::judge_calls sim::flow_key
             sim::flow_slot} {
         qx::handle::load_at_first_call ::qx::$name
     }
     foreach {name procedure} $commands { interp alias {} ::qx::$name {} ::qx::$procedure }
 }} [file dirname [info script]] {
-    catalogue_data catalogue wording handles reading help status why script_parser lint sim
+    catalogue_data catalogue wording handles records reading help status why script_parser lint sim
 } {
+    new      records::new
+    with     records::with
     diff     reading::diff
     json     reading::json
     help     help::about

@@ -1,7 +1,7 @@
 // The library of the package qx: records as dicts, each in one command.
 //
-//   qx::get HANDLE ?-view VIEWS? ?-raw?          qx::template RECORD ?-view VIEWS? ?-raw?
-//   qx::set HANDLE DICT
+//   qx::get HANDLE ?PATH? ?-view VIEWS? ?-raw?   qx::template RECORD ?-view VIEWS? ?-raw?
+//   qx::set HANDLE DICT | PATH VALUE ...          qx::call ?OPTION ...? FUNCTION ?WORD ...?
 //   qx::reading::value COMMAND WORDS HANDLE ?OPTION ...?   as qx::get, for the command of that name
 //   qx::sim::flow_key FLOW        qx::sim::flow_slot FLOW
 //
@@ -10,6 +10,7 @@
 #include "library/qx/record_plan.h"
 #include "library/qx/record_session.h"
 #include "library/qx/record_writer.h"
+#include "library/qx/sdk_caller.h"
 #include "sdk/flow_key.h"
 
 #include <cstring>
@@ -21,10 +22,13 @@ namespace {
 
 struct package_data
 {
-    explicit package_data(Tcl_Interp *interp) : session(interp), plans(session) {}
+    explicit package_data(Tcl_Interp *interp)
+        : session(interp), plans(session), caller(session, plans)
+    {}
 
     record_session session;
     plan_cache plans;
+    sdk_caller caller;
 };
 
 package_data &data_of(ClientData data)
@@ -74,15 +78,38 @@ int get_record(package_data &data, Tcl_Interp *interp, Tcl_Obj *handle, plan_opt
     return TCL_OK;
 }
 
+// One field or element, as the record's dict would show it.
+int get_place(package_data &data, Tcl_Interp *interp, Tcl_Obj *handle, Tcl_Obj *path,
+              plan_options options)
+{
+    found_record found;
+    path_target target;
+    if (!data.session.find(handle, found) || !follow_path(data.session, *found.row, path, target))
+        return TCL_ERROR;
+    // The path says which view of a union is meant.
+    if (target.row->is_union)
+        options.views = data.session.name(*target.field);
+    const record_plan *const plan = data.plans.plan(*target.row, options);
+    if (plan == nullptr)
+        return TCL_ERROR;
+    Tcl_SetObjResult(interp,
+                     read_field(*plan, *target.field, target.index, found.memory + target.at));
+    return TCL_OK;
+}
+
 int get_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     plan_options options = {nullptr, false};
     if (objc < 2) {
-        Tcl_WrongNumArgs(interp, 1, objv, "handle ?-view views? ?-raw?");
+        Tcl_WrongNumArgs(interp, 1, objv, "handle ?path? ?-view views? ?-raw?");
         return TCL_ERROR;
     }
-    if (!read_options(interp, "qx::get", "handle", objc - 2, objv + 2, options))
+    const bool has_path = objc > 2 && Tcl_GetString(objv[2])[0] != '-';
+    const int words = has_path ? 3 : 2;
+    if (!read_options(interp, "qx::get", "handle ?path?", objc - words, objv + words, options))
         return TCL_ERROR;
+    if (has_path)
+        return get_place(data_of(client), interp, objv[1], objv[2], options);
     return get_record(data_of(client), interp, objv[1], options);
 }
 
@@ -124,12 +151,30 @@ int template_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *c
     return TCL_OK;
 }
 
-// The dict is written to a copy, which replaces the record if all is well.
+// Writes paths and values, alternating, to a record's bytes.
+bool write_places(package_data &data, const record_row &row, int count, Tcl_Obj *const words[],
+                  unsigned char *bytes)
+{
+    for (int i = 0; i < count; i += 2) {
+        const char *const path = Tcl_GetString(words[i]);
+        for (int j = 0; j < i; j += 2)
+            if (std::strcmp(path, Tcl_GetString(words[j])) == 0)
+                return refuse_place(data.session.interp(), path,
+                                    Tcl_NewStringObj("named twice", -1));
+        path_target target;
+        if (!follow_path(data.session, row, words[i], target) ||
+            !record_writer{data.session, bytes}.write(target, words[i + 1], path))
+            return false;
+    }
+    return true;
+}
+
+// The values are written to a copy, which replaces the record if all is well.
 int set_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     package_data &data = data_of(client);
-    if (objc != 3) {
-        Tcl_WrongNumArgs(interp, 1, objv, "handle dict");
+    if (objc < 3 || (objc > 3 && objc % 2 != 0)) {
+        Tcl_WrongNumArgs(interp, 1, objv, "handle dict|path value ?path value ...?");
         return TCL_ERROR;
     }
     found_record found;
@@ -137,11 +182,17 @@ int set_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const 
         return TCL_ERROR;
     unsigned char bytes[most_record_bytes];
     std::memcpy(bytes, found.memory, found.row->size);
-    if (!record_writer{data.session, bytes}.write(*found.row, objv[2]) ||
-        !data.session.check_writable(objv[1], found))
+    const bool written = objc == 3 ? record_writer{data.session, bytes}.write(*found.row, objv[2])
+                                   : write_places(data, *found.row, objc - 2, objv + 2, bytes);
+    if (!written || !data.session.check_writable(objv[1], found))
         return TCL_ERROR;
     std::memcpy(found.memory, bytes, found.row->size);
     return TCL_OK;
+}
+
+int call_command(ClientData client, Tcl_Interp *, int objc, Tcl_Obj *const objv[])
+{
+    return data_of(client).caller.run(objc, objv);
 }
 
 // The key of the flow that is a command's only word.
@@ -206,6 +257,7 @@ extern "C" __attribute__((visibility("default"))) int Qxmemory_Init(Tcl_Interp *
     Tcl_CallWhenDeleted(interp, release, data);
     Tcl_CreateObjCommand(interp, "::qx::get", get_command, data, nullptr);
     Tcl_CreateObjCommand(interp, "::qx::set", set_command, data, nullptr);
+    Tcl_CreateObjCommand(interp, "::qx::call", call_command, data, nullptr);
     Tcl_CreateObjCommand(interp, "::qx::template", template_command, data, nullptr);
     Tcl_CreateObjCommand(interp, "::qx::reading::value", value_command, data, nullptr);
     create_judging_commands(interp);

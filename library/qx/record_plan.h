@@ -61,4 +61,9 @@ private:
 /// A new dict (reference count 0, in list form) of the record at `memory`, which must be readable.
 Tcl_Obj *read_record(const record_plan &plan, const unsigned char *memory);
 
+/// The same for one field of the record, which the plan must show, or for its element `index`; -1
+/// stands for the whole field.
+Tcl_Obj *read_field(const record_plan &plan, const field_row &field, int index,
+                    const unsigned char *memory);
+
 } // namespace qxsh

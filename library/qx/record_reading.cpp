@@ -103,4 +103,18 @@ Tcl_Obj *read_record(const record_plan &plan, const unsigned char *memory)
     return Tcl_NewListObj(static_cast<int>(2 * plan.count), words);
 }
 
+Tcl_Obj *read_field(const record_plan &plan, const field_row &field, int index,
+                    const unsigned char *memory)
+{
+    const plan_step *step = plan.steps;
+    while (step->field != &field)
+        ++step;
+    if (index < 0)
+        return value(*step, memory);
+    const unsigned char *const element = memory + field.offset + index * field.size;
+    if (step->nested != nullptr)
+        return read_record(*step->nested, element);
+    return number(read_number(element, field.size));
+}
+
 } // namespace qxsh

@@ -28,8 +28,8 @@ const Tcl_ObjType *type_of(Tcl_Obj *object)
 record_session::record_session(Tcl_Interp *interp)
     : interp_(interp), names_(reinterpret_cast<Tcl_Obj **>(
                            Tcl_Alloc(static_cast<unsigned>(field_count * sizeof(Tcl_Obj *))))),
-      dict_type_(type_of(Tcl_NewDictObj())), number_types_{type_of(Tcl_NewLongObj(0)),
-                                                           type_of(Tcl_NewWideIntObj(INT64_MAX))}
+      dict_type_(type_of(Tcl_NewDictObj())), list_type_(type_of(Tcl_NewListObj(0, nullptr))),
+      number_types_{type_of(Tcl_NewLongObj(0)), type_of(Tcl_NewWideIntObj(INT64_MAX))}
 {
     for (unsigned i = 0; i < field_count; ++i) {
         names_[i] = Tcl_NewStringObj(field_rows[i].name.text(), -1);
@@ -82,13 +82,7 @@ bool record_session::recognise(Tcl_Obj *handle, found_record &found)
 // the error if not.
 bool record_session::ask_module(Tcl_Obj *handle, found_record &found)
 {
-    Tcl_Obj *words[] = {Tcl_NewStringObj("::qx::handle::of_record", -1), handle};
-    for (Tcl_Obj *const word : words)
-        Tcl_IncrRefCount(word);
-    const int status = Tcl_EvalObjv(interp_, 2, words, TCL_EVAL_GLOBAL);
-    for (Tcl_Obj *const word : words)
-        Tcl_DecrRefCount(word);
-    if (status != TCL_OK)
+    if (!run_script("::qx::handle::of_record", {handle}))
         return false;
     Tcl_Obj *plain;
     if (Tcl_ListObjIndex(interp_, Tcl_GetObjResult(interp_), 1, &plain) != TCL_OK)
@@ -103,6 +97,24 @@ bool record_session::ask_module(Tcl_Obj *handle, found_record &found)
     Tcl_SetErrorCode(interp_, "QX", "HANDLE", Tcl_GetString(handle), nullptr);
     Tcl_AppendResult(interp_, "records are read and written where package demo is loaded", nullptr);
     return false;
+}
+
+bool record_session::run_script(const char *command, std::initializer_list<Tcl_Obj *> words) const
+{
+    Tcl_Obj *const list = Tcl_NewListObj(static_cast<int>(words.size()), words.begin());
+    Tcl_Obj *const name = Tcl_NewStringObj(command, -1);
+    Tcl_ListObjReplace(nullptr, list, 0, 0, 1, &name);
+    Tcl_IncrRefCount(list);
+    const int status = Tcl_EvalObjEx(interp_, list, TCL_EVAL_GLOBAL);
+    Tcl_DecrRefCount(list);
+    return status == TCL_OK;
+}
+
+bool record_session::is_structured(Tcl_Obj *object) const
+{
+    int count;
+    return is_dict(object) || (object->typePtr == list_type_ &&
+                               Tcl_ListObjLength(nullptr, object, &count) == TCL_OK && count != 1);
 }
 
 bool record_session::refuse_memory(Tcl_Obj *handle, Tcl_Obj *text)

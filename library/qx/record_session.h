@@ -8,6 +8,8 @@
 
 #include <tcl.h>
 
+#include <initializer_list>
+
 namespace qxsh {
 
 /// A record in readable memory.
@@ -42,6 +44,14 @@ public:
     /// Whether the object already is a dict; reading it as a list would discard that form.
     bool is_dict(const Tcl_Obj *object) const { return object->typePtr == dict_type_; }
 
+    /// Whether the object is a dict, or a list of other than one element. Its text may be long and
+    /// is not asked for.
+    bool is_structured(Tcl_Obj *object) const;
+
+    /// Runs a command of the package's scripts, whose words are new or shared objects. Returns
+    /// whether it succeeded; its result or its error is in the interpreter.
+    bool run_script(const char *command, std::initializer_list<Tcl_Obj *> words) const;
+
     /// Reads a number from 0 to `greatest` into `value`, which is unchanged otherwise. Tells
     /// numbers out of range from text that is not a number.
     enum class taken { number, outside, no_number };
@@ -60,6 +70,7 @@ private:
     const memory_access *access_ = nullptr; // null until the module is loaded
     Tcl_Obj **const names_;
     const Tcl_ObjType *dict_type_;
+    const Tcl_ObjType *list_type_;
     const Tcl_ObjType *number_types_[2];
     const record_row *last_ = record_rows; // of the previous handle
     Tcl_HashTable records_;                // by name

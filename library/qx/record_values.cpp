@@ -1,9 +1,11 @@
 // Values of single fields, for record_writer.cpp: numbers, addresses in all forms, arrays.
 #include "library/qx/record_writer.h"
 
+#include <charconv>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <string_view>
 
 namespace qxsh {
 
@@ -27,21 +29,21 @@ bool record_writer::field(const field_row &field, unsigned at, Tcl_Obj *value, c
     if (field.record >= 0) {
         if (field.count != 0)
             return records(field, at, value, here);
-        return nested(record_rows[field.record], at, value, here);
+        return nested(record_rows[field.record], at, value, &here);
     }
     return field.count != 0 ? array(field, at, value, here) : number(field, at, value, here);
 }
 
 // A nested record: a dict of its fields, or the address that it represents. A dict of a union
 // starts with a view's name, which is never a number.
-bool record_writer::nested(const record_row &row, unsigned at, Tcl_Obj *value, const place &here)
+bool record_writer::nested(const record_row &row, unsigned at, Tcl_Obj *value, const place *here)
 {
     int count;
     Tcl_Obj **words;
     if (session_.is_dict(value) && !is_address(row))
-        return record(row, at, value, &here);
+        return record(row, at, value, here);
     if (Tcl_ListObjGetElements(nullptr, value, &count, &words) != TCL_OK)
-        return refuse_dict(row, value, &here);
+        return refuse_dict(row, value, here);
     std::uint32_t first;
     const bool may_be_address =
         count == 1 || (count == 4 && session_.take_number(words[0], UINT32_MAX, first) !=
@@ -50,30 +52,31 @@ bool record_writer::nested(const record_row &row, unsigned at, Tcl_Obj *value, c
         return address(at, value, holding::ip, here);
     if (count == 1 && row.family >= 0)
         return prefix(row, at, value, here);
-    return record(row, at, value, &here);
+    return record(row, at, value, here);
 }
 
 bool record_writer::records(const field_row &field, unsigned at, Tcl_Obj *value, const place &here)
 {
+    int count;
     Tcl_Obj **each;
-    if (!elements(value, field.count, each, here))
+    if (!elements(value, field.count, each, count, here))
         return false;
-    for (int i = 0; i < field.count; ++i)
+    for (int i = 0; i < count; ++i) {
+        const place there = {&here, nullptr, i};
         if (!nested(record_rows[field.record], at + static_cast<unsigned>(i * field.size), each[i],
-                    {&here, nullptr, i}))
+                    &there))
             return false;
+    }
     return true;
 }
 
 bool record_writer::array(const field_row &field, unsigned at, Tcl_Obj *value, const place &here)
 {
     if (field.holds == holding::ip || field.holds == holding::ipv6)
-        return address(at, value, field.holds, here);
+        return address(at, value, field.holds, &here);
     if (field.holds == holding::mac)
         return mac(field, at, value, here);
-    Tcl_Obj **each;
-    return elements(value, field.count, each, here) &&
-           numbers(field.size, at, field.count, each, here);
+    return numbers_or_bytes(field, at, value, here);
 }
 
 bool record_writer::mac(const field_row &field, unsigned at, Tcl_Obj *value, const place &here)
@@ -86,11 +89,44 @@ bool record_writer::mac(const field_row &field, unsigned at, Tcl_Obj *value, con
             store(at + i, 1, bytes[i]);
         return true;
     }
-    if (Tcl_ListObjGetElements(nullptr, value, &count, &each) != TCL_OK || count == 1)
+    if (Tcl_ListObjGetElements(nullptr, value, &count, &each) != TCL_OK ||
+        (count == 1 && std::strchr(Tcl_GetString(value), ':') != nullptr))
         return refuse(&here, Tcl_ObjPrintf("\"%s\" is neither a MAC address like 02:00:00:00:00:01"
                                            " nor a list of 6 bytes",
                                            Tcl_GetString(value)));
-    return elements(value, field.count, each, here) && numbers(1, at, field.count, each, here);
+    return numbers_or_bytes(field, at, value, here);
+}
+
+// A list of the first elements, or bytes in one word: 0x0011aaff.
+bool record_writer::numbers_or_bytes(const field_row &field, unsigned at, Tcl_Obj *value,
+                                     const place &here)
+{
+    int count;
+    Tcl_Obj **each;
+    if (!elements(value, field.count, each, count, here))
+        return false;
+    if (field.size != 1 || count != 1)
+        return numbers(field.size, at, count, each, &here);
+    const std::string_view text = Tcl_GetString(each[0]);
+    if (!text.starts_with("0x") || text.size() <= 4)
+        return numbers(field.size, at, count, each, &here);
+    // Digits may be a key: errors do not show them.
+    const std::string_view digits = text.substr(2);
+    if (digits.size() % 2 != 0)
+        return refuse(&here, Tcl_NewStringObj("0x is followed by half a byte", -1));
+    if (digits.size() / 2 > field.count)
+        return refuse(&here, Tcl_ObjPrintf("%d bytes are more than the %d there are",
+                                           static_cast<int>(digits.size() / 2), field.count));
+    for (std::size_t i = 0; i < digits.size(); i += 2) {
+        unsigned byte;
+        const char *const end = digits.data() + i + 2;
+        const auto read = std::from_chars(digits.data() + i, end, byte, 16);
+        if (read.ec != std::errc{} || read.ptr != end)
+            return refuse(&here,
+                          Tcl_NewStringObj("0x is followed by other than hexadecimal digits", -1));
+        store(at + static_cast<unsigned>(i / 2), 1, byte);
+    }
+    return true;
 }
 
 bool record_writer::number(const field_row &field, unsigned at, Tcl_Obj *value, const place &here)
@@ -102,7 +138,7 @@ bool record_writer::number(const field_row &field, unsigned at, Tcl_Obj *value, 
     }
     const unsigned bits = field.width != 0 ? field.width : 8u * field.size;
     const std::uint32_t greatest = bit_mask(0, bits);
-    if (!take(value, greatest, word, here))
+    if (!take(value, greatest, word, &here))
         return false;
     if (field.width != 0)
         store(at, field.size, word << field.bit, greatest << field.bit);
@@ -112,7 +148,7 @@ bool record_writer::number(const field_row &field, unsigned at, Tcl_Obj *value, 
 }
 
 bool record_writer::numbers(unsigned size, unsigned at, int count, Tcl_Obj *const elements[],
-                            const place &here)
+                            const place *here)
 {
     for (int i = 0; i < count; ++i) {
         std::uint32_t word;
@@ -124,7 +160,7 @@ bool record_writer::numbers(unsigned size, unsigned at, int count, Tcl_Obj *cons
 }
 
 // An address as four words or as text.
-bool record_writer::address(unsigned at, Tcl_Obj *value, holding holds, const place &here)
+bool record_writer::address(unsigned at, Tcl_Obj *value, holding holds, const place *here)
 {
     int count;
     Tcl_Obj **each;
@@ -133,7 +169,7 @@ bool record_writer::address(unsigned at, Tcl_Obj *value, holding holds, const pl
     address_words words;
     const int version = parse_ip(Tcl_GetString(value), words);
     if (version == 0 || (holds == holding::ipv6 && version == 4))
-        return refuse(&here,
+        return refuse(here,
                       Tcl_ObjPrintf("\"%s\" is neither an %s address nor a list of 4 words",
                                     Tcl_GetString(value), holds == holding::ipv6 ? "IPv6" : "IP"));
     for (unsigned i = 0; i < 4; ++i)
@@ -143,7 +179,7 @@ bool record_writer::address(unsigned at, Tcl_Obj *value, holding holds, const pl
 }
 
 // A complete address record from text like 10.0.0.0/8; the length defaults to all bits.
-bool record_writer::prefix(const record_row &row, unsigned at, Tcl_Obj *value, const place &here)
+bool record_writer::prefix(const record_row &row, unsigned at, Tcl_Obj *value, const place *here)
 {
     const char *const text = Tcl_GetString(value);
     const char *const slash = std::strchr(text, '/');
@@ -158,13 +194,13 @@ bool record_writer::prefix(const record_row &row, unsigned at, Tcl_Obj *value, c
         version = parse_ip(address_only, words);
     }
     if (version == 0)
-        return refuse(&here,
+        return refuse(here,
                       Tcl_ObjPrintf("\"%s\" is not an IP address or prefix like 10.0.0.0/8", text));
     const int bits = version == 4 ? 32 : 128;
     const int length = slash != nullptr ? length_of(slash + 1) : bits;
     if (length < 0 || length > bits)
         return refuse(
-            &here, Tcl_ObjPrintf("\"%s\" has no length from 0 to %d behind the slash", text, bits));
+            here, Tcl_ObjPrintf("\"%s\" has no length from 0 to %d behind the slash", text, bits));
     for (const field_row &field : fields_of(row)) {
         const unsigned there = at + field.offset;
         if (field.holds == holding::family)
@@ -180,31 +216,32 @@ bool record_writer::prefix(const record_row &row, unsigned at, Tcl_Obj *value, c
 
 // ------------------------------------------------------------------------------- lists, numbers
 
-bool record_writer::elements(Tcl_Obj *value, int wanted, Tcl_Obj **&elements, const place &here)
+// The elements of a list, which may be shorter than the array.
+bool record_writer::elements(Tcl_Obj *value, int most, Tcl_Obj **&elements, int &count,
+                             const place &here)
 {
-    int count;
     if (Tcl_ListObjGetElements(nullptr, value, &count, &elements) != TCL_OK)
         return refuse(&here, Tcl_ObjPrintf("\"%s\" is not a list", shown(value)));
-    if (count != wanted)
+    if (count > most)
         return refuse(&here,
-                      Tcl_ObjPrintf("wants a list of %d elements, not of %d", wanted, count));
+                      Tcl_ObjPrintf("wants a list of at most %d elements, not of %d", most, count));
     return true;
 }
 
 bool record_writer::take(Tcl_Obj *value, std::uint32_t greatest, std::uint32_t &number,
-                         const place &here, int index)
+                         const place *here, int index)
 {
     const auto taken = session_.take_number(value, greatest, number);
     if (taken == record_session::taken::number)
         return true;
-    const place element = {&here, nullptr, index};
-    const place &there = index >= 0 ? element : here;
+    const place element = {here, nullptr, index};
+    const place *const there = index >= 0 ? &element : here;
     if (taken == record_session::taken::no_number)
-        return refuse(&there, Tcl_ObjPrintf("\"%s\" is not a number", shown(value)));
+        return refuse(there, Tcl_ObjPrintf("\"%s\" is not a number", shown(value)));
     // Tcl_ObjPrintf prints unsigned numbers in the width of Tcl's own.
     char limit[12];
     std::snprintf(limit, sizeof limit, "%lu", static_cast<unsigned long>(greatest));
-    return refuse(&there, Tcl_ObjPrintf("%s is outside 0 to %s", shown(value), limit));
+    return refuse(there, Tcl_ObjPrintf("%s is outside 0 to %s", shown(value), limit));
 }
 
 } // namespace qxsh

@@ -1,13 +1,15 @@
 // Walks the dict; see record_writer.h. Values of single fields are in record_values.cpp.
 #include "library/qx/record_writer.h"
 
+#include "library/qx/record_path.h"
+
 #include <algorithm>
 #include <cstring>
 
 namespace qxsh {
 
 // A dict object is read as one: reading it as a list would discard its hash table. Others are read
-// as lists, unless a key is repeated: then the last value counts, as in a dict.
+// as lists.
 class record_writer::entries
 {
 public:
@@ -18,12 +20,10 @@ public:
     {
         if (is_dict_)
             Tcl_DictObjDone(&search_);
-        if (copy_ != nullptr)
-            Tcl_DecrRefCount(copy_);
     }
 
     // Returns false if the object is not a dict.
-    bool open(const record_session &session, const record_row &row, Tcl_Obj *values)
+    bool open(const record_session &session, Tcl_Obj *values)
     {
         int count;
         if (session.is_dict(values))
@@ -32,7 +32,34 @@ public:
             return false;
         count_ = count / 2;
         left_ = count_;
-        return !has_repetition(session, row) || open_dict(copy_ = own_copy(values));
+        return true;
+    }
+
+    // The key that a list has twice, or null. Keys that are the shared name objects in field order
+    // cannot repeat; any others are compared.
+    const char *repeated(const record_session &session, const record_row &row) const
+    {
+        if (is_dict_)
+            return nullptr;
+        const field_row *field = fields_of(row).data();
+        const field_row *const end = field + row.fields;
+        int i = 0;
+        for (; i < count_; ++i) {
+            while (field != end && session.name(*field) != next_[2 * i])
+                ++field;
+            if (field == end)
+                break;
+            ++field;
+        }
+        if (i == count_)
+            return nullptr;
+        // More keys than fields: one is repeated among the first, or is not a field.
+        const int compared = std::min(count_, row.fields + 1);
+        for (i = 1; i < compared; ++i)
+            for (int j = 0; j < i; ++j)
+                if (std::strcmp(Tcl_GetString(next_[2 * i]), Tcl_GetString(next_[2 * j])) == 0)
+                    return Tcl_GetString(next_[2 * i]);
+        return nullptr;
     }
 
     int count() const { return count_; }
@@ -66,37 +93,6 @@ private:
         return true;
     }
 
-    static Tcl_Obj *own_copy(Tcl_Obj *values)
-    {
-        Tcl_Obj *const copy = Tcl_DuplicateObj(values);
-        Tcl_IncrRefCount(copy);
-        return copy;
-    }
-
-    // Keys that are the shared name objects in field order cannot repeat; any others are compared.
-    bool has_repetition(const record_session &session, const record_row &row) const
-    {
-        const field_row *field = fields_of(row).data();
-        const field_row *const end = field + row.fields;
-        int i = 0;
-        for (; i < count_; ++i) {
-            while (field != end && session.name(*field) != next_[2 * i])
-                ++field;
-            if (field == end)
-                break;
-            ++field;
-        }
-        if (i == count_)
-            return false;
-        // More keys than fields: one is repeated among the first, or is not a field.
-        const int compared = std::min(count_, row.fields + 1);
-        for (i = 1; i < compared; ++i)
-            for (int j = 0; j < i; ++j)
-                if (std::strcmp(Tcl_GetString(next_[2 * i]), Tcl_GetString(next_[2 * j])) == 0)
-                    return true;
-        return false;
-    }
-
     Tcl_Obj **next_ = nullptr;
     int count_ = 0;
     int left_ = 0;
@@ -104,7 +100,6 @@ private:
     Tcl_DictSearch search_;
     Tcl_Obj *key_ = nullptr;
     Tcl_Obj *value_ = nullptr;
-    Tcl_Obj *copy_ = nullptr;
 };
 
 // The field of a key, or null. Most dicts follow the record's order, so the search starts where the
@@ -132,11 +127,39 @@ static const field_row *field_of(const record_session &session, const record_row
 
 bool record_writer::write(const record_row &row, Tcl_Obj *values)
 {
-    bool good = record(row, 0, values, nullptr);
-    if (good && contradiction_)
-        good = refuse(nullptr, Tcl_ObjPrintf("%s: the views of the union contradict each other;"
-                                             " name one",
-                                             Tcl_GetString(unions_)));
+    return nested(row, 0, values, nullptr) && check_views();
+}
+
+bool record_writer::write(const record_row &row, Tcl_Obj *values, const char *argument, int index)
+{
+    const place whole = {nullptr, argument, 0};
+    const place element = {&whole, nullptr, index};
+    return nested(row, 0, values, index < 0 ? &whole : &element) && check_views();
+}
+
+bool record_writer::write(const path_target &target, Tcl_Obj *value, const char *path)
+{
+    const place here = {nullptr, path, 0};
+    const field_row &field = *target.field;
+    if (target.index < 0)
+        return this->field(field, target.at + field.offset, value, here) && check_views();
+    if (field.record >= 0)
+        return nested(record_rows[field.record], target.start(), value, &here) && check_views();
+    std::uint32_t number;
+    secret_ = field.holds == holding::key;
+    if (!take(value, bit_mask(0, 8u * field.size), number, &here))
+        return false;
+    store(target.start(), field.size, number);
+    return true;
+}
+
+bool record_writer::check_views()
+{
+    const bool good = !contradiction_;
+    if (!good)
+        refuse(nullptr, Tcl_ObjPrintf("%s: the views of the union contradict each other;"
+                                      " name one",
+                                      Tcl_GetString(unions_)));
     if (unions_ != nullptr)
         Tcl_DecrRefCount(unions_);
     unions_ = nullptr;
@@ -146,8 +169,12 @@ bool record_writer::write(const record_row &row, Tcl_Obj *values)
 bool record_writer::record(const record_row &row, unsigned at, Tcl_Obj *values, const place *here)
 {
     entries all;
-    if (!all.open(session_, row, values))
+    if (!all.open(session_, values))
         return refuse_dict(row, values, here);
+    if (const char *const name = all.repeated(session_, row); name != nullptr) {
+        const place there = {here, name, 0};
+        return refuse(&there, Tcl_NewStringObj("named twice", -1));
+    }
     if (!row.is_union || all.count() < 2)
         return fields(row, at, all, here);
     unsigned char written[most_record_bytes];
@@ -174,8 +201,10 @@ bool record_writer::fields(const record_row &row, unsigned at, entries &all, con
     int version = 0;
     for (unsigned hint = 0; all.next(key, value);) {
         const field_row *const each = field_of(session_, row, key, hint);
-        if (each == nullptr)
-            return refuse_name(row, {here, Tcl_GetString(key), 0});
+        if (each == nullptr) {
+            const place there = {here, Tcl_GetString(key), 0};
+            return refuse(&there, unknown_field_text(session_, row, there.name));
+        }
         const place there = {here, each->name.text(), 0};
         version_ = 0;
         if (!field(*each, at + each->offset, value, there))
@@ -205,24 +234,6 @@ bool record_writer::check_family(const record_row &row, Tcl_Obj *family, int ver
     return refuse(&address,
                   Tcl_ObjPrintf("%s is an IPv%d address, but %s says IPv%d", Tcl_GetString(text),
                                 version, fields_of(row)[row.family].name.text(), wanted));
-}
-
-bool record_writer::refuse_name(const record_row &row, const place &here)
-{
-    Tcl_Interp *const interp = session_.interp();
-    Tcl_Obj *const names = Tcl_NewListObj(0, nullptr);
-    for (const field_row &field : fields_of(row))
-        Tcl_ListObjAppendElement(nullptr, names, session_.name(field));
-    Tcl_Obj *words[] = {Tcl_NewStringObj("::qx::catalogue::like", -1),
-                        Tcl_NewStringObj(here.name, -1), names};
-    for (Tcl_Obj *const word : words)
-        Tcl_IncrRefCount(word);
-    Tcl_Obj *const text = Tcl_ObjPrintf("%s has no such field", row.name.text());
-    if (Tcl_EvalObjv(interp, 3, words, TCL_EVAL_GLOBAL) == TCL_OK)
-        Tcl_AppendObjToObj(text, Tcl_GetObjResult(interp));
-    for (Tcl_Obj *const word : words)
-        Tcl_DecrRefCount(word);
-    return refuse(&here, text);
 }
 
 void record_writer::note_views(const record_row &row, const place *here)
@@ -290,18 +301,11 @@ bool record_writer::refuse_dict(const record_row &row, Tcl_Obj *value, const pla
 
 bool record_writer::refuse(const place *here, Tcl_Obj *text)
 {
-    Tcl_Interp *const interp = session_.interp();
     Tcl_Obj *const shown = Tcl_NewObj();
     Tcl_IncrRefCount(shown);
-    Tcl_IncrRefCount(text);
     if (here != nullptr)
         append_place(shown, here);
-    Tcl_ResetResult(interp);
-    Tcl_SetErrorCode(interp, "QX", "VALUE", Tcl_GetString(shown), nullptr);
-    if (Tcl_GetString(shown)[0] != '\0')
-        Tcl_AppendResult(interp, Tcl_GetString(shown), ": ", nullptr);
-    Tcl_AppendResult(interp, Tcl_GetString(text), nullptr);
-    Tcl_DecrRefCount(text);
+    refuse_place(session_.interp(), Tcl_GetString(shown), text);
     Tcl_DecrRefCount(shown);
     return false;
 }

@@ -2,7 +2,7 @@
 // mistake leaves an error that names its place, and the bytes are then not usable.
 #pragma once
 
-#include "library/qx/record_session.h"
+#include "library/qx/record_path.h"
 #include "records/address_text.h"
 #include "records/values.h"
 
@@ -15,9 +15,17 @@ public:
     record_writer(record_session &session, unsigned char *bytes) : session_(session), bytes_(bytes)
     {}
 
-    /// Writes a dict to a record of type `row`. On failure returns false with an error in the
-    /// interpreter, error code {QX VALUE <place>}; the bytes may then be partly written.
+    /// Writes a dict, or the text of an address record, to a record of type `row`. On failure
+    /// returns false with an error in the interpreter, error code {QX VALUE <place>}; the bytes may
+    /// then be partly written.
     bool write(const record_row &row, Tcl_Obj *values);
+
+    /// The same for an argument of a call, or for element `index` of one that is an array: places
+    /// begin with its name.
+    bool write(const record_row &row, Tcl_Obj *values, const char *argument, int index = -1);
+
+    /// The same for one field or element, whose place is `path`.
+    bool write(const path_target &target, Tcl_Obj *value, const char *path);
 
 private:
     // A place in the dict: a field, or an element of one.
@@ -31,26 +39,27 @@ private:
     // The keys and values of a dict, or of a list that represents one.
     class entries;
 
+    bool check_views();
     bool record(const record_row &row, unsigned at, Tcl_Obj *values, const place *here);
     bool fields(const record_row &row, unsigned at, entries &all, const place *here);
     bool check_family(const record_row &row, Tcl_Obj *family, int version, const place &address,
                       Tcl_Obj *text);
-    bool refuse_name(const record_row &row, const place &here);
     void note_views(const record_row &row, const place *here);
 
     bool field(const field_row &field, unsigned at, Tcl_Obj *value, const place &here);
-    bool nested(const record_row &row, unsigned at, Tcl_Obj *value, const place &here);
+    bool nested(const record_row &row, unsigned at, Tcl_Obj *value, const place *here);
     bool records(const field_row &field, unsigned at, Tcl_Obj *value, const place &here);
     bool array(const field_row &field, unsigned at, Tcl_Obj *value, const place &here);
     bool mac(const field_row &field, unsigned at, Tcl_Obj *value, const place &here);
     bool number(const field_row &field, unsigned at, Tcl_Obj *value, const place &here);
+    bool numbers_or_bytes(const field_row &field, unsigned at, Tcl_Obj *value, const place &here);
     bool numbers(unsigned size, unsigned at, int count, Tcl_Obj *const elements[],
-                 const place &here);
-    bool address(unsigned at, Tcl_Obj *value, holding holds, const place &here);
-    bool prefix(const record_row &row, unsigned at, Tcl_Obj *value, const place &here);
+                 const place *here);
+    bool address(unsigned at, Tcl_Obj *value, holding holds, const place *here);
+    bool prefix(const record_row &row, unsigned at, Tcl_Obj *value, const place *here);
 
-    bool elements(Tcl_Obj *value, int wanted, Tcl_Obj **&elements, const place &here);
-    bool take(Tcl_Obj *value, std::uint32_t greatest, std::uint32_t &number, const place &here,
+    bool elements(Tcl_Obj *value, int most, Tcl_Obj **&elements, int &count, const place &here);
+    bool take(Tcl_Obj *value, std::uint32_t greatest, std::uint32_t &number, const place *here,
               int index = -1);
     void store(unsigned at, unsigned size, std::uint32_t value, std::uint32_t mask = UINT32_MAX);
     void compare(unsigned at, unsigned size, std::uint32_t value, std::uint32_t mask);

@@ -29,9 +29,7 @@ proc qx::status::check {args} {
         if {$code == 1} { note $args 1 $result }
         if {$code == 0} { judge $args $result $allow }
     } elseif {[llength $args] > 1} {
-        set near [qx::catalogue::like $name [qx::catalogue::calls]]
-        return -code error -errorcode [list QX UNKNOWN call $name] \
-            "\"$name\" is not an SDK function$near"
+        refuse_call $name
     } else {
         catch { uplevel 1 [list ::qx::status::block $allow [lindex $args 0]] } result options
     }
@@ -42,6 +40,11 @@ proc qx::status::check {args} {
 proc qx::status::usage {} {
     return -level 2 -code error -errorcode {QX USAGE} \
         "usage: qx::check ?-allow statuses? command ?word ...?, or with a script"
+}
+
+proc qx::status::refuse_call {name} {
+    return -code error -errorcode [list QX UNKNOWN call $name] \
+        "\"$name\" is not an SDK function[qx::catalogue::like $name [qx::catalogue::calls]]"
 }
 
 proc qx::status::is_call {name} {
@@ -56,7 +59,7 @@ proc qx::status::numbers {words} {
         if {[string is wideinteger -strict $word]} {
             lappend result $word
         } elseif {[catch { qx::catalogue::status_number $word } number options]} {
-            return -level 2 -code error -errorcode [dict get $options -errorcode] $number
+            return -code error -errorcode [dict get $options -errorcode] $number
         } else {
             lappend result $number
         }
@@ -73,6 +76,9 @@ proc qx::status::judge {words status allow} {
     if {$name eq {}} { set name $status }
     return -level 2 -code error -errorcode [list QX_STATUS $status $name] [failure $words $status]
 }
+
+# The same for qx::call, which gives statuses as its caller wrote them.
+proc qx::status::judge_data {words status allow} { judge $words $status [numbers $allow] }
 
 # The error message: the call with its arguments by name, the status, its name and meaning.
 proc qx::status::failure {words status} {

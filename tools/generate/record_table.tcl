@@ -35,6 +35,7 @@ proc generate::record_numbers {} {
     append text "constexpr unsigned most_record_bytes = $most(bytes);\n"
     append text "constexpr unsigned most_fields = $most(fields);\n"
     append text "constexpr unsigned most_elements = $most(elements); ///< of an array\n"
+    append text "constexpr unsigned most_call_arguments = $most(arguments);\n"
     append text "constexpr unsigned most_frame_bytes = $most(frame); ///< argument_row::place\n"
     append text "\n\} // namespace qxsh\n"
     write record_numbers.h $text
@@ -67,7 +68,7 @@ proc generate::truth {value} { expr {$value ? "true" : "false"} }
 
 proc generate::record_rows {} {
     variable most
-    array set most {all 0 bytes 0 fields 0 elements 1 frame 0}
+    array set most {all 0 bytes 0 fields 0 elements 1 arguments 0 frame 0}
     set records {}
     set fields {}
     foreach name [record_names] {
@@ -139,6 +140,7 @@ proc generate::argument_rows {call} {
             [truth $pointer] $size $place $count [record_number $type]]]
         if {$pointer && $count < 0} { incr place [expr {($size + 3) / 4 * 4}] }
     }
+    set most(arguments) [expr {max($most(arguments), [llength $rows])}]
     set most(frame) [expr {max($most(frame), $place)}]
     return $rows
 }

@@ -84,15 +84,43 @@ new_log() {
     : >"$1"
 }
 
-# logged WHAT LOG COMMAND... : runs the command and appends its output to the log; says that WHAT
-# failed.
+# logged WHAT LOG COMMAND... : runs the command and appends its output to the log, showing its
+# progress; says that WHAT failed.
 logged() {
     local what=$1 log=$2
     shift 2
-    "$@" </dev/null >>"$log" 2>&1 8>&- 9>&- && return 0
+    with_progress "$what" "$log" "$@" && return 0
     last_lines "$log" 30
     say "$what failed; its output is in $log"
     return 1
+}
+
+# with_progress WHAT FILE COMMAND... : runs the command and appends its output to the file, where it
+# counts its steps as ninja ([2/9]) or ctest (2/9 Test) do. If standard error is a terminal, one
+# line there shows the last count until the command ends.
+with_progress() {
+    local what=$1 file=$2 watcher='' status=0
+    shift 2
+    if [[ -t 2 ]]; then
+        show_progress "$what" "$file" &
+        watcher=$!
+    fi
+    "$@" </dev/null >>"$file" 2>&1 8>&- 9>&- || status=$?
+    if [[ $watcher ]]; then
+        kill "$watcher" 2>/dev/null
+        wait "$watcher" 2>/dev/null
+        printf '\r\e[K' >&2
+    fi
+    return $status
+}
+
+# show_progress WHAT FILE : until this shell ends or the process is killed.
+show_progress() {
+    local what=$1 file=$2 count
+    while sleep 0.2 && kill -0 $$ 2>/dev/null; do
+        count=$(tail -c 4000 "$file" | grep -oE '^ *\[?[0-9]+/[0-9]+[] ]' | tail -n 1 | tr -d '[] ')
+        [[ ! $count ]] || printf '\r\e[Kqxsh: %s: %s of %s' "$what" "${count%/*}" "${count#*/}" >&2
+    done
 }
 
 # configured PRESET : whether build/PRESET was configured from this folder; a moved project is

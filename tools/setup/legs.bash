@@ -159,9 +159,9 @@ run_tests() {
     local test_log=$folder/Testing/Temporary/LastTest.log
     shift
     rm -rf "$test_log" "$folder/results" "$folder/results.xml"
-    (cd "$project" &&
-        ctest --preset "$preset" -j "$jobs" --output-junit "$folder/results.xml" "$@") \
-        </dev/null >"$results" 2>&1 8>&- || status=1
+    new_log "$results"
+    (cd "$project" && with_progress "testing preset '$preset'" "$results" \
+        ctest --preset "$preset" -j "$jobs" --output-junit "$folder/results.xml" "$@") || status=1
     cat "$results" >>"$log"
     [[ ! -f $test_log ]] || cat "$test_log" >>"$log"
     counts=$(tclsh8.6 "$project/tools/setup/count_tests.tcl" "$folder/results.xml" \

@@ -1,0 +1,123 @@
+// The command qx::call; see sdk_caller.h.
+#include "library/qx/sdk_caller.h"
+
+#include "library/qx/sdk_call.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+
+namespace qxsh {
+
+namespace {
+
+constexpr const char *usage = "?-allow statuses? ?-status name? ?-dict? function ?word ...?";
+
+int number_of_arguments()
+{
+    const call_row &last = call_rows[call_count - 1];
+    return last.first + last.arguments;
+}
+
+bool refuse_usage(Tcl_Interp *interp)
+{
+    Tcl_SetObjResult(interp, Tcl_ObjPrintf("usage: qx::call %s", usage));
+    Tcl_SetErrorCode(interp, "QX", "USAGE", nullptr);
+    return false;
+}
+
+} // namespace
+
+sdk_caller::sdk_caller(record_session &session, plan_cache &plans)
+    : session_(session), plans_(plans),
+      words_(reinterpret_cast<Tcl_Obj **>(Tcl_Alloc(static_cast<unsigned>(
+          (call_count + number_of_arguments()) * static_cast<int>(sizeof(Tcl_Obj *)))))),
+      free_(Tcl_NewStringObj("::qx_data_free", -1)), zero_(Tcl_NewIntObj(0))
+{
+    std::fill_n(words_, call_count + number_of_arguments(), nullptr);
+    Tcl_IncrRefCount(free_);
+    Tcl_IncrRefCount(zero_);
+    Tcl_InitHashTable(&calls_, TCL_STRING_KEYS);
+    for (int i = 0; i < call_count; ++i) {
+        int is_new;
+        Tcl_SetHashValue(Tcl_CreateHashEntry(&calls_, call_rows[i].name.text(), &is_new),
+                         const_cast<call_row *>(call_rows + i));
+    }
+}
+
+sdk_caller::~sdk_caller()
+{
+    for (int i = 0; i < call_count + number_of_arguments(); ++i)
+        if (words_[i] != nullptr)
+            Tcl_DecrRefCount(words_[i]);
+    Tcl_Free(reinterpret_cast<char *>(words_));
+    Tcl_DecrRefCount(free_);
+    Tcl_DecrRefCount(zero_);
+    Tcl_DeleteHashTable(&calls_);
+}
+
+// Reads the options and the function's name; `first` is then the number of its first word. Returns
+// null, with an error in the interpreter, if they are wrong.
+const call_row *sdk_caller::take_function(int objc, Tcl_Obj *const objv[], int &first,
+                                          call_options &options)
+{
+    Tcl_Interp *const interp = session_.interp();
+    int i = 1;
+    for (; i < objc && Tcl_GetString(objv[i])[0] == '-'; ++i) {
+        const std::string_view word = Tcl_GetString(objv[i]);
+        if (word == "-dict") {
+            options.dict = true;
+        } else if ((word == "-allow" || word == "-status") && i + 1 < objc) {
+            (word == "-allow" ? options.allow : options.status) = objv[++i];
+        } else {
+            refuse_usage(interp);
+            return nullptr;
+        }
+    }
+    if (i == objc) {
+        refuse_usage(interp);
+        return nullptr;
+    }
+    const char *name = Tcl_GetString(objv[i]);
+    if (std::strncmp(name, "::", 2) == 0)
+        name += 2;
+    first = i + 1;
+    if (Tcl_HashEntry *const entry = Tcl_FindHashEntry(&calls_, name); entry != nullptr)
+        return static_cast<const call_row *>(Tcl_GetHashValue(entry));
+    session_.run_script("::qx::status::refuse_call", {objv[i]});
+    return nullptr;
+}
+
+int sdk_caller::run(int objc, Tcl_Obj *const objv[])
+{
+    Tcl_Interp *const interp = session_.interp();
+    call_options options;
+    int first;
+    const call_row *const row = take_function(objc, objv, first, options);
+    if (row == nullptr)
+        return TCL_ERROR;
+    if (options.allow != nullptr && !session_.run_script("::qx::status::numbers", {options.allow}))
+        return TCL_ERROR;
+    one_call call{*this, *row};
+    std::uint32_t status;
+    if (!call.take(objc - first, objv + first) || !call.perform(status))
+        return TCL_ERROR;
+    if (options.status != nullptr) {
+        Tcl_Obj *const number = Tcl_NewWideIntObj(status);
+        if (Tcl_ObjSetVar2(interp, options.status, nullptr, number, TCL_LEAVE_ERR_MSG) == nullptr)
+            return TCL_ERROR;
+    }
+    if (status == 0) {
+        call.finish(options.dict);
+        return TCL_OK;
+    }
+    Tcl_ResetResult(interp);
+    if (options.status != nullptr)
+        return TCL_OK;
+    Tcl_Obj *const allow = options.allow != nullptr ? options.allow : Tcl_NewObj();
+    const bool allowed = session_.run_script("::qx::status::judge_data",
+                                             {call.shown(), Tcl_NewWideIntObj(status), allow});
+    return allowed ? TCL_OK : TCL_ERROR;
+}
+
+} // namespace qxsh

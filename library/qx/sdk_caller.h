@@ -1,0 +1,44 @@
+// Calls SDK functions with records as dicts, for qx::call.
+#pragma once
+
+#include "library/qx/record_plan.h"
+#include "library/qx/record_session.h"
+
+namespace qxsh {
+
+class sdk_caller
+{
+public:
+    /// Both must outlive the caller.
+    sdk_caller(record_session &session, plan_cache &plans);
+    ~sdk_caller();
+    sdk_caller(const sdk_caller &) = delete;
+    sdk_caller &operator=(const sdk_caller &) = delete;
+
+    /// The command `qx::call ?-allow STATUSES? ?-status NAME? ?-dict? FUNCTION ?WORD ...?`. Sets
+    /// the interpreter's result and returns TCL_OK or TCL_ERROR. Blocks that it creates are
+    /// released in both cases.
+    int run(int objc, Tcl_Obj *const objv[]);
+
+private:
+    class one_call;
+    struct call_options
+    {
+        Tcl_Obj *allow = nullptr;  ///< statuses that are no error; null: none
+        Tcl_Obj *status = nullptr; ///< the variable that gets the status; null: none
+        bool dict = false;         ///< the result is a dict in any case
+    };
+
+    const call_row *take_function(int objc, Tcl_Obj *const objv[], int &first,
+                                  call_options &options);
+
+    record_session &session_;
+    plan_cache &plans_;
+    Tcl_HashTable calls_;   // by name
+    Tcl_Obj **const words_; // by number of the call, then by number of the argument: commands, or
+                            // null until they are needed
+    Tcl_Obj *const free_;   // the command that releases a block
+    Tcl_Obj *const zero_;
+};
+
+} // namespace qxsh
