@@ -26,9 +26,7 @@ proc scenes::code_of {script} {
 
 # ---------------------------------------------------------------------------------- records
 
-proc scenes::record {} {
-    variable records
-    set type [any $records]
+proc scenes::record {type} {
     set stem [qx::catalogue::stem $type]
     set first [${stem}_create]
     set array [${stem}_array_create 3]
@@ -165,7 +163,12 @@ proc scenes::calls {folder} {
 
 # Plays all scenes; prints one line for each that fails.
 proc scenes::play {folder} {
-    foreach scene {record record empty_array interrupted_dump {calls $folder}} {
+    variable records
+    foreach scene {{record [any $records]} {record [any $records]} empty_array interrupted_dump
+            {calls $folder}} {
         if {[catch $scene message]} { puts "== scene [lindex $scene 0]: $message" }
     }
 }
+
+# What the package keeps of each record, it has from the start.
+foreach type $scenes::records { scenes::record $type }
