@@ -15,7 +15,7 @@ set commands 3000
 set first_seed 1000
 # Scripts until the memory has its size, and how much it may still grow afterwards, in kB. Strict
 # memory keeps freed blocks up to a limit.
-set warm_up [expr {$strict ? 300 : 20}]
+set warm_up [expr {$strict ? 300 : 100}]
 set allowance 512
 
 proc file_text {name} {
