@@ -1,7 +1,7 @@
 /* A library that changes what belongs to the whole process: qx_pm_system_suspend_enter in the way
  * that the device says, and the environment variable SDK_AT_LOAD when it is loaded. */
 #ifndef _GNU_SOURCE
-#define _GNU_SOURCE /* sigaltstack beside C11 */
+#define _GNU_SOURCE /* MAP_ANONYMOUS */
 #endif
 #include <qx_sdk.h>
 
@@ -9,6 +9,7 @@
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
 static const int signals[] = {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT};
@@ -32,14 +33,16 @@ static void block_all(void)
     sigprocmask(SIG_SETMASK, &all, NULL);
 }
 
+/* And releases the new one. */
 static void replace_stack(void)
 {
-    static char small[16384];
     stack_t mine;
     memset(&mine, 0, sizeof mine);
-    mine.ss_sp = small;
-    mine.ss_size = sizeof small;
+    mine.ss_size = 65536;
+    mine.ss_sp =
+        mmap(NULL, mine.ss_size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     sigaltstack(&mine, NULL);
+    munmap(mine.ss_sp, mine.ss_size);
 }
 
 static void change(int way)
