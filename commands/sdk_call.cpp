@@ -19,6 +19,42 @@ constinit call_history history = {};
     begin_call(interp, objc, objv, usage);
 }
 
+// A library that changes something of the process's does so early as a rule.
+constexpr unsigned int calls_inspected_singly = 64;
+constexpr unsigned int calls_between_inspections = 2048; // a power of two
+
+static void (*inspect_process)(const char *usage);
+
+static void inspect(const char *usage)
+{
+    keep_c_output_in_order();
+    if (inspect_process != nullptr)
+        inspect_process(usage);
+}
+
+// Not inlined, which would make every call save more registers.
+[[gnu::noinline]] static void inspect_after_call()
+{
+    inspect(history.usage);
+    history.next_inspection = history.count + 1;
+    if (stdout_now.c_stdout_is_direct && history.next_inspection >= calls_inspected_singly)
+        history.next_inspection |= calls_between_inspections - 1;
+}
+
+void inspect_after_sdk_calls(void (*inspect)(const char *usage))
+{
+    inspect_process = inspect;
+}
+
+void inspect_after_latest_call()
+{
+    static unsigned int inspected = 0;
+    if (inspected == history.count)
+        return;
+    inspected = history.count;
+    inspect(history.calls[(inspected - 1) % call_history::length].usage);
+}
+
 void begin_sdk_call(Tcl_Interp *interp, int objc, Tcl_Obj *const objv[], const char *usage)
 {
     begin_call(interp, objc, objv, usage);
@@ -28,8 +64,8 @@ void begin_sdk_call(Tcl_Interp *interp, int objc, Tcl_Obj *const objv[], const c
 
 int end_sdk_call(unsigned int status)
 {
-    if (!stdout_now.c_stdout_is_direct) [[unlikely]]
-        flush_c_output();
+    if (history.count == history.next_inspection) [[unlikely]]
+        inspect_after_call();
     history.calls[history.count % call_history::length] = {history.usage, status};
     ++history.count;
     Tcl_Interp *const interp = history.interp;

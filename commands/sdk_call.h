@@ -1,5 +1,5 @@
-// Before and after an SDK call: keeping output in order, and a history of the latest calls for
-// crash reports.
+// Before and after an SDK call: keeping output in order, a history of the latest calls for crash
+// reports, and inspecting now and then what the library has done to the process.
 #pragma once
 
 #include "runtime/tcl_api.h"
@@ -21,6 +21,7 @@ struct call_history
     };
     std::array<call, length> calls; ///< call number n is at n % length
     unsigned int count;             ///< calls that have returned
+    unsigned int next_inspection;   ///< the number of the next call that is followed by one
 
     // The command that is in the SDK or in block memory now; a null interpreter means none.
     Tcl_Interp *interp;
@@ -54,5 +55,14 @@ void begin_sdk_call(Tcl_Interp *interp, int objc, Tcl_Obj *const objv[], const c
 /// To be called after it: flushes the SDK's output, records the call, and sets the command's result
 /// to the low 16 bits of the status. Returns TCL_OK.
 int end_sdk_call(unsigned int status);
+
+/// Sets what, if not null, inspects the process after each of the first 64 SDK calls and every
+/// 2048th, and undoes what the library has done. It gets the latest call's usage. Calls that no
+/// inspection follows do not pay for it.
+void inspect_after_sdk_calls(void (*inspect)(const char *usage));
+
+/// Inspects at once, unless no call has returned since this function was last called. For times
+/// when the shell waits: at a prompt, and for events.
+void inspect_after_latest_call();
 
 } // namespace qxsh

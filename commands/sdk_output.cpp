@@ -90,9 +90,11 @@ void flush_tcl_output()
         Tcl_Flush(channel);
 }
 
-void flush_c_output()
+void keep_c_output_in_order()
 {
     std::fflush(stdout);
+    if (stdout_now.c_stdout_is_direct)
+        unbuffer_c_output();
 }
 
 } // namespace qxsh

@@ -14,7 +14,7 @@ void send_output_to_tcl();
 /// may already be in use, and is flushed after each call instead.
 void unbuffer_c_output();
 
-/// The state that every SDK call checks.
+/// What SDK calls check.
 struct stdout_state
 {
     Tcl_Channel tcl_stdout;  ///< while it is open; null: not known yet, or none
@@ -25,7 +25,8 @@ extern stdout_state stdout_now;
 /// Flushes Tcl's stdout, if it is open and holds anything.
 void flush_tcl_output();
 
-/// Flushes C's stdout. Costs no system call if it is empty.
-void flush_c_output();
+/// Flushes C's stdout, and makes it unbuffered again if unbuffer_c_output has done so, since a
+/// library may have given it a buffer. Costs no system call if it is empty.
+void keep_c_output_in_order();
 
 } // namespace qxsh

@@ -10,9 +10,14 @@
 
 namespace fuzz {
 
-/// Starts the module in an interpreter without other harmful commands, and returns that; what
-/// commands print goes to `print`. To be called once, before the functions below.
-Tcl_Interp *start_module(const char *program, void (*print)(const char *bytes, std::size_t size));
+/// Which commands of Tcl's there are besides the module's: harmless ones, or all, for targets whose
+/// words are never evaluated.
+enum class tcl_commands : unsigned char { harmless, all };
+
+/// Starts the module in an interpreter, and returns that; what commands print goes to `print`. To
+/// be called once, before the functions below.
+Tcl_Interp *start_module(const char *program, void (*print)(const char *bytes, std::size_t size),
+                         tcl_commands kept = tcl_commands::harmless);
 
 /// The records and commands, from the tests' own tables.
 const random_test::tables &tables();

@@ -1,9 +1,16 @@
 // Initialises the shell's interpreter before the first command. Linked with Tcl itself, because
 // only the module's start-up fills the stub table.
+#include "commands/sdk_call.h"
 #include "shell/demo.h"
 #include "shell/interrupt.h"
 
 #include <cstring>
+
+// Before every wait for events. The plain prompt waits for a line instead; see shell/interrupt.
+static void inspect_sdk(ClientData, int)
+{
+    qxsh::inspect_after_latest_call();
+}
 
 // Tcl's loop has set whether it will prompt.
 static bool will_prompt(Tcl_Interp *interp)
@@ -18,6 +25,7 @@ int Demo_AppInit(Tcl_Interp *interp)
         return TCL_ERROR;
     if (Demo_Init(interp) == TCL_ERROR)
         return TCL_ERROR;
+    Tcl_CreateEventSource(inspect_sdk, nullptr, nullptr);
     Tcl_SetVar(interp, "tcl_rcFileName", "~/.myapprc", TCL_GLOBAL_ONLY);
     if (will_prompt(interp))
         qxsh::interrupt_scripts(interp);

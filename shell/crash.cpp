@@ -53,35 +53,6 @@ void in_child(void (*work)())
     }
 }
 
-const char *name_of(int signal)
-{
-    switch (signal) {
-    case SIGSEGV:
-        return "SIGSEGV";
-    case SIGBUS:
-        return "SIGBUS";
-    case SIGFPE:
-        return "SIGFPE";
-    case SIGILL:
-        return "SIGILL";
-    default:
-        return "SIGABRT";
-    }
-}
-
-// A command's name in its usage, e.g. "oo:qx_flow_add device_id p_flow ".
-void add_command(signal_text &text, const char *usage)
-{
-    if (usage == nullptr)
-        return;
-    while (*usage != '\0' && *usage++ != ':') {
-    }
-    std::size_t length = 0;
-    while (usage[length] != '\0' && usage[length] != ' ')
-        ++length;
-    text.add(usage, length);
-}
-
 void add_handle(signal_text &text, const void *pointer, const swig_type_record *type)
 {
     if (pointer == nullptr) {
@@ -128,7 +99,7 @@ void flush_stdout()
 void write_signal()
 {
     signal_text text;
-    text.add("qxsh: ").add(name_of(crash.signal));
+    text.add("qxsh: ").add(name_of_fatal_signal(crash.signal));
     if (crash.code <= 0) // sent by a process: kill(), abort()
         text.add(" was sent");
     else
@@ -142,9 +113,7 @@ void write_command()
     if (history.interp == nullptr)
         return;
     signal_text text;
-    text.add("    ");
-    add_command(text, history.usage);
-    text.write(STDERR_FILENO);
+    text.add("    ").add_command(history.usage).write(STDERR_FILENO);
 }
 
 void write_words()
@@ -212,9 +181,8 @@ void write_calls()
         text.add("SDK calls before, the latest last, with their statuses:").end_line();
     for (unsigned number = first; number < count; ++number) {
         const auto &call = history.calls[number % call_history::length];
-        text.add("    ");
-        add_command(text, call.usage);
-        text.add(" ").add_number(call.status).end_line().write(STDERR_FILENO);
+        text.add("    ").add_command(call.usage).add(" ").add_number(call.status);
+        text.end_line().write(STDERR_FILENO);
     }
 }
 

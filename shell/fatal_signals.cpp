@@ -3,13 +3,33 @@
 
 #include "helpers/guarded_memory.h"
 #include "shell/crash.h"
+#include "shell/signal_text.h"
+
+#include <unistd.h>
 
 #include <cerrno>
 #include <csignal>
+#include <iterator>
 
 namespace qxsh {
 
-static constexpr int fatal_signals[] = {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT};
+static constexpr struct
+{
+    int number;
+    const char *name;
+} fatal_signals[] = {{SIGSEGV, "SIGSEGV"},
+                     {SIGBUS, "SIGBUS"},
+                     {SIGFPE, "SIGFPE"},
+                     {SIGILL, "SIGILL"},
+                     {SIGABRT, "SIGABRT"}};
+
+const char *name_of_fatal_signal(int signal)
+{
+    for (const auto &each : fatal_signals)
+        if (each.number == signal)
+            return each.name;
+    return "?";
+}
 
 static void let_come(int signal)
 {
@@ -26,8 +46,8 @@ static struct sigaction undisturbed()
 {
     struct sigaction action = {};
     sigfillset(&action.sa_mask);
-    for (const int signal : fatal_signals)
-        sigdelset(&action.sa_mask, signal);
+    for (const auto &each : fatal_signals)
+        sigdelset(&action.sa_mask, each.number);
     sigdelset(&action.sa_mask, SIGALRM);
     // After a stack overflow the stack has no room for a handler.
     action.sa_flags = SA_NODEFER | SA_ONSTACK;
@@ -38,8 +58,8 @@ void set_fatal_handlers(void (*handler)(int))
 {
     auto action = undisturbed();
     action.sa_handler = handler;
-    for (const int signal : fatal_signals)
-        sigaction(signal, &action, nullptr);
+    for (const auto &each : fatal_signals)
+        sigaction(each.number, &action, nullptr);
 }
 
 void set_alarm_handler(void (*handler)(int))
@@ -74,25 +94,92 @@ static void on_fatal_signal(int signal, siginfo_t *info, void *context)
 }
 }
 
-void catch_fatal_signals()
+// Zero-initialised, so that it takes no memory until it is used.
+alignas(16) static unsigned char handler_stack[256 * 1024];
+
+static void install_handlers()
 {
-    // Zero-initialised, so that it takes no memory until it is used.
-    alignas(16) static unsigned char stack[256 * 1024];
     stack_t alternate = {};
-    alternate.ss_sp = stack;
-    alternate.ss_size = sizeof stack;
+    alternate.ss_sp = handler_stack;
+    alternate.ss_size = sizeof handler_stack;
     sigaltstack(&alternate, nullptr);
 
     auto action = undisturbed();
     action.sa_flags |= SA_SIGINFO;
     action.sa_sigaction = on_fatal_signal;
-    for (const int signal : fatal_signals)
-        sigaction(signal, &action, nullptr);
+    for (const auto &each : fatal_signals) {
+        sigaction(each.number, &action, nullptr);
+        let_come(each.number);
+    }
+}
+
+static bool installed;
+
+static bool is_ours(const struct sigaction &action)
+{
+    constexpr int needed = SA_SIGINFO | SA_ONSTACK; // signal() restores a handler without them
+    return (action.sa_flags & needed) == needed && action.sa_sigaction == on_fatal_signal;
+}
+
+// What keeps the signal from our handler, or null.
+static const char *obstacle(int signal, const sigset_t &blocked)
+{
+    struct sigaction action;
+    sigaction(signal, nullptr, &action);
+    const bool has_handler = (action.sa_flags & SA_SIGINFO) != 0 ||
+                             (action.sa_handler != SIG_DFL && action.sa_handler != SIG_IGN);
+    if (has_handler && !is_ours(action))
+        return " (another handler)";
+    if (!has_handler && action.sa_handler == SIG_IGN)
+        return " (ignored)";
+    if (!has_handler && installed)
+        return " (default action)";
+    return sigismember(&blocked, signal) == 1 ? " (blocked)" : nullptr;
+}
+
+static bool stack_is_ours()
+{
+    stack_t now;
+    return sigaltstack(nullptr, &now) == 0 && now.ss_sp == handler_stack;
+}
+
+void take_back_fatal_signals(const char *usage)
+{
+    static bool told[std::size(fatal_signals)];
+    signal_text news;
+    bool changed = !stack_is_ours();
+    bool any_news = false;
+    sigset_t blocked;
+    sigprocmask(SIG_BLOCK, nullptr, &blocked);
+    for (std::size_t i = 0; i < std::size(fatal_signals); ++i) {
+        const char *const why = obstacle(fatal_signals[i].number, blocked);
+        changed = changed || why != nullptr;
+        if (why == nullptr || told[i])
+            continue;
+        if (!any_news) {
+            news.add("qxsh: taken over ").add(usage == nullptr ? "before start" : "by the end of ");
+            news.add_command(usage).add(", now taken back:");
+        }
+        news.add(any_news ? ", " : " ").add(fatal_signals[i].name).add(why);
+        any_news = told[i] = true;
+    }
+    if (changed)
+        install_handlers();
+    if (any_news)
+        news.end_line().write(STDERR_FILENO);
+}
+
+void catch_fatal_signals()
+{
+    take_back_fatal_signals(nullptr);
+    installed = true;
 }
 
 #else
 
 void catch_fatal_signals() {}
+
+void take_back_fatal_signals(const char *) {}
 
 #endif
 

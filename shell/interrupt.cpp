@@ -6,6 +6,7 @@
 // tcl_prompt1, which the loop then reads, does that.
 #include "shell/interrupt.h"
 
+#include "commands/sdk_call.h"
 #include "shell/line_editing.h"
 #include "shell/prompt_input.h"
 
@@ -152,6 +153,7 @@ char *before_prompt(ClientData, Tcl_Interp *interp, const char *name, const char
         prompting = Tcl_GetVar2Ex(interp, name, nullptr, TCL_GLOBAL_ONLY) != nullptr;
         Tcl_LimitTypeReset(interp, TCL_LIMIT_COMMANDS);
         take_interrupt();
+        inspect_after_latest_call();
     }
     return nullptr;
 }

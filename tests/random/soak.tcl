@@ -1,5 +1,6 @@
 # Random scripts one after the other in one shell, for minutes or hours: every line they print has
-# to be the model's, and the shell's memory and open files may not grow. Run by `./test soak`:
+# to be the model's, the scenes of soak_scenes.tcl after each have to print nothing, and the shell's
+# memory and open files may not grow. Run by `./test soak`:
 #   tclsh soak.tcl SHELL RANDOM_SCRIPT MINUTES FOLDER
 # With QXSH_STRICT_MEMORY=1 the scripts take handles as they were made only, and the shell's leak
 # report has to be empty: no block is live at the end. Prints what was done, last
@@ -14,7 +15,7 @@ set commands 3000
 set first_seed 1000
 # Scripts until the memory has its size, and how much it may still grow afterwards, in kB. Strict
 # memory keeps freed blocks up to a limit.
-set warm_up [expr {$strict ? 300 : 20}]
+set warm_up [expr {$strict ? 300 : 100}]
 set allowance 512
 
 proc file_text {name} {
@@ -47,10 +48,11 @@ proc difference {printed expected} {
 }
 
 file mkdir $folder
+set folder [file normalize $folder]
 set script [file join $folder script.tcl]
 set output [file join $folder output.txt]
 set complaints [file join $folder stderr.txt]
-set pipe [open |[list $shell [file join $here soak_shell.tcl] 2> $complaints] r+]
+set pipe [open |[list $shell [file join $here soak_shell.tcl] $folder 2> $complaints] r+]
 fconfigure $pipe -translation binary
 set begin [clock seconds]
 set end [expr {$begin + $minutes * 60}]
