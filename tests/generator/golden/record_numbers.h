@@ -21,6 +21,7 @@ constexpr unsigned field_count = 16;
 constexpr unsigned most_record_bytes = 56;
 constexpr unsigned most_fields = 12;
 constexpr unsigned most_elements = 4; ///< of an array
+constexpr unsigned most_call_arguments = 4;
 constexpr unsigned most_frame_bytes = 60; ///< argument_row::place
 
 } // namespace qxsh
