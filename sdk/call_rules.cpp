@@ -4,6 +4,7 @@
 #include "sdk_calls.h"
 #include "statuses.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace qxsim {
@@ -103,18 +104,33 @@ bool read_latency(const std::vector<std::string> &words, latency_rule &rule, std
     return true;
 }
 
-std::uint32_t fault_for(std::vector<fault_rule> &rules, std::string_view function) noexcept
+std::string words_of(const fault_rule &rule)
 {
-    std::uint32_t status = 0;
-    for (fault_rule &rule : rules) {
-        if (!fits(rule.pattern, function))
+    std::string when = "*";
+    if (rule.once || rule.first > 1)
+        when = std::to_string(rule.first) + (rule.once ? "" : "+");
+    const char *const name = status_name(rule.status);
+    const bool named = std::string_view{name}.starts_with("QX_");
+    return rule.pattern + " " + when + " " + (named ? name : std::to_string(rule.status));
+}
+
+std::uint32_t fault_for(std::vector<fault_rule> &rules, std::string_view function,
+                        std::uint32_t answer) noexcept
+{
+    for (auto rule = rules.begin(); rule != rules.end(); ++rule) {
+        // A rule that has fired with this call has not been over before it.
+        const auto goes_on = [&](const fault_rule &earlier) {
+            return earlier.same_words(*rule) && !(earlier.once && earlier.seen > earlier.first);
+        };
+        if (!fits(rule->pattern, function) || std::any_of(rules.begin(), rule, goes_on))
             continue;
-        ++rule.seen;
-        const bool fires = rule.once ? rule.seen == rule.first : rule.seen >= rule.first;
-        if (fires && status == 0)
-            status = rule.status;
+        ++rule->seen;
+        if (answer != 0 || (rule->once ? rule->seen != rule->first : rule->seen < rule->first))
+            continue;
+        answer = rule->status;
+        ++rule->fired;
     }
-    return status;
+    return answer;
 }
 
 std::uint32_t latency_for(const std::vector<latency_rule> &rules,
