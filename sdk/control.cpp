@@ -63,10 +63,9 @@ std::string controls::obey(const control_action &action)
     return {};
 }
 
-// A mistake's line with a colon, if it has one.
-std::string place(unsigned line)
+std::string numbered(const control_mistake &mistake)
 {
-    return line == 0 ? std::string{} : std::to_string(line) + ":";
+    return (mistake.line == 0 ? "" : std::to_string(mistake.line) + ": ") + mistake.text;
 }
 
 // Says what came of the control file: in the file it names for that, or else its mistakes on
@@ -74,13 +73,14 @@ std::string place(unsigned line)
 void controls::answer(const control_order &order)
 {
     if (order.answer.empty()) {
-        for (const auto &[line, mistake] : order.mistakes)
-            complain("%s:%s %s", reader.name().c_str(), place(line).c_str(), mistake.c_str());
+        for (const control_mistake &mistake : order.mistakes)
+            complain("%s:%s%s", reader.name().c_str(), mistake.line == 0 ? " " : "",
+                     numbered(mistake).c_str());
         return;
     }
     std::string text = order.mistakes.empty() ? "ok\n" : "";
-    for (const auto &[line, mistake] : order.mistakes)
-        text += "error " + place(line) + " " + mistake + "\n";
+    for (const control_mistake &mistake : order.mistakes)
+        text += "error " + numbered(mistake) + "\n";
     for (const control_settings *const set : {&environment, &file})
         for (const fault_rule &rule : set->faults)
             text += "fired " + std::to_string(rule.fired) + " " + words_of(rule) + "\n";

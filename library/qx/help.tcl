@@ -22,7 +22,7 @@ namespace eval qx::help {
         qx::sim::latency   {pattern microseconds} {make calls of some functions slow}
         qx::sim::log       {file} {log every call as a line of JSON}
         qx::sim::keys      {onoff} {write keys out in logs and snapshots, or not}
-        qx::sim::fired     {} {list the faults in force, each with the number of calls it answered}
+        qx::sim::fired     {} {list the faults in force and how many calls each has answered}
         qx::sim::expect_fired {} {check that every fault in force has answered a call}
         qx::sim::clear     {} {end all faults, latencies and the log}
         qx::sim::reset     {} {return all devices to their initial state}

@@ -104,7 +104,7 @@ proc qx::sim::read_answer {file} {
     set mistakes {}
     set faults {}
     foreach line [split [string trimright [text_of $file] \n] \n] {
-        if {[regexp {^error (?:\d+:)? ?(.*)$} $line -> mistake]} {
+        if {[regexp {^error (?:\d+: )?(.*)$} $line -> mistake]} {
             lappend mistakes $mistake
         } elseif {[regexp {^fired (\d+) (.*)$} $line -> count words]} {
             lappend faults [list $words $count]
