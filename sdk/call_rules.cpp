@@ -66,6 +66,7 @@ bool read_fault(const std::vector<std::string> &words, fault_rule &rule, std::st
         mistake = "expected: fault FUNCTION WHEN STATUS";
         return false;
     }
+    rule.words = words[0] + " " + words[1] + " " + words[2];
     rule.pattern = words[0];
     if (!fits_any(rule.pattern)) {
         mistake = "no SDK function fits \"" + words[0] + "\"";
@@ -104,23 +105,13 @@ bool read_latency(const std::vector<std::string> &words, latency_rule &rule, std
     return true;
 }
 
-std::string words_of(const fault_rule &rule)
-{
-    std::string when = "*";
-    if (rule.once || rule.first > 1)
-        when = std::to_string(rule.first) + (rule.once ? "" : "+");
-    const char *const name = status_name(rule.status);
-    const bool named = std::string_view{name}.starts_with("QX_");
-    return rule.pattern + " " + when + " " + (named ? name : std::to_string(rule.status));
-}
-
 std::uint32_t fault_for(std::vector<fault_rule> &rules, std::string_view function,
                         std::uint32_t answer) noexcept
 {
     for (auto rule = rules.begin(); rule != rules.end(); ++rule) {
         // A rule that has fired with this call has not been over before it.
         const auto goes_on = [&](const fault_rule &earlier) {
-            return earlier.same_words(*rule) && !(earlier.once && earlier.seen > earlier.first);
+            return earlier.same_as(*rule) && !(earlier.once && earlier.seen > earlier.first);
         };
         if (!fits(rule->pattern, function) || std::any_of(rules.begin(), rule, goes_on))
             continue;

@@ -19,6 +19,7 @@ bool fits_any(std::string_view pattern) noexcept;
 /// or all of them (`*`) return the status.
 struct fault_rule
 {
+    std::string words; ///< as they were given, separated by one blank
     std::string pattern;
     std::uint32_t first = 1;
     bool once = false;        ///< only call `first`, not the later ones
@@ -26,7 +27,7 @@ struct fault_rule
     std::uint64_t seen = 0;   ///< calls counted so far
     std::uint64_t fired = 0;  ///< calls answered so far
 
-    bool same_words(const fault_rule &other) const noexcept
+    bool same_as(const fault_rule &other) const noexcept
     {
         return pattern == other.pattern && first == other.first && once == other.once &&
                status == other.status;
@@ -44,9 +45,6 @@ struct latency_rule
 /// `mistake`; the rule is then unspecified.
 bool read_fault(const std::vector<std::string> &words, fault_rule &rule, std::string &mistake);
 bool read_latency(const std::vector<std::string> &words, latency_rule &rule, std::string &mistake);
-
-/// A rule in the words that read_fault reads, separated by blanks.
-std::string words_of(const fault_rule &rule);
 
 /// Counts a call in every fault rule that matches it, except for those that wait for the same rule
 /// before them. Returns `answer` if that is not 0, else the status of the first rule that applies

@@ -83,7 +83,7 @@ void controls::answer(const control_order &order)
         text += "error " + numbered(mistake) + "\n";
     for (const control_settings *const set : {&environment, &file})
         for (const fault_rule &rule : set->faults)
-            text += "fired " + std::to_string(rule.fired) + " " + words_of(rule) + "\n";
+            text += "fired " + std::to_string(rule.fired) + " " + rule.words + "\n";
     const std::string mistake = write_new_file(order.answer, text);
     if (!mistake.empty()) {
         complain("%s: %s", reader.name().c_str(), mistake.c_str());
@@ -117,8 +117,7 @@ bool controls::read_environment(const std::array<const char *, 5> &values)
     const auto [control_name, faults, latencies, log_name, keys_word] = values;
     std::vector<std::string> mistakes;
     environment = {};
-    if (control_name != nullptr)
-        reader.name(absolute(control_name));
+    reader.name(control_name != nullptr ? absolute(control_name) : std::string{});
     if (faults != nullptr)
         read_rules("QX_SIM_FAULT", "fault", faults, environment, mistakes);
     if (latencies != nullptr)

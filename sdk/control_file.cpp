@@ -174,7 +174,7 @@ void keep_counts(const control_settings &before, control_settings &after) noexce
 {
     const auto &known = before.faults;
     for (auto rule = after.faults.begin(); rule != after.faults.end(); ++rule) {
-        const auto same = [&](const fault_rule &other) { return other.same_words(*rule); };
+        const auto same = [&](const fault_rule &other) { return other.same_as(*rule); };
         auto earlier = std::count_if(after.faults.begin(), rule, same);
         auto match = std::find_if(known.begin(), known.end(), same);
         for (; earlier > 0 && match != known.end(); --earlier)

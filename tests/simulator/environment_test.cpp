@@ -108,13 +108,14 @@ TEST_F(environment, mistakes_are_reported_under_the_name_of_the_switch)
 {
     setenv("QX_SIM_FAULT", "qx_flow_add 1; qx_pm_ne_suspend_get * 9", 1);
     setenv("QX_SIM_LATENCY", "qx_flow_add soon", 1);
+    setenv("QX_SIM_CONTROL", "/", 1);
     EXPECT_TRUE(in_child(
         [] {
             if (suspended() != QX_BAD_SWITCH || suspended() != QX_BAD_SWITCH ||
                 suspended(65535) != QX_BAD_SWITCH)
                 return false;
-            // Mended one after the other; the second mistake is not told again.
             unsetenv("QX_SIM_LATENCY");
+            unsetenv("QX_SIM_CONTROL"); // nothing of the refused switches is kept
             setenv("QX_SIM_FAULT", "qx_pm_ne_suspend_get 2 9", 1);
             return suspended() == QX_OK && suspended() == 9;
         },
