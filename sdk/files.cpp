@@ -54,7 +54,7 @@ static std::string open_file(const std::string &name, int flags, int &file)
     if (fstat(file, &is) == 0 && (!S_ISREG(is.st_mode) || (is.st_mode & (S_IRWXG | S_IRWXO)) == 0 ||
                                   fchmod(file, S_IRUSR | S_IWUSR) == 0))
         return {};
-    const std::string mistake = cannot_write(name) + ", and others may read it";
+    std::string mistake = cannot_write(name) + ", and others may read it";
     close(file);
     file = -1;
     return mistake;

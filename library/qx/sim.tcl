@@ -96,8 +96,8 @@ proc qx::sim::obey {folder lasting orders} {
     if {[qx::catalogue::status_name $status] eq "QX_BAD_SWITCH"} {
         refuse "the simulator answers no call until its switches are right, see stderr"
     }
-    refuse "the simulator does not look at $control: name the control file before the first SDK call\
-        of the process"
+    refuse "the simulator does not look at $control: name the control file before the first SDK\
+        call of the process"
 }
 
 proc qx::sim::read_answer {file} {
@@ -160,8 +160,8 @@ proc qx::sim::log {file} { setting "log [name $file]" }
 # Switches writing keys in logs and snapshots: on or off.
 proc qx::sim::keys {onoff} { setting "keys $onoff" }
 
-# The faults in force, the environment's first, each a list of its words and of how many calls it has
-# answered.
+# The faults in force, the environment's first, each a list of its words and of how many calls it
+# has answered.
 proc qx::sim::fired {} {
     variable settings
     return [order $settings {}]
