@@ -5,7 +5,11 @@
 
 #include <nlohmann/json.hpp>
 
+#include <unistd.h>
+
 #include <algorithm>
+#include <filesystem>
+#include <map>
 #include <optional>
 
 namespace fuzz {
@@ -105,13 +109,29 @@ std::optional<model_rule> read_rule(bool fault, const std::vector<std::string> &
     return status ? std::optional{made} : std::nullopt;
 }
 
-bool read_line(std::string_view line, model_settings &settings)
+std::string from_here(const std::string &name)
+{
+    return name[0] == '/' ? name : std::filesystem::current_path().string() + "/" + name;
+}
+
+// Passes over lines for other processes, but for the one that says so.
+bool read_line(std::string_view line, model_settings &settings, bool &ours)
 {
     std::vector<std::string> words = split(line);
-    if (words.empty() || words[0][0] == '#')
+    if (words.empty())
         return true;
     const std::string rest = behind_first(line);
     const std::string what = words[0];
+    if (what == "process") {
+        const auto id = decimal(rest, 1, INT32_MAX);
+        if (id)
+            ours = *id == static_cast<std::uint32_t>(getpid());
+        return id.has_value();
+    }
+    if (!ours || what[0] == '#')
+        return true;
+    if (rest.find('\0') != rest.npos)
+        return false;
     if (what == "fault" || what == "latency") {
         words.erase(words.begin());
         const auto rule = read_rule(what == "fault", words);
@@ -119,14 +139,19 @@ bool read_line(std::string_view line, model_settings &settings)
             settings.rules.push_back(*rule);
         return rule.has_value();
     }
-    if (what == "keys" && (rest == "on" || rest == "off")) {
-        settings.keys = rest == "on";
+    static const std::map<std::string, bool> switches = {
+        {"1", true},  {"on", true},   {"yes", true}, {"true", true},
+        {"0", false}, {"off", false}, {"no", false}, {"false", false}};
+    if (what == "keys" && switches.contains(rest)) {
+        settings.keys = switches.at(rest);
     } else if (what == "reset" && rest.empty()) {
         settings.orders.push_back(what);
     } else if ((what == "snapshot" || what == "state") && !rest.empty()) {
-        settings.orders.push_back(what + " " + rest);
+        settings.orders.push_back(what + " " + from_here(rest));
     } else if (what == "log" && !rest.empty()) {
-        settings.log = rest;
+        settings.log = from_here(rest);
+    } else if (what == "answer" && !rest.empty()) {
+        settings.answer = from_here(rest);
     } else {
         return false;
     }
@@ -151,9 +176,10 @@ model_settings read_control_text(std::string_view text)
 {
     model_settings settings;
     std::uint32_t number = 0;
+    bool ours = true;
     for (const std::string_view line : parts_of(text, '\n')) {
         ++number;
-        if (!read_line(line, settings))
+        if (!read_line(line, settings, ours))
             settings.mistakes.push_back(number);
     }
     return settings;
@@ -199,9 +225,14 @@ bool pattern_fits(std::string_view pattern, std::string_view name)
 std::uint32_t status_of(model_settings &settings, std::string_view function)
 {
     std::uint32_t status = 0;
+    std::vector<model_rule> going_on; // before this call
     for (model_rule &rule : settings.rules) {
         if (!rule.fault || !pattern_fits(rule.pattern, function))
             continue;
+        if (std::find(going_on.begin(), going_on.end(), rule) != going_on.end())
+            continue;
+        if (!rule.once || rule.seen < rule.first)
+            going_on.push_back(rule);
         ++rule.seen;
         if (status == 0 && (rule.once ? rule.seen == rule.first : rule.seen >= rule.first))
             status = rule.number;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,18 +17,26 @@ struct model_rule
     std::uint32_t first = 1;  ///< of a fault: the first call that fails
     bool once = false;        ///< of a fault: no later call fails
     std::uint32_t number = 0; ///< status or microseconds
-    std::uint32_t seen = 0;
+    std::uint64_t seen = 0;
+
+    bool operator==(const model_rule &other) const ///< the same words
+    {
+        return fault == other.fault && pattern == other.pattern && first == other.first &&
+               once == other.once && number == other.number;
+    }
 };
 
 struct model_settings
 {
     std::vector<model_rule> rules;
     std::string log;
-    bool keys = false;
+    std::string answer;
+    std::optional<bool> keys;
     std::vector<std::string> orders;     ///< "reset", "snapshot FILE", "state FILE"
     std::vector<std::uint32_t> mistakes; ///< numbers of the bad lines, or rules of a switch
 };
 
+/// Names of files become absolute ones, from the process's folder.
 model_settings read_control_text(std::string_view text);
 
 /// The rules in a switch's value; `kind` is "fault" or "latency".

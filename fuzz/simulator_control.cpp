@@ -12,6 +12,9 @@
 #include "listing.h"
 #include "qx_status.h"
 
+#include <unistd.h>
+
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -93,48 +96,43 @@ void compare(const qxsim::control_settings &is, const model_settings &should)
     expect_equal(is.faults.size(), faults, "faults");
     expect_equal(is.latencies.size(), latencies, "latencies");
     expect_equal(is.log, should.log, "the log");
-    expect_equal(is.keys, should.keys, "whether keys are shown");
+    expect(is.keys == should.keys, "whether keys are shown");
 }
 
 void check_file(const std::string &text)
 {
     const std::string name = folder + "/read";
     replace_file(name, text);
-    qxsim::control_settings settings;
-    std::vector<qxsim::control_action> actions;
+    qxsim::control_order order;
     qxsim::control_file reader;
-    reader.name(name.c_str());
-    complaints said;
-    expect(reader.read_if_changed(settings, actions), "a new file is read");
+    reader.name(name);
+    expect(reader.read_if_changed(order), "a new file is read");
     const model_settings right = read_control_text(text);
-    compare(settings, right);
+    compare(order.settings, right);
+    expect_equal(order.answer, right.answer, "where the answer goes");
     std::vector<std::string> orders;
-    for (const qxsim::control_action &action : actions) {
+    for (const qxsim::control_action &action : order.actions) {
         using kind = qxsim::control_action::kind;
         orders.push_back(action.what == kind::reset   ? "reset"
                          : action.what == kind::state ? "state " + action.file
                                                       : "snapshot " + action.file);
     }
     expect(orders == right.orders, "the orders are those of the file");
-    const auto lines = said.lines();
-    expect_equal(lines.size(), right.mistakes.size(), "complaints", text);
-    for (std::size_t i = 0; i < lines.size(); ++i)
-        expect(lines[i].starts_with("qx_sim: " + name + ":" + std::to_string(right.mistakes[i]) +
-                                    ": "),
-               lines[i]);
-    expect(!reader.read_if_changed(settings, actions), "an old file is not read again");
+    expect_equal(order.mistakes.size(), right.mistakes.size(), "mistakes", text);
+    for (std::size_t i = 0; i < order.mistakes.size(); ++i)
+        expect_equal(order.mistakes[i].line, right.mistakes[i], "a mistake's line",
+                     order.mistakes[i].text);
+    expect(!reader.read_if_changed(order), "an old file is not read again");
 }
 
 void check_switch(const char *kind, const std::string &text)
 {
     qxsim::control_settings settings;
-    complaints said;
-    qxsim::read_rules("QX_SIM_SWITCH", kind, text, settings);
+    std::vector<std::string> mistakes;
+    qxsim::read_rules("QX_SIM_SWITCH", kind, text, settings, mistakes);
     const model_settings right = read_switch(kind, text);
     compare(settings, right);
-    const auto lines = said.lines();
-    if (text.find('\n') == text.npos)
-        expect_equal(lines.size(), right.mistakes.size(), "complaints", text);
+    expect_equal(mistakes.size(), right.mistakes.size(), "mistakes", text);
 }
 
 // ------------------------------------------------------------------------ calls under control
@@ -148,13 +146,16 @@ public:
 private:
     std::string any_line();
     void put_in_force(const std::string &lines);
+    bool cannot_be_obeyed(const model_settings &read) const;
     void check_orders() const;
+    void check_answer(const std::string &name) const;
     void check_log() const;
 
     bytes input_;
     call_scene calls_;
     const bool lists_; ///< whether there are orders for snapshots and states
     model_settings model_;
+    bool refused_ = false;            ///< the control file is, so no call is answered
     std::vector<std::string> logged_; ///< functions, while there is a log
 };
 
@@ -172,7 +173,7 @@ std::string controlled_scene::any_line()
     const std::string when = detail < 80    ? "*"
                              : detail < 200 ? std::to_string(1 + detail % 5)
                                             : std::to_string(1 + detail % 5) + "+";
-    switch (what % (lists_ ? 10 : 8)) {
+    switch (what % (lists_ ? 13 : 11)) {
     case 0:
     case 1:
     case 2:
@@ -187,10 +188,30 @@ std::string controlled_scene::any_line()
     case 7:
         return "reset\n";
     case 8:
+        return "answer " + folder + names[detail % std::size(names)] + "\n";
+    case 9:
+        return "process " + std::to_string(detail % 4 != 0 ? getpid() : 1 + detail) + "\n";
+    case 10:
+        return detail < 20 ? "nonsense\n" : "# " + pattern + "\n";
+    case 11:
         return "snapshot " + folder + names[detail % std::size(names)] + "\n";
     default:
         return "state " + folder + names[detail % std::size(names)] + "\n";
     }
+}
+
+// Whether a file that the lines name cannot be written: in no folder, or a folder, or as an answer
+// there already.
+bool controlled_scene::cannot_be_obeyed(const model_settings &read) const
+{
+    const auto of_folder = [](const std::string &name) {
+        return name.ends_with("/") || name.ends_with("/three");
+    };
+    for (const std::string &order : read.orders)
+        if (of_folder(order) || order.ends_with(" " + read.answer))
+            return true;
+    return of_folder(read.answer) || (!read.answer.empty() && files::exists(read.answer)) ||
+           (!read.log.empty() && read.log == read.answer);
 }
 
 // The call that makes the simulator check the file does not count as a call.
@@ -198,18 +219,50 @@ void controlled_scene::put_in_force(const std::string &lines)
 {
     replace_file(folder + "/control", lines);
     model_settings read = read_control_text(lines);
-    for (model_rule &rule : read.rules)
-        for (const model_rule &known : model_.rules)
-            if (known.fault == rule.fault && known.pattern == rule.pattern &&
-                known.first == rule.first && known.once == rule.once && known.number == rule.number)
-                rule.seen = known.seen;
-    model_ = read;
+    std::vector<bool> kept(model_.rules.size());
+    for (model_rule &rule : read.rules) {
+        for (std::size_t i = 0; i < kept.size(); ++i) {
+            if (!kept[i] && model_.rules[i] == rule) {
+                rule.seen = model_.rules[i].seen;
+                kept[i] = true;
+                break;
+            }
+        }
+    }
     files::remove(folder + "/one");
     files::remove(folder + "/two");
+    refused_ = !read.mistakes.empty() || cannot_be_obeyed(read);
+    if (read.mistakes.empty())
+        model_ = read;
+    complaints said;
     unsigned char cell = 7;
-    expect_equal(qx_pm_ne_suspend_get(65535, &cell), unsigned{QX_BAD_DEVICE}, "a nudge");
+    expect_equal(qx_pm_ne_suspend_get(65535, &cell),
+                 unsigned{refused_ ? QX_BAD_SWITCH : QX_BAD_DEVICE}, "a nudge", lines);
     expect(cell == 7, "a nudge writes nothing");
-    check_orders();
+    if (read.answer.empty() && (!refused_ || !read.mistakes.empty())) {
+        const auto told = said.lines();
+        expect_equal(told.size(), read.mistakes.size(), "complaints", lines);
+        for (std::size_t i = 0; i < told.size(); ++i)
+            expect(told[i].starts_with("qx_sim: " + folder +
+                                       "/control:" + std::to_string(read.mistakes[i]) + ": "),
+                   told[i]);
+    }
+    if (!refused_)
+        check_orders();
+    if (!read.answer.empty() && !refused_)
+        check_answer(read.answer);
+}
+
+void controlled_scene::check_answer(const std::string &name) const
+{
+    const std::string text = text_of(name);
+    expect(text.starts_with("ok\n"), text);
+    std::size_t fired = 0;
+    for (std::size_t at = 0; (at = text.find("\nfired ", at)) != text.npos; ++at)
+        ++fired;
+    const auto faults = std::count_if(model_.rules.begin(), model_.rules.end(),
+                                      [](const model_rule &rule) { return rule.fault; });
+    expect_equal(fired, static_cast<std::size_t>(faults), "faults in the answer", text);
 }
 
 void controlled_scene::check_orders() const
@@ -223,7 +276,7 @@ void controlled_scene::check_orders() const
     const std::string text = text_of(last.substr(last.find(' ') + 1));
     expect(is_json(text), "an order's file is JSON");
     if (last.starts_with("snapshot") && model_.orders.back() == last)
-        expect_equal(text, qxsim::snapshot_text(model_.keys), "the snapshot");
+        expect_equal(text, qxsim::snapshot_text(model_.keys.value_or(false)), "the snapshot");
 }
 
 void controlled_scene::check_log() const
@@ -252,10 +305,15 @@ void controlled_scene::play()
         for (unsigned left = input_.below(6); left > 0; --left)
             lines += any_line();
         log_overwritten = log_overwritten || lines.find("t " + folder + "/log") != lines.npos ||
-                          lines.find("e " + folder + "/log") != lines.npos;
+                          lines.find("e " + folder + "/log") != lines.npos ||
+                          lines.find("r " + folder + "/log") != lines.npos;
         put_in_force(lines);
         for (unsigned left = input_.below(5); left > 0; --left) {
             const made_call made = calls_.next();
+            if (refused_) {
+                expect_equal(made.status, unsigned{QX_BAD_SWITCH}, "a refused call's status");
+                continue;
+            }
             if (!model_.log.empty())
                 logged_.emplace_back(made.function->name.text());
             const std::uint32_t fault = status_of(model_, made.function->name.text());

@@ -66,15 +66,13 @@ void call_log::close() noexcept
     file_ = -1;
 }
 
-void call_log::use(const std::string &name, bool keys)
+std::string call_log::use(const std::string &name)
 {
-    keys_ = keys;
-    if (name == name_)
-        return;
+    if (name == name_ && open() && !has_moved(file_, name))
+        return {};
     close();
     name_ = name;
-    if (!name.empty())
-        file_ = open_log(name);
+    return name.empty() ? std::string{} : open_log(name, file_);
 }
 
 void call_log::start(const call_row &call, const call_word *words, std::uint32_t number) noexcept
@@ -97,7 +95,10 @@ void call_log::finish(const call_row &call, const call_word *words, std::uint32_
 try {
     const std::int64_t taken = microseconds(CLOCK_MONOTONIC) - clock_;
     json_text json{keys_};
-    json.object().member("call", number_).name("time").raw(seconds(started_));
+    json.object().member("call", number_);
+    json.member("process", static_cast<std::uint64_t>(getpid()))
+        .name("time")
+        .raw(seconds(started_));
     json.name("function").string(call.name.text()).name("arguments").object();
     const auto arguments = arguments_of(call);
     for (std::size_t index = 0; index < arguments.size(); ++index) {
@@ -117,7 +118,7 @@ try {
     json.end().member("status", status).name("name").string(status_name(status));
     json.name("fault").flag(fault).member("microseconds", static_cast<std::uint64_t>(taken)).end();
     if (!write_all(file_, json.text() + "\n")) {
-        complain("cannot write %s; the call log ends here", name_.c_str());
+        complain("%s; the call log ends here", cannot_write(name_).c_str());
         close();
     }
 } catch (...) {

@@ -10,13 +10,15 @@
 namespace qxsim {
 
 /// An open log file, or none. Writing to it never affects a call: a failure is reported once on
-/// stderr and ends the log.
+/// stderr and ends the log. Each line is written in one piece.
 class call_log
 {
 public:
-    /// Continues in this file; an empty name ends the log. Unless `keys` is true, only the lengths
-    /// of keys are written. A file that cannot be opened is reported on stderr.
-    void use(const std::string &name, bool keys);
+    /// Continues in the file of this name, also if that is another one by now; an empty name ends
+    /// the log. Returns what is wrong with the file; an empty text if nothing is.
+    std::string use(const std::string &name);
+    /// Unless keys are shown, only their lengths are written.
+    void show_keys(bool keys) noexcept { keys_ = keys; }
     bool open() const noexcept { return file_ >= 0; }
 
     /// To be called before and after each call while the log is open, with the same call and words;

@@ -4,6 +4,7 @@
 #include "sdk_calls.h"
 #include "statuses.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace qxsim {
@@ -65,6 +66,7 @@ bool read_fault(const std::vector<std::string> &words, fault_rule &rule, std::st
         mistake = "expected: fault FUNCTION WHEN STATUS";
         return false;
     }
+    rule.words = words[0] + " " + words[1] + " " + words[2];
     rule.pattern = words[0];
     if (!fits_any(rule.pattern)) {
         mistake = "no SDK function fits \"" + words[0] + "\"";
@@ -103,18 +105,23 @@ bool read_latency(const std::vector<std::string> &words, latency_rule &rule, std
     return true;
 }
 
-std::uint32_t fault_for(std::vector<fault_rule> &rules, std::string_view function) noexcept
+std::uint32_t fault_for(std::vector<fault_rule> &rules, std::string_view function,
+                        std::uint32_t answer) noexcept
 {
-    std::uint32_t status = 0;
-    for (fault_rule &rule : rules) {
-        if (!fits(rule.pattern, function))
+    for (auto rule = rules.begin(); rule != rules.end(); ++rule) {
+        // A rule that has fired with this call has not been over before it.
+        const auto goes_on = [&](const fault_rule &earlier) {
+            return earlier.same_as(*rule) && !(earlier.once && earlier.seen > earlier.first);
+        };
+        if (!fits(rule->pattern, function) || std::any_of(rules.begin(), rule, goes_on))
             continue;
-        ++rule.seen;
-        const bool fires = rule.once ? rule.seen == rule.first : rule.seen >= rule.first;
-        if (fires && status == 0)
-            status = rule.status;
+        ++rule->seen;
+        if (answer != 0 || (rule->once ? rule->seen != rule->first : rule->seen < rule->first))
+            continue;
+        answer = rule->status;
+        ++rule->fired;
     }
-    return status;
+    return answer;
 }
 
 std::uint32_t latency_for(const std::vector<latency_rule> &rules,

@@ -19,13 +19,15 @@ bool fits_any(std::string_view pattern) noexcept;
 /// or all of them (`*`) return the status.
 struct fault_rule
 {
+    std::string words; ///< as they were given, separated by one blank
     std::string pattern;
     std::uint32_t first = 1;
     bool once = false;        ///< only call `first`, not the later ones
     std::uint32_t status = 0; ///< 1 to 65535
-    std::uint32_t seen = 0;   ///< matching calls so far
+    std::uint64_t seen = 0;   ///< calls counted so far
+    std::uint64_t fired = 0;  ///< calls answered so far
 
-    bool same_words(const fault_rule &other) const noexcept
+    bool same_as(const fault_rule &other) const noexcept
     {
         return pattern == other.pattern && first == other.first && once == other.once &&
                status == other.status;
@@ -44,9 +46,11 @@ struct latency_rule
 bool read_fault(const std::vector<std::string> &words, fault_rule &rule, std::string &mistake);
 bool read_latency(const std::vector<std::string> &words, latency_rule &rule, std::string &mistake);
 
-/// Counts a call in every fault rule that matches it. Returns the status of the first rule that
-/// applies to this call, or 0.
-std::uint32_t fault_for(std::vector<fault_rule> &rules, std::string_view function) noexcept;
+/// Counts a call in every fault rule that matches it, except for those that wait for the same rule
+/// before them. Returns `answer` if that is not 0, else the status of the first rule that applies
+/// to this call, or 0.
+std::uint32_t fault_for(std::vector<fault_rule> &rules, std::string_view function,
+                        std::uint32_t answer) noexcept;
 
 /// The delay of the first rule that matches, in microseconds, or 0.
 std::uint32_t latency_for(const std::vector<latency_rule> &rules,

@@ -7,13 +7,11 @@
 #include "device.h"
 #include "files.h"
 #include "listing.h"
+#include "records/switches.h"
 
 #include <array>
 #include <cerrno>
-#include <cstdlib>
 #include <ctime>
-#include <memory>
-#include <unistd.h>
 
 namespace qxsim {
 
@@ -31,86 +29,134 @@ struct controls
     control_file reader;
     call_log log;
     call_counts counts;
+    bool refused = false;               ///< the control file is mistaken: no call is answered
+    std::vector<std::string> told = {}; ///< the environment's mistakes that were last told
 
-    void apply();
-    void obey(const control_action &action);
+    bool keys() const { return file.keys.value_or(environment.keys.value_or(false)); }
+    std::string apply();
+    std::string obey(const control_action &action);
+    void answer(const control_order &order);
     void look();
+    bool read_environment(const std::array<const char *, 5> &values);
 };
 
 controls *in_force = nullptr;
 
-const char *switch_value(const char *name) noexcept
+// A log named in the control file replaces the environment's. Returns what is wrong with it.
+std::string controls::apply()
 {
-    const char *const value = std::getenv(name);
-    return value != nullptr && *value != '\0' ? value : nullptr;
+    log.show_keys(keys());
+    return log.use(file.log.empty() ? environment.log : file.log);
 }
 
-// A set-user-ID or set-group-ID program ignores the switches.
-bool privileged() noexcept
+std::string controls::obey(const control_action &action)
 {
-    return getuid() != geteuid() || getgid() != getegid();
-}
-
-// A log named in the control file replaces the environment's; keys are shown if either asks for it.
-void controls::apply()
-{
-    log.use(file.log.empty() ? environment.log : file.log, environment.keys || file.keys);
-}
-
-void controls::obey(const control_action &action)
-{
-    const bool keys = environment.keys || file.keys;
     switch (action.what) {
     case control_action::kind::reset:
         reset_devices();
         break;
     case control_action::kind::snapshot:
-        write_file(action.file, snapshot_text(keys));
-        break;
+        return write_file(action.file, snapshot_text(keys()));
     case control_action::kind::state:
-        write_file(action.file, state_text(keys, counts, environment.faults, file.faults));
-        break;
+        return write_file(action.file, state_text(keys(), counts, environment.faults, file.faults));
+    }
+    return {};
+}
+
+std::string numbered(const control_mistake &mistake)
+{
+    return (mistake.line == 0 ? "" : std::to_string(mistake.line) + ": ") + mistake.text;
+}
+
+// Says what came of the control file: in the file it names for that, or else its mistakes on
+// stderr.
+void controls::answer(const control_order &order)
+{
+    if (order.answer.empty()) {
+        for (const control_mistake &mistake : order.mistakes)
+            complain("%s:%s%s", reader.name().c_str(), mistake.line == 0 ? " " : "",
+                     numbered(mistake).c_str());
+        return;
+    }
+    std::string text = order.mistakes.empty() ? "ok\n" : "";
+    for (const control_mistake &mistake : order.mistakes)
+        text += "error " + numbered(mistake) + "\n";
+    for (const control_settings *const set : {&environment, &file})
+        for (const fault_rule &rule : set->faults)
+            text += "fired " + std::to_string(rule.fired) + " " + rule.words + "\n";
+    const std::string mistake = write_new_file(order.answer, text);
+    if (!mistake.empty()) {
+        complain("%s: %s", reader.name().c_str(), mistake.c_str());
+        refused = true;
     }
 }
 
 void controls::look()
 {
-    std::vector<control_action> actions;
-    if (!reader.read_if_changed(file, actions))
+    control_order order;
+    if (!reader.read_if_changed(order))
         return;
-    apply();
-    for (const control_action &action : actions)
-        obey(action);
+    if (order.mistakes.empty()) {
+        keep_counts(file, order.settings);
+        file = std::move(order.settings);
+        const auto add_mistake = [&](std::string mistake) {
+            if (!mistake.empty())
+                order.mistakes.push_back({0, std::move(mistake)});
+        };
+        add_mistake(apply());
+        for (const control_action &action : order.actions)
+            add_mistake(obey(action));
+    }
+    refused = !order.mistakes.empty();
+    answer(order);
 }
 
-void read_environment()
+// False after a mistake, which is told when it is new.
+bool controls::read_environment(const std::array<const char *, 5> &values)
+{
+    const auto [control_name, faults, latencies, log_name, keys_word] = values;
+    std::vector<std::string> mistakes;
+    environment = {};
+    reader.name(control_name != nullptr ? absolute(control_name) : std::string{});
+    if (faults != nullptr)
+        read_rules("QX_SIM_FAULT", "fault", faults, environment, mistakes);
+    if (latencies != nullptr)
+        read_rules("QX_SIM_LATENCY", "latency", latencies, environment, mistakes);
+    if (log_name != nullptr)
+        environment.log = absolute(log_name);
+    std::string mistake = apply();
+    if (!mistake.empty())
+        mistakes.push_back("QX_SIM_LOG: " + std::move(mistake));
+    if (mistakes != told)
+        for (const std::string &each : mistakes)
+            complain("%s", each.c_str());
+    told = std::move(mistakes);
+    if (!told.empty())
+        return false;
+    environment.keys = keys_word != nullptr && qxsh::switched_on("QX_SIM_KEYS");
+    log.show_keys(keys());
+    return true;
+}
+
+// Reads the environment; false as long as it has a mistake.
+bool begin_control()
 {
     static constexpr const char *names[] = {"QX_SIM_CONTROL", "QX_SIM_FAULT", "QX_SIM_LATENCY",
                                             "QX_SIM_LOG", "QX_SIM_KEYS"};
     std::array<const char *, 5> values{};
     bool any = false;
-    for (std::size_t index = 0; index < values.size() && !privileged(); ++index) {
-        values[index] = switch_value(names[index]);
+    for (std::size_t index = 0; index < values.size(); ++index) {
+        values[index] = qxsh::environment_value(names[index]);
         any = any || values[index] != nullptr;
     }
-    if (!any) {
-        control = control_mode::off;
-        return;
+    if (any) {
+        if (in_force == nullptr)
+            in_force = new controls;
+        if (!in_force->read_environment(values))
+            return false;
     }
-    auto made = std::make_unique<controls>();
-    const auto [control_name, faults, latencies, log, keys] = values;
-    if (control_name != nullptr)
-        made->reader.name(control_name);
-    if (faults != nullptr)
-        read_rules("QX_SIM_FAULT", "fault", faults, made->environment);
-    if (latencies != nullptr)
-        read_rules("QX_SIM_LATENCY", "latency", latencies, made->environment);
-    if (log != nullptr)
-        made->environment.log = log;
-    made->environment.keys = keys != nullptr && std::string{keys} != "0";
-    made->apply();
-    in_force = made.release();
-    control = control_mode::on;
+    control = any ? control_mode::on : control_mode::off;
+    return true;
 }
 
 void wait(std::uint32_t microseconds) noexcept
@@ -121,14 +167,23 @@ void wait(std::uint32_t microseconds) noexcept
     }
 }
 
-// Obeys the control file; false if the call only asked for that.
-bool prepare(controls &all, const call_row &call, const call_word *words) noexcept
+// Reads the environment and obeys the control file as far as that is still to do. Returns QX_OK if
+// the call is to be performed, else its status.
+qx_status prepare(const call_row &call, const call_word *words) noexcept
 try {
-    all.look();
-    return !(all.reader.named() && call.names_device && words[0].value == nudge_device);
+    if (control == control_mode::unread && !begin_control())
+        return QX_BAD_SWITCH;
+    if (control == control_mode::off)
+        return QX_OK;
+    in_force->look();
+    if (in_force->refused)
+        return QX_BAD_SWITCH;
+    const bool nudge = in_force->reader.named() && call.names_device;
+    return nudge && words[0].value == nudge_device ? QX_BAD_DEVICE : QX_OK;
 } catch (...) {
-    complain("no memory to obey the control file");
-    return true;
+    if (in_force != nullptr)
+        in_force->reader.forget();
+    return QX_NO_MEMORY;
 }
 
 } // namespace
@@ -136,19 +191,12 @@ try {
 unsigned int perform_controlled(const call_row &call, const call_word *words,
                                 carry_out_function *carry_out) noexcept
 {
-    if (control == control_mode::unread) {
-        try {
-            read_environment();
-        } catch (...) {
-            complain("no memory to read the environment");
-            control = control_mode::off;
-        }
-    }
+    const qx_status refusal = prepare(call, words);
+    if (refusal != QX_OK)
+        return refusal;
     if (control == control_mode::off)
         return carry_out(call, words);
     controls &all = *in_force;
-    if (!prepare(all, call, words))
-        return QX_BAD_DEVICE;
     const std::uint32_t number = all.counts.count(call);
     if (all.log.open())
         all.log.start(call, words, number);

@@ -2,10 +2,14 @@
 #include "control_file.h"
 
 #include "files.h"
+#include "records/switches.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <cerrno>
+#include <charconv>
+#include <cstring>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace qxsim {
 
@@ -55,44 +59,78 @@ static std::string read_rule(std::string_view kind, std::string_view rest,
 
 static std::string read_keys(std::string_view rest, control_settings &settings)
 {
-    if (rest != "on" && rest != "off")
+    const std::optional<bool> on = qxsh::switch_word(rest);
+    if (!on)
         return "expected: keys on or keys off";
-    settings.keys = rest == "on";
+    settings.keys = on;
     return {};
 }
 
-static std::string read_line(std::string_view text, control_settings &settings,
-                             std::vector<control_action> &actions)
+// Whether the lines that follow are for this process.
+static std::string read_process(std::string_view rest, bool &ours)
 {
-    const std::string_view word = next_word(text);
-    if (word.empty() || word.front() == '#')
-        return {};
-    if (word == "fault" || word == "latency")
-        return read_rule(word, text, settings);
-    if (word == "keys")
-        return read_keys(text, settings);
-    if (word == "reset") {
-        if (!text.empty())
-            return "expected: reset";
-        actions.push_back({control_action::kind::reset, {}});
-        return {};
-    }
-    if (word != "log" && word != "snapshot" && word != "state")
+    pid_t process = 0;
+    const auto [end, error] = std::from_chars(rest.data(), rest.data() + rest.size(), process);
+    if (error != std::errc{} || end != rest.data() + rest.size() || process < 1)
+        return "expected: process ID";
+    ours = process == getpid();
+    return {};
+}
+
+// A line whose first word is followed by a file's name.
+static std::string read_file_line(std::string_view word, std::string_view rest,
+                                  control_order &order)
+{
+    using kind = control_action::kind;
+    if (word != "log" && word != "snapshot" && word != "state" && word != "answer")
         return "\"" + std::string{word} +
-               "\" is none of fault, latency, log, keys, reset, snapshot, state";
-    if (text.empty())
+               "\" is none of fault, latency, log, keys, reset, snapshot, state, process, answer";
+    if (rest.empty())
         return "expected: " + std::string{word} + " FILE";
     if (word == "log")
-        settings.log = text;
+        order.settings.log = absolute(rest);
+    else if (word == "answer")
+        order.answer = absolute(rest);
     else
-        actions.push_back(
-            {word == "state" ? control_action::kind::state : control_action::kind::snapshot,
-             std::string{text}});
+        order.actions.push_back({word == "state" ? kind::state : kind::snapshot, absolute(rest)});
     return {};
+}
+
+static std::string read_line(std::string_view text, control_order &order, bool &ours)
+{
+    const std::string_view word = next_word(text);
+    if (word == "process")
+        return read_process(text, ours);
+    if (!ours || word.empty() || word.front() == '#')
+        return {};
+    if (text.find('\0') != std::string_view::npos)
+        return "a NUL character";
+    if (word == "fault" || word == "latency")
+        return read_rule(word, text, order.settings);
+    if (word == "keys")
+        return read_keys(text, order.settings);
+    if (word != "reset")
+        return read_file_line(word, text, order);
+    if (!text.empty())
+        return "expected: reset";
+    order.actions.push_back({control_action::kind::reset, {}});
+    return {};
+}
+
+static void read_lines(std::string_view rest, control_order &order)
+{
+    bool ours = true;
+    for (unsigned line = 1; !rest.empty(); ++line) {
+        const std::string_view one = rest.substr(0, rest.find('\n'));
+        rest.remove_prefix(std::min(rest.size(), one.size() + 1));
+        std::string mistake = read_line(one, order, ours);
+        if (!mistake.empty())
+            order.mistakes.push_back({line, std::move(mistake)});
+    }
 }
 
 void read_rules(const char *variable, const char *kind, std::string_view text,
-                control_settings &settings)
+                control_settings &settings, std::vector<std::string> &mistakes)
 {
     while (!text.empty()) {
         const std::string_view one = text.substr(0, text.find(';'));
@@ -101,16 +139,14 @@ void read_rules(const char *variable, const char *kind, std::string_view text,
             continue;
         const std::string mistake = read_rule(kind, one, settings);
         if (!mistake.empty())
-            complain("%s: %s", variable, mistake.c_str());
+            mistakes.push_back(std::string{variable} + ": " + mistake);
     }
 }
 
 std::uint32_t fault_for(control_settings &first, control_settings &second,
                         std::string_view function) noexcept
 {
-    const std::uint32_t status = fault_for(first.faults, function);
-    const std::uint32_t other = fault_for(second.faults, function);
-    return status != 0 ? status : other;
+    return fault_for(second.faults, function, fault_for(first.faults, function, 0));
 }
 
 std::uint32_t latency_for(const control_settings &first, const control_settings &second,
@@ -125,54 +161,51 @@ control_file::mark control_file::look() const noexcept
     struct stat file
     {};
     if (stat(name_.c_str(), &file) != 0)
-        return {};
-    return {static_cast<std::uint64_t>(file.st_dev), static_cast<std::uint64_t>(file.st_ino),
-            static_cast<std::int64_t>(file.st_size), static_cast<std::int64_t>(file.st_mtim.tv_sec),
-            static_cast<std::int64_t>(file.st_mtim.tv_nsec)};
+        return {.error = errno == ENOENT ? 0 : errno};
+    return {static_cast<std::uint64_t>(file.st_dev),
+            static_cast<std::uint64_t>(file.st_ino),
+            static_cast<std::int64_t>(file.st_size),
+            static_cast<std::int64_t>(file.st_mtim.tv_sec),
+            static_cast<std::int64_t>(file.st_mtim.tv_nsec),
+            0};
 }
 
-static std::string content(const char *name)
+void keep_counts(const control_settings &before, control_settings &after) noexcept
 {
-    std::string text;
-    std::FILE *const file = std::fopen(name, "r");
-    if (file == nullptr)
-        return text;
-    char piece[4096];
-    std::size_t count = 0;
-    while ((count = std::fread(piece, 1, sizeof piece, file)) != 0)
-        text.append(piece, count);
-    std::fclose(file);
-    return text;
+    const auto &known = before.faults;
+    for (auto rule = after.faults.begin(); rule != after.faults.end(); ++rule) {
+        const auto same = [&](const fault_rule &other) { return other.same_as(*rule); };
+        auto earlier = std::count_if(after.faults.begin(), rule, same);
+        auto match = std::find_if(known.begin(), known.end(), same);
+        for (; earlier > 0 && match != known.end(); --earlier)
+            match = std::find_if(match + 1, known.end(), same);
+        if (match != known.end()) {
+            rule->seen = match->seen;
+            rule->fired = match->fired;
+        }
+    }
 }
 
-// Fault lines that are still there keep their counts.
-static void keep_counts(const control_settings &before, control_settings &after) noexcept
-{
-    for (fault_rule &rule : after.faults)
-        for (const fault_rule &known : before.faults)
-            if (rule.same_words(known))
-                rule.seen = known.seen;
-}
-
-bool control_file::read_if_changed(control_settings &settings, std::vector<control_action> &actions)
+bool control_file::read_if_changed(control_order &order)
 {
     if (name_.empty())
         return false;
-    const mark now = look();
+    mark now = look();
     if (now == seen_)
         return false;
-    control_settings read;
-    const std::string text = now == mark{} ? std::string{} : content(name_.c_str());
-    std::string_view rest = text;
-    for (unsigned line = 1; !rest.empty(); ++line) {
-        const std::string_view one = rest.substr(0, rest.find('\n'));
-        rest.remove_prefix(std::min(rest.size(), one.size() + 1));
-        const std::string mistake = read_line(one, read, actions);
-        if (!mistake.empty())
-            complain("%s:%u: %s", name_.c_str(), line, mistake.c_str());
-    }
-    keep_counts(settings, read);
-    settings = std::move(read);
+    std::string text;
+    if (now != mark{} && now.error == 0)
+        now.error = read_file(name_, text);
+    if (now.error == ENOENT) // removed meanwhile
+        now = {};
+    if (now == seen_)
+        return false;
+    order = {};
+    if (now.error == 0)
+        read_lines(text, order);
+    else
+        order.mistakes.push_back(
+            {0, now.error == EINVAL ? "not a regular file" : std::strerror(now.error)});
     seen_ = now;
     return true;
 }

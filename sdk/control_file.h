@@ -5,6 +5,7 @@
 #include "call_rules.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,8 +16,8 @@ struct control_settings
 {
     std::vector<fault_rule> faults;
     std::vector<latency_rule> latencies;
-    std::string log;   ///< name of the call log's file; empty: none
-    bool keys = false; ///< whether key bytes are written, not only their lengths
+    std::string log;          ///< absolute name of the call log's file; empty: none
+    std::optional<bool> keys; ///< whether key bytes are written, not only their lengths
 };
 
 /// Counts a call in both sets of rules. Returns the status that it fails with, or 0; the first set
@@ -32,26 +33,48 @@ struct control_action
 {
     enum class kind : std::uint8_t { reset, snapshot, state };
     kind what;
-    std::string file; ///< the file to write; empty for a reset
+    std::string file; ///< absolute name of the file to write; empty for a reset
+};
+
+struct control_mistake
+{
+    unsigned line = 0; ///< in the control file, from 1; 0: not a line's
+    std::string text;
+};
+
+/// What one version of a control file says.
+struct control_order
+{
+    control_settings settings;
+    std::vector<control_action> actions; ///< in order
+    std::string answer;                  ///< absolute name of the file to answer in; empty: none
+    std::vector<control_mistake> mistakes;
 };
 
 /// Adds the rules in an environment variable's value to `settings`: `text` holds rules of one kind
-/// ("fault" or "latency"), separated by semicolons. Each mistake is reported on stderr under the
-/// variable's name, and that rule is left out.
+/// ("fault" or "latency"), separated by semicolons. Each mistake is appended to `mistakes`, with
+/// the variable's name, and that rule is left out.
 void read_rules(const char *variable, const char *kind, std::string_view text,
-                control_settings &settings);
+                control_settings &settings, std::vector<std::string> &mistakes);
+
+/// Fault rules that are still there keep their counts, of equal ones the first keeps the first's.
+void keep_counts(const control_settings &before, control_settings &after) noexcept;
 
 /// A control file that is read again whenever it has changed.
 class control_file
 {
 public:
-    void name(const char *file) { name_ = file; }
+    void name(const std::string &file) { name_ = file; }
+    const std::string &name() const noexcept { return name_; }
     bool named() const noexcept { return !name_.empty(); }
 
-    /// If the file was created, changed or removed since the last check: replaces the settings,
-    /// appends the file's actions in order, reports each mistake on stderr, and returns true. A
-    /// fault line that was there before keeps its count of calls. May throw std::bad_alloc.
-    bool read_if_changed(control_settings &settings, std::vector<control_action> &actions);
+    /// If the file was created, changed or removed since the last check, stores what it says and
+    /// returns true. If it cannot be read, that is a mistake, told once while it lasts. May throw
+    /// std::bad_alloc, and has then not read the file.
+    bool read_if_changed(control_order &order);
+
+    /// Reads the file at the next check, changed or not.
+    void forget() noexcept { seen_.error = -1; }
 
 private:
     /// Identifies one version of the file; all zero if there is no file.
@@ -62,6 +85,7 @@ private:
         std::int64_t size = 0;
         std::int64_t seconds = 0;
         std::int64_t nanoseconds = 0;
+        int error = 0; ///< why it cannot be read
         bool operator==(const mark &) const = default;
     };
 

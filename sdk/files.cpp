@@ -1,11 +1,13 @@
-// The simulator's files and error messages. Relies on POSIX files.
+// The simulator's files and error messages. Relies on POSIX files and signals.
 #include "files.h"
 
 #include <cerrno>
+#include <csignal>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -21,41 +23,170 @@ void complain(const char *format, ...) noexcept
     va_end(words);
 }
 
-static int open_file(const std::string &name, int flags) noexcept
+static std::string current_folder()
 {
-    const int file =
-        open(name.c_str(), flags | O_WRONLY | O_CREAT | O_CLOEXEC | O_NOCTTY, S_IRUSR | S_IWUSR);
+    char name[4096];
+    return getcwd(name, sizeof name) != nullptr ? std::string{name} + "/" : std::string{};
+}
+
+std::string absolute(std::string_view name)
+{
+    // Never destroyed: a call may come while the process ends.
+    static const std::string &start = *new std::string{current_folder()};
+    return name.starts_with('/') ? std::string{name} : start + std::string{name};
+}
+
+std::string cannot_write(const std::string &name)
+{
+    const char *const reason = errno == ENXIO ? "nobody reads it" : std::strerror(errno);
+    return "cannot write " + name + ": " + reason;
+}
+
+// Waiting for the reader of a FIFO is left out: without one, opening fails.
+static std::string open_file(const std::string &name, int flags, int &file)
+{
+    file = open(name.c_str(), flags | O_WRONLY | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK,
+                S_IRUSR | S_IWUSR);
     if (file < 0)
-        complain("cannot write %s: %s", name.c_str(), std::strerror(errno));
-    return file;
+        return cannot_write(name);
+    struct stat is
+    {};
+    if (fstat(file, &is) == 0 && (!S_ISREG(is.st_mode) || (is.st_mode & (S_IRWXG | S_IRWXO)) == 0 ||
+                                  fchmod(file, S_IRUSR | S_IWUSR) == 0))
+        return {};
+    std::string mistake = cannot_write(name) + ", and others may read it";
+    close(file);
+    file = -1;
+    return mistake;
 }
 
-int open_log(const std::string &name) noexcept
+// Whether a file with something in it ends inside a line.
+static bool ends_inside_line(int file, const std::string &name) noexcept
 {
-    return open_file(name, O_APPEND);
+    struct stat is
+    {};
+    if (fstat(file, &is) != 0 || !S_ISREG(is.st_mode) || is.st_size == 0)
+        return false;
+    char last = '\0';
+    const int reader = open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    if (reader >= 0) {
+        if (pread(reader, &last, 1, is.st_size - 1) != 1)
+            last = '\0';
+        close(reader);
+    }
+    return last != '\n';
 }
 
-bool write_all(int file, const std::string &text) noexcept
+std::string open_log(const std::string &name, int &file)
+{
+    std::string mistake = open_file(name, O_APPEND, file);
+    if (mistake.empty() && ends_inside_line(file, name) && !write_all(file, "\n")) {
+        mistake = cannot_write(name);
+        close(file);
+        file = -1;
+    }
+    return mistake;
+}
+
+bool has_moved(int file, const std::string &name) noexcept
+{
+    struct stat open_one
+    {};
+    struct stat named
+    {};
+    return fstat(file, &open_one) != 0 || stat(name.c_str(), &named) != 0 ||
+           open_one.st_dev != named.st_dev || open_one.st_ino != named.st_ino;
+}
+
+// A pipe has a second to take more, in pieces, so that signals do not prolong it.
+static bool wait_for_reader(int file) noexcept
+{
+    for (int piece = 0; piece < 100; ++piece) {
+        pollfd one{file, POLLOUT, 0};
+        if (poll(&one, 1, 10) > 0)
+            return true;
+    }
+    errno = EAGAIN;
+    return false;
+}
+
+static bool write_pieces(int file, const std::string &text) noexcept
 {
     std::size_t done = 0;
     while (done < text.size()) {
         const ssize_t count = write(file, text.data() + done, text.size() - done);
-        if (count < 0 && errno != EINTR)
-            return false;
-        if (count > 0)
+        if (count >= 0)
             done += static_cast<std::size_t>(count);
+        else if (errno != EINTR && (errno != EAGAIN || !wait_for_reader(file)))
+            return false;
     }
     return true;
 }
 
-void write_file(const std::string &name, const std::string &text) noexcept
+// The signals that a failing write sends are held back and taken away again.
+bool write_all(int file, const std::string &text) noexcept
 {
-    const int file = open_file(name, O_TRUNC);
-    if (file < 0)
-        return;
+    constexpr int senders[] = {SIGPIPE, SIGXFSZ};
+    sigset_t held;
+    sigset_t mask;
+    sigset_t earlier;
+    sigemptyset(&held);
+    for (const int signal : senders)
+        sigaddset(&held, signal);
+    pthread_sigmask(SIG_BLOCK, &held, &mask);
+    sigpending(&earlier);
+    const bool written = write_pieces(file, text);
+    const int error = errno;
+    for (const int signal : senders)
+        if (sigismember(&earlier, signal) == 1)
+            sigdelset(&held, signal);
+    constexpr timespec at_once{};
+    while (!written && sigtimedwait(&held, nullptr, &at_once) > 0) {
+    }
+    pthread_sigmask(SIG_SETMASK, &mask, nullptr);
+    errno = error;
+    return written;
+}
+
+static std::string write_and_close(int file, const std::string &name, const std::string &text)
+{
     const bool written = write_all(file, text);
-    if (close(file) != 0 || !written)
-        complain("cannot write %s: %s", name.c_str(), std::strerror(errno));
+    const std::string mistake = written ? std::string{} : cannot_write(name);
+    return close(file) != 0 && written ? cannot_write(name) : mistake;
+}
+
+std::string write_file(const std::string &name, const std::string &text)
+{
+    int file = -1;
+    const std::string mistake = open_file(name, O_TRUNC, file);
+    return mistake.empty() ? write_and_close(file, name, text) : mistake;
+}
+
+std::string write_new_file(const std::string &name, const std::string &text)
+{
+    int file = -1;
+    const std::string mistake = open_file(name, O_EXCL, file);
+    return mistake.empty() ? write_and_close(file, name, text) : mistake;
+}
+
+int read_file(const std::string &name, std::string &text)
+{
+    const int file = open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    if (file < 0)
+        return errno;
+    struct stat is
+    {};
+    int error = fstat(file, &is) != 0 ? errno : S_ISREG(is.st_mode) ? 0 : EINVAL;
+    char piece[4096];
+    for (ssize_t count = 1; error == 0 && count != 0;) {
+        count = read(file, piece, sizeof piece);
+        if (count > 0)
+            text.append(piece, static_cast<std::size_t>(count));
+        else if (count < 0 && errno != EINTR)
+            error = errno;
+    }
+    close(file);
+    return error;
 }
 
 } // namespace qxsim

@@ -1,21 +1,40 @@
-// The simulator's files and error messages. Files are created readable by their owner only.
+// The simulator's files and error messages. Files are readable by their owner only, and writing
+// them neither waits for long nor sends a signal. Functions that can fail return what is wrong, in
+// words for people; an empty text if nothing is.
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace qxsim {
 
 /// Prints one line on stderr: "qx_sim: ", then the message, formatted as by printf.
 [[gnu::format(printf, 1, 2)]] void complain(const char *format, ...) noexcept;
 
-/// Opens a file for appending, creating it with mode 0600. Returns a descriptor that the caller
-/// closes, or -1 after complaining.
-int open_log(const std::string &name) noexcept;
+/// A file's name, a relative one starting from the folder in which the first name was asked for.
+std::string absolute(std::string_view name);
 
-/// Writes all of a text to a file descriptor; false, with errno set, if that fails.
+/// "cannot write NAME: " and the reason in errno.
+std::string cannot_write(const std::string &name);
+
+/// Opens a file for appending, creating it with mode 0600 or changing it to that. If the file ends
+/// with half a line, the line is ended. Stores a descriptor that the caller closes; -1 on failure.
+std::string open_log(const std::string &name, int &file);
+
+/// True if this name no longer leads to the file that the descriptor is open on.
+bool has_moved(int file, const std::string &name) noexcept;
+
+/// Writes all of a text to a file descriptor; false, with errno set, if that fails, also if there
+/// is a pipe behind it that takes nothing for a second.
 bool write_all(int file, const std::string &text) noexcept;
 
-/// Replaces a file's content, creating it with mode 0600. Complains if that fails.
-void write_file(const std::string &name, const std::string &text) noexcept;
+/// Replaces a file's content, creating it with mode 0600 or changing it to that.
+std::string write_file(const std::string &name, const std::string &text);
+
+/// Writes a file that must not be there yet, not even as a symbolic link.
+std::string write_new_file(const std::string &name, const std::string &text);
+
+/// Reads a regular file; the error's number, EINVAL for a file of another kind, 0 on success.
+int read_file(const std::string &name, std::string &text);
 
 } // namespace qxsim

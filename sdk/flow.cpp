@@ -8,11 +8,6 @@ namespace qxsim {
 /// A flow carries a packet when it is added, and then one every this many ticks.
 constexpr std::uint32_t ticks_per_packet = 4;
 
-static std::uint16_t probed(unsigned home, unsigned step) noexcept
-{
-    return static_cast<std::uint16_t>((home + step) % flow_slot_count);
-}
-
 qx_status check_packet(const qx_pkt_info_t &packet) noexcept
 {
     if (packet.phy_port >= port_count)

@@ -1,8 +1,6 @@
 // The hash of the flow table; see flow_key.h.
 #include "flow_key.h"
 
-#include "capacities.h"
-
 #include <cstddef>
 
 namespace qxsim {

@@ -2,6 +2,7 @@
 // has the same functions.
 #pragma once
 
+#include "capacities.h"
 #include "qx_sdk.h"
 
 #include <array>
@@ -14,8 +15,13 @@ using flow_key = std::array<std::uint8_t, 64>;
 
 flow_key flow_key_of(const qx_pkt_info_t &packet) noexcept;
 
-/// The home slot of a key, below flow_slot_count. A flow is in this slot or one of the following
-/// ones, wrapping at the end.
+/// The home slot of a key, below flow_slot_count.
 unsigned flow_home(const flow_key &key) noexcept;
+
+/// The slot that is tried for a flow in this step, below flow_probe_count, from the home slot on.
+constexpr std::uint16_t probed(unsigned home, unsigned step) noexcept
+{
+    return static_cast<std::uint16_t>((home + step) % flow_slot_count);
+}
 
 } // namespace qxsim

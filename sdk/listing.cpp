@@ -209,7 +209,8 @@ void write_rules(json_text &json, const std::vector<fault_rule> &rules)
 {
     for (const fault_rule &rule : rules) {
         json.object().name("function").string(rule.pattern.c_str()).member("first", rule.first);
-        json.name("once").flag(rule.once).member("status", rule.status).member("seen", rule.seen);
+        json.name("once").flag(rule.once).member("status", rule.status);
+        json.member("seen", rule.seen).member("fired", rule.fired);
         json.end();
     }
 }

@@ -12,6 +12,7 @@ typedef enum qx_status {
     QX_BAD_DEVICE = 1,   /* no device has this number */
     QX_NULL_POINTER = 2, /* a pointer argument is null */
     QX_NO_MEMORY = 3,    /* the process has no memory left */
+    QX_BAD_SWITCH = 5,   /* a switch or the control file of the simulator cannot be obeyed */
 
     /* The state of a table or an area does not allow it. */
     QX_EXISTS = 10,          /* the same thing is already there */

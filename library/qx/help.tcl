@@ -26,12 +26,15 @@ namespace eval qx::help {
         qx::sim::latency   {pattern microseconds} {make calls of some functions slow}
         qx::sim::log       {file} {log every call as a line of JSON}
         qx::sim::keys      {onoff} {write keys out in logs and snapshots, or not}
+        qx::sim::fired     {} {list the faults in force and how many calls each has answered}
+        qx::sim::expect_fired {} {check that every fault in force has answered a call}
         qx::sim::clear     {} {end all faults, latencies and the log}
         qx::sim::reset     {} {return all devices to their initial state}
         qx::sim::snapshot  {?file?} {write or return the configuration of all devices as JSON}
         qx::sim::state     {?file?} {the same with clocks, counters and table usage}
         qx::sim::flow_key  {flow} {return the bytes that the flow table hashes}
         qx::sim::flow_slot {flow} {return the flow's hash slot in the flow table}
+        qx::sim::flow_slots {flow} {return the slots in which the flow may be, in order}
         qx::sim::find_flow {device flow} {return the slot that holds a flow on a device, or -1}
     }
 }

@@ -12,7 +12,7 @@ namespace eval qx {}
 apply {{folder parts commands} {
     foreach part $parts { source [file join $folder $part.tcl] }
     foreach name {get set call template reading::value status::judge_calls sim::flow_key
-            sim::flow_slot} {
+            sim::flow_slots sim::make_folder} {
         qx::handle::load_at_first_call ::qx::$name
     }
     foreach {name procedure} $commands { interp alias {} ::qx::$name {} ::qx::$procedure }

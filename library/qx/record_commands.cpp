@@ -3,7 +3,8 @@
 //   qx::get HANDLE ?PATH? ?-view VIEWS? ?-raw?   qx::template RECORD ?-view VIEWS? ?-raw?
 //   qx::set HANDLE DICT | PATH VALUE ...          qx::call ?OPTION ...? FUNCTION ?WORD ...?
 //   qx::reading::value COMMAND WORDS HANDLE ?OPTION ...?   as qx::get, for the command of that name
-//   qx::sim::flow_key FLOW        qx::sim::flow_slot FLOW
+//   qx::sim::flow_key FLOW        qx::sim::flow_slots FLOW
+//   qx::sim::make_folder PREFIX   makes a new folder, its owner's alone, and returns its name
 //
 // Relies on the package's scripts for words that only look like handles, and for nearest names.
 #include "library/qx/judged_calls.h"
@@ -13,6 +14,7 @@
 #include "library/qx/sdk_caller.h"
 #include "sdk/flow_key.h"
 
+#include <cstdlib>
 #include <cstring>
 #include <new>
 
@@ -217,25 +219,57 @@ bool take_flow_key(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *con
     return true;
 }
 
+template <class Numbers> void set_number_list(Tcl_Interp *interp, const Numbers &numbers)
+{
+    Tcl_Obj *const list = Tcl_NewListObj(0, nullptr);
+    for (const int number : numbers)
+        Tcl_ListObjAppendElement(nullptr, list, Tcl_NewIntObj(number));
+    Tcl_SetObjResult(interp, list);
+}
+
 int flow_key_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     qxsim::flow_key key;
     if (!take_flow_key(client, interp, objc, objv, key))
         return TCL_ERROR;
-    Tcl_Obj *const bytes = Tcl_NewListObj(0, nullptr);
-    for (const int byte : key)
-        Tcl_ListObjAppendElement(nullptr, bytes, Tcl_NewIntObj(byte));
-    Tcl_SetObjResult(interp, bytes);
+    set_number_list(interp, key);
     return TCL_OK;
 }
 
-int flow_slot_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
+int flow_slots_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     qxsim::flow_key key;
     if (!take_flow_key(client, interp, objc, objv, key))
         return TCL_ERROR;
-    Tcl_SetObjResult(interp, Tcl_NewIntObj(static_cast<int>(qxsim::flow_home(key))));
+    std::array<std::uint16_t, qxsim::flow_probe_count> slots;
+    for (unsigned step = 0; step < slots.size(); ++step)
+        slots[step] = qxsim::probed(qxsim::flow_home(key), step);
+    set_number_list(interp, slots);
     return TCL_OK;
+}
+
+int make_folder_command(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
+{
+    if (objc != 2) {
+        Tcl_WrongNumArgs(interp, 1, objv, "prefix");
+        return TCL_ERROR;
+    }
+    Tcl_DString name;
+    Tcl_UtfToExternalDString(nullptr, Tcl_GetString(objv[1]), -1, &name);
+    Tcl_DStringAppend(&name, "XXXXXX", -1);
+    const bool made = mkdtemp(Tcl_DStringValue(&name)) != nullptr;
+    const char *const reason = made ? "" : Tcl_PosixError(interp);
+    Tcl_ResetResult(interp);
+    if (made) {
+        Tcl_DString text;
+        Tcl_ExternalToUtfDString(nullptr, Tcl_DStringValue(&name), -1, &text);
+        Tcl_DStringResult(interp, &text);
+    } else {
+        Tcl_AppendResult(interp, "cannot make a folder beside \"", Tcl_GetString(objv[1]),
+                         "\": ", reason, nullptr);
+    }
+    Tcl_DStringFree(&name);
+    return made ? TCL_OK : TCL_ERROR;
 }
 
 void release(ClientData client, Tcl_Interp *)
@@ -262,6 +296,7 @@ extern "C" __attribute__((visibility("default"))) int Qxmemory_Init(Tcl_Interp *
     Tcl_CreateObjCommand(interp, "::qx::reading::value", value_command, data, nullptr);
     create_judging_commands(interp);
     Tcl_CreateObjCommand(interp, "::qx::sim::flow_key", flow_key_command, data, nullptr);
-    Tcl_CreateObjCommand(interp, "::qx::sim::flow_slot", flow_slot_command, data, nullptr);
+    Tcl_CreateObjCommand(interp, "::qx::sim::flow_slots", flow_slots_command, data, nullptr);
+    Tcl_CreateObjCommand(interp, "::qx::sim::make_folder", make_folder_command, nullptr, nullptr);
     return TCL_OK;
 }

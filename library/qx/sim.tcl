@@ -3,84 +3,148 @@
 #
 # The simulator reads commands from a control file, which must be named before the first SDK call of
 # the process: by the environment variable QX_SIM_CONTROL, or by `qx::sim::attach` in the script.
-# Each procedure has taken effect when it returns. Relies on the shell's SDK commands.
+# Each procedure has taken effect when it returns. What the simulator refuses is an error, and the
+# settings before it stay in force: docs/simulator.md. Relies on the shell's SDK commands and on the
+# package's library.
 
 namespace eval qx::sim {
     variable control {}  ;# the control file; empty until attached
+    variable attached {} ;# the one attached last
     variable settings {} ;# its lines that last
 }
 
 # ---------------------------------------------------------------------------------- control
 
-# Starts controlling the simulator. The default file is the one named by QX_SIM_CONTROL.
+# Starts controlling the simulator through this file, or the one named by QX_SIM_CONTROL, or the one
+# attached last. Takes the variable out of the environment, so that child processes have no faults.
+# After an error the file and the variable are as before, and so is what was attached.
 proc qx::sim::attach {{file {}}} {
     variable control
+    variable attached
     variable settings
-    if {$file eq {}} {
-        if {![info exists ::env(QX_SIM_CONTROL)] || $::env(QX_SIM_CONTROL) eq {}} {
-            return -code error "name a control file, here or in QX_SIM_CONTROL"
-        }
-        set file $::env(QX_SIM_CONTROL)
-    }
-    set ::env(QX_SIM_CONTROL) $file
+    set before [list $control $settings]
+    set named [expr {[info exists ::env(QX_SIM_CONTROL)] ? $::env(QX_SIM_CONTROL) : {}}]
+    if {$file eq {}} { set file [expr {$named ne {} ? $named : $attached}] }
+    if {$file eq {}} { refuse "name a control file, here or in QX_SIM_CONTROL" }
     set control [file normalize $file]
-    set settings {}
-    set answer $control.answer
-    order [list "snapshot $answer"]
-    if {![file exists $answer]} {
-        file delete $control
-        set control {}
-        return -code error "the simulator does not look at $file: name the control file before the\
-            first SDK call of the process"
+    set ::env(QX_SIM_CONTROL) $control
+    set failed [catch {replace_file} message options]
+    if {$failed} { lassign $before control settings } else { set attached $control }
+    unset ::env(QX_SIM_CONTROL)
+    if {$failed && $named ne {}} { set ::env(QX_SIM_CONTROL) $named }
+    return -options $options $message
+}
+
+# Makes the file in `control` the control file, with no settings; -> its name.
+proc qx::sim::replace_file {} {
+    variable control
+    variable settings {}
+    if {[file isdirectory $control]} { refuse "$control is a folder" }
+    set folder [make_folder $control.]
+    # A link is moved as it is.
+    set there [expr {![catch { file rename -- $control $folder/before }]}]
+    set failed [catch { obey $folder {} {} } message options]
+    if {$failed} {
+        file delete -- $control
+        if {$there} { file rename -- $folder/before $control }
     }
-    file delete $answer
-    order {}
+    file delete -force -- $folder
+    if {$failed} { return -options $options $message }
     return $control
 }
 
 # Ends all settings and removes the control file.
 proc qx::sim::detach {} {
     variable control
-    variable settings {}
-    order {}
-    file delete $control
+    order {} {}
+    file delete -- $control
     nudge
     set control {}
     return
 }
 
-# Replaces the control file by the settings and the given commands, and makes the simulator read it.
-# The new file is written under another name and renamed, so that it is never read half-written.
-proc qx::sim::order {lines} {
+# Replaces the control file by the lines of settings and orders, and makes the simulator read it. On
+# an error the settings before are in force again. -> what `obey` returns.
+proc qx::sim::order {lasting orders} {
     variable control
     variable settings
-    if {$control eq {}} { return -code error "not attached: call qx::sim::attach first" }
-    set channel [open $control.new {WRONLY CREAT TRUNC} 0600]
-    foreach line [concat $settings $lines] {
-        if {[string first \n $line] >= 0} {
-            close $channel
-            return -code error "an order is one line: $line"
-        }
-        puts $channel $line
-    }
-    close $channel
-    file rename -force $control.new $control
-    nudge
-    return
+    if {$control eq {}} { refuse "not attached: call qx::sim::attach first" }
+    set folder [make_folder $control.]
+    set failed [catch { obey $folder $lasting $orders } result options]
+    if {$failed} { catch { obey $folder $settings {} } } else { set settings $lasting }
+    file delete -force -- $folder
+    return -options $options $result
 }
 
-# A call on this device only makes the simulator check the control file.
-proc qx::sim::nudge {} { qx_flow_delete 65535 0 }
+# Does that with files in a new folder of their own, so that nobody can have put links in their
+# place. The file is renamed, so that it is never read half-written. Settings are for all processes
+# that are told of the file, the rest for this one. -> a list of the faults in force, each a list
+# of its words and of how many calls it has answered.
+proc qx::sim::obey {folder lasting orders} {
+    variable control
+    set lines [concat $lasting [list "process [pid]" "answer $folder/answer"] $orders]
+    foreach line $lines {
+        if {[string first \n $line] >= 0} { refuse "an order is one line: $line" }
+    }
+    file delete -- $folder/answer
+    set channel [open $folder/new {WRONLY CREAT EXCL} 0600]
+    puts $channel [join $lines \n]
+    close $channel
+    file rename -force -- $folder/new $control
+    set status [nudge]
+    if {[file exists $folder/answer]} { return [read_answer $folder/answer] }
+    if {[qx::catalogue::status_name $status] eq "QX_BAD_SWITCH"} {
+        refuse "the simulator answers no call until its switches are right, see stderr"
+    }
+    refuse "the simulator does not look at $control: name the control file before the first SDK\
+        call of the process"
+}
+
+proc qx::sim::read_answer {file} {
+    set mistakes {}
+    set faults {}
+    foreach line [split [string trimright [text_of $file] \n] \n] {
+        if {[regexp {^error (?:\d+: )?(.*)$} $line -> mistake]} {
+            lappend mistakes $mistake
+        } elseif {[regexp {^fired (\d+) (.*)$} $line -> count words]} {
+            lappend faults [list $words $count]
+        }
+    }
+    if {[llength $mistakes]} { refuse [join $mistakes \n] }
+    return $faults
+}
+
+proc qx::sim::refuse {message} {
+    return -level 2 -code error -errorcode [list QX SIM $message] $message
+}
+
+proc qx::sim::text_of {file} {
+    set channel [open $file]
+    set text [read $channel]
+    close $channel
+    return $text
+}
+
+# A call on this device only makes the simulator check the control file; -> its status. In a block
+# of qx::check that is an error.
+proc qx::sim::nudge {} {
+    if {[catch { qx_flow_delete 65535 0 } status options]} {
+        set status [lindex [dict get $options -errorcode] 1]
+    }
+    return $status
+}
 
 proc qx::sim::setting {line} {
     variable settings
-    set before $settings
-    lappend settings $line
-    if {[catch {order {}} message]} {
-        set settings $before
-        return -code error $message
-    }
+    order [concat $settings [list $line]] {}
     return
+}
+
+# A file's name for an order, in which blanks at the end would be lost.
+proc qx::sim::name {file} {
+    set name [file normalize $file]
+    if {[string trimright $name " \t\r"] ne $name} { refuse "\"$name\" ends with a blank" }
+    return $name
 }
 
 # Makes calls of the functions that match the pattern fail with the status, a number or a name, and
@@ -91,19 +155,39 @@ proc qx::sim::fault {pattern when status} { setting "fault $pattern $when $statu
 proc qx::sim::latency {pattern microseconds} { setting "latency $pattern $microseconds" }
 
 # Appends every call from now on to a file, one JSON line each.
-proc qx::sim::log {file} { setting "log [file normalize $file]" }
+proc qx::sim::log {file} { setting "log [name $file]" }
 
 # Switches writing keys in logs and snapshots: on or off.
 proc qx::sim::keys {onoff} { setting "keys $onoff" }
 
+# The faults in force, the environment's first, each a list of its words and of how many calls it
+# has answered.
+proc qx::sim::fired {} {
+    variable settings
+    return [order $settings {}]
+}
+
+# An error if a fault in force has answered no call, or if there is none.
+proc qx::sim::expect_fired {} {
+    set faults [fired]
+    if {![llength $faults]} { refuse "no fault is in force" }
+    set silent {}
+    foreach fault $faults {
+        lassign $fault words count
+        if {$count == 0} { lappend silent $words }
+    }
+    if {[llength $silent]} { refuse "never fired: [join $silent {; }]" }
+    return
+}
+
 # Ends all faults, latencies and the log.
 proc qx::sim::clear {} {
-    variable settings {}
-    order {}
+    order {} {}
+    return
 }
 
 # Returns all devices to their initial state.
-proc qx::sim::reset {} { order [list reset] }
+proc qx::sim::reset {} { order_once reset }
 
 # Writes the configuration of all devices as JSON to the file, or returns it without one.
 proc qx::sim::snapshot {{file {}}} { listing snapshot $file }
@@ -111,31 +195,37 @@ proc qx::sim::snapshot {{file {}}} { listing snapshot $file }
 # The same with clocks, counters, table usage and calls so far.
 proc qx::sim::state {{file {}}} { listing state $file }
 
+proc qx::sim::order_once {line} {
+    variable settings
+    order $settings [list $line]
+    return
+}
+
 proc qx::sim::listing {what file} {
     variable control
-    if {$file ne {}} { return [order [list "$what [file normalize $file]"]] }
-    set answer $control.answer
-    order [list "$what $answer"]
-    set channel [open $answer]
-    set text [read $channel]
-    close $channel
-    file delete $answer
-    return $text
+    if {$file ne {}} { return [order_once "$what [name $file]"] }
+    if {$control eq {}} { refuse "not attached: call qx::sim::attach first" }
+    set folder [make_folder $control.]
+    set failed [catch { order_once "$what $folder/text"; text_of $folder/text } result options]
+    file delete -force -- $folder
+    return -options $options $result
 }
 
 # ---------------------------------------------------------------------------- the flow table
 
+# A flow's hash slot in the flow table.
+proc qx::sim::flow_slot {flow} { lindex [flow_slots $flow] 0 }
+
 # The slot that holds a flow on a device, searched by flow id from the hash slot on; -1 if there is
 # none.
 proc qx::sim::find_flow {device flow} {
-    set home [flow_slot $flow]
     set found [qx_flow_create]
     set result -1
-    for {set step 0} {$step < 16 && $result < 0} {incr step} {
-        set slot [expr {($home + $step) % 4096}]
+    foreach slot [flow_slots $flow] {
         if {[qx_flow_get $device $slot $found] == 0 &&
             [qx_flow_get_flow_id $found] == [qx_flow_get_flow_id $flow]} {
             set result $slot
+            break
         }
     }
     qx_data_free $found

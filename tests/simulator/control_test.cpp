@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <fcntl.h>
+#include <fstream>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -15,6 +16,11 @@ class control : public devices
 protected:
     void TearDown() override { order(""); }
 };
+
+void order_refused(const std::string &lines)
+{
+    order(lines, QX_BAD_SWITCH);
+}
 
 unsigned suspended(unsigned short device = 0)
 {
@@ -108,21 +114,106 @@ TEST_F(control, a_latency_delays)
     EXPECT_GE(timed(), std::chrono::microseconds{30000});
 }
 
-TEST_F(control, mistakes_are_reported_once_and_ignored)
+TEST_F(control, a_mistake_is_reported_once_and_no_call_is_answered)
 {
     const std::string said = complaints([] {
-        order("# a comment\n\nfault qx_pm_ne_suspend_get 1 9\nfrob\nfault qx_flow_add\n"
-              "fault qx_nothing * 1\nfault qx_* 0 1\nfault qx_* x 1\nfault qx_* 1 QX_OK\n"
-              "fault qx_* 1 65536\nlatency qx_* 10000001\nlatency qx_*\nkeys maybe\nreset now\n"
-              "snapshot\nlog\n");
-        EXPECT_EQ(9U, suspended());
-        EXPECT_EQ(QX_OK, suspended());
+        order_refused(
+            "# a comment\n\nfault qx_pm_ne_suspend_get 1 9\nfrob\nfault qx_flow_add\n"
+            "fault qx_nothing * 1\nfault qx_* 0 1\nfault qx_* x 1\nfault qx_* 1 QX_OK\n"
+            "fault qx_* 1 65536\nlatency qx_* 10000001\nlatency qx_*\nkeys maybe\nreset now\n"
+            "snapshot\nlog\nanswer\nprocess\nprocess 0\nprocess 1x\nprocess 4294967296\n");
+        EXPECT_EQ(QX_BAD_SWITCH, suspended());
+        EXPECT_EQ(QX_BAD_SWITCH, suspended());
     });
     const std::string name = folder() + "/control:";
     EXPECT_NE(std::string::npos, said.find("qx_sim: " + name + "4: \"frob\" is none of")) << said;
-    for (unsigned line = 5; line <= 16; ++line)
+    for (unsigned line = 5; line <= 21; ++line)
         EXPECT_NE(std::string::npos, said.find(name + std::to_string(line) + ": ")) << said;
-    EXPECT_EQ(13U, lines(said)) << said;
+    EXPECT_EQ(18U, lines(said)) << said;
+    order("");
+    EXPECT_EQ(QX_OK, suspended());
+}
+
+TEST_F(control, a_refused_file_changes_nothing)
+{
+    order("fault qx_pm_ne_suspend_get 2 7\n");
+    EXPECT_EQ(QX_OK, suspended());
+    qx_flow_t one = flow(1);
+    ASSERT_EQ(QX_OK, qx_flow_add(0, &one));
+    const std::string shot = folder() + "/refused.json";
+    complaints([&] { order_refused("reset\nsnapshot " + shot + "\nfault qx_x * 1\n"); });
+    EXPECT_EQ(QX_BAD_SWITCH, qx_flow_delete(0, 1));
+    EXPECT_EQ("", file_text(shot));
+    order("fault qx_pm_ne_suspend_get 2 7\n");
+    EXPECT_EQ(7U, suspended()) << "the rule went on counting";
+    EXPECT_EQ(QX_OK, qx_flow_delete(0, 1));
+}
+
+TEST_F(control, the_same_rule_again_begins_when_the_first_is_over)
+{
+    order("fault qx_pm_ne_* 2 7\nfault qx_pm_ne_* 2 7\nfault qx_pm_ne_* 3 8\n");
+    const unsigned expected[] = {QX_OK, 7, 8, 7, QX_OK};
+    for (const unsigned status : expected)
+        EXPECT_EQ(status, suspended());
+    order("fault qx_pm_ne_* 2 7\nfault qx_pm_ne_* 2 7\nfault qx_pm_ne_* 2 7\n");
+    EXPECT_EQ(QX_OK, suspended()) << "only the third counts";
+    EXPECT_EQ(7U, suspended());
+    order("fault * * 5\nfault * * 5\n");
+    EXPECT_EQ(5U, suspended());
+}
+
+TEST_F(control, an_answer_says_what_came_of_the_file)
+{
+    const std::string name = folder() + "/said";
+    const auto answer = [&](const std::string &lines, unsigned status = QX_BAD_DEVICE) {
+        std::remove(name.c_str());
+        const std::string said =
+            complaints([&] { order(lines + "answer " + name + "\n", status); });
+        EXPECT_EQ("", said);
+        struct stat file
+        {};
+        EXPECT_EQ(0, stat(name.c_str(), &file));
+        EXPECT_EQ(0600U, file.st_mode & 07777U);
+        return file_text(name);
+    };
+    EXPECT_EQ("ok\n", answer("reset\n"));
+    const std::string rules = "fault qx_pm_ne_suspend_get 2 7\nfault qx_pm_* 3+ QX_IN_USE\n";
+    EXPECT_EQ("ok\nfired 0 qx_pm_ne_suspend_get 2 7\nfired 0 qx_pm_* 3+ QX_IN_USE\n",
+              answer(rules));
+    for (const unsigned status : {unsigned{QX_OK}, 7U, unsigned{QX_IN_USE}, unsigned{QX_IN_USE}})
+        EXPECT_EQ(status, suspended());
+    EXPECT_EQ("ok\nfired 1 qx_pm_ne_suspend_get 2 7\nfired 2 qx_pm_* 3+ QX_IN_USE\n",
+              answer(rules + "# again\n"));
+    EXPECT_EQ("error 2: expected: keys on or keys off\nfired 1 qx_pm_ne_suspend_get 2 7\n"
+              "fired 2 qx_pm_* 3+ QX_IN_USE\n",
+              answer("reset\nkeys\n", QX_BAD_SWITCH));
+    EXPECT_EQ("error cannot write /no/where: No such file or directory\n",
+              answer("snapshot /no/where\n", QX_BAD_SWITCH));
+    EXPECT_EQ("error cannot write /no/log: No such file or directory\n",
+              answer("log /no/log\n", QX_BAD_SWITCH));
+}
+
+TEST_F(control, an_answer_follows_no_link_and_replaces_no_file)
+{
+    const std::string name = folder() + "/link";
+    const std::string target = folder() + "/target";
+    ASSERT_EQ(0, symlink(target.c_str(), name.c_str()));
+    const std::string said = complaints([&] { order_refused("answer " + name + "\n"); });
+    EXPECT_EQ("qx_sim: " + folder() + "/control: cannot write " + name + ": File exists\n", said);
+    EXPECT_EQ(QX_BAD_SWITCH, suspended());
+    EXPECT_NE(0, access(target.c_str(), F_OK));
+}
+
+TEST_F(control, lines_for_another_process_are_passed_over)
+{
+    const std::string own = std::to_string(getpid());
+    const std::string shot = folder() + "/theirs.json";
+    order("fault qx_pm_ne_* 1 7\nprocess 1\nnonsense\nsnapshot " + shot +
+          "\nfault * * 9\nprocess " + own + "\nfault qx_pm_ne_* 2 8\n");
+    EXPECT_EQ(7U, suspended());
+    EXPECT_EQ(8U, suspended());
+    EXPECT_EQ(QX_OK, suspended());
+    EXPECT_EQ("", file_text(shot));
 }
 
 TEST_F(control, a_file_that_goes_ends_its_settings)
@@ -162,11 +253,62 @@ TEST_F(control, files_are_their_owners_alone)
         ASSERT_EQ(0, stat((folder() + name).c_str(), &file));
         EXPECT_EQ(0600U, file.st_mode & 07777U);
     }
-    const std::string said = complaints([] { order("snapshot " + folder() + "/no/where\n"); });
+    const std::string said =
+        complaints([] { order_refused("snapshot " + folder() + "/no/where\n"); });
     EXPECT_NE(std::string::npos, said.find("cannot write " + folder() + "/no/where")) << said;
 }
 
+TEST_F(control, a_file_of_others_rights_becomes_its_owners_alone)
+{
+    const std::string name = folder() + "/open.json";
+    std::ofstream{name} << "old";
+    ASSERT_EQ(0, chmod(name.c_str(), 0644));
+    order("snapshot " + name + "\n");
+    struct stat file
+    {};
+    ASSERT_EQ(0, stat(name.c_str(), &file));
+    EXPECT_EQ(0600U, file.st_mode & 07777U);
+    EXPECT_EQ('{', file_text(name).front());
+}
+
+TEST_F(control, a_fifo_nobody_reads_is_no_file_to_write)
+{
+    const std::string name = folder() + "/fifo";
+    ASSERT_EQ(0, mkfifo(name.c_str(), 0600));
+    for (const char *const what : {"log ", "snapshot ", "state "}) {
+        const std::string said = complaints([&] { order_refused(what + name + "\n"); });
+        EXPECT_NE(std::string::npos, said.find("cannot write " + name + ": nobody reads it"))
+            << said;
+    }
+}
+
 // -------------------------------------------------------------------------------------- the log
+
+TEST_F(control, a_log_asked_for_again_is_opened_again)
+{
+    const std::string log = folder() + "/rotated.log";
+    order("log " + log + "\n");
+    EXPECT_EQ(QX_OK, suspended());
+    ASSERT_EQ(0, std::rename(log.c_str(), (log + ".1").c_str()));
+    EXPECT_EQ(QX_OK, suspended());
+    EXPECT_EQ(2U, lines(file_text(log + ".1"))) << "until it is asked for";
+    order("log " + log + "\nlog " + log + "\n");
+    EXPECT_EQ(QX_OK, suspended());
+    EXPECT_EQ(1U, lines(file_text(log)));
+    if (access("/dev/full", W_OK) != 0)
+        GTEST_SKIP() << "this system has no /dev/full";
+    order("log /dev/full\n");
+    for (int again = 0; again < 2; ++again) {
+        const std::string said = complaints([] {
+            EXPECT_EQ(QX_OK, suspended());
+            EXPECT_EQ(QX_OK, suspended());
+        });
+        EXPECT_EQ("qx_sim: cannot write /dev/full: No space left on device; the call log ends "
+                  "here\n",
+                  said);
+        order("log /dev/full\nlog /dev/full\n");
+    }
+}
 
 TEST_F(control, the_log_has_a_line_a_call)
 {

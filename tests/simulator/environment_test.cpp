@@ -9,11 +9,15 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
 #include <fstream>
 #include <functional>
 #include <iterator>
+#include <set>
+#include <sstream>
 #include <string>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -104,7 +108,18 @@ TEST_F(environment, mistakes_are_reported_under_the_name_of_the_switch)
 {
     setenv("QX_SIM_FAULT", "qx_flow_add 1; qx_pm_ne_suspend_get * 9", 1);
     setenv("QX_SIM_LATENCY", "qx_flow_add soon", 1);
-    EXPECT_TRUE(in_child([] { return suspended() == 9 && suspended() == 9; }, file_));
+    setenv("QX_SIM_CONTROL", "/", 1);
+    EXPECT_TRUE(in_child(
+        [] {
+            if (suspended() != QX_BAD_SWITCH || suspended() != QX_BAD_SWITCH ||
+                suspended(65535) != QX_BAD_SWITCH)
+                return false;
+            unsetenv("QX_SIM_LATENCY");
+            unsetenv("QX_SIM_CONTROL"); // nothing of the refused switches is kept
+            setenv("QX_SIM_FAULT", "qx_pm_ne_suspend_get 2 9", 1);
+            return suspended() == QX_OK && suspended() == 9;
+        },
+        file_));
     EXPECT_EQ("qx_sim: QX_SIM_FAULT: expected: fault FUNCTION WHEN STATUS\n"
               "qx_sim: QX_SIM_LATENCY: \"soon\" is not a time from 0 to 10000000 microseconds\n",
               text());
@@ -137,8 +152,119 @@ TEST_F(environment, log_with_keys)
 TEST_F(environment, a_log_that_cannot_be_opened_is_one_complaint)
 {
     setenv("QX_SIM_LOG", "/no/such/folder/log", 1);
-    EXPECT_TRUE(in_child([] { return suspended() == QX_OK && suspended() == QX_OK; }, file_));
-    EXPECT_EQ("qx_sim: cannot write /no/such/folder/log: No such file or directory\n", text());
+    EXPECT_TRUE(in_child(
+        [] {
+            if (suspended() != QX_BAD_SWITCH || suspended() != QX_BAD_SWITCH)
+                return false;
+            unsetenv("QX_SIM_LOG");
+            return suspended() == QX_OK;
+        },
+        file_));
+    EXPECT_EQ("qx_sim: QX_SIM_LOG: cannot write /no/such/folder/log: No such file or directory\n",
+              text());
+}
+
+TEST_F(environment, a_control_file_that_cannot_be_read_is_a_mistake_until_it_goes)
+{
+    std::remove(file_.c_str());
+    ASSERT_EQ(0, mkdir(file_.c_str(), 0700));
+    setenv("QX_SIM_CONTROL", file_.c_str(), 1);
+    const std::string errors = file_ + ".errors";
+    const auto refused_until = [&](const char *said, const std::function<int()> &mend) {
+        EXPECT_TRUE(in_child(
+            [&] {
+                return suspended() == QX_BAD_SWITCH && suspended() == QX_BAD_SWITCH &&
+                       mend() == 0 && suspended() == QX_OK;
+            },
+            errors));
+        std::ifstream file{errors};
+        EXPECT_EQ("qx_sim: " + file_ + ": " + said + "\n",
+                  (std::string{std::istreambuf_iterator<char>{file}, {}}));
+    };
+    refused_until("not a regular file", [&] { return rmdir(file_.c_str()); });
+    ASSERT_EQ(0, mkfifo(file_.c_str(), 0600));
+    refused_until("not a regular file", [&] { return unlink(file_.c_str()); });
+    ASSERT_EQ(0, symlink(file_.c_str(), file_.c_str()));
+    refused_until("Too many levels of symbolic links", [&] { return unlink(file_.c_str()); });
+    std::remove(errors.c_str());
+}
+
+TEST_F(environment, a_folder_that_changes_moves_no_file)
+{
+    char folder[] = "/tmp/qx_sim_folder.XXXXXX";
+    ASSERT_NE(nullptr, mkdtemp(folder));
+    setenv("QX_SIM_LOG", "calls.log", 1);
+    setenv("QX_SIM_CONTROL", "control", 1);
+    EXPECT_TRUE(in_child([&] {
+        if (chdir(folder) != 0 || suspended() != QX_OK || chdir("/") != 0)
+            return false;
+        std::ofstream{std::string{folder} + "/control"} << "fault qx_pm_* 1 9\nsnapshot shot\n";
+        return suspended() == 9;
+    }));
+    for (const char *const name : {"/calls.log", "/control", "/shot"}) {
+        EXPECT_EQ(0, std::remove((folder + std::string{name}).c_str())) << name;
+    }
+    EXPECT_EQ(0, rmdir(folder));
+}
+
+TEST_F(environment, keys_are_shown_for_the_words_for_on_only)
+{
+    setenv("QX_SIM_LOG", file_.c_str(), 1);
+    const std::string errors = file_ + ".errors";
+    const auto shown = [&](const char *word) {
+        std::ofstream{file_}.flush();
+        setenv("QX_SIM_KEYS", word, 1);
+        EXPECT_TRUE(in_child(
+            [&] {
+                qx_pptp_sa_t session{};
+                session.key[15] = 201;
+                return qx_pptp_session_add(0, &session) == QX_BAD_SESSION_ID;
+            },
+            errors));
+        return text().find(", 201]") != std::string::npos;
+    };
+    for (const char *const on : {"1", "on", "yes", "true"})
+        EXPECT_TRUE(shown(on)) << on;
+    for (const char *const off : {"0", "off", "no", "false"})
+        EXPECT_FALSE(shown(off)) << off;
+    EXPECT_FALSE(shown("maybe"));
+    std::ifstream said{errors};
+    EXPECT_EQ("QX_SIM_KEYS is neither on (1, on, yes, true) nor off (0, off, no, false): it stays "
+              "off\n",
+              (std::string{std::istreambuf_iterator<char>{said}, {}}));
+    std::remove(errors.c_str());
+}
+
+TEST_F(environment, keys_off_in_a_control_file_wins)
+{
+    const std::string control = file_ + ".control";
+    setenv("QX_SIM_LOG", file_.c_str(), 1);
+    setenv("QX_SIM_KEYS", "1", 1);
+    setenv("QX_SIM_CONTROL", control.c_str(), 1);
+    std::ofstream{control} << "keys off\n";
+    EXPECT_TRUE(in_child([] {
+        qx_pptp_sa_t session{};
+        return qx_pptp_session_add(0, &session) == QX_BAD_SESSION_ID;
+    }));
+    EXPECT_NE(std::string::npos, text().find("\"key\": \"16 bytes\"")) << text();
+    std::remove(control.c_str());
+}
+
+// ------------------------------------------------------------------- what a log may come upon
+
+// A call whose log fails is carried out, and the process goes on.
+static void expect_that_only_the_log_ends(const std::string &errors, const std::string &said,
+                                          const std::function<void()> &prepare)
+{
+    EXPECT_TRUE(in_child(
+        [&] {
+            prepare();
+            return suspended() == QX_OK && suspended() == QX_OK;
+        },
+        errors));
+    std::ifstream file{errors};
+    EXPECT_EQ("qx_sim: " + said + "; the call log ends here\n",
+              (std::string{std::istreambuf_iterator<char>{file}, {}}));
 }
 
 TEST_F(environment, a_log_that_cannot_be_written_ends_with_one_complaint)
@@ -146,8 +272,95 @@ TEST_F(environment, a_log_that_cannot_be_written_ends_with_one_complaint)
     if (access("/dev/full", W_OK) != 0)
         GTEST_SKIP() << "this system has no /dev/full";
     setenv("QX_SIM_LOG", "/dev/full", 1);
-    EXPECT_TRUE(in_child([] { return suspended() == QX_OK && suspended() == QX_OK; }, file_));
-    EXPECT_EQ("qx_sim: cannot write /dev/full; the call log ends here\n", text());
+    expect_that_only_the_log_ends(file_, "cannot write /dev/full: No space left on device", [] {});
+}
+
+TEST_F(environment, a_limit_on_file_sizes_ends_the_log_and_not_the_process)
+{
+    setenv("QX_SIM_LOG", file_.c_str(), 1);
+    const std::string errors = file_ + ".errors";
+    expect_that_only_the_log_ends(errors, "cannot write " + file_ + ": File too large", [] {
+        const rlimit few{150, 150};
+        setrlimit(RLIMIT_FSIZE, &few);
+    });
+    std::remove(errors.c_str());
+    EXPECT_EQ(150U, text().size());
+    // The next process does not continue the half line.
+    EXPECT_TRUE(in_child([] { return suspended() == QX_OK; }));
+    EXPECT_EQ("\n{\"call\": 1, \"process\": ", text().substr(150, 24));
+}
+
+TEST_F(environment, a_fifo_nobody_reads_is_not_waited_for)
+{
+    std::remove(file_.c_str());
+    ASSERT_EQ(0, mkfifo(file_.c_str(), 0600));
+    setenv("QX_SIM_LOG", file_.c_str(), 1);
+    const std::string errors = file_ + ".errors";
+    EXPECT_TRUE(in_child([] { return suspended() == QX_BAD_SWITCH; }, errors));
+    const std::string fifo = "cannot write " + file_;
+    // A reader that goes, and one that does not read.
+    expect_that_only_the_log_ends(errors, fifo + ": Broken pipe", [&] {
+        const int reader = open(file_.c_str(), O_RDONLY | O_NONBLOCK);
+        suspended();
+        close(reader);
+    });
+    expect_that_only_the_log_ends(errors, fifo + ": " + std::strerror(EAGAIN), [&] {
+        (void)!open(file_.c_str(), O_RDONLY | O_NONBLOCK);
+        const int writer = open(file_.c_str(), O_WRONLY | O_NONBLOCK);
+        const char filling[1024] = {};
+        while (write(writer, filling, sizeof filling) > 0) {
+        }
+    });
+    std::remove(errors.c_str());
+}
+
+TEST_F(environment, processes_share_a_log_line_by_line)
+{
+    setenv("QX_SIM_LOG", file_.c_str(), 1);
+    EXPECT_TRUE(in_child([] {
+        bool held = suspended() == QX_OK;
+        const pid_t other = fork();
+        for (int call = 0; call < 200; ++call)
+            held = held && suspended() == QX_OK;
+        if (other == 0)
+            _exit(held ? 0 : 1);
+        int status = 1;
+        return waitpid(other, &status, 0) == other && status == 0 && held;
+    }));
+    std::istringstream all{text()};
+    unsigned count = 0;
+    std::set<std::string> processes;
+    for (std::string line; std::getline(all, line); ++count) {
+        EXPECT_TRUE(line.starts_with("{\"call\": ") && line.ends_with("}")) << line;
+        processes.insert(line.substr(line.find("\"process\": "), 20));
+    }
+    EXPECT_EQ(401U, count);
+    EXPECT_EQ(2U, processes.size());
+}
+
+TEST_F(environment, a_log_that_others_may_read_is_changed)
+{
+    ASSERT_EQ(0, chmod(file_.c_str(), 0644));
+    setenv("QX_SIM_LOG", file_.c_str(), 1);
+    EXPECT_TRUE(in_child([] { return suspended() == QX_OK; }));
+    struct stat is
+    {};
+    ASSERT_EQ(0, stat(file_.c_str(), &is));
+    EXPECT_EQ(0600U, is.st_mode & 07777U);
+    if (getuid() != 0)
+        GTEST_SKIP() << "only root can give a file away";
+    // Writable, and somebody else's.
+    ASSERT_EQ(0, chown(file_.c_str(), 1, 1));
+    ASSERT_EQ(0, chmod(file_.c_str(), 0666));
+    const std::string errors = file_ + ".errors";
+    EXPECT_TRUE(in_child(
+        [] { return setgid(65534) == 0 && setuid(65534) == 0 && suspended() == QX_BAD_SWITCH; },
+        errors));
+    std::ifstream file{errors};
+    EXPECT_EQ("qx_sim: QX_SIM_LOG: cannot write " + file_ +
+                  ": Operation not permitted, and others may read it\n",
+              (std::string{std::istreambuf_iterator<char>{file}, {}}));
+    std::remove(errors.c_str());
 }
 
 // The address space is cut to what the process has, and all that malloc still has is used up.

@@ -18,8 +18,8 @@ namespace simulated {
 /// The folder for this process's files; removed when the process ends.
 const std::string &folder();
 
-/// Replaces the control file by these lines and makes the simulator read it.
-void order(const std::string &lines);
+/// Replaces the control file by these lines and makes the simulator read it, which answers so.
+void order(const std::string &lines, unsigned status = QX_BAD_DEVICE);
 
 std::string file_text(const std::string &name); ///< all of a file; empty if it cannot be read
 std::string snapshot();                         ///< of all devices

@@ -16,12 +16,16 @@ namespace {
     _exit(qxsh::strict_memory_is_on() ? 1 : 0);
 }
 
-TEST(strict_switch, is_on_for_1_only)
+TEST(strict_switch, is_on_for_the_words_for_on_only)
 {
-    EXPECT_EXIT(ask("1"), testing::ExitedWithCode(1), "^$");
-    EXPECT_EXIT(ask("0"), testing::ExitedWithCode(0), "^$");
-    EXPECT_EXIT(ask(""), testing::ExitedWithCode(0), "^$");
-    EXPECT_EXIT(ask("on"), testing::ExitedWithCode(0), "neither 0 nor 1");
+    for (const char *const on : {"1", "on", "yes", "true"})
+        EXPECT_EXIT(ask(on), testing::ExitedWithCode(1), "^$") << on;
+    for (const char *const off : {"0", "off", "no", "false", ""})
+        EXPECT_EXIT(ask(off), testing::ExitedWithCode(0), "^$") << off;
+    for (const char *const unknown : {"2", "ON", "o", " 1", "maybe"})
+        EXPECT_EXIT(ask(unknown), testing::ExitedWithCode(0),
+                    "^QXSH_STRICT_MEMORY is neither on .* nor off .*: it stays off\n$")
+            << unknown;
 }
 
 TEST(strict_switch, is_not_looked_at_with_rights_that_the_user_has_not)
@@ -34,7 +38,7 @@ TEST(strict_switch, is_not_looked_at_with_rights_that_the_user_has_not)
         ask(value);
     };
     EXPECT_EXIT(ask_as_nobody("1"), testing::ExitedWithCode(0), "^$");
-    EXPECT_EXIT(ask_as_nobody("on"), testing::ExitedWithCode(0), "^$");
+    EXPECT_EXIT(ask_as_nobody("maybe"), testing::ExitedWithCode(0), "^$");
 }
 
 } // namespace
