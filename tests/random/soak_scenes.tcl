@@ -36,7 +36,6 @@ proc scenes::record {type} {
     expect [qx::get $second] $value "$type, written as it was read"
     expect [qx::diff $first $second] {} "a difference"
     qx::json $second
-    qx::template $type
     foreach command {qx::get qx::json} {
         expect [lindex [code_of { $command $first -view nosuch }] 0] QX "an unknown view's error"
     }
