@@ -5,7 +5,8 @@
 # soak_shell.tcl.
 
 namespace eval scenes {
-    variable strict [expr {[info exists ::env(QXSH_STRICT_MEMORY)] && $::env(QXSH_STRICT_MEMORY) eq "1"}]
+    variable strict [expr {[info exists ::env(QXSH_STRICT_MEMORY)] &&
+        $::env(QXSH_STRICT_MEMORY) eq "1"}]
     variable records [qx::catalogue::records]
     variable taken {}        ;# what the channel has taken
     variable interrupting {} ;# the record to dump at its next write; empty: none
