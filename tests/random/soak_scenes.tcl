@@ -5,7 +5,8 @@
 # soak_shell.tcl.
 
 namespace eval scenes {
-    variable strict [expr {[info exists ::env(QXSH_STRICT_MEMORY)] && $::env(QXSH_STRICT_MEMORY) eq "1"}]
+    variable strict [expr {[info exists ::env(QXSH_STRICT_MEMORY)] &&
+        $::env(QXSH_STRICT_MEMORY) eq "1"}]
     variable records [qx::catalogue::records]
     variable taken {}        ;# what the channel has taken
     variable interrupting {} ;# the record to dump at its next write; empty: none
@@ -36,7 +37,6 @@ proc scenes::record {type} {
     expect [qx::get $second] $value "$type, written as it was read"
     expect [qx::diff $first $second] {} "a difference"
     qx::json $second
-    qx::template $type
     foreach command {qx::get qx::json} {
         expect [lindex [code_of { $command $first -view nosuch }] 0] QX "an unknown view's error"
     }
