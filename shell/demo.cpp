@@ -67,8 +67,8 @@ int Demo_Init(Tcl_Interp *interp)
     create_commands(interp);
     swig_install_constants(interp, swig_constants);
     qxsh::send_output_to_tcl();
-    qxsh::offer_memory_access(interp, qxsh::strict_memory_is_on() ? qxsh::strictly_allows
-                                                                  : nullptr);
+    qxsh::offer_memory_access(interp,
+                              qxsh::strict_memory_is_on() ? qxsh::strictly_allows : nullptr);
     return TCL_OK;
 }
 

@@ -217,13 +217,13 @@ bool strictly_allows(Tcl_Interp *interp, const void *address, const char *record
 {
     const auto *const end = element_types + type_count;
     const auto *const type = std::find_if(element_types, end, [&](const element_type &each) {
-        return each.record >= 0 &&
-               record_rows[each.record].name.text() == std::string_view{record};
+        return each.record >= 0 && record_rows[each.record].name.text() == std::string_view{record};
     });
     try {
         const checked_pointer what{address, static_cast<int>(type - element_types)};
-        const auto problem = type == end ? std::string{"the commands do not know the record "} + record
-                                         : problem_of_access(blocks(), what, 0, 1);
+        const auto problem = type == end
+                                 ? std::string{"the commands do not know the record "} + record
+                                 : problem_of_access(blocks(), what, 0, 1);
         Tcl_SetObjResult(interp, Tcl_NewStringObj(problem.c_str(), -1));
         return problem.empty();
     } catch (const std::bad_alloc &) {

@@ -66,7 +66,7 @@ private:
     record_session &session_;
     unsigned char *const bytes_;
     bool secret_ = false; // the field being written is a key
-    int version_ = 0; // of the last address, if it was written as text; else 0
+    int version_ = 0;     // of the last address, if it was written as text; else 0
 
     // Views of one union that are written together must agree.
     unsigned char *written_ = nullptr; // inside such a union: a mask of the bits written
