@@ -73,7 +73,9 @@ proc qx::script_parser::read_bracket {} {
     variable place
     variable depth
     variable deepest
-    if {[incr depth] > $deepest} { fail [current_line] "brackets are nested more than $deepest deep" }
+    if {[incr depth] > $deepest} {
+        fail [current_line] "brackets are nested more than $deepest deep"
+    }
     incr place
     set commands [read_commands \]]
     incr depth -1
