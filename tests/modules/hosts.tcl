@@ -10,6 +10,7 @@ proc preamble {} {
         meter   QXSH_METER         Meter
         package QXSH_PACKAGE       Demo
         view    QXSH_REGISTRY_VIEW Registry_view
+        namesake QXSH_NAMESAKE     Namesake
     } {
         set body "load [list $::env($file)] $prefix \$interp"
         lappend quoted [list proc load_$name {{interp {}}} $body]

@@ -4,7 +4,10 @@
 //   meter_new TYPE BYTES         the handle of a new block of zeroes
 //   meter_free HANDLE            releases such a block
 //   meter_address TYPE HANDLE    the address that a handle gives where TYPE is expected
-//   meter_describe TYPE          gives the type a class, whose method "words" returns its words
+//   meter_return TYPE HANDLE FLAGS   the handle as a command's result, owned if flags is not 0
+//   meter_describe TYPE          gives the type a class, whose method "words" returns its words and
+//                                whose attributes -x and -y are an object's first two bytes
+//   meter_destroyed              how often the class's destructor was called; it only counts
 //   meter_casts TYPE HOW         changes the type's casts: "none" empties its list, "shifted" lets
 //                                its first entry add 4 bytes; "back" undoes the last change
 #include "helpers/block_memory.h"
@@ -120,9 +123,54 @@ int give_address(ClientData, Tcl_Interp *interp, int, Tcl_Obj *const objv[])
     return TCL_OK;
 }
 
+int return_again(ClientData, Tcl_Interp *interp, int, Tcl_Obj *const objv[])
+{
+    auto *const type = type_named(interp, objv[1]);
+    void *pointer;
+    int flags;
+    if (type == nullptr || Tcl_GetIntFromObj(interp, objv[3], &flags) != TCL_OK)
+        return TCL_ERROR;
+    if (swig_convert_ptr(interp, objv[2], &pointer, nullptr, 0) != 0)
+        return fail(interp, "no handle");
+    Tcl_SetObjResult(interp, swig_new_instance_obj(interp, pointer, type, flags));
+    return TCL_OK;
+}
+
 int report_words(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     Tcl_SetObjResult(interp, Tcl_NewListObj(objc, objv));
+    return TCL_OK;
+}
+
+template <int Position> int get_byte(ClientData instance, Tcl_Interp *interp, int, Tcl_Obj *const[])
+{
+    const auto *const bytes =
+        static_cast<const unsigned char *>(static_cast<swig_instance *>(instance)->pointer);
+    Tcl_SetObjResult(interp, Tcl_NewIntObj(bytes[Position]));
+    return TCL_OK;
+}
+
+template <int Position>
+int set_byte(ClientData instance, Tcl_Interp *interp, int, Tcl_Obj *const objv[])
+{
+    int value;
+    if (Tcl_GetIntFromObj(interp, objv[2], &value) != TCL_OK)
+        return TCL_ERROR;
+    auto *const bytes =
+        static_cast<unsigned char *>(static_cast<swig_instance *>(instance)->pointer);
+    bytes[Position] = static_cast<unsigned char>(value);
+    return TCL_OK;
+}
+
+int destroyed;
+void count_destruction(void *)
+{
+    ++destroyed;
+}
+
+int report_destroyed(ClientData, Tcl_Interp *interp, int, Tcl_Obj *const[])
+{
+    Tcl_SetObjResult(interp, Tcl_NewIntObj(destroyed));
     return TCL_OK;
 }
 
@@ -147,9 +195,12 @@ int change_casts(ClientData, Tcl_Interp *interp, int, Tcl_Obj *const objv[])
 }
 
 constexpr swig_method methods[] = {{"words", report_words}, {nullptr, nullptr}};
+constexpr swig_attribute attributes[] = {{"-x", get_byte<0>, set_byte<0>},
+                                         {"-y", get_byte<1>, set_byte<1>},
+                                         {nullptr, nullptr, nullptr}};
 swig_type_record *described;
-swig_class description = {"meter", &described, nullptr, nullptr,
-                          methods, nullptr,    nullptr, nullptr};
+swig_class description = {"meter", &described, nullptr, count_destruction,
+                          methods, attributes, nullptr, nullptr};
 
 int describe(ClientData, Tcl_Interp *interp, int, Tcl_Obj *const objv[])
 {
@@ -170,7 +221,8 @@ extern "C" DLLEXPORT int Meter_Init(Tcl_Interp *interp)
     swig_link_module(interp, &module);
     const std::pair<const char *, Tcl_ObjCmdProc *> commands[] = {
         {"meter_new", make_block},       {"meter_free", free_block},
-        {"meter_address", give_address}, {"meter_describe", describe},
+        {"meter_address", give_address}, {"meter_return", return_again},
+        {"meter_describe", describe},    {"meter_destroyed", report_destroyed},
         {"meter_casts", change_casts},
     };
     for (const auto &[name, procedure] : commands)

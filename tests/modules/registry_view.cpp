@@ -1,6 +1,6 @@
 // An extension for tests that looks at an interpreter's registry of types without being a member:
 // commands registry::modules, types, record, own, sources, described. It reads the variable on its
-// own.
+// own. With registry::accept it puts another cast list in a record, as another module could.
 #include "runtime/type_registry.h"
 
 #include <tcl.h>
@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <deque>
 #include <string>
 
 // The structures are shared with modules of other makers: each member one word, in this order.
@@ -165,6 +166,47 @@ int is_described(ClientData, Tcl_Interp *interp, int, Tcl_Obj *const objv[])
     return TCL_OK;
 }
 
+// The converter of such lists leads to the next of several flows.
+constexpr std::size_t flow_size = 212;
+int conversions;
+void *next_flow(void *flow, int *)
+{
+    ++conversions;
+    return static_cast<char *>(flow) + flow_size;
+}
+
+// accept RECORD {SOURCE next-or-plain ...}: from now on the type accepts these, in this order.
+int replace_casts(ClientData, Tcl_Interp *interp, int, Tcl_Obj *const objv[])
+{
+    static auto *const lists =
+        new std::deque<swig_cast_record>; // records may point there to the end
+    int count;
+    Tcl_Obj **words;
+    if (Tcl_ListObjGetElements(interp, objv[2], &count, &words) != TCL_OK)
+        return TCL_ERROR;
+    auto *const type = const_cast<swig_type_record *>(record_at<swig_type_record>(objv[1]));
+    type->cast = nullptr;
+    swig_cast_record *last = nullptr;
+    for (int i = 0; i + 1 < count; i += 2) {
+        auto *const source = const_cast<swig_type_record *>(record_at<swig_type_record>(words[i]));
+        const bool converted = std::strcmp(Tcl_GetString(words[i + 1]), "next") == 0;
+        auto &cast = lists->emplace_back();
+        cast.type = source;
+        cast.converter = converted ? next_flow : nullptr;
+        cast.prev = last;
+        (last != nullptr ? last->next : type->cast) = &cast;
+        last = &cast;
+    }
+    return TCL_OK;
+}
+
+// conversions: how often the converter has run.
+int count_conversions(ClientData, Tcl_Interp *interp, int, Tcl_Obj *const[])
+{
+    Tcl_SetObjResult(interp, Tcl_NewIntObj(conversions));
+    return TCL_OK;
+}
+
 } // namespace
 
 extern "C" DLLEXPORT int Registry_view_Init(Tcl_Interp *interp)
@@ -175,6 +217,7 @@ extern "C" DLLEXPORT int Registry_view_Init(Tcl_Interp *interp)
         {"registry::modules", list_modules}, {"registry::types", list_types},
         {"registry::record", find_record},   {"registry::own", find_own},
         {"registry::sources", list_sources}, {"registry::described", is_described},
+        {"registry::accept", replace_casts}, {"registry::conversions", count_conversions},
     };
     for (const auto &[name, procedure] : commands)
         Tcl_CreateObjCommand(interp, name, procedure, nullptr, nullptr);
