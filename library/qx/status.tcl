@@ -175,6 +175,8 @@ proc qx::status::watch {{switch {}}} {
     set wanted [expr {bool($switch)}]
     if {$wanted == $watching} return
     foreach name [qx::catalogue::commands] {
+        # A script may have renamed it.
+        if {![llength [info commands ::$name]]} continue
         trace [expr {$wanted ? "add" : "remove"}] execution ::$name leave ::qx::status::watched
     }
     set watching $wanted
