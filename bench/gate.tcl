@@ -3,9 +3,10 @@
 # reproducible.
 
 set here [file dirname [file normalize [info script]]]
-foreach file {rows bounds counter scale sizes} { source [file join $here $file.tcl] }
+foreach file {rows bounds counter scale sizes tables} { source [file join $here $file.tcl] }
 
 proc measured {row target} {
+    if {[regsub {^full_} $row {} table]} { return [tables::ratio $target $table] }
     switch -- $row {
         registration {
             set counted [counter::registration $target]

@@ -72,7 +72,7 @@ std::map<std::string, statuses> read_documented()
         const auto cell = line.find('|', name_end) + 1;
         std::istringstream words{line.substr(cell, line.find('|', cell) - cell)};
         statuses &row = table[line.substr(3, name_end - 3)];
-        row = {"QX_OK", "QX_BAD_DEVICE", "QX_NULL_POINTER"};
+        row = {"QX_OK", "QX_BAD_DEVICE", "QX_NULL_POINTER", "QX_SUSPENDED"};
         for (std::string word; words >> word;)
             row.insert(word);
     }

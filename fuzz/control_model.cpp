@@ -146,7 +146,8 @@ bool read_line(std::string_view line, model_settings &settings, bool &ours)
         settings.keys = switches.at(rest);
     } else if (what == "reset" && rest.empty()) {
         settings.orders.push_back(what);
-    } else if ((what == "snapshot" || what == "state") && !rest.empty()) {
+    } else if ((what == "snapshot" || what == "state" || what == "save" || what == "restore") &&
+               !rest.empty()) {
         settings.orders.push_back(what + " " + from_here(rest));
     } else if (what == "log" && !rest.empty()) {
         settings.log = from_here(rest);

@@ -32,7 +32,7 @@ struct model_settings
     std::string log;
     std::string answer;
     std::optional<bool> keys;
-    std::vector<std::string> orders;     ///< "reset", "snapshot FILE", "state FILE"
+    std::vector<std::string> orders;     ///< "reset", "snapshot FILE" and the like
     std::vector<std::uint32_t> mistakes; ///< numbers of the bad lines, or rules of a switch
 };
 

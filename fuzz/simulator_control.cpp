@@ -113,9 +113,11 @@ void check_file(const std::string &text)
     std::vector<std::string> orders;
     for (const qxsim::control_action &action : order.actions) {
         using kind = qxsim::control_action::kind;
-        orders.push_back(action.what == kind::reset   ? "reset"
-                         : action.what == kind::state ? "state " + action.file
-                                                      : "snapshot " + action.file);
+        orders.push_back(action.what == kind::reset      ? "reset"
+                         : action.what == kind::state    ? "state " + action.file
+                         : action.what == kind::snapshot ? "snapshot " + action.file
+                         : action.what == kind::save     ? "save " + action.file
+                                                         : "restore " + action.file);
     }
     expect(orders == right.orders, "the orders are those of the file");
     expect_equal(order.mistakes.size(), right.mistakes.size(), "mistakes", text);
@@ -207,9 +209,19 @@ bool controlled_scene::cannot_be_obeyed(const model_settings &read) const
     const auto of_folder = [](const std::string &name) {
         return name.ends_with("/") || name.ends_with("/three");
     };
-    for (const std::string &order : read.orders)
-        if (of_folder(order) || order.ends_with(" " + read.answer))
+    std::map<std::string, bool> restorable; // files that the lines write: whether they are saved
+    for (const std::string &order : read.orders) {
+        const std::string file = order.substr(order.find(' ') + 1);
+        const bool restores = order.starts_with("restore ");
+        if (of_folder(order) || (!restores && order.ends_with(" " + read.answer)))
             return true;
+        if (!restores)
+            restorable[file] = order.starts_with("save ");
+        else if (const auto known = restorable.find(file);
+                 known != restorable.end() ? !known->second
+                                           : !text_of(file).starts_with("qx_sim devices "))
+            return true;
+    }
     return of_folder(read.answer) || (!read.answer.empty() && files::exists(read.answer)) ||
            (!read.log.empty() && read.log == read.answer);
 }
@@ -269,9 +281,9 @@ void controlled_scene::check_orders() const
 {
     std::string last;
     for (const std::string &order : model_.orders)
-        if (order.ends_with("/one") || order.ends_with("/two"))
+        if (!order.starts_with("restore") && (order.ends_with("/one") || order.ends_with("/two")))
             last = order;
-    if (last.empty())
+    if (last.empty() || last.starts_with("save"))
         return;
     const std::string text = text_of(last.substr(last.find(' ') + 1));
     expect(is_json(text), "an order's file is JSON");

@@ -8,6 +8,11 @@
 
 namespace qxsh {
 
+std::string json_text::length_text(const unsigned char *, std::size_t size)
+{
+    return std::to_string(size) + " bytes";
+}
+
 void json_text::new_line()
 {
     text_ += '\n';
@@ -116,7 +121,7 @@ void json_text::field(const unsigned char *bytes, const unsigned char *secret,
         secret += field.offset;
     if (inner == nullptr && secret != nullptr &&
         std::find(secret, secret + size, 1) != secret + size) {
-        string((std::to_string(size) + " bytes").c_str());
+        string(hidden_(bytes + field.offset, size).c_str());
         return;
     }
     if (field.count != 0)

@@ -3,6 +3,7 @@
 
 #include "records/table.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -16,8 +17,15 @@ class json_text
 public:
     enum class layout : std::uint8_t { one_line, lines };
 
-    /// Unless `keys` is true, secret keys and fields that overlap them are written as a length.
-    explicit json_text(bool keys) : keys_(keys) {}
+    /// The text in place of secret bytes.
+    using hidden_text = std::string(const unsigned char *bytes, std::size_t size);
+
+    /// Unless `keys` is true, `hidden` is written in place of secret keys and of fields that
+    /// overlap them; by default it is their length, such as "32 bytes".
+    explicit json_text(bool keys, hidden_text *hidden = length_text) : hidden_(hidden), keys_(keys)
+    {}
+
+    static hidden_text length_text;
 
     json_text &object(layout style = layout::one_line) { return open('{', style); }
     json_text &array(layout style = layout::one_line) { return open('[', style); }
@@ -69,6 +77,7 @@ private:
     std::string text_;
     std::vector<level> levels_;
     bool named_ = false;
+    hidden_text *hidden_;
     bool keys_;
 };
 

@@ -2,6 +2,7 @@
 #include "address.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace qxsim {
 
@@ -35,6 +36,18 @@ prefix_key shortened(const prefix_key &prefix, std::uint32_t length) noexcept
             result.address.words[index] &= kept == 0 ? 0 : ~0U << (32 - kept);
     }
     return result;
+}
+
+std::uint32_t common_bits(const prefix_key &left, const prefix_key &right) noexcept
+{
+    const std::uint32_t limit = std::min(left.length, right.length);
+    for (std::uint32_t index = 0; index < 4 && index * 32 < limit; ++index) {
+        const std::uint32_t unlike = left.address.words[index] ^ right.address.words[index];
+        if (unlike != 0)
+            return std::min(limit,
+                            index * 32 + static_cast<std::uint32_t>(std::countl_zero(unlike)));
+    }
+    return limit;
 }
 
 prefix_key prefix_of(const qx_ip_address_t &address) noexcept

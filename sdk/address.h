@@ -3,9 +3,9 @@
 #pragma once
 
 #include "qx_sdk.h"
+#include "record.h"
 
 #include <array>
-#include <compare>
 #include <cstdint>
 
 namespace qxsim {
@@ -18,7 +18,8 @@ struct address_key
 {
     std::uint32_t family = 0;
     std::array<std::uint32_t, 4> words{};
-    auto operator<=>(const address_key &) const = default;
+    using sorted_by_words = void;
+    bool operator==(const address_key &) const = default;
 };
 
 /// A prefix: an address whose bits beyond the length are zero. Sorted by family (IPv4 first),
@@ -27,7 +28,8 @@ struct prefix_key
 {
     address_key address;
     std::uint32_t length = 0;
-    auto operator<=>(const prefix_key &) const = default;
+    using sorted_by_words = void;
+    bool operator==(const prefix_key &) const = default;
 };
 
 /// True if the family is known and the length does not exceed its number of bits.
@@ -44,5 +46,8 @@ prefix_key prefix_of(const qx_ip_address_t &address) noexcept;
 
 /// The prefix cut to `length` bits, or unchanged if it is not longer.
 prefix_key shortened(const prefix_key &prefix, std::uint32_t length) noexcept;
+
+/// The number of bits that two prefixes of one family begin with alike, at most the lesser length.
+std::uint32_t common_bits(const prefix_key &left, const prefix_key &right) noexcept;
 
 } // namespace qxsim

@@ -5,6 +5,8 @@
 #include "device.h"
 #include "sdk_calls.h"
 
+#include <string_view>
+
 namespace qxsim {
 
 using qxsh::argument_row;
@@ -51,6 +53,9 @@ try {
     }
     if (has_null(call, words))
         return QX_NULL_POINTER;
+    if (frame.here != nullptr && frame.here->power.network_engine_suspended != 0 &&
+        !std::string_view{call.name.text()}.starts_with("qx_pm_"))
+        return QX_SUSPENDED;
     frame.fetch();
     const qx_status status = behaviours[&call - qxsh::call_rows](frame);
     if (status == QX_OK)

@@ -23,6 +23,7 @@ constexpr std::uint32_t nexthop_by_tunnel = 1;
 constexpr std::uint32_t nexthop_by_sa = 2;
 
 /// Encapsulation of a port: 0 Ethernet, 1 PPPoE.
+constexpr std::uint32_t encap_ethernet = 0;
 constexpr std::uint32_t encap_limit = 1;
 
 /// Kinds of tunnel, in the order of the members of qx_tunnel_cfg_union_t.

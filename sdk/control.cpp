@@ -6,11 +6,14 @@
 #include "control_file.h"
 #include "device.h"
 #include "files.h"
+#include "kept_state.h"
 #include "listing.h"
 #include "records/switches.h"
+#include "saved_devices.h"
 
 #include <array>
 #include <cerrno>
+#include <cstdlib>
 #include <ctime>
 
 namespace qxsim {
@@ -29,6 +32,7 @@ struct controls
     control_file reader;
     call_log log;
     call_counts counts;
+    kept_state state;
     bool refused = false;               ///< the control file is mistaken: no call is answered
     std::vector<std::string> told = {}; ///< the environment's mistakes that were last told
 
@@ -37,7 +41,7 @@ struct controls
     std::string obey(const control_action &action);
     void answer(const control_order &order);
     void look();
-    bool read_environment(const std::array<const char *, 5> &values);
+    bool read_environment(const std::array<const char *, 6> &values);
 };
 
 controls *in_force = nullptr;
@@ -59,6 +63,10 @@ std::string controls::obey(const control_action &action)
         return write_file(action.file, snapshot_text(keys()));
     case control_action::kind::state:
         return write_file(action.file, state_text(keys(), counts, environment.faults, file.faults));
+    case control_action::kind::save:
+        return replace_file(action.file, saved_devices());
+    case control_action::kind::restore:
+        return restore_file(action.file);
     }
     return {};
 }
@@ -106,15 +114,16 @@ void controls::look()
         add_mistake(apply());
         for (const control_action &action : order.actions)
             add_mistake(obey(action));
+        state.after();
     }
     refused = !order.mistakes.empty();
     answer(order);
 }
 
 // False after a mistake, which is told when it is new.
-bool controls::read_environment(const std::array<const char *, 5> &values)
+bool controls::read_environment(const std::array<const char *, 6> &values)
 {
-    const auto [control_name, faults, latencies, log_name, keys_word] = values;
+    const auto [control_name, faults, latencies, log_name, keys_word, state_name] = values;
     std::vector<std::string> mistakes;
     environment = {};
     reader.name(control_name != nullptr ? absolute(control_name) : std::string{});
@@ -135,6 +144,10 @@ bool controls::read_environment(const std::array<const char *, 5> &values)
         return false;
     environment.keys = keys_word != nullptr && qxsh::switched_on("QX_SIM_KEYS");
     log.show_keys(keys());
+    if (state_name != nullptr) {
+        state.name(absolute(state_name));
+        std::atexit([] { in_force->state.finish(); });
+    }
     return true;
 }
 
@@ -142,8 +155,8 @@ bool controls::read_environment(const std::array<const char *, 5> &values)
 bool begin_control()
 {
     static constexpr const char *names[] = {"QX_SIM_CONTROL", "QX_SIM_FAULT", "QX_SIM_LATENCY",
-                                            "QX_SIM_LOG", "QX_SIM_KEYS"};
-    std::array<const char *, 5> values{};
+                                            "QX_SIM_LOG",     "QX_SIM_KEYS",  "QX_SIM_STATE"};
+    std::array<const char *, 6> values{};
     bool any = false;
     for (std::size_t index = 0; index < values.size(); ++index) {
         values[index] = qxsh::environment_value(names[index]);
@@ -175,6 +188,8 @@ try {
         return QX_BAD_SWITCH;
     if (control == control_mode::off)
         return QX_OK;
+    if (!in_force->state.before())
+        return QX_BAD_SWITCH;
     in_force->look();
     if (in_force->refused)
         return QX_BAD_SWITCH;
@@ -205,6 +220,7 @@ unsigned int perform_controlled(const call_row &call, const call_word *words,
         wait(latency);
     const std::uint32_t fault = fault_for(all.environment, all.file, call.name.text());
     const std::uint32_t status = fault != 0 ? fault : std::uint32_t{carry_out(call, words)};
+    all.state.after();
     if (all.log.open())
         all.log.finish(call, words, status, fault != 0);
     return status;

@@ -8,8 +8,10 @@
 #include <cerrno>
 #include <charconv>
 #include <cstring>
+#include <iterator>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace qxsim {
 
@@ -82,9 +84,16 @@ static std::string read_file_line(std::string_view word, std::string_view rest,
                                   control_order &order)
 {
     using kind = control_action::kind;
-    if (word != "log" && word != "snapshot" && word != "state" && word != "answer")
+    static constexpr std::pair<std::string_view, kind> actions[] = {{"snapshot", kind::snapshot},
+                                                                    {"state", kind::state},
+                                                                    {"save", kind::save},
+                                                                    {"restore", kind::restore}};
+    const auto *const action = std::find_if(std::begin(actions), std::end(actions),
+                                            [&](const auto &one) { return one.first == word; });
+    if (word != "log" && word != "answer" && action == std::end(actions))
         return "\"" + std::string{word} +
-               "\" is none of fault, latency, log, keys, reset, snapshot, state, process, answer";
+               "\" is none of fault, latency, log, keys, reset, snapshot, state, save, restore, "
+               "process, answer";
     if (rest.empty())
         return "expected: " + std::string{word} + " FILE";
     if (word == "log")
@@ -92,7 +101,7 @@ static std::string read_file_line(std::string_view word, std::string_view rest,
     else if (word == "answer")
         order.answer = absolute(rest);
     else
-        order.actions.push_back({word == "state" ? kind::state : kind::snapshot, absolute(rest)});
+        order.actions.push_back({action->second, absolute(rest)});
     return {};
 }
 

@@ -31,7 +31,7 @@ std::uint32_t latency_for(const control_settings &first, const control_settings 
 
 struct control_action
 {
-    enum class kind : std::uint8_t { reset, snapshot, state };
+    enum class kind : std::uint8_t { reset, snapshot, state, save, restore };
     kind what;
     std::string file; ///< absolute name of the file to write; empty for a reset
 };

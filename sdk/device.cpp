@@ -1,7 +1,7 @@
 // The simulated devices: creating, finding and resetting them.
 #include "device.h"
 
-#include <memory>
+#include <utility>
 
 namespace qxsim {
 
@@ -18,13 +18,20 @@ qos_port initial_port() noexcept
 }
 
 device::device(unsigned own_number)
-    : number(own_number), flows(flow_capacity), flow_slots(flow_capacity), rules(rule_capacity),
-      rtps(rtp_capacity, rtp_base(own_number)), translations(translation_capacity, 0),
-      routes(route_capacity), nexthops(nexthop_capacity), nexthop_indexes(nexthop_capacity, 0),
-      subnets(subnet_capacity), port_mtus(port_count * 2), tunnels(tunnel_capacity, 0),
+    : number(own_number), flows(flow_capacity), flow_ids(flow_capacity), flow_slots(flow_capacity),
+      rules(rule_capacity), rule_slots(rule_capacity),
+      rtps(rtp_capacity, id_base(id_kind::rtp, own_number)), rtp_ids(rtp_capacity),
+      translations(translation_capacity, id_base(id_kind::translation, own_number)),
+      translation_ids(translation_capacity), routes(route_capacity), nexthops(nexthop_capacity),
+      nexthop_indexes(nexthop_capacity, id_base(id_kind::nexthop, own_number)),
+      subnets(subnet_capacity), port_mtus(port_count * 2),
+      tunnels(tunnel_capacity, id_base(id_kind::tunnel, own_number)), tunnel_ids(tunnel_capacity),
       sessions(l2tp_session_capacity), prefixes(l2tp_prefix_capacity),
-      spds(spd_capacity, spd_base(own_number)), policies(policy_capacity, policy_base(own_number)),
-      associations(sa_capacity, sa_base(own_number)), pptp(pptp_capacity), pppoe(pppoe_capacity)
+      spds(spd_capacity, id_base(id_kind::spd, own_number)),
+      policies(policy_capacity, id_base(id_kind::policy, own_number)),
+      policy_handles(policy_capacity),
+      associations(sa_capacity, id_base(id_kind::association, own_number)),
+      association_handles(sa_capacity * sa_bundle_limit), pptp(pptp_capacity), pppoe(pppoe_capacity)
 {
     ports.fill(initial_port());
 }
@@ -35,6 +42,12 @@ device &device_numbered(unsigned number)
     if (!place)
         place = std::make_unique<device>(number);
     return *place;
+}
+
+void replace_device(std::unique_ptr<device> made) noexcept
+{
+    std::unique_ptr<device> &place = devices[made->number];
+    place = std::move(made);
 }
 
 void reset_devices() noexcept

@@ -169,6 +169,29 @@ std::string write_new_file(const std::string &name, const std::string &text)
     return mistake.empty() ? write_and_close(file, name, text) : mistake;
 }
 
+std::string replace_file(const std::string &name, const std::string &text)
+{
+    const std::string other = name + ".new." + std::to_string(getpid());
+    unlink(other.c_str()); // one that an earlier process with this number has left
+    std::string mistake = write_new_file(other, text);
+    if (mistake.empty() && rename(other.c_str(), name.c_str()) != 0)
+        mistake = cannot_write(name);
+    if (!mistake.empty())
+        unlink(other.c_str());
+    return mistake;
+}
+
+file_mark mark_of(const std::string &name) noexcept
+{
+    struct stat file
+    {};
+    if (stat(name.c_str(), &file) != 0)
+        return {};
+    return {static_cast<std::uint64_t>(file.st_dev), static_cast<std::uint64_t>(file.st_ino),
+            static_cast<std::int64_t>(file.st_size), static_cast<std::int64_t>(file.st_mtim.tv_sec),
+            static_cast<std::int64_t>(file.st_mtim.tv_nsec)};
+}
+
 int read_file(const std::string &name, std::string &text)
 {
     const int file = open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);

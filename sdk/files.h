@@ -3,6 +3,7 @@
 // words for people; an empty text if nothing is.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -33,6 +34,23 @@ std::string write_file(const std::string &name, const std::string &text);
 
 /// Writes a file that must not be there yet, not even as a symbolic link.
 std::string write_new_file(const std::string &name, const std::string &text);
+
+/// Replaces a file: writes a new one beside it, with mode 0600, and renames that, so that the file
+/// is never half-written.
+std::string replace_file(const std::string &name, const std::string &text);
+
+/// Identifies one version of a file; all zero if there is none.
+struct file_mark
+{
+    std::uint64_t device = 0;
+    std::uint64_t node = 0;
+    std::int64_t size = 0;
+    std::int64_t seconds = 0;
+    std::int64_t nanoseconds = 0;
+    bool operator==(const file_mark &) const = default;
+    bool exists() const noexcept { return *this != file_mark{}; }
+};
+file_mark mark_of(const std::string &name) noexcept;
 
 /// Reads a regular file; the error's number, EINVAL for a file of another kind, 0 on success.
 int read_file(const std::string &name, std::string &text);

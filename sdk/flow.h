@@ -6,22 +6,22 @@
 
 namespace qxsim {
 
-/// Checks the ranges of a packet's port, addresses and VLAN identifiers.
+/// Checks the ranges of a packet's port, addresses and VLAN identifiers, and that both addresses
+/// are of one family.
 qx_status check_packet(const qx_pkt_info_t &packet) noexcept;
 
 /// Checks the ranges of both packets of a flow.
 qx_status check_flow(const qx_flow_t &flow) noexcept;
 
-/// Adds a checked flow in the first free slot from its home slot on, and stores that in `slot`.
-/// Fails if its id or key exists, the table is full or no slot is free; `slot` is then unspecified.
-qx_status install_flow(device &here, const qx_flow_t &flow, flow_owner owner,
-                       std::uint16_t &slot) noexcept;
+/// The key of a flow in the table.
+hashed_flow_key key_of(const qx_flow_t &flow) noexcept;
 
-/// The flow with this key, and its slot in `slot`; null if there is none. The pointer is valid
-/// until the next add or remove.
-flow_entry *find_flow(device &here, const flow_key &key, std::uint16_t &slot) noexcept;
+/// Adds a checked flow, with its key, in the first free slot from its home slot on. Fails if its id
+/// or key exists, the table is full or no slot is free.
+qx_status install_flow(device &here, const qx_flow_t &flow, const hashed_flow_key &key,
+                       flow_owner owner) noexcept;
 
-/// Removes the flow in an occupied slot.
-void remove_flow(device &here, std::uint16_t slot) noexcept;
+/// Removes the flow with this key, which must be there.
+void remove_flow(device &here, const hashed_flow_key &key) noexcept;
 
 } // namespace qxsim

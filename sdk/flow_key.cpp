@@ -55,11 +55,16 @@ flow_key flow_key_of(const qx_pkt_info_t &packet) noexcept
     return writer.key();
 }
 
-unsigned flow_home(const flow_key &key) noexcept
+std::uint32_t flow_hash(const flow_key &key) noexcept
 {
     std::uint32_t hash = 2166136261U;
     for (const std::uint8_t byte : key)
         hash = (hash ^ byte) * 16777619U;
+    return hash;
+}
+
+unsigned flow_home(std::uint32_t hash) noexcept
+{
     return (hash ^ hash >> 16) % flow_slot_count;
 }
 

@@ -9,9 +9,9 @@ namespace qxsim {
 
 qx_status ipsec_init(device &here)
 {
-    if (here.ipsec_initialised)
+    if (here.ipsec_initialised != 0)
         return QX_INITIALISED;
-    here.ipsec_initialised = true;
+    here.ipsec_initialised = 1;
     return QX_OK;
 }
 
@@ -20,7 +20,7 @@ qx_status ipsec_spd_add(device &here, unsigned int direction, unsigned int spd_i
 {
     if (direction > outbound)
         return QX_BAD_DIRECTION;
-    if (!here.ipsec_initialised)
+    if (here.ipsec_initialised == 0)
         return QX_NOT_INITIALISED;
     const auto same = [&](const spd_entry &entry) {
         return entry.direction == direction && entry.id == spd_id;
@@ -35,12 +35,12 @@ qx_status ipsec_spd_add(device &here, unsigned int direction, unsigned int spd_i
 
 qx_status ipsec_spd_delete(device &here, unsigned int spd_handle)
 {
-    if (!here.ipsec_initialised)
+    if (here.ipsec_initialised == 0)
         return QX_NOT_INITIALISED;
     if (here.spds.find(spd_handle) == nullptr)
         return missing(here.spds, spd_handle, QX_NO_SPD);
-    const auto inside = [&](const policy_entry &entry) { return entry.spd == spd_handle; };
-    if (find_row(here.policies, inside) != nullptr)
+    const auto *const last = here.policy_handles.at_or_before({spd_handle, UINT32_MAX});
+    if (last != nullptr && last->key.spd == spd_handle)
         return QX_IN_USE;
     here.spds.remove(spd_handle);
     return QX_OK;
@@ -58,6 +58,9 @@ static qx_status check_policy(const qx_ipsec_policy_t &policy) noexcept
         if (!valid_address(policy.selector_array[index].src_ip) ||
             !valid_address(policy.selector_array[index].dst_ip))
             return QX_BAD_ADDRESS;
+    for (unsigned index = 0; index < policy.selector_count; ++index)
+        if (policy.selector_array[index].src_ip.afi != policy.selector_array[index].dst_ip.afi)
+            return QX_BAD_FAMILY;
     return QX_OK;
 }
 
@@ -65,30 +68,12 @@ static qx_status check_policy(const qx_ipsec_policy_t &policy) noexcept
 static qx_status find_policy(device &here, std::uint32_t spd_handle, std::uint32_t policy_handle,
                              policy_entry *&policy) noexcept
 {
-    if (!here.ipsec_initialised)
+    if (here.ipsec_initialised == 0)
         return QX_NOT_INITIALISED;
     if (here.spds.find(spd_handle) == nullptr)
         return QX_NO_SPD;
     policy = here.policies.find(policy_handle);
     return policy == nullptr || policy->spd != spd_handle ? QX_NO_POLICY : QX_OK;
-}
-
-static bool protects_tunnel(const device &here, std::uint32_t policy) noexcept
-{
-    return find_row(here.tunnels, [&](const tunnel_entry &entry) {
-               const qx_tunnel_cfg_union_t &tunnel = entry.cfg->tunnel;
-               switch (entry.cfg->type) {
-               case tunnel_l2tp:
-                   return tunnel.l2tp.ipsec_policy == policy;
-               case tunnel_gre:
-                   return tunnel.gre.overlay_tunnel_ingress.enc_policy == policy ||
-                          tunnel.gre.overlay_tunnel_egress.enc_policy == policy;
-               case tunnel_ipsec:
-                   return tunnel.ipsec.ipsec_policy == policy;
-               default:
-                   return tunnel.etherip.ipsec_policy == policy;
-               }
-           }) != nullptr;
 }
 
 qx_status ipsec_policy_add(device &here, unsigned int spd_handle, const qx_ipsec_policy_t &policy,
@@ -97,52 +82,44 @@ qx_status ipsec_policy_add(device &here, unsigned int spd_handle, const qx_ipsec
     const qx_status status = check_policy(policy);
     if (status != QX_OK)
         return status;
-    if (!here.ipsec_initialised)
+    if (here.ipsec_initialised == 0)
         return QX_NOT_INITIALISED;
     if (here.spds.find(spd_handle) == nullptr)
         return QX_NO_SPD;
-    const auto same = [&](const policy_entry &entry) {
-        return entry.spd == spd_handle && entry.policy->policy_id == policy.policy_id;
-    };
-    if (find_row(here.policies, same) != nullptr)
+    const policy_key key{spd_handle, policy.policy_id};
+    if (here.policy_handles.find(key) != nullptr)
         return QX_EXISTS;
     if (here.policies.full())
         return QX_TABLE_FULL;
-    policy_handle = here.policies.add({spd_handle, stored{policy}, 0});
+    policy_handle = here.policies.add({spd_handle, stored{policy}, 0, 0});
+    here.policy_handles.add(key, policy_handle);
     return QX_OK;
 }
 
 qx_status ipsec_policy_delete(device &here, unsigned int spd_handle, unsigned int policy_handle)
 {
+    const policy_entry *const gone = here.policies.removed(policy_handle);
+    if (gone != nullptr && gone->spd == spd_handle)
+        return QX_DELETED;
     policy_entry *policy = nullptr;
     const qx_status status = find_policy(here, spd_handle, policy_handle, policy);
-    if (status == QX_NO_POLICY)
-        return missing(here.policies, policy_handle, QX_NO_POLICY);
     if (status != QX_OK)
         return status;
-    if (policy->first_sa != 0 || protects_tunnel(here, policy_handle))
+    if (policy->first_sa != 0 || policy->tunnels != 0)
         return QX_IN_USE;
+    here.policy_handles.remove({spd_handle, policy->policy->policy_id});
     here.policies.remove(policy_handle);
     return QX_OK;
 }
 
 // ----------------------------------------------------------------------------- the associations
 
-// Associations are the same if their SPI, protocol, destination and direction are.
-static bool same_association(const qx_ipsec_sa_t &left, const qx_ipsec_sa_t &right) noexcept
+static association_key key_of(const qx_ipsec_sa_t &association) noexcept
 {
+    association_key key{association.spi, association.proto, association.sa_dir, {}};
     for (unsigned index = 0; index < 4; ++index)
-        if (left.tunnel_daddr.addr[index] != right.tunnel_daddr.addr[index])
-            return false;
-    return left.spi == right.spi && left.proto == right.proto && left.sa_dir == right.sa_dir;
-}
-
-static bool has_association(const sa_entry &entry, const qx_ipsec_sa_t &wanted) noexcept
-{
-    for (unsigned index = 0; index < entry.count; ++index)
-        if (same_association(*entry.associations[index], wanted))
-            return true;
-    return false;
+        key.destination[index] = association.tunnel_daddr.addr[index];
+    return key;
 }
 
 static qx_status check_associations(const sa_entry &added) noexcept
@@ -160,15 +137,21 @@ static qx_status check_new(const device &here, const sa_entry &added, std::uint3
         const qx_ipsec_sa_t &association = *added.associations[index];
         if (association.sa_dir != way)
             return QX_BAD_DIRECTION;
-        sa_entry before = added;
-        before.count = index;
-        const auto same = [&](const sa_entry &entry) {
-            return has_association(entry, association);
-        };
-        if (same(before) || find_row(here.associations, same) != nullptr)
+        const association_key key = key_of(association);
+        if (here.association_handles.find(key) != nullptr)
             return QX_EXISTS;
+        for (unsigned before = 0; before < index; ++before)
+            if (key_of(*added.associations[before]) == key)
+                return QX_EXISTS;
     }
     return QX_OK;
+}
+
+// The link to the entry that follows `previous` in a policy's chain; 0 is the chain's head.
+static std::uint32_t &link_after(device &here, policy_entry &policy,
+                                 std::uint32_t previous) noexcept
+{
+    return previous == 0 ? policy.first_sa : here.associations.find(previous)->next;
 }
 
 qx_status ipsec_sa_add(device &here, unsigned int spd_handle, unsigned int policy_handle,
@@ -177,7 +160,7 @@ qx_status ipsec_sa_add(device &here, unsigned int spd_handle, unsigned int polic
 {
     if (sa_count == 0 || sa_count > sa_bundle_limit)
         return QX_BAD_COUNT;
-    sa_entry added{policy_handle, 0, sa_count, {}};
+    sa_entry added{policy_handle, previous_sa_handle, 0, 0, sa_count, {}};
     for (unsigned index = 0; index < sa_count; ++index)
         added.associations[index] = sa_array[index];
     qx_status status = check_associations(added);
@@ -199,33 +182,36 @@ qx_status ipsec_sa_add(device &here, unsigned int spd_handle, unsigned int polic
         return QX_TABLE_FULL;
     added.next = previous == nullptr ? policy->first_sa : previous->next;
     sa_handle = here.associations.add(added);
-    if (previous_sa_handle == 0)
-        policy->first_sa = sa_handle;
-    else
-        here.associations.find(previous_sa_handle)->next = sa_handle;
+    for (unsigned index = 0; index < sa_count; ++index)
+        here.association_handles.add(key_of(*added.associations[index]), sa_handle);
+    link_after(here, *policy, previous_sa_handle) = sa_handle;
+    if (added.next != 0)
+        here.associations.find(added.next)->previous = sa_handle;
     return QX_OK;
 }
 
 qx_status ipsec_sa_delete(device &here, unsigned int spd_handle, unsigned int policy_handle,
                           unsigned int sa_handle)
 {
+    const sa_entry *const gone = here.associations.removed(sa_handle);
+    const policy_entry *const gone_policy = here.policies.removed(policy_handle);
     policy_entry *policy = nullptr;
     const qx_status status = find_policy(here, spd_handle, policy_handle, policy);
+    if (gone != nullptr && gone->policy == policy_handle &&
+        (status == QX_OK || (gone_policy != nullptr && gone_policy->spd == spd_handle)))
+        return QX_DELETED;
     if (status != QX_OK)
         return status;
     const sa_entry *const entry = here.associations.find(sa_handle);
     if (entry == nullptr || entry->policy != policy_handle)
-        return missing(here.associations, sa_handle, QX_NO_SA);
-    const auto bound = [&](const nexthop_entry &nexthop) {
-        return nexthop.nexthop->nhid.nhop_type == nexthop_by_sa &&
-               nexthop.nexthop->id.ipsec_said == sa_handle;
-    };
-    if (find_row(here.nexthops, bound) != nullptr)
+        return QX_NO_SA;
+    if (entry->nexthops != 0)
         return QX_IN_USE;
-    std::uint32_t *link = &policy->first_sa;
-    while (*link != sa_handle)
-        link = &here.associations.find(*link)->next;
-    *link = entry->next;
+    link_after(here, *policy, entry->previous) = entry->next;
+    if (entry->next != 0)
+        here.associations.find(entry->next)->previous = entry->previous;
+    for (unsigned index = 0; index < entry->count; ++index)
+        here.association_handles.remove(key_of(*entry->associations[index]));
     here.associations.remove(sa_handle);
     return QX_OK;
 }

@@ -3,8 +3,6 @@
 #include "device.h"
 #include "sdk_calls.h"
 
-#include <algorithm>
-
 namespace qxsim {
 
 static qx_status check_tunnel(const device &here, std::uint32_t tunnel) noexcept
@@ -40,20 +38,20 @@ qx_status l2tp_session_add(device &here, unsigned int tunnel_id, unsigned short 
         return QX_EXISTS;
     if (here.sessions.full())
         return QX_TABLE_FULL;
-    here.sessions.add(key, true);
+    here.sessions.add(key, 0);
     return QX_OK;
 }
 
 qx_status l2tp_session_delete(device &here, unsigned int tunnel_id, unsigned short session_id)
 {
     const session_key key{tunnel_id, session_id};
+    if (here.sessions.removed(key) != nullptr)
+        return QX_DELETED;
     const qx_status status = check_session(here, key);
-    if (status == QX_NO_SESSION)
-        return missing(here.sessions, key, QX_NO_SESSION);
     if (status != QX_OK)
         return status;
-    if (std::any_of(here.prefixes.begin(), here.prefixes.end(),
-                    [&](const auto &row) { return row.key.session == key; }))
+    const auto *const row = here.prefixes.next({key, {}}); // an IPv4 prefix comes before all
+    if (row != nullptr && row->key.session == key)
         return QX_IN_USE;
     here.sessions.remove(key);
     return QX_OK;
@@ -91,13 +89,12 @@ qx_status ipv6_over_l2tp_delete(device &here, unsigned int tunnel_id, unsigned s
     if (!valid_ipv6(ipv6_prefix))
         return QX_BAD_ADDRESS;
     const session_prefix_key key{{tunnel_id, session_id}, prefix_of(ipv6_prefix)};
+    if (here.prefixes.removed(key) != nullptr)
+        return QX_DELETED;
     const qx_status status = check_session(here, key.session);
     if (status != QX_OK)
         return status;
-    if (here.prefixes.find(key) == nullptr)
-        return missing(here.prefixes, key, QX_NO_PREFIX);
-    here.prefixes.remove(key);
-    return QX_OK;
+    return here.prefixes.remove(key) ? QX_OK : QX_NO_PREFIX;
 }
 
 // An IPv4 record, such as a new one of zeros, sorts before all prefixes: it starts the walk.

@@ -5,8 +5,9 @@
 
 namespace qxsim {
 
-/// To be called after a tunnel that used this next hop was removed: removes the next hop if it has
-/// no other user and no call added it. An unknown index is ignored.
-void release_nexthop(device &here, std::uint32_t index) noexcept;
+/// Counts a tunnel at the next hop that it uses: `step` is 1 when the tunnel comes and -1 when it
+/// goes, which removes a next hop that has no other user and was not added by a call. An unknown
+/// index is ignored.
+void count_tunnel(device &here, std::uint32_t index, int step) noexcept;
 
 } // namespace qxsim

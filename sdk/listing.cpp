@@ -1,8 +1,10 @@
 // Snapshots and state listings of the devices.
 #include "listing.h"
 
-#include "device.h"
+#include "canonical.h"
+#include "numbering.h"
 #include "records/json.h"
+#include "sha256.h"
 
 namespace qxsim {
 
@@ -61,112 +63,179 @@ const char *owner_name(flow_owner owner) noexcept
     }
 }
 
-void write_flows(json_text &json, const device &here)
+// Writes a member that is an array, with one entry per line: those of a table by their ids.
+template <class Table, class Write>
+void entries(json_text &json, const char *name, const std::vector<std::uint32_t> &ids,
+             const Table &table, Write write)
 {
-    rows(json, "flows", here.flows, [&](unsigned slot, const flow_entry &entry) {
-        json.member("slot", slot).name("owner").string(owner_name(entry.owner));
-        json.member("owner_id", entry.owner_id);
-        json.name("flow").record(&*entry.flow, record_qx_flow_t);
-    });
-    rows(json, "rules", here.rules, [&](unsigned, const rule_entry &entry) {
-        json.name("rule").record(&*entry.rule, record_qx_rule_hash_t);
-    });
-    rows(json, "rtp_translations", here.rtps, [&](std::uint32_t id, const rtp_entry &entry) {
-        json.member("id", id).member("flow_slot", entry.flow_slot);
-        json.name("cfg").record(&*entry.cfg, record_qx_rtp_cfg_t);
-    });
-    rows(json, "ip_translations", here.translations,
-         [&](std::uint32_t id, const translation_entry &entry) {
-             json.member("id", id).member("flows", entry.flows);
-             json.name("cfg").record(&*entry.cfg, record_qx_ip_translate_cfg_t);
-         });
+    json.name(name).array(layout::lines);
+    for (const std::uint32_t id : ids) {
+        json.object();
+        write(id, *table.find(id));
+        json.end();
+    }
+    json.end();
 }
 
-void write_l3(json_text &json, const device &here)
+void write_flows(json_text &json, const device &here, const numbering &numbers)
 {
-    json.name("l3_running").flag(here.l3_running);
+    rows(json, "flows", here.flows, [&](const hashed_flow_key &, const flow_entry &entry) {
+        if (!numbers.renumbers())
+            json.member("slot", entry.slot);
+        json.name("owner").string(owner_name(entry.owner));
+        json.member("owner_id", numbers.shown(entry.owner_id));
+        json.name("flow").record(&*canonical(*entry.flow), record_qx_flow_t);
+    });
+    rows(json, "rules", here.rules, [&](unsigned, const stored<qx_rule_hash_t> &rule) {
+        json.name("rule").record(&*canonical(*rule), record_qx_rule_hash_t);
+    });
+    entries(json, "rtp_translations", numbers.rtps, here.rtps,
+            [&](std::uint32_t id, const rtp_entry &entry) {
+                json.member("id", numbers.shown(id));
+                json.member("flow_id", here.flows.find(entry.flow)->flow->flow_id);
+                json.name("cfg").record(&*canonical(*entry.cfg), record_qx_rtp_cfg_t);
+            });
+    entries(json, "ip_translations", numbers.translations, here.translations,
+            [&](std::uint32_t id, const translation_entry &entry) {
+                json.member("id", numbers.shown(id)).member("flows", entry.flows);
+                json.name("cfg").record(&*canonical(*entry.cfg), record_qx_ip_translate_cfg_t);
+            });
+}
+
+void write_prefix(json_text &json, const char *name, const stored<qx_ip_address_t> &prefix)
+{
+    json.name(name).record(&*canonical_prefix(*prefix), record_qx_ip_address_t);
+}
+
+void write_l3(json_text &json, const device &here, const numbering &numbers)
+{
+    json.name("l3_running").flag(here.l3_running != 0);
     rows(json, "routes", here.routes, [&](const prefix_key &, const route_entry &entry) {
-        json.member("nexthop_index", here.nexthops.find(entry.nexthop)->index);
-        json.name("prefix").record(&entry.route->prefix, record_qx_ip_address_t);
+        const nexthop_entry &nexthop = *here.nexthops.find(entry.nexthop);
+        json.member("nexthop_index", numbers.shown(nexthop.index));
+        write_prefix(json, "prefix", stored{entry.route->prefix});
     });
     rows(json, "nexthops", here.nexthops, [&](const nexthop_key &, const nexthop_entry &entry) {
-        json.member("index", entry.index).member("routes", entry.routes);
-        json.name("added").flag(entry.added);
-        json.name("nexthop").record(&*entry.nexthop, record_qx_l3_nexthop_t);
+        json.member("index", numbers.shown(entry.index)).member("routes", entry.routes);
+        json.name("added").flag(entry.added != 0);
+        stored<qx_l3_nexthop_t> nexthop = canonical(*entry.nexthop);
+        numbers.replace_ids(*nexthop);
+        json.name("nexthop").record(&*nexthop, record_qx_l3_nexthop_t);
     });
     rows(json, "nat_subnets", here.subnets,
          [&](const subnet_key &key, const stored<qx_ip_address_t> &subnet) {
              json.member("interface", key.interface);
-             json.name("subnet").record(&*subnet, record_qx_ip_address_t);
+             write_prefix(json, "subnet", subnet);
          });
     rows(json, "port_mtus", here.port_mtus, [&](const port_encap_key &key, std::uint32_t mtu) {
         json.member("port", key.port).member("encap", key.encap).member("mtu", mtu);
     });
 }
 
-void write_tunnels(json_text &json, const device &here)
+// Sessions and prefixes are in the order of their tunnels.
+void write_sessions(json_text &json, const device &here, const numbering &numbers)
 {
-    rows(json, "tunnels", here.tunnels, [&](std::uint32_t id, const tunnel_entry &entry) {
-        json.member("id", id).member("mtu", entry.mtu);
-        json.name("cfg").record(&*entry.cfg, record_qx_tunnel_cfg_t);
+    json.name("l2tp_sessions").array(layout::lines);
+    for (const std::uint32_t tunnel : numbers.tunnels)
+        for (auto *row = here.sessions.next({tunnel, 0});
+             row != nullptr && row->key.tunnel == tunnel; row = here.sessions.next(row->key))
+            json.object()
+                .member("tunnel", numbers.shown(tunnel))
+                .member("session", row->key.session)
+                .end();
+    json.end().name("l2tp_prefixes").array(layout::lines);
+    for (const std::uint32_t tunnel : numbers.tunnels)
+        for (auto *row = here.prefixes.next({{tunnel, 0}, {}});
+             row != nullptr && row->key.session.tunnel == tunnel;
+             row = here.prefixes.next(row->key)) {
+            json.object().member("tunnel", numbers.shown(tunnel));
+            json.member("session", row->key.session.session);
+            write_prefix(json, "prefix", row->entry);
+            json.end();
+        }
+    json.end();
+}
+
+void write_tunnels(json_text &json, const device &here, const numbering &numbers)
+{
+    entries(json, "tunnels", numbers.tunnels, here.tunnels,
+            [&](std::uint32_t id, const tunnel_entry &entry) {
+                json.member("id", numbers.shown(id)).member("mtu", entry.mtu);
+                stored<qx_tunnel_cfg_t> cfg = canonical(*entry.cfg);
+                numbers.replace_ids(*cfg);
+                json.name("cfg").record(&*cfg, record_qx_tunnel_cfg_t);
+            });
+    write_sessions(json, here, numbers);
+    rows(json, "pptp_sessions", here.pptp, [&](const pptp_key &, const pptp_entry &entry) {
+        json.name("session").record(&*canonical(*entry.session), record_qx_pptp_sa_t);
     });
-    rows(json, "l2tp_sessions", here.sessions, [&](const session_key &key, bool) {
-        json.member("tunnel", key.tunnel).member("session", key.session);
-    });
-    rows(json, "l2tp_prefixes", here.prefixes,
-         [&](const session_prefix_key &key, const stored<qx_ip_address_t> &prefix) {
-             json.member("tunnel", key.session.tunnel).member("session", key.session.session);
-             json.name("prefix").record(&*prefix, record_qx_ip_address_t);
-         });
-    rows(json, "pptp_sessions", here.pptp,
-         [&](const pptp_key &, const stored<qx_pptp_sa_t> &session) {
-             json.name("session").record(&*session, record_qx_pptp_sa_t);
-         });
     rows(json, "pppoe_ports", here.pppoe, [&](unsigned id, const pppoe_entry &entry) {
         json.member("pppoe_port", id).member("port", entry.port).name("encap");
-        if (entry.configured)
-            json.record(&*entry.cfg, record_qx_pppoe_port_cfg_t);
+        if (entry.configured != 0)
+            json.record(&*canonical(*entry.cfg), record_qx_pppoe_port_cfg_t);
         else
             json.null();
     });
 }
 
-void write_ipsec(json_text &json, const device &here)
+void write_ipsec(json_text &json, const device &here, const numbering &numbers)
 {
-    rows(json, "spds", here.spds, [&](std::uint32_t handle, const spd_entry &entry) {
-        json.member("handle", handle).member("direction", entry.direction).member("id", entry.id);
-    });
-    rows(json, "policies", here.policies, [&](std::uint32_t handle, const policy_entry &entry) {
-        json.member("handle", handle).member("spd", entry.spd).member("first_sa", entry.first_sa);
-        json.name("policy").record(&*entry.policy, record_qx_ipsec_policy_t);
-    });
-    rows(json, "associations", here.associations, [&](std::uint32_t handle, const sa_entry &entry) {
-        json.member("handle", handle).member("policy", entry.policy).member("next", entry.next);
-        json.name("associations").array();
-        for (unsigned index = 0; index < entry.count; ++index)
-            json.record(&*entry.associations[index], record_qx_ipsec_sa_t);
-        json.end();
-    });
+    entries(json, "spds", numbers.spds, here.spds,
+            [&](std::uint32_t handle, const spd_entry &entry) {
+                json.member("handle", numbers.shown(handle));
+                json.member("direction", entry.direction).member("id", entry.id);
+            });
+    entries(json, "policies", numbers.policies, here.policies,
+            [&](std::uint32_t handle, const policy_entry &entry) {
+                json.member("handle", numbers.shown(handle));
+                json.member("spd", numbers.shown(entry.spd));
+                json.member("first_sa", numbers.shown(entry.first_sa));
+                json.name("policy").record(&*canonical(*entry.policy), record_qx_ipsec_policy_t);
+            });
+    entries(json, "associations", numbers.associations, here.associations,
+            [&](std::uint32_t handle, const sa_entry &entry) {
+                json.member("handle", numbers.shown(handle));
+                json.member("policy", numbers.shown(entry.policy));
+                json.member("next", numbers.shown(entry.next)).name("associations").array();
+                for (unsigned index = 0; index < entry.count; ++index)
+                    json.record(&*canonical(*entry.associations[index]), record_qx_ipsec_sa_t);
+                json.end();
+            });
 }
 
-void write_device(json_text &json, const device &here)
+void write_device(json_text &json, const device &here, bool renumber)
 {
+    const numbering numbers{here, renumber};
     json.object(layout::lines).member("device", here.number);
     write_qos(json, here);
     write_power(json, here.power);
-    write_flows(json, here);
-    write_l3(json, here);
-    write_tunnels(json, here);
-    write_ipsec(json, here);
+    write_flows(json, here, numbers);
+    write_l3(json, here, numbers);
+    write_tunnels(json, here, numbers);
+    write_ipsec(json, here, numbers);
     json.end();
 }
 
-void write_devices(json_text &json)
+void write_devices(json_text &json, bool renumber)
 {
     json.name("devices").array(layout::lines);
     for (unsigned number = 0; number < device_count; ++number)
-        write_device(json, device_numbered(number));
+        write_device(json, device_numbered(number), renumber);
     json.end();
+}
+
+// Equal keys have equal texts, and a text does not tell the key.
+std::string fingerprint(const unsigned char *bytes, std::size_t size)
+{
+    static constexpr char digits[] = "0123456789abcdef";
+    constexpr std::size_t shown = 8;
+    std::string text = json_text::length_text(bytes, size) + ", ";
+    const auto digest = sha256(bytes, size);
+    for (std::size_t index = 0; index < shown; ++index) {
+        text += digits[digest[index] >> 4];
+        text += digits[digest[index] & 15];
+    }
+    return text;
 }
 
 // --------------------------------------------------------------------- state that changes with use
@@ -184,7 +253,7 @@ void write_activity(json_text &json, const device &here)
 {
     json.object(layout::lines).member("device", here.number).member("ticks", here.ticks);
     json.member("suspends", here.power.suspends);
-    json.name("ipsec_initialised").flag(here.ipsec_initialised);
+    json.name("ipsec_initialised").flag(here.ipsec_initialised != 0);
     json.name("tables").object(layout::lines);
     write_use(json, "flows", here.flows);
     write_use(json, "rules", here.rules);
@@ -219,9 +288,9 @@ void write_rules(json_text &json, const std::vector<fault_rule> &rules)
 
 std::string snapshot_text(bool keys)
 {
-    json_text json{keys};
+    json_text json{keys, fingerprint};
     json.object(layout::lines);
-    write_devices(json);
+    write_devices(json, true);
     json.end();
     return json.text() + "\n";
 }
@@ -230,7 +299,7 @@ std::string state_text(bool keys, const call_counts &counts,
                        const std::vector<fault_rule> &environment,
                        const std::vector<fault_rule> &file)
 {
-    json_text json{keys};
+    json_text json{keys, fingerprint};
     json.object(layout::lines).member("calls", counts.all());
     json.name("calls_by_function").object(layout::lines);
     for (std::size_t function = 0; function < call_count; ++function)
@@ -243,7 +312,7 @@ std::string state_text(bool keys, const call_counts &counts,
     for (unsigned number = 0; number < device_count; ++number)
         write_activity(json, device_numbered(number));
     json.end();
-    write_devices(json);
+    write_devices(json, false);
     json.end();
     return json.text() + "\n";
 }

@@ -31,11 +31,12 @@ private:
 };
 
 /// The configuration of all devices and nothing else: devices with the same configuration give the
-/// same text. Unless `keys` is true, only the lengths of keys are written.
+/// same text. Unless `keys` is true, lengths and fingerprints are written in place of keys.
 std::string snapshot_text(bool keys);
 
-/// The snapshot, and the state that changes with use: clocks, counters, table sizes, calls by
-/// function, and the rules of the environment and of the control file.
+/// The snapshot with the devices' own ids and slots, and the state that changes with use: clocks,
+/// counters, table sizes, calls by function, and the rules of the environment and of the control
+/// file.
 std::string state_text(bool keys, const call_counts &counts,
                        const std::vector<fault_rule> &environment,
                        const std::vector<fault_rule> &file);

@@ -101,7 +101,7 @@ qx_status pm_usb_state_set(device &here, unsigned int usb_id, unsigned int state
 
 qx_status pm_ne_suspend_get(device &here, unsigned char &suspend)
 {
-    suspend = here.power.network_engine_suspended;
+    suspend = static_cast<std::uint8_t>(here.power.network_engine_suspended);
     return QX_OK;
 }
 

@@ -12,7 +12,7 @@ qx_status pppoe_port_add(device &here, unsigned short port_id, unsigned short pp
         return QX_EXISTS;
     if (here.pppoe.full())
         return QX_TABLE_FULL;
-    here.pppoe.add(pppoe_port_id, {port_id, false, {}});
+    here.pppoe.add(pppoe_port_id, {port_id, 0, {}});
     return QX_OK;
 }
 
@@ -30,7 +30,7 @@ qx_status pppoe_port_config_get(device &here, unsigned short pppoe_port_id,
     const pppoe_entry *const entry = here.pppoe.find(pppoe_port_id);
     if (entry == nullptr)
         return QX_NO_PPPOE_PORT;
-    if (!entry->configured)
+    if (entry->configured == 0)
         return QX_NO_ENCAP;
     entry->cfg.copy_to(p_cfg);
     return QX_OK;
@@ -47,7 +47,7 @@ qx_status pppoe_port_encap_set(device &here, unsigned short pppoe_port_id,
     if (entry == nullptr)
         return QX_NO_PPPOE_PORT;
     entry->cfg = stored{p_cfg};
-    entry->configured = true;
+    entry->configured = 1;
     return QX_OK;
 }
 

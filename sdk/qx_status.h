@@ -12,6 +12,7 @@ typedef enum qx_status {
     QX_BAD_DEVICE = 1,   /* no device has this number */
     QX_NULL_POINTER = 2, /* a pointer argument is null */
     QX_NO_MEMORY = 3,    /* the process has no memory left */
+    QX_SUSPENDED = 4,    /* the network engine is suspended */
     QX_BAD_SWITCH = 5,   /* a switch or the control file of the simulator cannot be obeyed */
 
     /* The state of a table or an area does not allow it. */
@@ -26,6 +27,7 @@ typedef enum qx_status {
     QX_NOT_SUSPENDED = 18,   /* the network engine has to be suspended before the system */
     QX_BOOT_CPU = 19,        /* CPU 0 runs the caller and cannot stop */
     QX_DELETED = 20,         /* it was there and has been deleted already */
+    QX_CIRCLE = 21,          /* a tunnel would lead back into itself */
 
     /* It is not there, or what the call builds on is not there. */
     QX_NO_FLOW = 30,        /* no such flow */
@@ -51,11 +53,11 @@ typedef enum qx_status {
     QX_BAD_ADDRESS = 62,    /* unknown address family, or more bits than the family has */
     QX_BAD_VLAN = 63,       /* the VLAN identifier exceeds 4095 */
     QX_BAD_TYPE = 64,       /* unknown type, or another type than the call is for */
-    QX_BAD_DIRECTION = 65,  /* unknown direction, or another one than that of the SPD */
+    QX_BAD_DIRECTION = 65,  /* unknown direction, or another one than the call is for */
     QX_BAD_COUNT = 66,      /* the count is zero or more than the call takes */
     QX_BAD_MTU = 67,        /* the MTU is too small or too large */
     QX_BAD_ENCAP = 68,      /* unknown encapsulation */
-    QX_BAD_ACTION = 69,     /* unknown policy action, or a policy that takes no associations */
+    QX_BAD_ACTION = 69,     /* unknown policy action, or a policy that does not protect */
     QX_BAD_SPI = 70,        /* security parameter indexes up to 255 are reserved */
     QX_BAD_KEY = 71,        /* the key is too long, or there is no key to change */
     QX_BAD_SESSION_ID = 72, /* zero names no session */
@@ -69,7 +71,9 @@ typedef enum qx_status {
     QX_BAD_CPU = 80,        /* no CPU has this number */
     QX_BAD_CONTROLLER = 81, /* no PCIe, SATA or USB controller has this number */
     QX_BAD_ENGINE = 82,     /* no packet engine has this number */
-    QX_BAD_STATE = 83       /* unknown power state */
+    QX_BAD_STATE = 83,      /* unknown power state */
+    QX_BAD_FAMILY = 84,     /* addresses of two families where one is meant */
+    QX_NO_ADDRESS = 85      /* an address that has to be given is zero */
 } qx_status;
 
 #endif

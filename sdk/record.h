@@ -8,6 +8,25 @@
 
 namespace qxsim {
 
+/// A key that consists of 32-bit words, by which it is sorted, the first word first. Such keys are
+/// compared at every step of a search, so the comparison is a plain loop.
+template <class Key>
+concept word_key = requires
+{
+    typename Key::sorted_by_words;
+};
+
+template <word_key Key> bool operator<(const Key &left, const Key &right) noexcept
+{
+    static_assert(std::has_unique_object_representations_v<Key> && sizeof(Key) % 4 == 0);
+    const auto *one = reinterpret_cast<const std::uint32_t *>(&left);
+    const auto *other = reinterpret_cast<const std::uint32_t *>(&right);
+    for (std::size_t index = 0; index < sizeof(Key) / 4; ++index)
+        if (one[index] != other[index])
+            return one[index] < other[index];
+    return false;
+}
+
 /// A copy of all bytes of an SDK record, including padding.
 template <class Record> class stored
 {
@@ -18,9 +37,14 @@ public:
     explicit stored(const Record &record) noexcept { std::memcpy(bytes_, &record, sizeof bytes_); }
 
     void copy_to(Record &record) const noexcept { std::memcpy(&record, bytes_, sizeof bytes_); }
-    bool same_bytes(const stored &other) const noexcept
+    bool operator==(const stored &other) const noexcept
     {
         return std::memcmp(bytes_, other.bytes_, sizeof bytes_) == 0;
+    }
+    /// Some order of their bytes.
+    bool operator<(const stored &other) const noexcept
+    {
+        return std::memcmp(bytes_, other.bytes_, sizeof bytes_) < 0;
     }
 
     const Record &operator*() const noexcept { return *reinterpret_cast<const Record *>(bytes_); }

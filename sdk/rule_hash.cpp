@@ -1,17 +1,9 @@
 // The rule hash: a rule is stored in the slot given by its hash_index.
+#include "canonical.h"
 #include "device.h"
-#include "records/values.h"
 #include "sdk_calls.h"
 
 namespace qxsim {
-
-// The lookup key with its padding cleared, so that keys with equal fields have equal bytes.
-static rule_key key_of(const qx_rule_hash_t &rule) noexcept
-{
-    rule_key key{rule.key};
-    qxsh::clear_padding(&*key, qxsh::record_rows[qxsh::record_qx_rule_hash_key_t]);
-    return key;
-}
 
 qx_status rule_hash_add(device &here, const qx_rule_hash_t &p_rule_hash)
 {
@@ -19,13 +11,13 @@ qx_status rule_hash_add(device &here, const qx_rule_hash_t &p_rule_hash)
         return QX_BAD_INDEX;
     if (p_rule_hash.key.vid_1 > vlan_limit || p_rule_hash.key.vid_2 > vlan_limit)
         return QX_BAD_VLAN;
-    const rule_key key = key_of(p_rule_hash);
-    const auto same = [&](const rule_entry &entry) { return entry.key.same_bytes(key); };
-    if (here.rules.find(p_rule_hash.hash_index) != nullptr || find_row(here.rules, same) != nullptr)
+    const rule_key key = canonical(p_rule_hash.key);
+    if (here.rules.find(p_rule_hash.hash_index) != nullptr || here.rule_slots.find(key) != nullptr)
         return QX_EXISTS;
     if (here.rules.full())
         return QX_TABLE_FULL;
-    here.rules.add(p_rule_hash.hash_index, {stored{p_rule_hash}, key});
+    here.rules.add(p_rule_hash.hash_index, stored{p_rule_hash});
+    here.rule_slots.add(key, p_rule_hash.hash_index);
     return QX_OK;
 }
 
@@ -33,8 +25,10 @@ qx_status rule_hash_delete_by_hash_index(device &here, unsigned short hash_index
 {
     if (hash_index >= rule_slot_count)
         return QX_BAD_INDEX;
-    if (here.rules.find(hash_index) == nullptr)
+    const stored<qx_rule_hash_t> *const rule = here.rules.find(hash_index);
+    if (rule == nullptr)
         return missing(here.rules, hash_index, QX_NO_RULE);
+    here.rule_slots.remove(canonical((*rule)->key));
     here.rules.remove(hash_index);
     return QX_OK;
 }
@@ -44,10 +38,10 @@ qx_status rule_hash_get_by_hash_index(device &here, unsigned short hash_index,
 {
     if (hash_index >= rule_slot_count)
         return QX_BAD_INDEX;
-    const rule_entry *const entry = here.rules.find(hash_index);
-    if (entry == nullptr)
+    const stored<qx_rule_hash_t> *const rule = here.rules.find(hash_index);
+    if (rule == nullptr)
         return QX_NO_RULE;
-    entry->rule.copy_to(p_rule_hash);
+    rule->copy_to(p_rule_hash);
     return QX_OK;
 }
 

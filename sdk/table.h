@@ -1,20 +1,48 @@
-// Bounded tables, of which a simulated device consists: rows sorted by key, and the rows removed
-// last, in memory that is allocated once. Relies on the standard library only.
+// Bounded tables, of which a simulated device consists: rows in the order of their keys, and the
+// rows removed last, in memory that is allocated once. Rows never move; what is sorted are their
+// two-byte places, so that each operation costs about the same in an empty table and in a full one.
+// Relies on the standard library only.
 #pragma once
 
 #include <algorithm>
 #include <cassert>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
+#include <string>
+#include <string_view>
+#include <type_traits>
 #include <vector>
 
 namespace qxsim {
 
-/// A table of at most `capacity` rows, sorted by key. Keys are unique and totally ordered. The
-/// constructor allocates all memory and may throw std::bad_alloc; nothing else throws if copying
-/// keys and entries does not. Pointers to rows are valid until the next add, remove or clear.
+/// Appends a value's bytes.
+template <class Value> void append_bytes(std::string &bytes, const Value &value)
+{
+    static_assert(std::has_unique_object_representations_v<Value>, "all bytes have a meaning");
+    bytes.append(reinterpret_cast<const char *>(&value), sizeof value);
+}
+
+/// Takes a value's bytes off the front; false, and the value unchanged, if there are too few.
+template <class Value> bool take_bytes(std::string_view &bytes, Value &value) noexcept
+{
+    static_assert(std::is_trivially_copyable_v<Value>);
+    if (bytes.size() < sizeof value)
+        return false;
+    std::memcpy(static_cast<void *>(&value), bytes.data(), sizeof value);
+    bytes.remove_prefix(sizeof value);
+    return true;
+}
+
+/// A table of at most `capacity` (up to 32767) rows, sorted by key. Keys are unique and totally
+/// ordered. The constructor allocates all memory and may throw std::bad_alloc; nothing else throws
+/// if copying keys and entries does not, except save(). Pointers to rows are valid until that row
+/// is removed.
 template <class Key, class Entry> class bounded_table
 {
+    using place = std::uint16_t; ///< an index of rows_
+    using places = std::vector<place>;
+
 public:
     struct row
     {
@@ -22,126 +50,255 @@ public:
         Entry entry;
     };
 
-    explicit bounded_table(std::size_t capacity) : capacity_(capacity)
+    /// Walks the rows in key order. Adding and removing rows invalidates it.
+    template <class Row> class walker
     {
-        rows_.reserve(capacity);
+    public:
+        walker(Row *rows, const place *at) noexcept : rows_(rows), at_(at) {}
+        Row &operator*() const noexcept { return rows_[*at_]; }
+        Row *operator->() const noexcept { return rows_ + *at_; }
+        walker &operator++() noexcept
+        {
+            ++at_;
+            return *this;
+        }
+        bool operator==(const walker &) const noexcept = default;
+
+    private:
+        Row *rows_;
+        const place *at_;
+    };
+
+    explicit bounded_table(std::size_t capacity)
+        : capacity_(capacity), rows_(2 * capacity), ages_(2 * capacity)
+    {
+        assert(capacity <= INT16_MAX);
+        present_.reserve(capacity);
         removed_.reserve(capacity);
+        free_.reserve(2 * capacity);
+        for (std::size_t at = 2 * capacity; at > 0; --at)
+            free_.push_back(static_cast<place>(at - 1));
     }
 
     std::size_t capacity() const noexcept { return capacity_; }
-    std::size_t size() const noexcept { return rows_.size(); }
-    bool empty() const noexcept { return rows_.empty(); }
-    bool full() const noexcept { return rows_.size() >= capacity_; }
+    std::size_t size() const noexcept { return present_.size(); }
+    bool empty() const noexcept { return present_.empty(); }
+    bool full() const noexcept { return present_.size() >= capacity_; }
 
     /// The entry with this key; null if there is none.
     Entry *find(const Key &key) noexcept
     {
-        const auto place = position(key);
-        return place < rows_.size() && rows_[place].key == key ? &rows_[place].entry : nullptr;
+        const std::size_t index = position(present_, key);
+        return holds(present_, index, key) ? &rows_[present_[index]].entry : nullptr;
     }
     const Entry *find(const Key &key) const noexcept
     {
         return const_cast<bounded_table *>(this)->find(key);
     }
 
+    /// The entry with this key if it was removed lately and not added again; otherwise null.
+    const Entry *removed(const Key &key) const noexcept
+    {
+        const std::size_t index = position(removed_, key);
+        return holds(removed_, index, key) ? &rows_[removed_[index]].entry : nullptr;
+    }
+    /// How many removed rows are remembered, at most `capacity`.
+    std::size_t removed_count() const noexcept { return removed_.size(); }
+
     /// The first row; null if the table is empty.
-    const row *first() const noexcept { return rows_.empty() ? nullptr : &rows_.front(); }
+    const row *first() const noexcept { return empty() ? nullptr : &rows_[present_.front()]; }
 
     /// The first row with a greater key, whether or not `key` is in the table; null at the end.
     const row *next(const Key &key) const noexcept
     {
-        const auto place =
-            std::upper_bound(rows_.begin(), rows_.end(), key,
-                             [](const Key &left, const row &right) { return left < right.key; });
-        return place == rows_.end() ? nullptr : &*place;
+        const std::size_t index = position(present_, key);
+        const std::size_t after = index + (holds(present_, index, key) ? 1 : 0);
+        return after == size() ? nullptr : &rows_[present_[after]];
+    }
+
+    /// The last row whose key is not greater; null if there is none.
+    const row *at_or_before(const Key &key) const noexcept
+    {
+        const std::size_t index = position(present_, key);
+        const std::size_t after = index + (holds(present_, index, key) ? 1 : 0);
+        return after == 0 ? nullptr : &rows_[present_[after - 1]];
     }
 
     /// Adds an entry. The key must not be in the table, and the table must not be full.
     Entry &add(const Key &key, const Entry &entry) noexcept
     {
         assert(!full() && find(key) == nullptr);
-        std::erase_if(removed_, [&](const row &one) { return one.key == key; });
-        const auto place = rows_.begin() + static_cast<std::ptrdiff_t>(position(key));
-        return rows_.insert(place, row{key, entry})->entry;
+        const std::size_t known = position(removed_, key);
+        if (holds(removed_, known, key))
+            forget(known);
+        const place at = free_.back();
+        free_.pop_back();
+        rows_[at] = row{key, entry};
+        insert(present_, position(present_, key), at);
+        return rows_[at].entry;
     }
 
     /// Removes the row with this key; false if there is none.
     bool remove(const Key &key) noexcept
     {
-        const auto place = position(key);
-        if (place == rows_.size() || !(rows_[place].key == key))
+        const std::size_t index = position(present_, key);
+        if (!holds(present_, index, key))
             return false;
-        keep_removed(rows_[place]);
-        rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(place));
+        const place at = present_[index];
+        present_.erase(present_.begin() + static_cast<std::ptrdiff_t>(index));
+        remember(at);
         return true;
     }
 
     /// Removes all rows.
     void clear() noexcept
     {
-        for (const row &one : rows_)
-            keep_removed(one);
-        rows_.clear();
+        for (const place at : present_)
+            remember(at);
+        present_.clear();
     }
-
-    /// The rows removed last and not added again, oldest first, at most `capacity` of them.
-    const std::vector<row> &removed() const noexcept { return removed_; }
 
     // Rows in key order; entries may be changed, keys must not.
-    auto begin() noexcept { return rows_.begin(); }
-    auto end() noexcept { return rows_.end(); }
-    auto begin() const noexcept { return rows_.begin(); }
-    auto end() const noexcept { return rows_.end(); }
+    auto begin() noexcept { return walker<row>{rows_.data(), present_.data()}; }
+    auto end() noexcept { return walker<row>{rows_.data(), present_.data() + size()}; }
+    auto begin() const noexcept { return walker<const row>{rows_.data(), present_.data()}; }
+    auto end() const noexcept { return walker<const row>{rows_.data(), present_.data() + size()}; }
 
-private:
-    void keep_removed(const row &one) noexcept
+    /// Appends all rows and removed rows as bytes, which are the same on all processors that a
+    /// board or a PC has. May throw std::bad_alloc.
+    void save(std::string &bytes) const
     {
-        if (removed_.size() == capacity_)
-            removed_.erase(removed_.begin());
-        removed_.push_back(one);
+        append_bytes(bytes, static_cast<std::uint32_t>(size()));
+        for (const place at : present_)
+            append_row(bytes, rows_[at]);
+        append_bytes(bytes, static_cast<std::uint32_t>(removed_.size()));
+        for (place at = oldest_; at != none; at = ages_[at].newer)
+            append_row(bytes, rows_[at]);
     }
 
-    /// The index of the key's row, or where it would be inserted.
-    std::size_t position(const Key &key) const noexcept
+    /// Fills a new table with what save() has written, which it takes off the front. False if that
+    /// does not make a table of this capacity; the table is then of no use.
+    bool restore(std::string_view &bytes) noexcept
     {
-        const auto place =
-            std::lower_bound(rows_.begin(), rows_.end(), key,
-                             [](const row &left, const Key &right) { return left.key < right; });
-        return static_cast<std::size_t>(place - rows_.begin());
+        std::uint32_t count = 0;
+        row one;
+        if (!take_bytes(bytes, count) || count > capacity_)
+            return false;
+        for (std::uint32_t index = 0; index < count; ++index) {
+            if (!take_row(bytes, one) || find(one.key) != nullptr)
+                return false;
+            add(one.key, one.entry);
+        }
+        if (!take_bytes(bytes, count) || count > capacity_)
+            return false;
+        for (std::uint32_t index = 0; index < count; ++index) {
+            if (!take_row(bytes, one) || find(one.key) != nullptr || removed(one.key) != nullptr)
+                return false;
+            const place at = free_.back();
+            free_.pop_back();
+            rows_[at] = one;
+            remember(at);
+        }
+        return true;
+    }
+
+private:
+    static constexpr place none = UINT16_MAX;
+
+    /// Neighbours of a removed row in the order of removal.
+    struct age
+    {
+        place older = none;
+        place newer = none;
+    };
+
+    static void append_row(std::string &bytes, const row &one)
+    {
+        append_bytes(bytes, one.key);
+        append_bytes(bytes, one.entry);
+    }
+    static bool take_row(std::string_view &bytes, row &one) noexcept
+    {
+        return take_bytes(bytes, one.key) && take_bytes(bytes, one.entry);
+    }
+
+    /// The index of the key's place, or where it would be inserted. Calls look for a key and then
+    /// add or remove it, so the last answer is tried first.
+    std::size_t position(const places &sorted, const Key &key) const noexcept
+    {
+        std::size_t &last = &sorted == &present_ ? last_present_ : last_removed_;
+        const auto before = [&](std::size_t index) { return rows_[sorted[index]].key < key; };
+        if (last <= sorted.size() && (last == 0 || before(last - 1)) &&
+            (last == sorted.size() || !before(last)))
+            return last;
+        const auto found = std::lower_bound(
+            sorted.begin(), sorted.end(), key,
+            [this](place left, const Key &right) { return rows_[left].key < right; });
+        last = static_cast<std::size_t>(found - sorted.begin());
+        return last;
+    }
+    bool holds(const places &sorted, std::size_t index, const Key &key) const noexcept
+    {
+        return index < sorted.size() && rows_[sorted[index]].key == key;
+    }
+    static void insert(places &sorted, std::size_t index, place at) noexcept
+    {
+        sorted.insert(sorted.begin() + static_cast<std::ptrdiff_t>(index), at);
+    }
+
+    /// Keeps a row as the one removed last, in place of the oldest if there are enough.
+    void remember(place at) noexcept
+    {
+        if (removed_.size() == capacity_)
+            forget(position(removed_, rows_[oldest_].key));
+        insert(removed_, position(removed_, rows_[at].key), at);
+        ages_[at] = {newest_, none};
+        (newest_ == none ? oldest_ : ages_[newest_].newer) = at;
+        newest_ = at;
+    }
+
+    /// Forgets the removed row at this index of removed_.
+    void forget(std::size_t index) noexcept
+    {
+        const place at = removed_[index];
+        removed_.erase(removed_.begin() + static_cast<std::ptrdiff_t>(index));
+        const age between = ages_[at];
+        (between.older == none ? oldest_ : ages_[between.older].newer) = between.newer;
+        (between.newer == none ? newest_ : ages_[between.newer].older) = between.older;
+        free_.push_back(at);
     }
 
     std::size_t capacity_;
-    std::vector<row> rows_;
-    std::vector<row> removed_;
+    std::vector<row> rows_; ///< twice as many as the capacity: present, removed and free ones
+    places present_;        ///< sorted by key
+    places removed_;        ///< sorted by key
+    places free_;
+    std::vector<age> ages_;                ///< by place
+    mutable std::size_t last_present_ = 0; ///< the last position in present_
+    mutable std::size_t last_removed_ = 0; ///< the last position in removed_
+    place oldest_ = none;                  ///< of the removed rows
+    place newest_ = none;
 };
 
-/// True if the key is among the rows removed last.
-template <class Table, class Key> bool was_removed(const Table &table, const Key &key) noexcept
+/// The first row whose entry satisfies `holds`, in a table of a few rows; null if there is none.
+template <class Table, class Condition> auto find_row(Table &table, Condition holds)
 {
-    return std::any_of(table.removed().begin(), table.removed().end(),
-                       [&](const auto &row) { return row.key == key; });
-}
-
-/// The first row whose entry satisfies `holds`; null if there is none.
-template <class Rows, class Condition> auto find_row(Rows &table, Condition holds)
-{
-    const auto place =
-        std::find_if(table.begin(), table.end(), [&](const auto &row) { return holds(row.entry); });
-    return place == table.end() ? nullptr : &*place;
+    for (auto &row : table)
+        if (holds(row.entry))
+            return &row;
+    return static_cast<decltype(&*table.begin())>(nullptr);
 }
 
 /// A table that numbers its entries: base + 1 to base + 65535, each entry getting the next free
 /// number after the last one assigned. So a number is reused only after all the others.
 template <class Entry> class numbered_table : public bounded_table<std::uint32_t, Entry>
 {
+    using table = bounded_table<std::uint32_t, Entry>;
+
 public:
     static constexpr std::uint32_t serial_limit = 65535;
 
-    numbered_table(std::size_t capacity, std::uint32_t base)
-        : bounded_table<std::uint32_t, Entry>(capacity), base_(base)
-    {
-        assert(capacity < serial_limit);
-    }
+    numbered_table(std::size_t capacity, std::uint32_t base) : table(capacity), base_(base) {}
 
     /// Adds an entry to a table that is not full; returns its number.
     std::uint32_t add(const Entry &entry) noexcept
@@ -149,12 +306,19 @@ public:
         do
             last_ = last_ % serial_limit + 1;
         while (this->find(base_ + last_) != nullptr);
-        bounded_table<std::uint32_t, Entry>::add(base_ + last_, entry);
+        table::add(base_ + last_, entry);
         return base_ + last_;
     }
 
-    /// The last number assigned, without the base; 0 if there is none yet.
-    std::uint32_t last() const noexcept { return last_; }
+    void save(std::string &bytes) const
+    {
+        append_bytes(bytes, last_);
+        table::save(bytes);
+    }
+    bool restore(std::string_view &bytes) noexcept
+    {
+        return take_bytes(bytes, last_) && last_ <= serial_limit && table::restore(bytes);
+    }
 
 private:
     std::uint32_t base_;

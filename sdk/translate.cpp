@@ -1,5 +1,6 @@
 // RTP and IP translations. They own flows in the flow table, which only they can remove: an RTP
 // translation has exactly one, an IP translation any number.
+#include "canonical.h"
 #include "codes.h"
 #include "flow.h"
 #include "sdk_calls.h"
@@ -12,16 +13,9 @@ constexpr std::uint32_t rtp_packet_time = 160;
 
 constexpr unsigned port_set_bits = 16;
 
-static bool same_rewriting(const qx_rtp_cfg_t &left, const qx_rtp_cfg_t &right) noexcept
+static rtp_key key_of(const qx_rtp_cfg_t &cfg) noexcept
 {
-    return left.seq_num_diff == right.seq_num_diff && left.timestamp_diff == right.timestamp_diff &&
-           left.input_ssrc == right.input_ssrc && left.output_ssrc == right.output_ssrc;
-}
-
-// Finds an RTP translation in the table, or among the rows removed from it.
-template <class Rows> static auto find_rtp(Rows &rows, const qx_rtp_cfg_t &cfg) noexcept
-{
-    return find_row(rows, [&](const rtp_entry &entry) { return same_rewriting(*entry.cfg, cfg); });
+    return {cfg.seq_num_diff, cfg.timestamp_diff, cfg.input_ssrc, cfg.output_ssrc};
 }
 
 qx_status rtp_translate_add(device &here, const qx_rtp_cfg_t &p_rtp_cfg,
@@ -30,16 +24,18 @@ qx_status rtp_translate_add(device &here, const qx_rtp_cfg_t &p_rtp_cfg,
     qx_status status = check_flow(p_flow_entry);
     if (status != QX_OK)
         return status;
-    if (find_rtp(here.rtps, p_rtp_cfg) != nullptr)
+    const rtp_key key = key_of(p_rtp_cfg);
+    if (here.rtp_ids.find(key) != nullptr)
         return QX_EXISTS;
     if (here.rtps.full())
         return QX_TABLE_FULL;
-    std::uint16_t slot = 0;
-    status = install_flow(here, p_flow_entry, flow_owner::rtp, slot);
+    const hashed_flow_key flow = key_of(p_flow_entry);
+    status = install_flow(here, p_flow_entry, flow, flow_owner::rtp);
     if (status != QX_OK)
         return status;
-    p_rtp_id = here.rtps.add({stored{p_rtp_cfg}, slot, here.ticks});
-    here.flows.find(slot)->owner_id = p_rtp_id;
+    p_rtp_id = here.rtps.add({stored{p_rtp_cfg}, flow, here.ticks});
+    here.rtp_ids.add(key, p_rtp_id);
+    here.flows.find(flow)->owner_id = p_rtp_id;
     return QX_OK;
 }
 
@@ -48,17 +44,18 @@ qx_status rtp_translate_delete_by_id(device &here, unsigned int rtp_id)
     const rtp_entry *const entry = here.rtps.find(rtp_id);
     if (entry == nullptr)
         return missing(here.rtps, rtp_id, QX_NO_RTP);
-    remove_flow(here, entry->flow_slot);
+    remove_flow(here, entry->flow);
+    here.rtp_ids.remove(key_of(*entry->cfg));
     here.rtps.remove(rtp_id);
     return QX_OK;
 }
 
 qx_status rtp_translate_delete(device &here, const qx_rtp_cfg_t &p_rtp_cfg)
 {
-    const auto *const row = find_rtp(here.rtps, p_rtp_cfg);
-    if (row == nullptr)
-        return find_rtp(here.rtps.removed(), p_rtp_cfg) != nullptr ? QX_DELETED : QX_NO_RTP;
-    return rtp_translate_delete_by_id(here, row->key);
+    const rtp_key key = key_of(p_rtp_cfg);
+    const std::uint32_t *const id = here.rtp_ids.find(key);
+    return id == nullptr ? missing(here.rtp_ids, key, QX_NO_RTP)
+                         : rtp_translate_delete_by_id(here, *id);
 }
 
 // The id determines the device, whose clock advances as in a call that names it.
@@ -69,6 +66,8 @@ qx_status rtp_statistics_get(unsigned int rtp_id, qx_rtp_stats_t &data)
         return QX_NO_RTP;
     device &here = device_numbered(number);
     ++here.ticks;
+    if (here.power.network_engine_suspended != 0)
+        return QX_SUSPENDED;
     const rtp_entry *const entry = here.rtps.find(rtp_id);
     if (entry == nullptr)
         return QX_NO_RTP;
@@ -87,7 +86,8 @@ static qx_status check_translation(const qx_ip_translate_cfg_t &cfg) noexcept
         return QX_BAD_TYPE;
     if (unsigned{cfg.port_set_id_offset} + cfg.port_set_id_length > port_set_bits)
         return QX_BAD_PORT_SET;
-    return check_packet(cfg.v6_pkt);
+    const qx_status status = check_packet(cfg.v6_pkt);
+    return status == QX_OK && cfg.v6_pkt.da_ip.afi != family_ipv6 ? QX_BAD_FAMILY : status;
 }
 
 qx_status ip_translate_add(device &here, const qx_ip_translate_cfg_t &p_ip_translate_cfg,
@@ -96,13 +96,13 @@ qx_status ip_translate_add(device &here, const qx_ip_translate_cfg_t &p_ip_trans
     const qx_status status = check_translation(p_ip_translate_cfg);
     if (status != QX_OK)
         return status;
-    const stored<qx_ip_translate_cfg_t> cfg{p_ip_translate_cfg};
-    const auto same = [&](const translation_entry &entry) { return entry.cfg.same_bytes(cfg); };
-    if (find_row(here.translations, same) != nullptr)
+    const translation_key key = canonical(p_ip_translate_cfg);
+    if (here.translation_ids.find(key) != nullptr)
         return QX_EXISTS;
     if (here.translations.full())
         return QX_TABLE_FULL;
-    p_ip_translate_id = here.translations.add({cfg, 0});
+    p_ip_translate_id = here.translations.add({stored{p_ip_translate_cfg}, 0});
+    here.translation_ids.add(key, p_ip_translate_id);
     return QX_OK;
 }
 
@@ -113,6 +113,7 @@ qx_status ip_translate_del(device &here, unsigned int ip_translate_id)
         return missing(here.translations, ip_translate_id, QX_NO_TRANSLATION);
     if (entry->flows != 0)
         return QX_IN_USE;
+    here.translation_ids.remove(canonical(*entry->cfg));
     here.translations.remove(ip_translate_id);
     return QX_OK;
 }
@@ -136,11 +137,11 @@ qx_status ip_translate_flow_add(device &here, unsigned int ip_translate_id,
     translation_entry *const entry = here.translations.find(ip_translate_id);
     if (entry == nullptr)
         return QX_NO_TRANSLATION;
-    std::uint16_t slot = 0;
-    status = install_flow(here, p_flow_entry, flow_owner::translation, slot);
+    const hashed_flow_key key = key_of(p_flow_entry);
+    status = install_flow(here, p_flow_entry, key, flow_owner::translation);
     if (status != QX_OK)
         return status;
-    here.flows.find(slot)->owner_id = ip_translate_id;
+    here.flows.find(key)->owner_id = ip_translate_id;
     ++entry->flows;
     return QX_OK;
 }
@@ -151,21 +152,19 @@ qx_status ip_translate_flow_del(device &here, unsigned int ip_translate_id,
     const qx_status status = check_flow(p_flow_entry);
     if (status != QX_OK)
         return status;
+    const hashed_flow_key key = key_of(p_flow_entry);
+    const auto bound = [&](const flow_entry *flow) {
+        return flow != nullptr && flow->owner == flow_owner::translation &&
+               flow->owner_id == ip_translate_id;
+    };
+    if (bound(here.flows.removed(key)))
+        return QX_DELETED;
     translation_entry *const entry = here.translations.find(ip_translate_id);
     if (entry == nullptr)
         return QX_NO_TRANSLATION;
-    const flow_key key = flow_key_of(p_flow_entry.ingress_pkt);
-    const auto bound = [&](const flow_entry &flow) {
-        return flow.key == key && flow.owner == flow_owner::translation &&
-               flow.owner_id == ip_translate_id;
-    };
-    std::uint16_t slot = 0;
-    const flow_entry *const flow = find_flow(here, key, slot);
-    if (flow == nullptr)
-        return find_row(here.flows.removed(), bound) != nullptr ? QX_DELETED : QX_NO_FLOW;
-    if (!bound(*flow))
+    if (!bound(here.flows.find(key)))
         return QX_NO_FLOW;
-    remove_flow(here, slot);
+    remove_flow(here, key);
     --entry->flows;
     return QX_OK;
 }

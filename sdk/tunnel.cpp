@@ -4,52 +4,41 @@
 #include "l3.h"
 #include "sdk_calls.h"
 
-#include <algorithm>
+#include <array>
 
 namespace qxsim {
 
 // ------------------------------------------------------------------------------------- identity
 
-static bool same_words(const qx_l3_ip_addr &left, const qx_l3_ip_addr &right) noexcept
+static tunnel_key key_of(const qx_tunnel_cfg_t &cfg) noexcept
 {
-    for (unsigned index = 0; index < 4; ++index)
-        if (left.addr[index] != right.addr[index])
-            return false;
-    return true;
-}
-
-static bool same_kind_settings(const qx_tunnel_cfg_t &left, const qx_tunnel_cfg_t &right) noexcept
-{
-    switch (left.type) {
+    tunnel_key key{cfg.type, cfg.dir, address_of(cfg.dest_addr), address_of(cfg.src_addr), {}};
+    const qx_tunnel_cfg_union_t &tunnel = cfg.tunnel;
+    switch (cfg.type) {
     case tunnel_l2tp:
-        return left.tunnel.l2tp.tid == right.tunnel.l2tp.tid;
+        key.ids[0] = tunnel.l2tp.tid;
+        break;
     case tunnel_gre:
-        return left.tunnel.gre.tunnel_id == right.tunnel.gre.tunnel_id &&
-               left.tunnel.gre.up_call_id == right.tunnel.gre.up_call_id &&
-               left.tunnel.gre.down_call_id == right.tunnel.gre.down_call_id;
+        key.ids = {tunnel.gre.tunnel_id, tunnel.gre.up_call_id, tunnel.gre.down_call_id};
+        break;
     case tunnel_ipsec:
-        return left.tunnel.ipsec.ipsec_policy == right.tunnel.ipsec.ipsec_policy;
+        key.ids[0] = tunnel.ipsec.ipsec_policy;
+        break;
     default:
-        return same_words(left.tunnel.etherip.tun_saddr, right.tunnel.etherip.tun_saddr) &&
-               same_words(left.tunnel.etherip.tun_daddr, right.tunnel.etherip.tun_daddr);
+        for (unsigned index = 0; index < 4; ++index) {
+            key.ids[index] = tunnel.etherip.tun_saddr.addr[index];
+            key.ids[4 + index] = tunnel.etherip.tun_daddr.addr[index];
+        }
     }
-}
-
-// Finds a tunnel, existing or removed, of the same identity: kind, end points, direction, and the
-// kind's identifiers.
-template <class Rows> static auto find_tunnel(Rows &rows, const qx_tunnel_cfg_t &cfg) noexcept
-{
-    const address_key dest = address_of(cfg.dest_addr);
-    const address_key src = address_of(cfg.src_addr);
-    return find_row(rows, [&](const tunnel_entry &entry) {
-        const qx_tunnel_cfg_t &other = *entry.cfg;
-        return other.type == cfg.type && other.dir == cfg.dir &&
-               address_of(other.dest_addr) == dest && address_of(other.src_addr) == src &&
-               same_kind_settings(other, cfg);
-    });
+    return key;
 }
 
 // --------------------------------------------------------------------------------------- checks
+
+static bool is_zero(const qx_ip_address_t &address) noexcept
+{
+    return address_of(address).words == std::array<std::uint32_t, 4>{};
+}
 
 static qx_status check_ranges(const qx_tunnel_cfg_t &cfg) noexcept
 {
@@ -59,61 +48,105 @@ static qx_status check_ranges(const qx_tunnel_cfg_t &cfg) noexcept
         return QX_BAD_ADDRESS;
     if (cfg.tx_port >= port_count)
         return QX_BAD_PORT;
-    return cfg.dir > both_directions ? QX_BAD_DIRECTION : QX_OK;
+    if (cfg.dir > both_directions)
+        return QX_BAD_DIRECTION;
+    if (is_zero(cfg.dest_addr) || is_zero(cfg.src_addr))
+        return QX_NO_ADDRESS;
+    return cfg.dest_addr.afi != cfg.src_addr.afi ? QX_BAD_FAMILY : QX_OK;
 }
 
-static qx_status check_policy(const device &here, std::uint32_t policy) noexcept
+// -------------------------------------------------------------------------------- what it refers
+// to
+
+/// A policy that a tunnel names, and the direction that the policy must have.
+struct named_policy
 {
-    return policy == 0 || here.policies.find(policy) != nullptr ? QX_OK : QX_NO_POLICY;
+    std::uint32_t handle; ///< 0: none
+    std::uint32_t way;    ///< as a tunnel's direction
+};
+
+// An overlay word is a policy's handle if its upper half is not zero, otherwise a PPTP identifier.
+static std::uint32_t policy_in(const qx_tunnel_union_overlay_t &overlay) noexcept
+{
+    return overlay.enc_policy > UINT16_MAX ? overlay.enc_policy : 0;
 }
 
-// The word is a policy handle if its upper half is not zero, otherwise a PPTP identifier.
-static qx_status check_overlay(const device &here, const qx_tunnel_union_overlay_t &overlay,
-                               std::uint32_t way) noexcept
+static std::array<named_policy, 2> policies_of(const qx_tunnel_cfg_t &cfg) noexcept
 {
-    if (overlay.enc_policy == 0)
+    const qx_tunnel_cfg_union_t &tunnel = cfg.tunnel;
+    switch (cfg.type) {
+    case tunnel_l2tp:
+        return {{{tunnel.l2tp.ipsec_policy, cfg.dir}}};
+    case tunnel_gre:
+        return {{{policy_in(tunnel.gre.overlay_tunnel_ingress), inbound},
+                 {policy_in(tunnel.gre.overlay_tunnel_egress), outbound}}};
+    case tunnel_ipsec:
+        return {{{tunnel.ipsec.ipsec_policy, cfg.dir}}};
+    default:
+        return {{{tunnel.etherip.ipsec_policy, cfg.dir}}};
+    }
+}
+
+// The PPTP sessions that a tunnel's overlays name; identifier 0 is none.
+static std::array<pptp_key, 2> sessions_of(const qx_tunnel_cfg_t &cfg) noexcept
+{
+    std::array<pptp_key, 2> sessions{{{0, inbound}, {0, outbound}}};
+    if (cfg.type != tunnel_gre)
+        return sessions;
+    const qx_gre_tunnel_cfg_t &gre = cfg.tunnel.gre;
+    if (policy_in(gre.overlay_tunnel_ingress) == 0)
+        sessions[0].id = gre.overlay_tunnel_ingress.enc_policy;
+    if (policy_in(gre.overlay_tunnel_egress) == 0)
+        sessions[1].id = gre.overlay_tunnel_egress.enc_policy;
+    return sessions;
+}
+
+static qx_status check_policy(const device &here, const named_policy &named) noexcept
+{
+    if (named.handle == 0)
         return QX_OK;
-    if (overlay.enc_policy > 0xffff)
-        return check_policy(here, overlay.enc_policy);
-    return here.pptp.find({overlay.pptp_sa_id, way}) != nullptr ? QX_OK : QX_NO_SESSION;
+    const policy_entry *const entry = here.policies.find(named.handle);
+    if (entry == nullptr)
+        return QX_NO_POLICY;
+    if (entry->policy->policy_action != action_protect)
+        return QX_BAD_ACTION;
+    const std::uint32_t way = here.spds.find(entry->spd)->direction;
+    return named.way == both_directions || named.way == way ? QX_OK : QX_BAD_DIRECTION;
 }
 
-// Checks that what a tunnel refers to exists.
 static qx_status check_references(const device &here, const qx_tunnel_cfg_t &cfg) noexcept
 {
     if (cfg.nexthop_id != 0 && here.nexthop_indexes.find(cfg.nexthop_id) == nullptr)
         return QX_NO_NEXTHOP;
-    switch (cfg.type) {
-    case tunnel_l2tp:
-        return check_policy(here, cfg.tunnel.l2tp.ipsec_policy);
-    case tunnel_gre: {
-        const qx_status status =
-            check_overlay(here, cfg.tunnel.gre.overlay_tunnel_ingress, inbound);
+    if (cfg.type == tunnel_ipsec && cfg.tunnel.ipsec.ipsec_policy == 0)
+        return QX_NO_POLICY;
+    for (const named_policy &named : policies_of(cfg)) {
+        const qx_status status = check_policy(here, named);
         if (status != QX_OK)
             return status;
-        return check_overlay(here, cfg.tunnel.gre.overlay_tunnel_egress, outbound);
     }
-    case tunnel_ipsec:
-        return cfg.tunnel.ipsec.ipsec_policy == 0
-                   ? QX_NO_POLICY
-                   : check_policy(here, cfg.tunnel.ipsec.ipsec_policy);
-    default:
-        return check_policy(here, cfg.tunnel.etherip.ipsec_policy);
-    }
+    for (const pptp_key &session : sessions_of(cfg))
+        if (session.id != 0 && here.pptp.find(session) == nullptr)
+            return QX_NO_SESSION;
+    return QX_OK;
 }
 
-static bool used_by_nexthop(const device &here, std::uint32_t tunnel) noexcept
+// Counts a tunnel at all that it refers to: 1 when it comes, -1 when it goes.
+static void count_references(device &here, const qx_tunnel_cfg_t &cfg, int step) noexcept
 {
-    return find_row(here.nexthops, [&](const nexthop_entry &entry) {
-               return entry.nexthop->nhid.nhop_type == nexthop_by_tunnel &&
-                      entry.nexthop->id.tunnel_id == tunnel;
-           }) != nullptr;
+    for (const named_policy &named : policies_of(cfg))
+        if (named.handle != 0)
+            here.policies.find(named.handle)->tunnels += static_cast<std::uint32_t>(step);
+    for (const pptp_key &session : sessions_of(cfg))
+        if (session.id != 0)
+            here.pptp.find(session)->tunnels += static_cast<std::uint32_t>(step);
+    count_tunnel(here, cfg.nexthop_id, step);
 }
 
 static bool has_sessions(const device &here, std::uint32_t tunnel) noexcept
 {
-    return std::any_of(here.sessions.begin(), here.sessions.end(),
-                       [&](const auto &row) { return row.key.tunnel == tunnel; });
+    const auto *const row = here.sessions.next({tunnel, 0});
+    return row != nullptr && row->key.tunnel == tunnel;
 }
 
 // ---------------------------------------------------------------------------------------- calls
@@ -123,14 +156,17 @@ qx_status tunnel_add(device &here, const qx_tunnel_cfg_t &p_tunnel_cfg, unsigned
     const qx_status status = check_ranges(p_tunnel_cfg);
     if (status != QX_OK)
         return status;
-    if (find_tunnel(here.tunnels, p_tunnel_cfg) != nullptr)
+    const tunnel_key key = key_of(p_tunnel_cfg);
+    if (here.tunnel_ids.find(key) != nullptr)
         return QX_EXISTS;
     const qx_status reference = check_references(here, p_tunnel_cfg);
     if (reference != QX_OK)
         return reference;
     if (here.tunnels.full())
         return QX_TABLE_FULL;
-    p_tunnel_id = here.tunnels.add({stored{p_tunnel_cfg}, mtu_default});
+    p_tunnel_id = here.tunnels.add({stored{p_tunnel_cfg}, mtu_default, 0});
+    here.tunnel_ids.add(key, p_tunnel_id);
+    count_references(here, p_tunnel_cfg, 1);
     return QX_OK;
 }
 
@@ -139,11 +175,12 @@ qx_status tunnel_delete_by_idx(device &here, unsigned int tunnel_id)
     const tunnel_entry *const entry = here.tunnels.find(tunnel_id);
     if (entry == nullptr)
         return missing(here.tunnels, tunnel_id, QX_NO_TUNNEL);
-    if (used_by_nexthop(here, tunnel_id) || has_sessions(here, tunnel_id))
+    if (entry->nexthops != 0 || has_sessions(here, tunnel_id))
         return QX_IN_USE;
-    const std::uint32_t nexthop = entry->cfg->nexthop_id;
+    const stored<qx_tunnel_cfg_t> cfg = entry->cfg;
+    here.tunnel_ids.remove(key_of(*cfg));
     here.tunnels.remove(tunnel_id);
-    release_nexthop(here, nexthop);
+    count_references(here, *cfg, -1);
     return QX_OK;
 }
 
@@ -152,11 +189,10 @@ qx_status tunnel_delete(device &here, const qx_tunnel_cfg_t &p_tunnel_cfg)
     const qx_status status = check_ranges(p_tunnel_cfg);
     if (status != QX_OK)
         return status;
-    const auto *const row = find_tunnel(here.tunnels, p_tunnel_cfg);
-    if (row == nullptr)
-        return find_tunnel(here.tunnels.removed(), p_tunnel_cfg) != nullptr ? QX_DELETED
-                                                                            : QX_NO_TUNNEL;
-    return tunnel_delete_by_idx(here, row->key);
+    const tunnel_key key = key_of(p_tunnel_cfg);
+    const std::uint32_t *const id = here.tunnel_ids.find(key);
+    return id == nullptr ? missing(here.tunnel_ids, key, QX_NO_TUNNEL)
+                         : tunnel_delete_by_idx(here, *id);
 }
 
 qx_status tunnel_get(device &here, unsigned int tunnel_id, qx_tunnel_cfg_t &p_tunnel_cfg)
@@ -175,7 +211,7 @@ qx_status tunnel_mtu_get(device &here, qx_tunnel_mtu_t &p_mtu)
         return QX_NO_TUNNEL;
     if (entry->cfg->type != p_mtu.tunnel_type)
         return QX_BAD_TYPE;
-    p_mtu.mtu = entry->mtu;
+    p_mtu.mtu = static_cast<std::uint16_t>(entry->mtu);
     return QX_OK;
 }
 

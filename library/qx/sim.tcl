@@ -195,6 +195,12 @@ proc qx::sim::snapshot {{file {}}} { listing snapshot $file }
 # The same with clocks, counters, table usage and calls so far.
 proc qx::sim::state {{file {}}} { listing state $file }
 
+# Writes all devices as they are, with their keys, to a file that `restore` reads.
+proc qx::sim::save {file} { order_once "save [name $file]" }
+
+# Replaces all devices by those that `save` has written.
+proc qx::sim::restore {file} { order_once "restore [name $file]" }
+
 proc qx::sim::order_once {line} {
     variable settings
     order $settings [list $line]

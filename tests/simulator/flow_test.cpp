@@ -201,3 +201,15 @@ TEST_F(flows, behave_as_a_plain_table)
     for (const auto &[id, one] : model)
         ASSERT_EQ(QX_OK, qx_flow_delete(0, id));
 }
+
+TEST_F(flows, have_packets_of_one_family)
+{
+    qx_flow_t one = flow(1);
+    one.ingress_pkt.da_ip = ipv6({1, 0, 0, 0});
+    EXPECT_EQ(QX_BAD_FAMILY, qx_flow_add(0, &one));
+    one = flow(1);
+    one.egress_pkt.sa_ip = ipv6({1, 0, 0, 0});
+    EXPECT_EQ(QX_BAD_FAMILY, qx_flow_add(0, &one));
+    one.egress_pkt.da_ip = ipv6({2, 0, 0, 0});
+    EXPECT_EQ(QX_OK, qx_flow_add(0, &one)) << "a flow may change the family";
+}

@@ -42,10 +42,10 @@ unsigned add_sa(unsigned spd, unsigned policy, unsigned spi, unsigned previous, 
     return handle;
 }
 
-// The chain of a policy, read from a snapshot.
+// The chain of a policy, read from a listing of the state.
 std::vector<unsigned> chain(unsigned policy)
 {
-    const std::string listing = snapshot();
+    const std::string listing = state();
     std::vector<unsigned> handles;
     unsigned next = number_in(listing, "\"handle\": " + std::to_string(policy) + ",", "first_sa");
     while (next != 0 && handles.size() < 200) {
@@ -107,23 +107,93 @@ TEST_F(ipsec, comes_up_and_goes_down)
 
 TEST_F(ipsec, every_kind_of_tunnel_holds_its_policy)
 {
+    for (const unsigned way : {0U, 1U}) {
+        const unsigned spd = add_spd(way, 1);
+        const unsigned policy = add_policy(spd, 1);
+        qx_tunnel_cfg_t l2tp = l2tp_tunnel(1);
+        l2tp.tunnel.l2tp.ipsec_policy = policy;
+        qx_tunnel_cfg_t gre = gre_tunnel(1);
+        (way == 0 ? gre.tunnel.gre.overlay_tunnel_ingress : gre.tunnel.gre.overlay_tunnel_egress)
+            .enc_policy = policy;
+        qx_tunnel_cfg_t ipsec = ipsec_tunnel(policy);
+        qx_tunnel_cfg_t etherip = etherip_tunnel(1);
+        etherip.tunnel.etherip.ipsec_policy = policy;
+        for (qx_tunnel_cfg_t *tunnel : {&l2tp, &gre, &ipsec, &etherip}) {
+            unsigned id = 0;
+            ASSERT_EQ(QX_OK, qx_tunnel_add(0, tunnel, &id));
+            EXPECT_EQ(QX_IN_USE, qx_ipsec_policy_delete(0, spd, policy));
+            EXPECT_EQ(QX_OK, qx_tunnel_delete_by_idx(0, id));
+        }
+        EXPECT_EQ(QX_OK, qx_ipsec_policy_delete(0, spd, policy));
+    }
+}
+
+TEST_F(ipsec, a_tunnels_policy_protects_and_has_its_direction)
+{
+    const unsigned in = add_spd(0, 1);
+    const unsigned out = add_spd(1, 1);
+    const unsigned in_policy = add_policy(in, 1);
+    unsigned bypass = 0;
+    qx_ipsec_policy_t record = simulated::policy(2);
+    record.policy_action = 0;
+    ASSERT_EQ(QX_OK, qx_ipsec_policy_add(0, out, &record, &bypass));
+    const std::string before = state();
+    const auto add = [](qx_tunnel_cfg_t cfg, unsigned dir) {
+        cfg.dir = dir;
+        unsigned id = 0xa5;
+        const unsigned status = qx_tunnel_add(0, &cfg, &id);
+        EXPECT_EQ(status == QX_OK, id != 0xa5);
+        if (status == QX_OK) {
+            EXPECT_EQ(QX_OK, qx_tunnel_delete_by_idx(0, id));
+        }
+        return status;
+    };
+    EXPECT_EQ(QX_BAD_ACTION, add(ipsec_tunnel(bypass), 1));
+    EXPECT_EQ(QX_BAD_ACTION, add(ipsec_tunnel(bypass), 0)) << "the action comes first";
+    EXPECT_EQ(QX_BAD_DIRECTION, add(ipsec_tunnel(in_policy), 1));
+    EXPECT_EQ(QX_OK, add(ipsec_tunnel(in_policy), 0));
+    EXPECT_EQ(QX_OK, add(ipsec_tunnel(in_policy), 2)) << "both directions";
+    qx_tunnel_cfg_t cfg = etherip_tunnel(1);
+    cfg.tunnel.etherip.ipsec_policy = bypass;
+    EXPECT_EQ(QX_BAD_ACTION, add(cfg, 2));
+    cfg = gre_tunnel(1);
+    cfg.tunnel.gre.overlay_tunnel_egress.enc_policy = in_policy;
+    EXPECT_EQ(QX_BAD_DIRECTION, add(cfg, 2)) << "the overlay's direction counts";
+    cfg = l2tp_tunnel(1);
+    cfg.tunnel.l2tp.ipsec_policy = in_policy;
+    EXPECT_EQ(QX_BAD_DIRECTION, add(cfg, 1));
+}
+
+TEST_F(ipsec, what_is_deleted_stays_deleted_when_its_parents_are)
+{
     const unsigned spd = add_spd(0, 1);
     const unsigned policy = add_policy(spd, 1);
-    qx_tunnel_cfg_t l2tp = l2tp_tunnel(1);
-    l2tp.tunnel.l2tp.ipsec_policy = policy;
-    qx_tunnel_cfg_t in = gre_tunnel(1);
-    in.tunnel.gre.overlay_tunnel_ingress.enc_policy = policy;
-    qx_tunnel_cfg_t out = gre_tunnel(2);
-    out.tunnel.gre.overlay_tunnel_egress.enc_policy = policy;
-    qx_tunnel_cfg_t etherip = etherip_tunnel(1);
-    etherip.tunnel.etherip.ipsec_policy = policy;
-    for (qx_tunnel_cfg_t *tunnel : {&l2tp, &in, &out, &etherip}) {
-        unsigned id = 0;
-        ASSERT_EQ(QX_OK, qx_tunnel_add(0, tunnel, &id));
-        EXPECT_EQ(QX_IN_USE, qx_ipsec_policy_delete(0, spd, policy));
-        EXPECT_EQ(QX_OK, qx_tunnel_delete_by_idx(0, id));
-    }
+    const unsigned other_spd = add_spd(0, 2);
+    const unsigned other = add_policy(other_spd, 1);
+    const unsigned sa = add_sa(spd, policy, 256, 0, 0);
+    EXPECT_EQ(QX_OK, qx_ipsec_sa_delete(0, spd, policy, sa));
+    EXPECT_EQ(QX_DELETED, qx_ipsec_sa_delete(0, spd, policy, sa));
+    EXPECT_EQ(QX_NO_SA, qx_ipsec_sa_delete(0, other_spd, other, sa)) << "it was not there";
     EXPECT_EQ(QX_OK, qx_ipsec_policy_delete(0, spd, policy));
+    EXPECT_EQ(QX_DELETED, qx_ipsec_sa_delete(0, spd, policy, sa));
+    EXPECT_EQ(QX_NO_POLICY, qx_ipsec_policy_delete(0, other_spd, policy)) << "it was not there";
+    EXPECT_EQ(QX_OK, qx_ipsec_spd_delete(0, spd));
+    EXPECT_EQ(QX_DELETED, qx_ipsec_policy_delete(0, spd, policy));
+    EXPECT_EQ(QX_DELETED, qx_ipsec_sa_delete(0, spd, policy, sa));
+}
+
+TEST_F(ipsec, a_next_hop_leads_into_outbound_associations)
+{
+    const unsigned spd = add_spd(0, 1);
+    const unsigned sa = add_sa(spd, add_policy(spd, 1), 256, 0, 0);
+    qx_l3_nexthop_t hop = nexthop(1);
+    hop.nhid.nhop_type = 2;
+    hop.id.ipsec_said = sa;
+    unsigned index = 0xa5;
+    EXPECT_EQ(QX_BAD_DIRECTION, qx_l3_nexthop_add(0, &hop, &index));
+    qx_l3_route_t one = route(ipv4(0x0a000000, 8), hop);
+    EXPECT_EQ(QX_BAD_DIRECTION, qx_l3_route_add(0, &one));
+    EXPECT_EQ(0xa5U, index);
 }
 
 TEST_F(ipsec, handles_of_one_kind_are_none_of_another)
@@ -166,6 +236,8 @@ TEST_F(ipsec, mistakes_have_their_statuses)
     bad.selector_count = 4;
     bad.selector_array[3].src_ip.afi = 5;
     EXPECT_EQ(QX_BAD_ADDRESS, qx_ipsec_policy_add(0, spd, &bad, &written));
+    bad.selector_array[3].src_ip = ipv6({1, 0, 0, 0}, 32);
+    EXPECT_EQ(QX_BAD_FAMILY, qx_ipsec_policy_add(0, spd, &bad, &written));
     bad.selector_count = 3;
     bad.policy_id = 1;
     EXPECT_EQ(QX_EXISTS, qx_ipsec_policy_add(0, spd, &bad, &written))

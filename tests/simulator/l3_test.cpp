@@ -125,6 +125,43 @@ TEST_F(l3, next_hops_are_shared_and_updated)
     EXPECT_EQ(QX_NO_NEXTHOP, qx_l3_nexthop_get(0, index, &got));
 }
 
+TEST_F(l3, next_hops_are_compared_by_what_counts)
+{
+    qx_l3_nexthop_t hop = nexthop(0xc0a80001);
+    unsigned index = 0;
+    qx_l3_route_t one = route(ipv4(0x0a000000, 8), hop);
+    ASSERT_EQ(QX_OK, qx_l3_route_add(0, &one));
+    hop.nhid.addr.ip_addr.addr[2] = 7;                     // behind an IPv4 address
+    hop.encap.port_encap.port_encap.pppoe.dest_mac[0] = 7; // padding of the Ethernet reading
+    hop.encap.port_encap.port_encap.pppoe.pppoe_session_id = 7;
+    hop.encap.tunnel_cfg.tunnel.l2tp.cookie[0] = 7;
+    reinterpret_cast<unsigned char *>(&hop)[38] = 7; // padding behind da_mac
+    EXPECT_EQ(QX_OK, qx_l3_nexthop_add(0, &hop, &index));
+    one = route(ipv4(0x0b000000, 8), hop);
+    EXPECT_EQ(QX_OK, qx_l3_route_add(0, &one));
+    one = route(ipv4(0x0c000000, 8), hop);
+    one.nexthop.encap.port_encap.port_encap.eth.tag[1] = 1;
+    EXPECT_EQ(QX_CONFLICT, qx_l3_route_add(0, &one));
+    one.nexthop = hop;
+    one.nexthop.encap.port_encap.type = 1;
+    EXPECT_EQ(QX_CONFLICT, qx_l3_route_add(0, &one));
+}
+
+TEST_F(l3, a_route_has_the_family_of_its_neighbour)
+{
+    qx_l3_route_t one = route(ipv6({0x20010db8, 0, 0, 0}, 32), nexthop(1));
+    one.nexthop.nhid.addr.afi = 0;
+    EXPECT_EQ(QX_BAD_FAMILY, qx_l3_route_add(0, &one));
+    one.nexthop.nhid.addr.afi = 1;
+    EXPECT_EQ(QX_OK, qx_l3_route_add(0, &one));
+    qx_tunnel_cfg_t cfg = gre_tunnel(1);
+    one = route(ipv6({0x20010db8, 1, 0, 0}, 64), nexthop(1));
+    one.nexthop.nhid.nhop_type = 1;
+    one.nexthop.nhid.addr.afi = 0;
+    ASSERT_EQ(QX_OK, qx_tunnel_add(0, &cfg, &one.nexthop.id.tunnel_id));
+    EXPECT_EQ(QX_OK, qx_l3_route_add(0, &one)) << "a tunnel carries either family";
+}
+
 TEST_F(l3, next_hops_are_walked_in_order)
 {
     std::vector<qx_l3_nexthop_t> hops = {nexthop(1, 1), nexthop(1, 2), nexthop(2, 1)};
@@ -221,6 +258,12 @@ TEST_F(l3, subnets_and_port_mtus)
     EXPECT_EQ(QX_OK, qx_nat_subnet_delete(0, 1, &subnet));
     EXPECT_EQ(QX_DELETED, qx_nat_subnet_delete(0, 1, &subnet));
     EXPECT_EQ(QX_OK, qx_nat_subnet_delete(0, 2, &subnet));
+    qx_ip_address_t within = ipv4(0xc0a80100, 24);
+    EXPECT_EQ(QX_OK, qx_nat_subnet_add(0, 1, &subnet));
+    EXPECT_EQ(QX_OK, qx_nat_subnet_add(0, 1, &within)) << "subnets may overlap";
+    EXPECT_EQ(QX_OK, qx_nat_subnet_delete(0, 1, &within));
+    EXPECT_EQ(QX_OK, qx_nat_subnet_delete(0, 1, &subnet));
+    EXPECT_EQ(QX_OK, qx_l3_nhintf_all_route_delete(0, 4711)) << "any number is an interface";
     subnet.afi = 9;
     EXPECT_EQ(QX_BAD_ADDRESS, qx_nat_subnet_add(0, 1, &subnet));
 

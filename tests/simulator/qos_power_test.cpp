@@ -181,3 +181,31 @@ TEST_F(power, the_system_is_suspended_after_the_network_engine)
     EXPECT_EQ(QX_OK, qx_pm_pe_suspend_get(0, 6, &suspend));
     EXPECT_EQ(0U, suspend);
 }
+
+TEST_F(power, a_suspended_engine_answers_no_calls_but_those_of_power)
+{
+    qx_flow_t one = flow(1);
+    qx_rtp_cfg_t cfg = rtp(1);
+    unsigned id = 0;
+    ASSERT_EQ(QX_OK, qx_rtp_translate_add(0, &cfg, &one, &id));
+    ASSERT_EQ(QX_OK, qx_pm_pe_suspend_set(0, 1, 1));
+    EXPECT_EQ(QX_NO_FLOW, qx_flow_get(0, 0, &one)) << "a packet engine refuses nothing";
+    ASSERT_EQ(QX_OK, qx_pm_ne_suspend_set(0, 1));
+    const std::string before = snapshot();
+    one = flow(2);
+    EXPECT_EQ(QX_SUSPENDED, qx_flow_add(0, &one));
+    EXPECT_EQ(QX_SUSPENDED, qx_flow_get(0, 65535, &one)) << "before ranges";
+    EXPECT_EQ(QX_NULL_POINTER, qx_flow_add(0, nullptr)) << "after pointers";
+    EXPECT_EQ(QX_SUSPENDED, qx_qos_map_mode_set(0, 1, 1));
+    EXPECT_EQ(QX_SUSPENDED, qx_ipsec_init(0));
+    auto stats = untouched<qx_rtp_stats_t>();
+    EXPECT_EQ(QX_SUSPENDED, qx_rtp_statistics_get(id, &stats));
+    EXPECT_TRUE(is_untouched(stats));
+    EXPECT_EQ(QX_OK, qx_ipsec_init(1)) << "another device";
+    unsigned state = 0;
+    EXPECT_EQ(QX_OK, qx_pm_usb_state_get(0, 1, &state));
+    EXPECT_EQ(QX_OK, qx_pm_system_suspend_enter(0));
+    EXPECT_EQ(before, snapshot());
+    ASSERT_EQ(QX_OK, qx_pm_ne_suspend_set(0, 0));
+    EXPECT_EQ(QX_OK, qx_flow_add(0, &one));
+}

@@ -94,7 +94,7 @@ TEST_F(shape, one_record_may_be_read_and_written)
     // The cell that receives the index is part of the record that is read.
     qx_l3_nexthop_t hop = nexthop(1);
     ASSERT_EQ(QX_OK, qx_l3_nexthop_add(0, &hop, &hop.nhid.intf_id));
-    EXPECT_EQ(1U, hop.nhid.intf_id);
+    EXPECT_EQ(0x05000001U, hop.nhid.intf_id);
 }
 
 extern "C" unsigned int called_from_c(void);

@@ -169,6 +169,8 @@ qx_l3_route_t route(const qx_ip_address_t &prefix, const qx_l3_nexthop_t &via)
     auto record = zeroed<qx_l3_route_t>();
     record.prefix = prefix;
     std::memcpy(&record.nexthop, &via, sizeof via);
+    if (via.nhid.nhop_type == 0)
+        record.nexthop.nhid.addr.afi = prefix.afi;
     return record;
 }
 
@@ -179,6 +181,7 @@ static qx_tunnel_cfg_t tunnel(std::uint32_t type)
     record.dest_addr = ipv4(0x0a000002);
     record.src_addr = ipv4(0x0a000003);
     record.tx_port = 2;
+    record.dir = 2;
     return record;
 }
 

@@ -75,6 +75,7 @@ qx_rtp_cfg_t rtp(std::uint32_t ssrc);
 
 /// A next hop on a port with Ethernet encapsulation.
 qx_l3_nexthop_t nexthop(std::uint32_t address, std::uint32_t interface = 1);
+/// A route whose next hop, if it is on a port, has the prefix's family.
 qx_l3_route_t route(const qx_ip_address_t &prefix, const qx_l3_nexthop_t &via);
 
 qx_tunnel_cfg_t l2tp_tunnel(unsigned short tid);

@@ -3,9 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <list>
 #include <map>
 #include <random>
 #include <set>
+#include <string>
 
 using qxsim::bounded_table;
 using qxsim::numbered_table;
@@ -38,6 +41,11 @@ TEST(bounded_table, behaves_as_a_map)
             ASSERT_EQ(next->first, row->key);
             ASSERT_EQ(next->second, row->entry);
         }
+        const auto *const before = table.at_or_before(key);
+        ASSERT_EQ(next == model.begin(), before == nullptr);
+        if (before != nullptr) {
+            ASSERT_EQ(std::prev(next)->first, before->key);
+        }
     }
     auto expected = model.begin();
     for (const auto &row : table) {
@@ -62,23 +70,95 @@ TEST(bounded_table, takes_its_memory_once)
     EXPECT_TRUE(table.full());
 }
 
+static bool known(const bounded_table<int, int> &table, int key)
+{
+    return table.removed(key) != nullptr;
+}
+
 TEST(bounded_table, remembers_the_last_rows_that_were_removed)
 {
     bounded_table<int, int> table{2};
-    EXPECT_FALSE(qxsim::was_removed(table, 1));
+    EXPECT_FALSE(known(table, 1));
     for (const int key : {1, 2, 3}) {
         table.add(key, key * 10);
-        EXPECT_FALSE(qxsim::was_removed(table, key));
+        EXPECT_FALSE(known(table, key));
         EXPECT_TRUE(table.remove(key));
     }
-    EXPECT_FALSE(qxsim::was_removed(table, 1)) << "two are remembered";
-    EXPECT_TRUE(qxsim::was_removed(table, 2));
-    EXPECT_TRUE(qxsim::was_removed(table, 3));
-    EXPECT_EQ(20, qxsim::find_row(table.removed(), [](int entry) { return entry == 20; })->entry);
+    EXPECT_FALSE(known(table, 1)) << "two are remembered";
+    EXPECT_TRUE(known(table, 2));
+    EXPECT_TRUE(known(table, 3));
+    EXPECT_EQ(20, *table.removed(2));
+    EXPECT_EQ(2U, table.removed_count());
     table.add(2, 0);
-    EXPECT_FALSE(qxsim::was_removed(table, 2)) << "it is there again";
+    EXPECT_FALSE(known(table, 2)) << "it is there again";
     table.clear();
-    EXPECT_TRUE(qxsim::was_removed(table, 2));
+    EXPECT_TRUE(known(table, 2));
+}
+
+TEST(bounded_table, remembers_as_a_list_by_age)
+{
+    std::mt19937 random{4};
+    constexpr std::size_t capacity = 7;
+    bounded_table<int, int> table{capacity};
+    std::set<int> present;
+    std::list<int> removed; // the newest first
+    for (int round = 0; round < 50000; ++round) {
+        const int key = static_cast<int>(random() % 20);
+        if (present.count(key) == 0 && !table.full()) {
+            table.add(key, key);
+            present.insert(key);
+            removed.remove(key);
+        } else if (table.remove(key)) {
+            present.erase(key);
+            removed.push_front(key);
+        } else if (random() % 100 == 0) {
+            table.clear();
+            removed.insert(removed.begin(), present.rbegin(), present.rend());
+            present.clear();
+        }
+        if (removed.size() > capacity)
+            removed.resize(capacity);
+        ASSERT_EQ(removed.size(), table.removed_count());
+        for (int each = 0; each < 20; ++each)
+            ASSERT_EQ(std::count(removed.begin(), removed.end(), each) != 0, known(table, each));
+    }
+}
+
+TEST(bounded_table, is_restored_from_what_it_saved)
+{
+    bounded_table<int, int> table{4};
+    for (const int key : {7, 3, 9, 5})
+        table.add(key, key * 10);
+    for (const int key : {9, 3})
+        table.remove(key);
+    std::string bytes;
+    table.save(bytes);
+    bounded_table<int, int> other{4};
+    std::string_view rest = bytes;
+    ASSERT_TRUE(other.restore(rest));
+    EXPECT_TRUE(rest.empty());
+    std::string again;
+    other.save(again);
+    EXPECT_EQ(bytes, again);
+    EXPECT_EQ(70, *other.find(7));
+    EXPECT_TRUE(known(other, 9));
+    for (int key = 20; key < 22; ++key)
+        other.add(key, 0);
+    other.clear();
+    EXPECT_FALSE(known(other, 9)) << "the oldest are forgotten first";
+
+    for (std::size_t size = 0; size < bytes.size(); ++size) {
+        bounded_table<int, int> broken{4};
+        rest = std::string_view{bytes}.substr(0, size);
+        EXPECT_FALSE(broken.restore(rest)) << size << " bytes";
+    }
+    bounded_table<int, int> small{1};
+    rest = bytes;
+    EXPECT_FALSE(small.restore(rest));
+    bytes[4] = 7; // the first key, 5, becomes that of the second row
+    bounded_table<int, int> twice{4};
+    rest = bytes;
+    EXPECT_FALSE(twice.restore(rest));
 }
 
 TEST(numbered_table, gives_numbers_in_turn)

@@ -151,7 +151,10 @@ TEST_F(rtps, mistakes_have_their_statuses)
     auto stats = untouched<qx_rtp_stats_t>();
     EXPECT_EQ(QX_NO_RTP, qx_rtp_statistics_get(0, &stats));
     EXPECT_EQ(QX_NO_RTP, qx_rtp_statistics_get(0xffffffff, &stats));
+    const unsigned ticks = number_in(state(), "\"device\": 0", "ticks");
     EXPECT_EQ(QX_NULL_POINTER, qx_rtp_statistics_get(0, nullptr));
+    EXPECT_EQ(QX_NULL_POINTER, qx_rtp_statistics_get(1, nullptr));
+    EXPECT_EQ(ticks, number_in(state(), "\"device\": 0", "ticks"));
     EXPECT_EQ(before, snapshot());
 }
 
@@ -179,7 +182,23 @@ TEST_F(translations, bring_up_and_tear_down)
     EXPECT_EQ(QX_OK, qx_ip_translate_flow_del(0, id, &two));
     EXPECT_EQ(QX_OK, qx_ip_translate_del(0, id));
     EXPECT_EQ(QX_DELETED, qx_ip_translate_del(0, id));
+    EXPECT_EQ(QX_DELETED, qx_ip_translate_flow_del(0, id, &two));
     EXPECT_EQ(before, snapshot());
+}
+
+// Flows of one hash slot: what is remembered of a deleted flow does not depend on its slot.
+TEST_F(translations, a_deleted_flow_stays_deleted_when_another_takes_its_slot)
+{
+    unsigned short second = 2;
+    while (flow_slot(flow(second)) != flow_slot(flow(1)))
+        ++second;
+    const unsigned id = add_translation(0, 1);
+    qx_flow_t one = flow(1);
+    qx_flow_t other = flow(second);
+    ASSERT_EQ(QX_OK, qx_ip_translate_flow_add(0, id, &one));
+    ASSERT_EQ(QX_OK, qx_ip_translate_flow_del(0, id, &one));
+    ASSERT_EQ(QX_OK, qx_ip_translate_flow_add(0, id, &other));
+    EXPECT_EQ(QX_DELETED, qx_ip_translate_flow_del(0, id, &one));
 }
 
 TEST_F(translations, mistakes_have_their_statuses)
@@ -195,6 +214,13 @@ TEST_F(translations, mistakes_have_their_statuses)
     unsigned written = 0xa5;
     qx_ip_translate_cfg_t cfg = translation(1);
     EXPECT_EQ(QX_EXISTS, qx_ip_translate_add(0, &cfg, &written));
+    reinterpret_cast<unsigned char *>(&cfg)[17] = 9; // padding
+    EXPECT_EQ(QX_EXISTS, qx_ip_translate_add(0, &cfg, &written));
+    cfg = zeroed<qx_ip_translate_cfg_t>();
+    EXPECT_EQ(QX_BAD_FAMILY, qx_ip_translate_add(0, &cfg, &written));
+    cfg = translation(3);
+    cfg.v6_pkt.da_ip = ipv4(1);
+    EXPECT_EQ(QX_BAD_FAMILY, qx_ip_translate_add(0, &cfg, &written));
     cfg.translate_type = 4;
     EXPECT_EQ(QX_BAD_TYPE, qx_ip_translate_add(0, &cfg, &written));
     cfg = translation(3);

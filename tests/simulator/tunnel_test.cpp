@@ -54,7 +54,7 @@ TEST_F(tunnels, identity_is_end_points_direction_and_the_ids_of_the_kind)
     unsigned id = 0;
     EXPECT_EQ(QX_EXISTS, qx_tunnel_add(0, &same, &id));
     qx_tunnel_cfg_t other = gre_tunnel(1);
-    other.dir = 2;
+    other.dir = 1;
     add(other);
     other = gre_tunnel(1);
     other.dest_addr = ipv4(1);
@@ -82,6 +82,14 @@ TEST_F(tunnels, mistakes_have_their_statuses)
     bad = l2tp_tunnel(2);
     bad.dir = 3;
     EXPECT_EQ(QX_BAD_DIRECTION, qx_tunnel_add(0, &bad, &written));
+    bad = l2tp_tunnel(2);
+    bad.dest_addr = ipv6({1, 2, 3, 4});
+    EXPECT_EQ(QX_BAD_FAMILY, qx_tunnel_add(0, &bad, &written));
+    EXPECT_EQ(QX_BAD_FAMILY, qx_tunnel_delete(0, &bad));
+    bad.dest_addr = ipv4(0);
+    EXPECT_EQ(QX_NO_ADDRESS, qx_tunnel_add(0, &bad, &written));
+    bad = zeroed<qx_tunnel_cfg_t>();
+    EXPECT_EQ(QX_NO_ADDRESS, qx_tunnel_add(0, &bad, &written));
     bad = l2tp_tunnel(2);
     bad.nexthop_id = 1;
     EXPECT_EQ(QX_NO_NEXTHOP, qx_tunnel_add(0, &bad, &written));
@@ -162,13 +170,87 @@ TEST_F(tunnels, and_next_hops_hold_each_other)
     EXPECT_EQ(before, snapshot());
 }
 
+TEST_F(tunnels, a_next_hop_does_not_lead_through_an_inbound_one)
+{
+    qx_tunnel_cfg_t cfg = gre_tunnel(1);
+    cfg.dir = 0;
+    qx_l3_nexthop_t through = nexthop(2);
+    through.nhid.nhop_type = 1;
+    through.id.tunnel_id = add(cfg);
+    unsigned index = 0xa5;
+    EXPECT_EQ(QX_BAD_DIRECTION, qx_l3_nexthop_add(0, &through, &index));
+    qx_l3_route_t one = route(ipv4(0x0a000000, 8), through);
+    EXPECT_EQ(QX_BAD_DIRECTION, qx_l3_route_add(0, &one));
+    cfg.dir = 1;
+    one.nexthop.id.tunnel_id = add(cfg);
+    EXPECT_EQ(QX_OK, qx_l3_route_add(0, &one));
+    EXPECT_EQ(QX_BAD_DIRECTION, qx_l3_nexthop_update(0, &through));
+    EXPECT_EQ(0xa5U, index);
+}
+
+TEST_F(tunnels, an_update_does_not_close_a_circle)
+{
+    // A next hop through the first tunnel; the second tunnel uses it, and a third one uses a next
+    // hop through the second.
+    qx_l3_nexthop_t first = nexthop(1);
+    first.nhid.nhop_type = 1;
+    first.id.tunnel_id = add(gre_tunnel(1));
+    unsigned index = 0;
+    ASSERT_EQ(QX_OK, qx_l3_nexthop_add(0, &first, &index));
+    qx_tunnel_cfg_t cfg = gre_tunnel(2);
+    cfg.nexthop_id = index;
+    const unsigned second_tunnel = add(cfg);
+    qx_l3_nexthop_t second = nexthop(2);
+    second.nhid.nhop_type = 1;
+    second.id.tunnel_id = second_tunnel;
+    ASSERT_EQ(QX_OK, qx_l3_nexthop_add(0, &second, &index));
+    cfg = gre_tunnel(3);
+    cfg.nexthop_id = index;
+    const unsigned third_tunnel = add(cfg);
+    const std::string before = snapshot();
+    qx_l3_nexthop_t changed = first;
+    changed.id.tunnel_id = second_tunnel;
+    EXPECT_EQ(QX_CIRCLE, qx_l3_nexthop_update(0, &changed));
+    changed.id.tunnel_id = third_tunnel;
+    EXPECT_EQ(QX_CIRCLE, qx_l3_nexthop_update(0, &changed));
+    EXPECT_EQ(before, snapshot());
+    changed.id.tunnel_id = add(gre_tunnel(4));
+    EXPECT_EQ(QX_OK, qx_l3_nexthop_update(0, &changed));
+    qx_tunnel_cfg_t freed = gre_tunnel(1);
+    EXPECT_EQ(QX_OK, qx_tunnel_delete(0, &freed)) << "the update has let it go";
+    EXPECT_EQ(QX_IN_USE, qx_tunnel_delete_by_idx(0, changed.id.tunnel_id));
+}
+
+TEST_F(tunnels, ids_of_another_kind_or_device_are_unknown)
+{
+    const unsigned tunnel = add(gre_tunnel(1));
+    const unsigned elsewhere = add(gre_tunnel(1), 1);
+    EXPECT_NE(tunnel, elsewhere);
+    unsigned index = 0;
+    qx_l3_nexthop_t hop = nexthop(1);
+    ASSERT_EQ(QX_OK, qx_l3_nexthop_add(0, &hop, &index));
+    unsigned translation_id = 0;
+    qx_ip_translate_cfg_t settings = translation(1);
+    ASSERT_EQ(QX_OK, qx_ip_translate_add(0, &settings, &translation_id));
+    for (const unsigned id : {index, translation_id, elsewhere}) {
+        EXPECT_NE(tunnel, id);
+        EXPECT_EQ(QX_NO_TUNNEL, qx_tunnel_delete_by_idx(0, id));
+        EXPECT_EQ(QX_NO_TUNNEL, qx_l2tp_session_add(0, id, 1));
+    }
+    auto got = untouched<qx_l3_nexthop_t>();
+    EXPECT_EQ(QX_NO_NEXTHOP, qx_l3_nexthop_get(0, tunnel, &got));
+    EXPECT_EQ(QX_NO_NEXTHOP, qx_l3_nexthop_get(1, index, &got));
+    EXPECT_EQ(QX_NO_TRANSLATION, qx_ip_translate_del(0, tunnel));
+    EXPECT_EQ(QX_NO_TRANSLATION, qx_ip_translate_del(1, translation_id));
+}
+
 TEST_F(tunnels, the_last_user_takes_a_next_hop_along)
 {
     const std::string before = snapshot();
     qx_l3_route_t one = route(ipv4(0x0a000000, 8), nexthop(1));
     ASSERT_EQ(QX_OK, qx_l3_route_add(0, &one));
     qx_tunnel_cfg_t cfg = gre_tunnel(1);
-    cfg.nexthop_id = number_in(snapshot(), "\"nexthops\"", "index");
+    cfg.nexthop_id = number_in(state(), "\"nexthops\": [", "index");
     add(cfg);
     EXPECT_EQ(QX_OK, qx_l3_route_delete(0, &one));
     auto got = untouched<qx_l3_nexthop_t>();
@@ -215,7 +297,10 @@ TEST_F(sessions, of_an_l2tp_tunnel)
 
     EXPECT_EQ(QX_OK, qx_l2tp_session_delete(0, tunnel, 65535));
     EXPECT_EQ(QX_DELETED, qx_l2tp_session_delete(0, tunnel, 65535));
+    EXPECT_EQ(QX_DELETED, qx_ipv6_over_l2tp_delete(0, tunnel, 65535, &prefix));
     EXPECT_EQ(QX_OK, qx_tunnel_delete_by_idx(0, tunnel));
+    EXPECT_EQ(QX_DELETED, qx_l2tp_session_delete(0, tunnel, 65535));
+    EXPECT_EQ(QX_DELETED, qx_ipv6_over_l2tp_delete(0, tunnel, 65535, &prefix));
     EXPECT_EQ(QX_OK, qx_tunnel_delete_by_idx(0, gre));
     EXPECT_EQ(before, snapshot());
 }
@@ -274,6 +359,9 @@ TEST_F(sessions, of_pptp_are_one_per_direction)
     bad = pptp(1, 0);
     bad.remote_addr.addr_len = 33;
     EXPECT_EQ(QX_BAD_ADDRESS, qx_pptp_session_add(0, &bad));
+    bad = pptp(1, 0);
+    bad.remote_addr = ipv6({1, 0, 0, 0});
+    EXPECT_EQ(QX_BAD_FAMILY, qx_pptp_session_add(0, &bad));
     bad = pptp(1, 0);
     bad.keylen = 17;
     EXPECT_EQ(QX_BAD_KEY, qx_pptp_session_add(0, &bad));

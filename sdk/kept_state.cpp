@@ -1,0 +1,76 @@
+// Devices that outlive the process in a file.
+#include "kept_state.h"
+
+#include "saved_devices.h"
+
+#include <unistd.h>
+
+namespace qxsim {
+
+void kept_state::name(const std::string &file)
+{
+    name_ = file;
+    process_ = getpid();
+}
+
+void kept_state::read()
+{
+    const file_mark now = mark_of(name_);
+    if (begun_ && now == seen_)
+        return;
+    begun_ = true;
+    seen_ = now;
+    broken_ = false;
+    const std::string mistake = now.exists() ? restore_file(name_) : std::string{};
+    if (!mistake.empty()) {
+        complain("QX_SIM_STATE: %s", mistake.c_str());
+        broken_ = true;
+        return;
+    }
+    contents_ = device_contents();
+}
+
+void kept_state::write()
+{
+    const std::string mistake = replace_file(name_, saved_devices());
+    if (!mistake.empty() && !failed_)
+        complain("QX_SIM_STATE: %s", mistake.c_str());
+    failed_ = !mistake.empty();
+    seen_ = mark_of(name_);
+}
+
+bool kept_state::before() noexcept
+try {
+    if (!name_.empty())
+        read();
+    return !broken_;
+} catch (...) {
+    complain("no memory to restore %s", name_.c_str());
+    return false;
+}
+
+void kept_state::after() noexcept
+try {
+    if (name_.empty() || broken_ || getpid() != process_)
+        return;
+    std::string contents = device_contents();
+    if (contents == contents_)
+        return;
+    write();
+    if (!failed_)
+        contents_ = std::move(contents);
+} catch (...) {
+    complain("no memory to write %s", name_.c_str());
+}
+
+void kept_state::finish() noexcept
+try {
+    if (name_.empty() || broken_ || !begun_ || getpid() != process_ || !seen_.exists())
+        return;
+    if (mark_of(name_) == seen_)
+        write();
+} catch (...) {
+    complain("no memory to write %s", name_.c_str());
+}
+
+} // namespace qxsim
