@@ -1,65 +1,128 @@
-// SIGINT as an error of the running command; see interrupt.h. The signal handler only records the
-// time and wakes a thread, which marks a Tcl async handler: marking takes a lock that the
-// interrupted code may hold. The async handler runs between two commands and raises the error. A
-// script may catch it; so a second signal sets Tcl's command limit, which ends every evaluation and
-// cannot be caught. The limit must be removed before Tcl's loop prompts again: a trace on
-// tcl_prompt1, which the loop then reads, does that.
+// SIGINT as an error of the running command; see interrupt.h. The signal handler wakes a thread,
+// which marks a Tcl async handler: marking takes a lock that the interrupted code may hold. The
+// async handler runs between two commands and raises the error. A script may catch it; so a second
+// signal sets Tcl's command limit, which ends every evaluation and cannot be caught.
+//
+// A read of the terminal goes on after the signal, and whose read it is cannot be seen. So the
+// thread sends the signal once more, and this time the handler replaces stdin by an empty pipe: a
+// script's read returns, and its command ends; Tcl's loop finds no line, starts again and calls the
+// main loop that the handler has set.
 #include "shell/interrupt.h"
 
-#include "commands/sdk_call.h"
 #include "shell/line_editing.h"
-#include "shell/prompt_input.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <pthread.h>
-#include <sys/select.h>
+#include <termios.h>
 #include <time.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
 #include <csignal>
-#include <initializer_list>
+#include <cstring>
+#include <string_view>
 
 namespace qxsh {
 
 namespace {
 
 Tcl_Interp *shell;
+pthread_t main_thread;
 Tcl_AsyncHandler async;
 int to_thread[2]; // a pipe: the signal handler wakes the thread
 int wake_up[2];   // a pipe: wakes a wait for events
+int nothing[2];   // a pipe that stays empty
 
-Tcl_Obj *error_code; // the variable's value before the prompt
-bool prompted;       // Tcl's loop has reached its prompt once, so it is running
-bool prompting;      // a user's prompt script is running
-line_editing editing = {nullptr, give_typed};
+bool prompted; // Tcl's loop has reached its prompt once, so it is running
+line_editing editing = {nullptr, nullptr};
 
 volatile sig_atomic_t interrupted; // a SIGINT is pending
 volatile sig_atomic_t repeated;    // it came within a second of the one before
+volatile sig_atomic_t one_before;  // there was one, and no prompt since
 timespec last;
 
-extern "C" void on_interrupt(int)
+constexpr int shown = -1;
+std::atomic<int> terminal = shown; // stdin's own descriptor while the empty pipe replaces it
+std::atomic<bool> marked;          // the next signal is the thread's
+static_assert(std::atomic<int>::is_always_lock_free && std::atomic<bool>::is_always_lock_free);
+
+// ------------------------------------------------------------------------------- the signal
+
+void hide_input()
 {
-    const int error = errno;
+    termios settings;
+    if (terminal != shown || tcgetattr(STDIN_FILENO, &settings) != 0)
+        return;
+    const int saved = fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    if (saved < 0)
+        return;
+    terminal = saved;
+    dup2(nothing[0], STDIN_FILENO);
+}
+
+void show_input()
+{
+    const int saved = terminal.exchange(shown);
+    if (saved == shown)
+        return;
+    dup2(saved, STDIN_FILENO);
+    close(saved);
+}
+
+void at_prompt();
+
+void end_wait()
+{
+    // The command may have ended meanwhile.
+    if (interrupted == 0 || (editing.reads_keys != nullptr && editing.reads_keys()))
+        return;
+    Tcl_SetMainLoop(at_prompt); // only stores it: interrupt_scripts has called it before
+    hide_input();
+}
+
+void begin_interrupt()
+{
     timespec now;
     clock_gettime(CLOCK_MONOTONIC, &now);
     const long long nanoseconds =
         (now.tv_sec - last.tv_sec) * 1000000000LL + now.tv_nsec - last.tv_nsec;
-    repeated = last.tv_sec != 0 && nanoseconds < 1000000000;
+    repeated = one_before != 0 && nanoseconds < 1000000000;
+    one_before = 1;
     last = now;
     interrupted = 1;
     static_cast<void>(!write(to_thread[1], "", 1));
+}
+
+extern "C" void on_interrupt(int signal)
+{
+    const int error = errno;
+    if (pthread_equal(pthread_self(), main_thread) == 0)
+        pthread_kill(main_thread, signal);
+    else if (marked.exchange(false))
+        end_wait();
+    else
+        begin_interrupt();
     errno = error;
 }
 
+// A command that the SDK keeps busy does not need the empty pipe for long: it would be the stdin of
+// programs that the SDK starts.
 extern "C" void *mark_interrupts(void *)
 {
-    char byte;
+    constexpr int patience_ms = 1000;
     for (;;) {
-        if (read(to_thread[0], &byte, 1) != 1)
+        pollfd signals{to_thread[0], POLLIN, 0};
+        if (poll(&signals, 1, terminal == shown ? -1 : patience_ms) == 0)
+            show_input();
+        char byte;
+        if ((signals.revents & POLLIN) == 0 || read(to_thread[0], &byte, 1) != 1)
             continue;
         Tcl_AsyncMark(async);
         static_cast<void>(!write(wake_up[1], "", 1));
+        marked = true;
+        pthread_kill(main_thread, SIGINT);
     }
 }
 
@@ -70,39 +133,87 @@ void empty_pipe(ClientData, int)
     }
 }
 
-// The result of an `info frame` script, even if scripts have redefined `info`; null on an error.
-// The interpreter's result is kept.
-Tcl_Obj *frame(Tcl_Interp *interp, const char *script)
+bool take_interrupt()
 {
-    const Tcl_InterpState state = Tcl_SaveInterpState(interp, TCL_OK);
-    Tcl_Obj *answer = nullptr;
-    if (Tcl_EvalEx(interp, script, -1, 0) == TCL_OK)
-        answer = Tcl_DuplicateObj(Tcl_GetObjResult(interp));
-    Tcl_RestoreInterpState(interp, state);
-    return answer;
+    const bool taken = interrupted != 0;
+    interrupted = 0;
+    return taken;
 }
 
-// Whether line editing is what waits for events: it waits for keys in the same way as a script.
-bool edits_line()
+// ------------------------------------------------------------------------------- the prompt
+
+// The script that the prompt runs, or null.
+const char *prompt_script()
 {
-    Tcl_Obj *const caller = frame(shell, "::tcl::info::frame -1");
-    if (caller == nullptr)
+    return Tcl_GetVar(shell, "tcl_prompt1", TCL_GLOBAL_ONLY);
+}
+
+// Whether the text has the command where a command may begin and end.
+bool has_command(std::string_view text, std::string_view command)
+{
+    constexpr std::string_view blank = " \t\n;{}[]\"";
+    const auto at = text.find(command);
+    if (at == text.npos || command.empty())
         return false;
-    const bool editing =
-        Tcl_StringMatch(Tcl_GetString(caller), "*tclreadline::readline read *") != 0;
-    Tcl_DecrRefCount(caller);
-    return editing;
+    const auto end = at + command.size();
+    return (at == 0 || blank.find(text[at - 1]) != blank.npos) &&
+           (end == text.size() || blank.find(text[end]) != blank.npos);
+}
+
+// Whether the outermost command is one of the prompt's script. Scripts may have redefined `info`.
+bool runs_prompt_script()
+{
+    const char *const script = prompt_script();
+    if (script == nullptr)
+        return false;
+    const Tcl_InterpState state = Tcl_SaveInterpState(shell, TCL_OK);
+    bool found = false;
+    if (Tcl_EvalEx(shell, "::dict get [::tcl::info::frame 1] cmd", -1, 0) == TCL_OK)
+        found = has_command(script, Tcl_GetString(Tcl_GetObjResult(shell)));
+    Tcl_RestoreInterpState(shell, state);
+    return found;
+}
+
+// Tcl's loop reads the variable before it looks at the limit. A trace on a variable without a value
+// would set errorCode; then the main loop removes the limit.
+char *limit_ends(ClientData, Tcl_Interp *interp, const char *name, const char *, int)
+{
+    Tcl_LimitTypeReset(interp, TCL_LIMIT_COMMANDS);
+    Tcl_UntraceVar(interp, name, TCL_TRACE_READS | TCL_GLOBAL_ONLY, limit_ends, nullptr);
+    return nullptr;
 }
 
 // If the limit were set while Tcl's loop reads the rc file or runs a prompt script, the loop would
 // end the process: there an interrupt is only an error that can be caught.
-void end_everything(Tcl_Interp *interp)
+void end_everything()
 {
-    if (!prompted || prompting)
+    if (!prompted || runs_prompt_script())
         return;
-    Tcl_LimitSetCommands(interp, 1);
-    Tcl_LimitTypeSet(interp, TCL_LIMIT_COMMANDS);
-    Tcl_LimitCheck(interp);
+    if (prompt_script() != nullptr)
+        Tcl_TraceVar(shell, "tcl_prompt1", TCL_TRACE_READS | TCL_GLOBAL_ONLY, limit_ends, nullptr);
+    Tcl_SetMainLoop(at_prompt);
+    Tcl_LimitSetCommands(shell, 1);
+    Tcl_LimitTypeSet(shell, TCL_LIMIT_COMMANDS);
+    Tcl_LimitCheck(shell);
+}
+
+// The main loop, called by Tcl's own after the prompt has been shown: no command runs. It returns,
+// and Tcl's loop waits for a line as before.
+void at_prompt()
+{
+    prompted = true;
+    one_before = 0;
+    Tcl_LimitTypeReset(shell, TCL_LIMIT_COMMANDS);
+    do {
+        const bool taken = take_interrupt(); // first: from now on input stays as it is
+        show_input();
+        Tcl_Channel const errors = Tcl_GetStdChannel(TCL_STDERR);
+        if (taken && errors != nullptr) {
+            Tcl_WriteChars(errors, "\nline dropped; earlier lines of an unfinished command stay\n",
+                           -1);
+            Tcl_Flush(errors);
+        }
+    } while (interrupted != 0);
 }
 
 // Called between two commands or, with a null interpreter, where a script waits for events. There
@@ -110,12 +221,14 @@ void end_everything(Tcl_Interp *interp)
 int end_command(ClientData, Tcl_Interp *interp, int code)
 {
     const bool uncatchable = repeated != 0 || interp == nullptr;
-    if (interp == nullptr && edits_line() && take_interrupt() && editing.drop_line != nullptr)
-        editing.drop_line();
-    if (!take_interrupt())
+    const bool taken = take_interrupt();
+    show_input();
+    if (!taken)
+        return code;
+    if (interp == nullptr && editing.drop_line != nullptr && editing.drop_line())
         return code;
     if (uncatchable)
-        end_everything(shell);
+        end_everything();
     if (interp == nullptr)
         return code;
     Tcl_ResetResult(interp);
@@ -124,49 +237,32 @@ int end_command(ClientData, Tcl_Interp *interp, int code)
     return TCL_ERROR;
 }
 
-// Reading a traced variable without a value sets errorCode, which it would not do without the
-// trace.
-void keep_error_code(Tcl_Interp *interp)
-{
-    if (error_code != nullptr)
-        Tcl_DecrRefCount(error_code);
-    if ((error_code = Tcl_GetVar2Ex(interp, "errorCode", nullptr, TCL_GLOBAL_ONLY)) != nullptr)
-        Tcl_IncrRefCount(error_code);
-}
+// --------------------------------------------------------------------------------- start-up
 
-char *before_prompt(ClientData, Tcl_Interp *interp, const char *, const char *, int flags);
-
-void watch_prompt(Tcl_Interp *interp, const char *name)
+// Scripts see the numbers of descriptors in the names of channels, so ours are high.
+bool open_pipe(int (&pipe_ends)[2])
 {
-    Tcl_TraceVar(interp, name, TCL_TRACE_READS | TCL_TRACE_UNSETS | TCL_GLOBAL_ONLY, before_prompt,
-                 nullptr);
-}
-
-char *before_prompt(ClientData, Tcl_Interp *interp, const char *name, const char *, int flags)
-{
-    if ((flags & TCL_TRACE_DESTROYED) != 0 && (flags & TCL_INTERP_DESTROYED) == 0) {
-        watch_prompt(interp, name);
-    } else {
-        // Resetting is harmless if a script reads the variable: then no limit is set.
-        prompted = true;
-        keep_error_code(interp);
-        prompting = Tcl_GetVar2Ex(interp, name, nullptr, TCL_GLOBAL_ONLY) != nullptr;
-        Tcl_LimitTypeReset(interp, TCL_LIMIT_COMMANDS);
-        take_interrupt();
-        inspect_after_latest_call();
+    constexpr int high = 64;
+    if (pipe(pipe_ends) != 0)
+        return false;
+    for (int &end : pipe_ends) {
+        const int moved = fcntl(end, F_DUPFD_CLOEXEC, high);
+        if (moved < 0) {
+            fcntl(end, F_SETFD, FD_CLOEXEC);
+            continue;
+        }
+        close(end);
+        end = moved;
     }
-    return nullptr;
+    return true;
 }
 
 bool open_pipes()
 {
-    if (pipe(wake_up) != 0 || pipe(to_thread) != 0)
+    if (!open_pipe(wake_up) || !open_pipe(to_thread) || !open_pipe(nothing))
         return false;
-    for (const int end : {wake_up[0], wake_up[1], to_thread[0], to_thread[1]}) {
-        fcntl(end, F_SETFD, FD_CLOEXEC);
-        if (end != to_thread[0])
-            fcntl(end, F_SETFL, O_NONBLOCK);
-    }
+    for (const int end : {wake_up[0], wake_up[1], to_thread[1], nothing[0]})
+        fcntl(end, F_SETFL, O_NONBLOCK);
     return true;
 }
 
@@ -191,74 +287,13 @@ void default_again(ClientData)
 
 } // namespace
 
-void restore_error_code(Tcl_Interp *interp)
-{
-    if (error_code == nullptr)
-        return;
-    Tcl_SetVar2Ex(interp, "errorCode", nullptr, error_code, TCL_GLOBAL_ONLY);
-    Tcl_DecrRefCount(error_code);
-    error_code = nullptr;
-}
-
-bool runs_script(Tcl_Interp *interp)
-{
-    const bool waits = take_interrupt(); // it must not end the evaluation below
-    Tcl_Obj *const depth = frame(interp, "::tcl::info::frame");
-    int commands = 1;
-    if (depth != nullptr) {
-        Tcl_GetIntFromObj(nullptr, depth, &commands);
-        Tcl_DecrRefCount(depth);
-    }
-    if (waits) {
-        interrupted = 1;
-        Tcl_AsyncMark(async);
-    }
-    return commands > 1; // `info frame` itself counts as one
-}
-
-void command_begins()
-{
-    prompting = false;
-}
-
-bool interrupt_waits()
-{
-    // The thread may not have marked the handler yet.
-    if (interrupted != 0)
-        Tcl_AsyncMark(async);
-    return interrupted != 0;
-}
-
-bool take_interrupt()
-{
-    const bool taken = interrupted != 0;
-    interrupted = 0;
-    return taken;
-}
-
-void wait_for_input(int descriptor)
-{
-    sigset_t interrupt;
-    sigset_t before;
-    sigemptyset(&interrupt);
-    sigaddset(&interrupt, SIGINT);
-    // Blocked, so that a SIGINT between the check and the wait is not missed.
-    sigprocmask(SIG_BLOCK, &interrupt, &before);
-    if (interrupted == 0) {
-        fd_set descriptors;
-        FD_ZERO(&descriptors);
-        FD_SET(descriptor, &descriptors);
-        pselect(descriptor + 1, &descriptors, nullptr, nullptr, nullptr, &before);
-    }
-    sigprocmask(SIG_SETMASK, &before, nullptr);
-}
-
 void interrupt_scripts(Tcl_Interp *interp)
 {
     struct sigaction action;
     if (sigaction(SIGINT, nullptr, &action) != 0 || action.sa_handler == SIG_IGN || !open_pipes())
         return;
     shell = interp;
+    main_thread = pthread_self();
     async = Tcl_AsyncCreate(end_command, nullptr);
     if (!start_thread()) {
         Tcl_AsyncDelete(async);
@@ -266,8 +301,7 @@ void interrupt_scripts(Tcl_Interp *interp)
     }
     Tcl_CreateExitHandler(default_again, nullptr);
     Tcl_CreateFileHandler(wake_up[0], TCL_READABLE, empty_pipe, nullptr);
-    watch_prompt(interp, "tcl_prompt1");
-    watch_prompt_input(interp);
+    Tcl_SetMainLoop(at_prompt);
     Tcl_SetAssocData(interp, line_editing_key, nullptr, &editing);
     sigemptyset(&action.sa_mask);
     action.sa_flags = SA_RESTART | SA_ONSTACK; // the SDK's system calls are restarted

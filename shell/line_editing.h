@@ -1,5 +1,6 @@
-// The interface between the shell and a library that edits lines at the prompt. Both find it in the
-// interpreter's associated data, which scripts cannot see, so neither is linked against the other.
+// The interface between the shell's handling of SIGINT and a library that edits lines at the
+// prompt. Both find it in the interpreter's associated data, which scripts cannot see, so neither
+// is linked against the other.
 #pragma once
 
 namespace qxsh {
@@ -8,14 +9,14 @@ namespace qxsh {
 /// not handle SIGINT.
 inline constexpr char line_editing_key[] = "qxsh line editing";
 
+/// Set by the library, both or none.
 struct line_editing
 {
-    /// Set by the library, or null: discards the line being edited. Called while the library waits
-    /// for keys, never from a signal handler.
-    void (*drop_line)();
-    /// Set by the shell: gives Tcl's loop `size` bytes to read next, whole lines in the encoding of
-    /// stdin. They are copied.
-    void (*give)(const char *bytes, int size);
+    /// Returns whether the library reads keys from the terminal. Called from the signal handler.
+    bool (*reads_keys)();
+    /// Discards the line being edited if the library itself is what waits for events; returns
+    /// whether it is. Never called from a signal handler.
+    bool (*drop_line)();
 };
 
 } // namespace qxsh

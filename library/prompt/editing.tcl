@@ -81,17 +81,30 @@ proc qx::prompt::editing::common_start {sorted} {
     return [string range $first 0 [expr {$length - 1}]]
 }
 
-# The variables at the prompt and their values, elements of arrays as name(element).
+# The variables at the prompt and their values, elements of arrays as name(element). What would run
+# a script when it is read has no value here.
 proc qx::prompt::editing::variables {} {
     set result {}
     foreach name [info globals] {
-        if {[array exists ::$name]} {
-            foreach {element value} [array get ::$name] { dict set result ${name}($element) $value }
+        if {[runs_when_read ::$name]} {
+            dict set result $name {}
+        } elseif {[array exists ::$name]} {
+            foreach element [array names ::$name] {
+                set each ${name}($element)
+                dict set result $each [expr {[runs_when_read ::$each] ? {} : [set ::$each]}]
+            }
         } elseif {[info exists ::$name]} {
             dict set result $name [set ::$name]
         }
     }
     return $result
+}
+
+proc qx::prompt::editing::runs_when_read {name} {
+    foreach trace [trace info variable $name] {
+        if {"read" in [lindex $trace 0] || "array" in [lindex $trace 0]} { return 1 }
+    }
+    return 0
 }
 
 # ------------------------------------------------------------------------------- the commands
@@ -120,17 +133,19 @@ proc qx::prompt::editing::read_command {} {
     }
 }
 
-# The script in tcl_prompt1: reads a command and gives it to Tcl's own loop, which runs it like one
-# typed without editing. A line that cannot be read is discarded; if that happens repeatedly, the
-# terminal is gone.
+# The script in tcl_prompt1: reads a command and puts it into stdin for Tcl's own loop, which runs
+# it like one typed without editing. A line that cannot be read is discarded; if that happens
+# repeatedly, the terminal is gone.
 proc qx::prompt::editing::prompt {} {
     foreach name {errorInfo errorCode} {
         if {[info exists ::$name]} { set before($name) [set ::$name] }
     }
     set failures 0
-    while {[catch { give [read_command] } reason]} {
+    set bytes {}
+    while {[catch { set bytes [for_stdin [read_command]] } reason]} {
         if {[lrange $::errorCode 0 1] eq {QXSH INTERRUPTED}} continue
         puts stderr $reason
+        if {[lindex $::errorCode 0] eq "QX"} continue
         if {[incr failures] >= 3} {
             puts stderr "line editing ends here"
             unset ::tcl_prompt1
@@ -139,10 +154,19 @@ proc qx::prompt::editing::prompt {} {
     }
     # These belong to the last command.
     foreach name [array names before] { set ::$name $before($name) }
+    if {$bytes ne {}} { qx::prompt::readline::give $bytes }
 }
 
-proc qx::prompt::editing::give {command} {
+# The bytes from which stdin makes a command and the end of its last line.
+proc qx::prompt::editing::for_stdin {command} {
     set encoding [fconfigure stdin -encoding]
-    if {$encoding ne "binary"} { set command [encoding convertto $encoding $command] }
-    qx::prompt::readline::give $command\n
+    set ends [dict create auto \n lf \n cr \r crlf \r\n]
+    set end [dict get $ends [lindex [fconfigure stdin -translation] 0]]
+    set text [string map [list \n $end] $command\n]
+    if {$encoding eq "binary"} { set encoding iso8859-1 }
+    set bytes [encoding convertto $encoding $text]
+    if {[encoding convertfrom $encoding $bytes] ne $text} {
+        return -code error -errorcode {QX ENCODING} "stdin's encoding $encoding lacks a letter"
+    }
+    return $bytes
 }

@@ -13,7 +13,7 @@ proc qx::prompt::history::file_name {} {
 }
 
 # Adds a line, unless it is empty or repeats the last one. If the file cannot be written, the line
-# is silently dropped.
+# is dropped, as it is where there is no home folder.
 proc qx::prompt::history::add {line} {
     variable last
     if {$line eq $last || [string trim $line] eq {} || [file_name] eq {}} return
@@ -21,8 +21,29 @@ proc qx::prompt::history::add {line} {
     catch { locked { append_line $line } }
 }
 
+# Lines may hold keys. A file that others can read is tightened or, where that fails, not written,
+# which is told once. Devices are nobody's history. -> whether lines may be written.
+proc qx::prompt::history::ours_alone {} {
+    variable told
+    set name [file_name]
+    if {![file exists $name]} { return 1 }
+    if {![file isfile $name]} { return 0 }
+    set why "its permissions cannot be changed"
+    if {[open_to_others $name] &&
+        [catch { file attributes $name -permissions 0600 } reason]} { set why $reason }
+    if {![open_to_others $name]} { return 1 }
+    if {![info exists told]} { puts stderr "no history is kept, others can read $name: $why" }
+    set told 1
+    return 0
+}
+
+proc qx::prompt::history::open_to_others {name} {
+    return [expr {[file attributes $name -permissions] & 0o77}]
+}
+
 # The line is written in one piece.
 proc qx::prompt::history::append_line {line} {
+    if {![ours_alone]} return
     set channel [open [file_name] {WRONLY APPEND CREAT} 0600]
     fconfigure $channel -encoding utf-8 -translation lf -buffersize 100000
     puts $channel $line

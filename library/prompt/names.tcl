@@ -3,7 +3,8 @@
 # what is like it. Relies on the package qx for that; without it, the message is Tcl's alone.
 
 namespace eval qx::prompt::names {
-    variable count 3 ;# so many names are said
+    variable count 3    ;# so many names are said
+    variable longest 60 ;# letters of a word that may be a misspelt name
 }
 
 # Puts the handler in place of Tcl's.
@@ -25,19 +26,22 @@ proc qx::prompt::names::unknown {name args} {
     return -code error -errorcode [list TCL LOOKUP COMMAND $name] $text
 }
 
-# The commands most like a word. One that begins with it comes first: so do abbreviations.
+# The commands most like a word. One that begins with it comes first: so do abbreviations. Nothing
+# is like a word that is much longer than every command, which was pasted.
 proc qx::prompt::names::nearest {name} {
     variable count
-    if {$name eq {} || ![qx::prompt::have_catalogue]} return
+    variable longest
+    if {$name eq {} || [string length $name] > $longest || ![qx::prompt::have_catalogue]} return
     set name [string trimleft $name :]
     set all [qx::prompt::commands]
     set longer {}
     foreach each $all {
         if {[string equal -length [string length $name] $name $each]} { lappend longer $each }
     }
-    set longer [lrange [qx::catalogue::nearest $name $longer $count] 0 $count-1]
+    set near [qx::catalogue::nearest $name $longer $count]
+    if {[llength $longer] >= $count} { return $near }
     foreach each [qx::catalogue::nearest $name $all $count] {
-        if {$each ni $longer} { lappend longer $each }
+        if {$each ni $near} { lappend near $each }
     }
-    return [lrange $longer 0 $count-1]
+    return [lrange $near 0 $count-1]
 }

@@ -10,6 +10,7 @@
 
 #include <readline/readline.h>
 
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace qx::prompt {
@@ -19,13 +20,9 @@ namespace {
 // Ctrl-C never arrives as a character, unless it is quoted: the terminal turns it into a signal.
 constexpr int drop_key = 'C' & 0x1f;
 
+Tcl_Interp *prompting;
+int terminal; // a descriptor of our own
 bool line_was_dropped = false;
-
-qxsh::line_editing *shell_of(Tcl_Interp *interp)
-{
-    return static_cast<qxsh::line_editing *>(
-        Tcl_GetAssocData(interp, qxsh::line_editing_key, nullptr));
-}
 
 int end_dropped_line(int, int key)
 {
@@ -38,15 +35,35 @@ int end_dropped_line(int, int key)
     return 0;
 }
 
-// First ends any unfinished operation: a search, a count, a key of several characters.
-void drop_line()
+bool reads_keys()
 {
-    if (!RL_ISSTATE(RL_STATE_CALLBACK))
-        return;
-    rl_free_line_state();
-    rl_callback_sigcleanup();
-    rl_execute_next(drop_key);
-    rl_callback_read_char();
+    return RL_ISSTATE(RL_STATE_CALLBACK) != 0;
+}
+
+// Whether tclreadline is what waits for events, rather than a script. The interpreter's result is
+// kept, and scripts may have redefined `info`.
+bool waits_for_keys()
+{
+    const Tcl_InterpState state = Tcl_SaveInterpState(prompting, TCL_OK);
+    const bool waits =
+        Tcl_EvalEx(prompting, "::tcl::info::frame -1", -1, 0) == TCL_OK &&
+        Tcl_StringMatch(Tcl_GetStringResult(prompting), "*tclreadline::readline read *") != 0;
+    Tcl_RestoreInterpState(prompting, state);
+    return waits;
+}
+
+// First ends any unfinished operation: a search, a count, a key of several characters.
+bool drop_line()
+{
+    if (!waits_for_keys())
+        return false;
+    if (reads_keys()) {
+        rl_free_line_state();
+        rl_callback_sigcleanup();
+        rl_execute_next(drop_key);
+        rl_callback_read_char();
+    }
+    return true;
 }
 
 // A script that waits for events while a line is typed handles keys, too, and tclreadline learns
@@ -54,15 +71,17 @@ void drop_line()
 // instead.
 void read_key(ClientData, int)
 {
-    if (RL_ISSTATE(RL_STATE_CALLBACK))
+    if (reads_keys())
         rl_callback_read_char();
-    else
-        Tcl_DeleteFileHandler(STDIN_FILENO);
+    if (!reads_keys())
+        Tcl_DeleteFileHandler(terminal);
 }
 
+// The channel stdin, when it is read, removes any handler of its own descriptor.
 int take_keys(Tcl_Event *, int)
 {
-    Tcl_CreateFileHandler(STDIN_FILENO, TCL_READABLE, read_key, nullptr);
+    Tcl_DeleteFileHandler(STDIN_FILENO);
+    Tcl_CreateFileHandler(terminal, TCL_READABLE, read_key, nullptr);
     return 1;
 }
 
@@ -90,7 +109,6 @@ int dropped(ClientData, Tcl_Interp *interp, int count, Tcl_Obj *const words[])
     return TCL_OK;
 }
 
-// If the shell does not accept typed lines, they are put back into the channel stdin.
 int give(ClientData, Tcl_Interp *interp, int count, Tcl_Obj *const words[])
 {
     if (count != 2) {
@@ -100,11 +118,6 @@ int give(ClientData, Tcl_Interp *interp, int count, Tcl_Obj *const words[])
     Tcl_Channel in = Tcl_GetStdChannel(TCL_STDIN);
     int size = 0;
     auto *const bytes = reinterpret_cast<const char *>(Tcl_GetByteArrayFromObj(words[1], &size));
-    const qxsh::line_editing *const shell = shell_of(interp);
-    if (in != nullptr && shell != nullptr) {
-        shell->give(bytes, size);
-        return TCL_OK;
-    }
     if (in != nullptr && Tcl_Ungets(in, bytes, size, 0) == size)
         return TCL_OK;
     Tcl_SetObjResult(interp, Tcl_NewStringObj("stdin takes no commands", -1));
@@ -118,8 +131,14 @@ void create_line_commands(Tcl_Interp *interp)
     Tcl_CreateObjCommand(interp, "::qx::prompt::readline::expect", expect_line, nullptr, nullptr);
     Tcl_CreateObjCommand(interp, "::qx::prompt::readline::dropped", dropped, nullptr, nullptr);
     Tcl_CreateObjCommand(interp, "::qx::prompt::readline::give", give, nullptr, nullptr);
-    if (qxsh::line_editing *const shell = shell_of(interp))
-        shell->drop_line = drop_line;
+    prompting = interp;
+    terminal = fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 64);
+    if (terminal < 0)
+        terminal = STDIN_FILENO;
+    auto *const shell = static_cast<qxsh::line_editing *>(
+        Tcl_GetAssocData(interp, qxsh::line_editing_key, nullptr));
+    if (shell != nullptr)
+        *shell = {reads_keys, drop_line};
 }
 
 void bind_line_drop()

@@ -6,10 +6,10 @@
 
 namespace qx::prompt {
 
-/// Creates the commands and gives the shell the function that discards a half-typed line.
+/// Creates the commands, and tells the shell what Ctrl-C does to a half-typed line.
 ///   qx::prompt::readline::expect        to be called before tclreadline reads a line
 ///   qx::prompt::readline::dropped       returns whether the last line was discarded
-///   qx::prompt::readline::give BYTES    has Tcl's loop read them next, in stdin's encoding
+///   qx::prompt::readline::give BYTES    puts them in front of what the channel stdin has read
 void create_line_commands(Tcl_Interp *interp);
 
 /// Binds the key that discards the line. To be called after rl_initialize.
