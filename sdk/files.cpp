@@ -171,6 +171,12 @@ std::string write_new_file(const std::string &name, const std::string &text)
 
 std::string replace_file(const std::string &name, const std::string &text)
 {
+    struct stat is
+    {};
+    if (stat(name.c_str(), &is) != 0 && errno != ENOENT)
+        return cannot_write(name);
+    if (is.st_mode != 0 && !S_ISREG(is.st_mode))
+        return "cannot write " + name + ": it is not a regular file";
     const std::string other = name + ".new." + std::to_string(getpid());
     unlink(other.c_str()); // one that an earlier process with this number has left
     std::string mistake = write_new_file(other, text);

@@ -36,7 +36,7 @@ std::string write_file(const std::string &name, const std::string &text);
 std::string write_new_file(const std::string &name, const std::string &text);
 
 /// Replaces a file: writes a new one beside it, with mode 0600, and renames that, so that the file
-/// is never half-written.
+/// is never half-written. What is there and is not a regular file is not replaced.
 std::string replace_file(const std::string &name, const std::string &text);
 
 /// Identifies one version of a file; all zero if there is none.

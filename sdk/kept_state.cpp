@@ -13,21 +13,21 @@ void kept_state::name(const std::string &file)
     process_ = getpid();
 }
 
+// A file that is not there is written at once, which shows whether it can be.
 void kept_state::read()
 {
     const file_mark now = mark_of(name_);
     if (begun_ && now == seen_)
         return;
-    begun_ = true;
-    seen_ = now;
-    broken_ = false;
-    const std::string mistake = now.exists() ? restore_file(name_) : std::string{};
-    if (!mistake.empty()) {
+    const std::string mistake =
+        now.exists() ? restore_file(name_) : replace_file(name_, saved_devices());
+    if (!mistake.empty() && (!broken_ || now.exists()))
         complain("QX_SIM_STATE: %s", mistake.c_str());
-        broken_ = true;
-        return;
-    }
-    contents_ = device_contents();
+    broken_ = !mistake.empty();
+    begun_ = !broken_ || now.exists();
+    seen_ = now.exists() ? now : mark_of(name_);
+    if (!broken_)
+        contents_ = device_contents();
 }
 
 void kept_state::write()

@@ -32,7 +32,7 @@ proc flow {id port} {
         da_ip 198.51.100.1 l4_header [list tcp [list sport $port dport 443]]]]
 }
 proc tunnel {number args} {
-    record qx_tunnel_cfg [concat [list type 1 dest_addr 192.0.2.$number src_addr 192.0.2.250 \
+    record qx_tunnel_cfg [dict merge [list type 1 dest_addr 192.0.2.$number src_addr 192.0.2.250 \
         tx_port 1 dir 1 tunnel [list gre [list tunnel_id $number]]] $args]
 }
 # Next hops: on a port, and through a tunnel or an association.
