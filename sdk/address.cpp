@@ -6,17 +6,17 @@
 
 namespace qxsim {
 
-std::uint32_t family_bits(std::uint32_t family) noexcept
+std::uint32_t family_bits(std::uint32_t family)
 {
     return family == family_ipv4 ? 32 : 128;
 }
 
-bool valid_address(const qx_ip_address_t &address) noexcept
+bool valid_address(const qx_ip_address_t &address)
 {
     return address.afi <= family_ipv6 && address.addr_len <= family_bits(address.afi);
 }
 
-address_key address_of(const qx_ip_address_t &address) noexcept
+address_key address_of(const qx_ip_address_t &address)
 {
     address_key key{address.afi, {}};
     const unsigned words = family_bits(address.afi) / 32;
@@ -25,7 +25,7 @@ address_key address_of(const qx_ip_address_t &address) noexcept
     return key;
 }
 
-prefix_key shortened(const prefix_key &prefix, std::uint32_t length) noexcept
+prefix_key shortened(const prefix_key &prefix, std::uint32_t length)
 {
     prefix_key result = prefix;
     result.length = std::min(prefix.length, length);
@@ -38,7 +38,7 @@ prefix_key shortened(const prefix_key &prefix, std::uint32_t length) noexcept
     return result;
 }
 
-std::uint32_t common_bits(const prefix_key &left, const prefix_key &right) noexcept
+std::uint32_t common_bits(const prefix_key &left, const prefix_key &right)
 {
     const std::uint32_t limit = std::min(left.length, right.length);
     for (std::uint32_t index = 0; index < 4 && index * 32 < limit; ++index) {
@@ -50,7 +50,7 @@ std::uint32_t common_bits(const prefix_key &left, const prefix_key &right) noexc
     return limit;
 }
 
-prefix_key prefix_of(const qx_ip_address_t &address) noexcept
+prefix_key prefix_of(const qx_ip_address_t &address)
 {
     const std::uint32_t length = address.addr_len;
     return shortened({address_of(address), length}, length);

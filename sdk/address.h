@@ -33,21 +33,21 @@ struct prefix_key
 };
 
 /// True if the family is known and the length does not exceed its number of bits.
-bool valid_address(const qx_ip_address_t &address) noexcept;
+bool valid_address(const qx_ip_address_t &address);
 
 /// The number of bits of an address: 32 for IPv4, otherwise 128. The family must be known.
-std::uint32_t family_bits(std::uint32_t family) noexcept;
+std::uint32_t family_bits(std::uint32_t family);
 
 /// The address in a valid record, whatever its length.
-address_key address_of(const qx_ip_address_t &address) noexcept;
+address_key address_of(const qx_ip_address_t &address);
 
 /// The prefix in a valid record; bits beyond the length are cleared.
-prefix_key prefix_of(const qx_ip_address_t &address) noexcept;
+prefix_key prefix_of(const qx_ip_address_t &address);
 
 /// The prefix cut to `length` bits, or unchanged if it is not longer.
-prefix_key shortened(const prefix_key &prefix, std::uint32_t length) noexcept;
+prefix_key shortened(const prefix_key &prefix, std::uint32_t length);
 
 /// The number of bits that two prefixes of one family begin with alike, at most the lesser length.
-std::uint32_t common_bits(const prefix_key &left, const prefix_key &right) noexcept;
+std::uint32_t common_bits(const prefix_key &left, const prefix_key &right);
 
 } // namespace qxsim

@@ -12,7 +12,7 @@ namespace qxsim {
 using qxsh::argument_row;
 using qxsh::direction;
 
-void call_frame::fetch() noexcept
+void call_frame::fetch()
 {
     const auto arguments = arguments_of(call_);
     for (std::size_t number = 0; number < arguments.size(); ++number) {
@@ -22,7 +22,7 @@ void call_frame::fetch() noexcept
     }
 }
 
-void call_frame::deliver() noexcept
+void call_frame::deliver()
 {
     const auto arguments = arguments_of(call_);
     for (std::size_t number = 0; number < arguments.size(); ++number) {
@@ -32,7 +32,7 @@ void call_frame::deliver() noexcept
     }
 }
 
-static bool has_null(const call_row &call, const call_word *words) noexcept
+static bool has_null(const call_row &call, const call_word *words)
 {
     const auto arguments = arguments_of(call);
     for (std::size_t number = 0; number < arguments.size(); ++number)
@@ -42,7 +42,7 @@ static bool has_null(const call_row &call, const call_word *words) noexcept
 }
 
 // Behaviours do not throw. Creating a device can, but then nothing has changed yet.
-static qx_status carry_out(const call_row &call, const call_word *words) noexcept
+static qx_status carry_out(const call_row &call, const call_word *words)
 try {
     call_frame frame{call, words};
     if (call.names_device) {

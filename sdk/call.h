@@ -22,8 +22,8 @@ using qxsh::call_row;
 /// An argument as the caller passed it: a number or a pointer.
 struct call_word
 {
-    call_word(unsigned int number) noexcept : value(number) {}
-    call_word(void *address) noexcept : pointer(address) {}
+    call_word(unsigned int number) : value(number) {}
+    call_word(void *address) : pointer(address) {}
     std::uint32_t value = 0;
     void *pointer = nullptr;
 };
@@ -33,27 +33,26 @@ struct call_word
 class call_frame
 {
 public:
-    call_frame(const call_row &call, const call_word *words) noexcept : call_(call), words_(words)
-    {}
+    call_frame(const call_row &call, const call_word *words) : call_(call), words_(words) {}
 
     device *here = nullptr; ///< the device that the call names, not owned; null if it names none
 
-    template <class Value> Value value(unsigned number) const noexcept
+    template <class Value> Value value(unsigned number) const
     {
         return static_cast<Value>(words_[number].value);
     }
-    template <class Record> Record &record(unsigned number) noexcept
+    template <class Record> Record &record(unsigned number)
     {
         return *reinterpret_cast<Record *>(copies_ + arguments_of(call_)[number].place);
     }
-    template <class Record> record_array<Record> array(unsigned number) const noexcept
+    template <class Record> record_array<Record> array(unsigned number) const
     {
         const int count = arguments_of(call_)[number].count;
         return {words_[number].pointer, words_[count].value};
     }
 
-    void fetch() noexcept;   ///< copies the inputs in; no pointer may be null
-    void deliver() noexcept; ///< copies the outputs to the caller
+    void fetch();   ///< copies the inputs in; no pointer may be null
+    void deliver(); ///< copies the outputs to the caller
 
 private:
     const call_row &call_;

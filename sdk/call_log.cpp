@@ -15,7 +15,7 @@ namespace qxsim {
 using qxsh::argument_row;
 using qxsh::json_text;
 
-static std::int64_t microseconds(clockid_t clock) noexcept
+static std::int64_t microseconds(clockid_t clock)
 {
     timespec time{};
     clock_gettime(clock, &time);
@@ -59,7 +59,7 @@ static std::string pointed(const call_row &call, const call_word *words, std::si
     return json.end().text();
 }
 
-void call_log::close() noexcept
+void call_log::close()
 {
     if (file_ >= 0)
         ::close(file_);
@@ -75,7 +75,7 @@ std::string call_log::use(const std::string &name)
     return name.empty() ? std::string{} : open_log(name, file_);
 }
 
-void call_log::start(const call_row &call, const call_word *words, std::uint32_t number) noexcept
+void call_log::start(const call_row &call, const call_word *words, std::uint32_t number)
 try {
     number_ = number;
     started_ = microseconds(CLOCK_REALTIME);
@@ -91,7 +91,7 @@ try {
 }
 
 void call_log::finish(const call_row &call, const call_word *words, std::uint32_t status,
-                      bool fault) noexcept
+                      bool fault)
 try {
     const std::int64_t taken = microseconds(CLOCK_MONOTONIC) - clock_;
     json_text json{keys_};

@@ -18,17 +18,16 @@ public:
     /// the log. Returns what is wrong with the file; an empty text if nothing is.
     std::string use(const std::string &name);
     /// Unless keys are shown, only their lengths are written.
-    void show_keys(bool keys) noexcept { keys_ = keys; }
-    bool open() const noexcept { return file_ >= 0; }
+    void show_keys(bool keys) { keys_ = keys; }
+    bool open() const { return file_ >= 0; }
 
     /// To be called before and after each call while the log is open, with the same call and words;
     /// `number` is the call's number in the log, `finish` writes the line.
-    void start(const call_row &call, const call_word *words, std::uint32_t number) noexcept;
-    void finish(const call_row &call, const call_word *words, std::uint32_t status,
-                bool fault) noexcept;
+    void start(const call_row &call, const call_word *words, std::uint32_t number);
+    void finish(const call_row &call, const call_word *words, std::uint32_t status, bool fault);
 
 private:
-    void close() noexcept;
+    void close();
 
     std::string name_;
     int file_ = -1;

@@ -12,7 +12,7 @@ namespace qxsim {
 constexpr std::uint32_t status_limit = 65535;
 constexpr std::uint32_t latency_limit = 10'000'000;
 
-bool fits(std::string_view pattern, std::string_view name) noexcept
+bool fits(std::string_view pattern, std::string_view name)
 {
     // On a mismatch the last star matches one more character.
     std::size_t in_pattern = 0;
@@ -38,7 +38,7 @@ bool fits(std::string_view pattern, std::string_view name) noexcept
     return in_pattern == pattern.size();
 }
 
-bool fits_any(std::string_view pattern) noexcept
+bool fits_any(std::string_view pattern)
 {
     for (const call_row &call : std::span{qxsh::call_rows, qxsh::call_count})
         if (fits(pattern, call.name.text()))
@@ -48,14 +48,14 @@ bool fits_any(std::string_view pattern) noexcept
 
 // Reads a decimal number from `least` to `limit`.
 static bool read_number(std::string_view text, std::uint32_t least, std::uint32_t limit,
-                        std::uint32_t &number) noexcept
+                        std::uint32_t &number)
 {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     return error == std::errc{} && end == text.data() + text.size() && number >= least &&
            number <= limit;
 }
 
-static bool read_status(const std::string &text, std::uint32_t &number) noexcept
+static bool read_status(const std::string &text, std::uint32_t &number)
 {
     return status_number(text, number) ? number != 0 : read_number(text, 1, status_limit, number);
 }
@@ -106,7 +106,7 @@ bool read_latency(const std::vector<std::string> &words, latency_rule &rule, std
 }
 
 std::uint32_t fault_for(std::vector<fault_rule> &rules, std::string_view function,
-                        std::uint32_t answer) noexcept
+                        std::uint32_t answer)
 {
     for (auto rule = rules.begin(); rule != rules.end(); ++rule) {
         // A rule that has fired with this call has not been over before it.
@@ -124,8 +124,7 @@ std::uint32_t fault_for(std::vector<fault_rule> &rules, std::string_view functio
     return answer;
 }
 
-std::uint32_t latency_for(const std::vector<latency_rule> &rules,
-                          std::string_view function) noexcept
+std::uint32_t latency_for(const std::vector<latency_rule> &rules, std::string_view function)
 {
     for (const latency_rule &rule : rules)
         if (fits(rule.pattern, function))

@@ -10,10 +10,10 @@
 namespace qxsim {
 
 /// True if a function's name matches a pattern, in which `*` matches any characters.
-bool fits(std::string_view pattern, std::string_view name) noexcept;
+bool fits(std::string_view pattern, std::string_view name);
 
 /// True if a pattern matches the name of at least one SDK function.
-bool fits_any(std::string_view pattern) noexcept;
+bool fits_any(std::string_view pattern);
 
 /// "fault PATTERN WHEN STATUS": one matching call (`3`: the third), that and all later ones (`3+`),
 /// or all of them (`*`) return the status.
@@ -27,7 +27,7 @@ struct fault_rule
     std::uint64_t seen = 0;   ///< calls counted so far
     std::uint64_t fired = 0;  ///< calls answered so far
 
-    bool same_as(const fault_rule &other) const noexcept
+    bool same_as(const fault_rule &other) const
     {
         return pattern == other.pattern && first == other.first && once == other.once &&
                status == other.status;
@@ -50,10 +50,9 @@ bool read_latency(const std::vector<std::string> &words, latency_rule &rule, std
 /// before them. Returns `answer` if that is not 0, else the status of the first rule that applies
 /// to this call, or 0.
 std::uint32_t fault_for(std::vector<fault_rule> &rules, std::string_view function,
-                        std::uint32_t answer) noexcept;
+                        std::uint32_t answer);
 
 /// The delay of the first rule that matches, in microseconds, or 0.
-std::uint32_t latency_for(const std::vector<latency_rule> &rules,
-                          std::string_view function) noexcept;
+std::uint32_t latency_for(const std::vector<latency_rule> &rules, std::string_view function);
 
 } // namespace qxsim

@@ -14,7 +14,7 @@ namespace qxsim {
 
 namespace {
 
-template <class Record> stored<Record> without_padding(const Record &record, int number) noexcept
+template <class Record> stored<Record> without_padding(const Record &record, int number)
 {
     stored<Record> copy{record};
     qxsh::clear_padding(&*copy, qxsh::record_rows[number]);
@@ -22,8 +22,7 @@ template <class Record> stored<Record> without_padding(const Record &record, int
 }
 
 // Keeps one reading of a union, which is member `reading` of it.
-template <class Union, class Reading>
-void keep(Union &all, const Reading &reading, int number) noexcept
+template <class Union, class Reading> void keep(Union &all, const Reading &reading, int number)
 {
     const stored<Reading> kept = without_padding(reading, number);
     std::memset(static_cast<void *>(&all), 0, sizeof all);
@@ -36,21 +35,21 @@ template <class Element> void clear_from(Element *elements, std::size_t start, s
         std::memset(static_cast<void *>(elements + start), 0, (end - start) * sizeof(Element));
 }
 
-void tidy(qx_ip_address_t &address) noexcept
+void tidy(qx_ip_address_t &address)
 {
     if (address.afi == family_ipv4)
         for (unsigned index = 1; index < 4; ++index)
             address.ip_addr.addr[index] = 0;
 }
 
-void tidy_prefix(qx_ip_address_t &prefix) noexcept
+void tidy_prefix(qx_ip_address_t &prefix)
 {
     const prefix_key masked = prefix_of(prefix);
     for (unsigned index = 0; index < 4; ++index)
         prefix.ip_addr.addr[index] = masked.address.words[index];
 }
 
-void tidy(qx_pkt_info_t &packet) noexcept
+void tidy(qx_pkt_info_t &packet)
 {
     tidy(packet.da_ip);
     tidy(packet.sa_ip);
@@ -58,7 +57,7 @@ void tidy(qx_pkt_info_t &packet) noexcept
         packet.pppoe_session_id = 0;
 }
 
-void tidy(qx_port_encap_t &encap) noexcept
+void tidy(qx_port_encap_t &encap)
 {
     if (encap.type == encap_ethernet)
         keep(encap.port_encap, encap.port_encap.eth, qxsh::record_qx_eth_port_encap_t);
@@ -67,7 +66,7 @@ void tidy(qx_port_encap_t &encap) noexcept
 }
 
 // A tunnel of unknown type keeps all of its settings.
-void tidy(qx_tunnel_cfg_t &cfg) noexcept
+void tidy(qx_tunnel_cfg_t &cfg)
 {
     tidy(cfg.dest_addr);
     tidy(cfg.src_addr);
@@ -93,22 +92,22 @@ void tidy(qx_tunnel_cfg_t &cfg) noexcept
 
 } // namespace
 
-stored<qx_rule_hash_key_t> canonical(const qx_rule_hash_key_t &key) noexcept
+stored<qx_rule_hash_key_t> canonical(const qx_rule_hash_key_t &key)
 {
     return without_padding(key, qxsh::record_qx_rule_hash_key_t);
 }
 
-stored<qx_rule_hash_t> canonical(const qx_rule_hash_t &rule) noexcept
+stored<qx_rule_hash_t> canonical(const qx_rule_hash_t &rule)
 {
     return without_padding(rule, qxsh::record_qx_rule_hash_t);
 }
 
-stored<qx_rtp_cfg_t> canonical(const qx_rtp_cfg_t &cfg) noexcept
+stored<qx_rtp_cfg_t> canonical(const qx_rtp_cfg_t &cfg)
 {
     return without_padding(cfg, qxsh::record_qx_rtp_cfg_t);
 }
 
-stored<qx_flow_t> canonical(const qx_flow_t &flow) noexcept
+stored<qx_flow_t> canonical(const qx_flow_t &flow)
 {
     stored<qx_flow_t> copy = without_padding(flow, qxsh::record_qx_flow_t);
     tidy(copy->ingress_pkt);
@@ -116,14 +115,14 @@ stored<qx_flow_t> canonical(const qx_flow_t &flow) noexcept
     return copy;
 }
 
-stored<qx_ip_translate_cfg_t> canonical(const qx_ip_translate_cfg_t &cfg) noexcept
+stored<qx_ip_translate_cfg_t> canonical(const qx_ip_translate_cfg_t &cfg)
 {
     stored<qx_ip_translate_cfg_t> copy = without_padding(cfg, qxsh::record_qx_ip_translate_cfg_t);
     tidy(copy->v6_pkt);
     return copy;
 }
 
-stored<qx_l3_nexthop_t> canonical(const qx_l3_nexthop_t &nexthop) noexcept
+stored<qx_l3_nexthop_t> canonical(const qx_l3_nexthop_t &nexthop)
 {
     stored<qx_l3_nexthop_t> copy = without_padding(nexthop, qxsh::record_qx_l3_nexthop_t);
     tidy(copy->nhid.addr);
@@ -138,14 +137,14 @@ stored<qx_l3_nexthop_t> canonical(const qx_l3_nexthop_t &nexthop) noexcept
     return copy;
 }
 
-stored<qx_tunnel_cfg_t> canonical(const qx_tunnel_cfg_t &cfg) noexcept
+stored<qx_tunnel_cfg_t> canonical(const qx_tunnel_cfg_t &cfg)
 {
     stored<qx_tunnel_cfg_t> copy = without_padding(cfg, qxsh::record_qx_tunnel_cfg_t);
     tidy(*copy);
     return copy;
 }
 
-stored<qx_ipsec_policy_t> canonical(const qx_ipsec_policy_t &policy) noexcept
+stored<qx_ipsec_policy_t> canonical(const qx_ipsec_policy_t &policy)
 {
     stored<qx_ipsec_policy_t> copy = without_padding(policy, qxsh::record_qx_ipsec_policy_t);
     clear_from(copy->selector_array, copy->selector_count, selector_limit);
@@ -156,12 +155,12 @@ stored<qx_ipsec_policy_t> canonical(const qx_ipsec_policy_t &policy) noexcept
     return copy;
 }
 
-stored<qx_ipsec_sa_t> canonical(const qx_ipsec_sa_t &association) noexcept
+stored<qx_ipsec_sa_t> canonical(const qx_ipsec_sa_t &association)
 {
     return without_padding(association, qxsh::record_qx_ipsec_sa_t);
 }
 
-stored<qx_pptp_sa_t> canonical(const qx_pptp_sa_t &session) noexcept
+stored<qx_pptp_sa_t> canonical(const qx_pptp_sa_t &session)
 {
     stored<qx_pptp_sa_t> copy = without_padding(session, qxsh::record_qx_pptp_sa_t);
     tidy(copy->local_addr);
@@ -170,12 +169,12 @@ stored<qx_pptp_sa_t> canonical(const qx_pptp_sa_t &session) noexcept
     return copy;
 }
 
-stored<qx_pppoe_port_cfg_t> canonical(const qx_pppoe_port_cfg_t &cfg) noexcept
+stored<qx_pppoe_port_cfg_t> canonical(const qx_pppoe_port_cfg_t &cfg)
 {
     return without_padding(cfg, qxsh::record_qx_pppoe_port_cfg_t);
 }
 
-stored<qx_ip_address_t> canonical_prefix(const qx_ip_address_t &prefix) noexcept
+stored<qx_ip_address_t> canonical_prefix(const qx_ip_address_t &prefix)
 {
     stored<qx_ip_address_t> copy{prefix};
     tidy_prefix(*copy);

@@ -9,19 +9,19 @@
 namespace qxsim {
 
 // The canonical copy of a record whose codes are valid.
-stored<qx_rule_hash_key_t> canonical(const qx_rule_hash_key_t &key) noexcept;
-stored<qx_rule_hash_t> canonical(const qx_rule_hash_t &rule) noexcept;
-stored<qx_rtp_cfg_t> canonical(const qx_rtp_cfg_t &cfg) noexcept;
-stored<qx_flow_t> canonical(const qx_flow_t &flow) noexcept;
-stored<qx_ip_translate_cfg_t> canonical(const qx_ip_translate_cfg_t &cfg) noexcept;
-stored<qx_l3_nexthop_t> canonical(const qx_l3_nexthop_t &nexthop) noexcept;
-stored<qx_tunnel_cfg_t> canonical(const qx_tunnel_cfg_t &cfg) noexcept;
-stored<qx_ipsec_policy_t> canonical(const qx_ipsec_policy_t &policy) noexcept;
-stored<qx_ipsec_sa_t> canonical(const qx_ipsec_sa_t &association) noexcept;
-stored<qx_pptp_sa_t> canonical(const qx_pptp_sa_t &session) noexcept;
-stored<qx_pppoe_port_cfg_t> canonical(const qx_pppoe_port_cfg_t &cfg) noexcept;
+stored<qx_rule_hash_key_t> canonical(const qx_rule_hash_key_t &key);
+stored<qx_rule_hash_t> canonical(const qx_rule_hash_t &rule);
+stored<qx_rtp_cfg_t> canonical(const qx_rtp_cfg_t &cfg);
+stored<qx_flow_t> canonical(const qx_flow_t &flow);
+stored<qx_ip_translate_cfg_t> canonical(const qx_ip_translate_cfg_t &cfg);
+stored<qx_l3_nexthop_t> canonical(const qx_l3_nexthop_t &nexthop);
+stored<qx_tunnel_cfg_t> canonical(const qx_tunnel_cfg_t &cfg);
+stored<qx_ipsec_policy_t> canonical(const qx_ipsec_policy_t &policy);
+stored<qx_ipsec_sa_t> canonical(const qx_ipsec_sa_t &association);
+stored<qx_pptp_sa_t> canonical(const qx_pptp_sa_t &session);
+stored<qx_pppoe_port_cfg_t> canonical(const qx_pppoe_port_cfg_t &cfg);
 
 /// A prefix without the bits beyond its length.
-stored<qx_ip_address_t> canonical_prefix(const qx_ip_address_t &prefix) noexcept;
+stored<qx_ip_address_t> canonical_prefix(const qx_ip_address_t &prefix);
 
 } // namespace qxsim

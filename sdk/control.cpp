@@ -172,7 +172,7 @@ bool begin_control()
     return true;
 }
 
-void wait(std::uint32_t microseconds) noexcept
+void wait(std::uint32_t microseconds)
 {
     timespec rest{static_cast<time_t>(microseconds / 1'000'000),
                   static_cast<long>(microseconds % 1'000'000 * 1000)};
@@ -182,7 +182,7 @@ void wait(std::uint32_t microseconds) noexcept
 
 // Reads the environment and obeys the control file as far as that is still to do. Returns QX_OK if
 // the call is to be performed, else its status.
-qx_status prepare(const call_row &call, const call_word *words) noexcept
+qx_status prepare(const call_row &call, const call_word *words)
 try {
     if (control == control_mode::unread && !begin_control())
         return QX_BAD_SWITCH;
@@ -204,7 +204,7 @@ try {
 } // namespace
 
 unsigned int perform_controlled(const call_row &call, const call_word *words,
-                                carry_out_function *carry_out) noexcept
+                                carry_out_function *carry_out)
 {
     const qx_status refusal = prepare(call, words);
     if (refusal != QX_OK)

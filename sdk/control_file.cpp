@@ -17,7 +17,7 @@ namespace qxsim {
 
 constexpr std::string_view blanks = " \t\r";
 
-static std::string_view trimmed(std::string_view text) noexcept
+static std::string_view trimmed(std::string_view text)
 {
     const auto start = text.find_first_not_of(blanks);
     if (start == std::string_view::npos)
@@ -26,7 +26,7 @@ static std::string_view trimmed(std::string_view text) noexcept
 }
 
 // Removes the first word from the text and returns it.
-static std::string_view next_word(std::string_view &text) noexcept
+static std::string_view next_word(std::string_view &text)
 {
     text = trimmed(text);
     const std::string_view word = text.substr(0, text.find_first_of(blanks));
@@ -153,19 +153,19 @@ void read_rules(const char *variable, const char *kind, std::string_view text,
 }
 
 std::uint32_t fault_for(control_settings &first, control_settings &second,
-                        std::string_view function) noexcept
+                        std::string_view function)
 {
     return fault_for(second.faults, function, fault_for(first.faults, function, 0));
 }
 
 std::uint32_t latency_for(const control_settings &first, const control_settings &second,
-                          std::string_view function) noexcept
+                          std::string_view function)
 {
     return std::max(latency_for(first.latencies, function),
                     latency_for(second.latencies, function));
 }
 
-control_file::mark control_file::look() const noexcept
+control_file::mark control_file::look() const
 {
     struct stat file
     {};
@@ -179,7 +179,7 @@ control_file::mark control_file::look() const noexcept
             0};
 }
 
-void keep_counts(const control_settings &before, control_settings &after) noexcept
+void keep_counts(const control_settings &before, control_settings &after)
 {
     const auto &known = before.faults;
     for (auto rule = after.faults.begin(); rule != after.faults.end(); ++rule) {

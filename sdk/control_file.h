@@ -23,11 +23,11 @@ struct control_settings
 /// Counts a call in both sets of rules. Returns the status that it fails with, or 0; the first set
 /// takes precedence.
 std::uint32_t fault_for(control_settings &first, control_settings &second,
-                        std::string_view function) noexcept;
+                        std::string_view function);
 
 /// The longer of the two sets' delays, in microseconds.
 std::uint32_t latency_for(const control_settings &first, const control_settings &second,
-                          std::string_view function) noexcept;
+                          std::string_view function);
 
 struct control_action
 {
@@ -58,15 +58,15 @@ void read_rules(const char *variable, const char *kind, std::string_view text,
                 control_settings &settings, std::vector<std::string> &mistakes);
 
 /// Fault rules that are still there keep their counts, of equal ones the first keeps the first's.
-void keep_counts(const control_settings &before, control_settings &after) noexcept;
+void keep_counts(const control_settings &before, control_settings &after);
 
 /// A control file that is read again whenever it has changed.
 class control_file
 {
 public:
     void name(const std::string &file) { name_ = file; }
-    const std::string &name() const noexcept { return name_; }
-    bool named() const noexcept { return !name_.empty(); }
+    const std::string &name() const { return name_; }
+    bool named() const { return !name_.empty(); }
 
     /// If the file was created, changed or removed since the last check, stores what it says and
     /// returns true. If it cannot be read, that is a mistake, told once while it lasts. May throw
@@ -74,7 +74,7 @@ public:
     bool read_if_changed(control_order &order);
 
     /// Reads the file at the next check, changed or not.
-    void forget() noexcept { seen_.error = -1; }
+    void forget() { seen_.error = -1; }
 
 private:
     /// Identifies one version of the file; all zero if there is no file.
@@ -89,7 +89,7 @@ private:
         bool operator==(const mark &) const = default;
     };
 
-    mark look() const noexcept;
+    mark look() const;
 
     std::string name_;
     mark seen_;

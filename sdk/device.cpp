@@ -7,7 +7,7 @@ namespace qxsim {
 
 static std::unique_ptr<device> devices[device_count];
 
-qos_port initial_port() noexcept
+qos_port initial_port()
 {
     qos_port port;
     for (unsigned dscp = 0; dscp < dscp_count; ++dscp)
@@ -44,13 +44,13 @@ device &device_numbered(unsigned number)
     return *place;
 }
 
-void replace_device(std::unique_ptr<device> made) noexcept
+void replace_device(std::unique_ptr<device> made)
 {
     std::unique_ptr<device> &place = devices[made->number];
     place = std::move(made);
 }
 
-void reset_devices() noexcept
+void reset_devices()
 {
     for (std::unique_ptr<device> &place : devices)
         place.reset();

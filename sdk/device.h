@@ -28,7 +28,7 @@ struct qos_port
 };
 
 /// A port's initial maps.
-qos_port initial_port() noexcept;
+qos_port initial_port();
 
 /// Power states: 0 off, 1 on, 2 asleep.
 struct power_states
@@ -54,7 +54,7 @@ struct hashed_flow_key
     std::uint32_t hash = 0;
     flow_key bytes{};
     bool operator==(const hashed_flow_key &) const = default;
-    bool operator<(const hashed_flow_key &other) const noexcept
+    bool operator<(const hashed_flow_key &other) const
     {
         return hash != other.hash ? hash < other.hash : bytes < other.bytes;
     }
@@ -315,7 +315,7 @@ constexpr std::uint32_t id_base(id_kind kind, unsigned device)
 
 /// The status of a delete that finds nothing: QX_DELETED if it was removed lately, else `unknown`.
 template <class Table, class Key>
-qx_status missing(const Table &table, const Key &key, qx_status unknown) noexcept
+qx_status missing(const Table &table, const Key &key, qx_status unknown)
 {
     return table.removed(key) != nullptr ? QX_DELETED : unknown;
 }
@@ -325,9 +325,9 @@ qx_status missing(const Table &table, const Key &key, qx_status unknown) noexcep
 device &device_numbered(unsigned number);
 
 /// Puts a device in the place of the one with its number, to which references become invalid.
-void replace_device(std::unique_ptr<device> made) noexcept;
+void replace_device(std::unique_ptr<device> made);
 
 /// Returns all devices to their initial state; references to them become invalid.
-void reset_devices() noexcept;
+void reset_devices();
 
 } // namespace qxsim

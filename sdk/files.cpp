@@ -13,7 +13,7 @@
 
 namespace qxsim {
 
-void complain(const char *format, ...) noexcept
+void complain(const char *format, ...)
 {
     std::va_list words;
     va_start(words, format);
@@ -61,7 +61,7 @@ static std::string open_file(const std::string &name, int flags, int &file)
 }
 
 // Whether a file with something in it ends inside a line.
-static bool ends_inside_line(int file, const std::string &name) noexcept
+static bool ends_inside_line(int file, const std::string &name)
 {
     struct stat is
     {};
@@ -88,7 +88,7 @@ std::string open_log(const std::string &name, int &file)
     return mistake;
 }
 
-bool has_moved(int file, const std::string &name) noexcept
+bool has_moved(int file, const std::string &name)
 {
     struct stat open_one
     {};
@@ -99,7 +99,7 @@ bool has_moved(int file, const std::string &name) noexcept
 }
 
 // A pipe has a second to take more, in pieces, so that signals do not prolong it.
-static bool wait_for_reader(int file) noexcept
+static bool wait_for_reader(int file)
 {
     for (int piece = 0; piece < 100; ++piece) {
         pollfd one{file, POLLOUT, 0};
@@ -110,7 +110,7 @@ static bool wait_for_reader(int file) noexcept
     return false;
 }
 
-static bool write_pieces(int file, const std::string &text) noexcept
+static bool write_pieces(int file, const std::string &text)
 {
     std::size_t done = 0;
     while (done < text.size()) {
@@ -124,7 +124,7 @@ static bool write_pieces(int file, const std::string &text) noexcept
 }
 
 // The signals that a failing write sends are held back and taken away again.
-bool write_all(int file, const std::string &text) noexcept
+bool write_all(int file, const std::string &text)
 {
     constexpr int senders[] = {SIGPIPE, SIGXFSZ};
     sigset_t held;
@@ -187,7 +187,7 @@ std::string replace_file(const std::string &name, const std::string &text)
     return mistake;
 }
 
-file_mark mark_of(const std::string &name) noexcept
+file_mark mark_of(const std::string &name)
 {
     struct stat file
     {};

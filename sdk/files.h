@@ -10,7 +10,7 @@
 namespace qxsim {
 
 /// Prints one line on stderr: "qx_sim: ", then the message, formatted as by printf.
-[[gnu::format(printf, 1, 2)]] void complain(const char *format, ...) noexcept;
+[[gnu::format(printf, 1, 2)]] void complain(const char *format, ...);
 
 /// A file's name, a relative one starting from the folder in which the first name was asked for.
 std::string absolute(std::string_view name);
@@ -23,11 +23,11 @@ std::string cannot_write(const std::string &name);
 std::string open_log(const std::string &name, int &file);
 
 /// True if this name no longer leads to the file that the descriptor is open on.
-bool has_moved(int file, const std::string &name) noexcept;
+bool has_moved(int file, const std::string &name);
 
 /// Writes all of a text to a file descriptor; false, with errno set, if that fails, also if there
 /// is a pipe behind it that takes nothing for a second.
-bool write_all(int file, const std::string &text) noexcept;
+bool write_all(int file, const std::string &text);
 
 /// Replaces a file's content, creating it with mode 0600 or changing it to that.
 std::string write_file(const std::string &name, const std::string &text);
@@ -48,9 +48,9 @@ struct file_mark
     std::int64_t seconds = 0;
     std::int64_t nanoseconds = 0;
     bool operator==(const file_mark &) const = default;
-    bool exists() const noexcept { return *this != file_mark{}; }
+    bool exists() const { return *this != file_mark{}; }
 };
-file_mark mark_of(const std::string &name) noexcept;
+file_mark mark_of(const std::string &name);
 
 /// Reads a regular file; the error's number, EINVAL for a file of another kind, 0 on success.
 int read_file(const std::string &name, std::string &text);

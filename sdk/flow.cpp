@@ -9,7 +9,7 @@ namespace qxsim {
 /// A flow carries a packet when it is added, and then one every this many ticks.
 constexpr std::uint32_t ticks_per_packet = 4;
 
-qx_status check_packet(const qx_pkt_info_t &packet) noexcept
+qx_status check_packet(const qx_pkt_info_t &packet)
 {
     if (packet.phy_port >= port_count)
         return QX_BAD_PORT;
@@ -23,20 +23,20 @@ qx_status check_packet(const qx_pkt_info_t &packet) noexcept
     return QX_OK;
 }
 
-qx_status check_flow(const qx_flow_t &flow) noexcept
+qx_status check_flow(const qx_flow_t &flow)
 {
     const qx_status status = check_packet(flow.ingress_pkt);
     return status == QX_OK ? check_packet(flow.egress_pkt) : status;
 }
 
-hashed_flow_key key_of(const qx_flow_t &flow) noexcept
+hashed_flow_key key_of(const qx_flow_t &flow)
 {
     const flow_key bytes = flow_key_of(flow.ingress_pkt);
     return {flow_hash(bytes), bytes};
 }
 
 // The first free slot for a key; false if there is none.
-static bool free_slot(const device &here, const hashed_flow_key &key, std::uint16_t &slot) noexcept
+static bool free_slot(const device &here, const hashed_flow_key &key, std::uint16_t &slot)
 {
     const unsigned home = flow_home(key.hash);
     for (unsigned step = 0; step < flow_probe_count; ++step) {
@@ -48,7 +48,7 @@ static bool free_slot(const device &here, const hashed_flow_key &key, std::uint1
 }
 
 qx_status install_flow(device &here, const qx_flow_t &flow, const hashed_flow_key &key,
-                       flow_owner owner) noexcept
+                       flow_owner owner)
 {
     if (here.flow_ids.find(flow.flow_id) != nullptr || here.flows.find(key) != nullptr)
         return QX_EXISTS;
@@ -63,7 +63,7 @@ qx_status install_flow(device &here, const qx_flow_t &flow, const hashed_flow_ke
     return QX_OK;
 }
 
-void remove_flow(device &here, const hashed_flow_key &key) noexcept
+void remove_flow(device &here, const hashed_flow_key &key)
 {
     const flow_entry &entry = *here.flows.find(key);
     here.flow_ids.remove(entry.flow->flow_id);

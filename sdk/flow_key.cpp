@@ -11,24 +11,24 @@ namespace {
 class key_writer
 {
 public:
-    void number(std::uint32_t value, unsigned bytes) noexcept
+    void number(std::uint32_t value, unsigned bytes)
     {
         for (; bytes != 0; --bytes, value >>= 8)
             key_[size_++] = static_cast<std::uint8_t>(value);
     }
-    template <std::size_t Count> void bytes(const unsigned char (&values)[Count]) noexcept
+    template <std::size_t Count> void bytes(const unsigned char (&values)[Count])
     {
         for (const unsigned char value : values)
             number(value, 1);
     }
-    void address(const qx_ip_address_t &record) noexcept
+    void address(const qx_ip_address_t &record)
     {
         number(record.afi, 1);
         // An IPv4 address is in the first word only.
         for (unsigned word = 0; word < 4; ++word)
             number(record.afi == 0 && word > 0 ? 0 : record.ip_addr.addr[word], 4);
     }
-    const flow_key &key() const noexcept { return key_; }
+    const flow_key &key() const { return key_; }
 
 private:
     flow_key key_{};
@@ -37,7 +37,7 @@ private:
 
 } // namespace
 
-flow_key flow_key_of(const qx_pkt_info_t &packet) noexcept
+flow_key flow_key_of(const qx_pkt_info_t &packet)
 {
     key_writer writer;
     writer.number(packet.phy_port, 1);
@@ -55,7 +55,7 @@ flow_key flow_key_of(const qx_pkt_info_t &packet) noexcept
     return writer.key();
 }
 
-std::uint32_t flow_hash(const flow_key &key) noexcept
+std::uint32_t flow_hash(const flow_key &key)
 {
     std::uint32_t hash = 2166136261U;
     for (const std::uint8_t byte : key)
@@ -63,7 +63,7 @@ std::uint32_t flow_hash(const flow_key &key) noexcept
     return hash;
 }
 
-unsigned flow_home(std::uint32_t hash) noexcept
+unsigned flow_home(std::uint32_t hash)
 {
     return (hash ^ hash >> 16) % flow_slot_count;
 }

@@ -48,7 +48,7 @@ qx_status ipsec_spd_delete(device &here, unsigned int spd_handle)
 
 // ------------------------------------------------------------------------------------- policies
 
-static qx_status check_policy(const qx_ipsec_policy_t &policy) noexcept
+static qx_status check_policy(const qx_ipsec_policy_t &policy)
 {
     if (policy.policy_action > action_protect)
         return QX_BAD_ACTION;
@@ -66,7 +66,7 @@ static qx_status check_policy(const qx_ipsec_policy_t &policy) noexcept
 
 // Finds a policy, which has to be in the SPD given; stores it in `policy`.
 static qx_status find_policy(device &here, std::uint32_t spd_handle, std::uint32_t policy_handle,
-                             policy_entry *&policy) noexcept
+                             policy_entry *&policy)
 {
     if (here.ipsec_initialised == 0)
         return QX_NOT_INITIALISED;
@@ -114,7 +114,7 @@ qx_status ipsec_policy_delete(device &here, unsigned int spd_handle, unsigned in
 
 // ----------------------------------------------------------------------------- the associations
 
-static association_key key_of(const qx_ipsec_sa_t &association) noexcept
+static association_key key_of(const qx_ipsec_sa_t &association)
 {
     association_key key{association.spi, association.proto, association.sa_dir, {}};
     for (unsigned index = 0; index < 4; ++index)
@@ -122,7 +122,7 @@ static association_key key_of(const qx_ipsec_sa_t &association) noexcept
     return key;
 }
 
-static qx_status check_associations(const sa_entry &added) noexcept
+static qx_status check_associations(const sa_entry &added)
 {
     for (unsigned index = 0; index < added.count; ++index)
         if (added.associations[index]->spi < spi_least)
@@ -131,7 +131,7 @@ static qx_status check_associations(const sa_entry &added) noexcept
 }
 
 // New associations must have the SPD's direction, and must not exist yet or be given twice.
-static qx_status check_new(const device &here, const sa_entry &added, std::uint32_t way) noexcept
+static qx_status check_new(const device &here, const sa_entry &added, std::uint32_t way)
 {
     for (unsigned index = 0; index < added.count; ++index) {
         const qx_ipsec_sa_t &association = *added.associations[index];
@@ -148,8 +148,7 @@ static qx_status check_new(const device &here, const sa_entry &added, std::uint3
 }
 
 // The link to the entry that follows `previous` in a policy's chain; 0 is the chain's head.
-static std::uint32_t &link_after(device &here, policy_entry &policy,
-                                 std::uint32_t previous) noexcept
+static std::uint32_t &link_after(device &here, policy_entry &policy, std::uint32_t previous)
 {
     return previous == 0 ? policy.first_sa : here.associations.find(previous)->next;
 }

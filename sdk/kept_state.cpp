@@ -39,7 +39,7 @@ void kept_state::write()
     seen_ = mark_of(name_);
 }
 
-bool kept_state::before() noexcept
+bool kept_state::before()
 try {
     if (!name_.empty())
         read();
@@ -49,7 +49,7 @@ try {
     return false;
 }
 
-void kept_state::after() noexcept
+void kept_state::after()
 try {
     if (name_.empty() || broken_ || getpid() != process_)
         return;
@@ -63,7 +63,7 @@ try {
     complain("no memory to write %s", name_.c_str());
 }
 
-void kept_state::finish() noexcept
+void kept_state::finish()
 try {
     if (name_.empty() || broken_ || !begun_ || getpid() != process_ || !seen_.exists())
         return;

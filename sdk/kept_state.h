@@ -16,14 +16,14 @@ public:
 
     /// To be called before each call: reads the file if it is new or was written by somebody else.
     /// False while it is there and cannot be restored, which is reported once.
-    bool before() noexcept;
+    bool before();
 
     /// To be called after each call: writes the file if a device has changed. A failure is reported
     /// once.
-    void after() noexcept;
+    void after();
 
     /// To be called when the process ends: writes the clocks, too, if the file is still ours.
-    void finish() noexcept;
+    void finish();
 
 private:
     void read();

@@ -5,7 +5,7 @@
 
 namespace qxsim {
 
-static qx_status check_tunnel(const device &here, std::uint32_t tunnel) noexcept
+static qx_status check_tunnel(const device &here, std::uint32_t tunnel)
 {
     const tunnel_entry *const entry = here.tunnels.find(tunnel);
     if (entry == nullptr)
@@ -13,7 +13,7 @@ static qx_status check_tunnel(const device &here, std::uint32_t tunnel) noexcept
     return entry->cfg->type == tunnel_l2tp ? QX_OK : QX_BAD_TYPE;
 }
 
-static qx_status check_session(const device &here, const session_key &key) noexcept
+static qx_status check_session(const device &here, const session_key &key)
 {
     const qx_status status = check_tunnel(here, key.tunnel);
     if (status != QX_OK)
@@ -21,7 +21,7 @@ static qx_status check_session(const device &here, const session_key &key) noexc
     return here.sessions.find(key) != nullptr ? QX_OK : QX_NO_SESSION;
 }
 
-static bool valid_ipv6(const qx_ip_address_t &prefix) noexcept
+static bool valid_ipv6(const qx_ip_address_t &prefix)
 {
     return prefix.afi == family_ipv6 && valid_address(prefix);
 }

@@ -8,13 +8,13 @@
 
 namespace qxsim {
 
-static nexthop_key key_of(const qx_l3_nexthop_t &nexthop) noexcept
+static nexthop_key key_of(const qx_l3_nexthop_t &nexthop)
 {
     return {nexthop.nhid.nhop_type, address_of(nexthop.nhid.addr), nexthop.nhid.intf_id};
 }
 
 // Checks the ranges of a next hop's fields.
-static qx_status check_nexthop(const qx_l3_nexthop_t &nexthop) noexcept
+static qx_status check_nexthop(const qx_l3_nexthop_t &nexthop)
 {
     if (nexthop.nhid.nhop_type > nexthop_by_sa)
         return QX_BAD_TYPE;
@@ -28,7 +28,7 @@ static qx_status check_nexthop(const qx_l3_nexthop_t &nexthop) noexcept
 }
 
 // Checks that what a next hop is bound to exists and sends.
-static qx_status check_binding(const device &here, const qx_l3_nexthop_t &nexthop) noexcept
+static qx_status check_binding(const device &here, const qx_l3_nexthop_t &nexthop)
 {
     if (nexthop.nhid.nhop_type == nexthop_by_tunnel) {
         const tunnel_entry *const tunnel = here.tunnels.find(nexthop.id.tunnel_id);
@@ -46,7 +46,7 @@ static qx_status check_binding(const device &here, const qx_l3_nexthop_t &nextho
 }
 
 // Counts a next hop at what it is bound to: 1 when it comes, -1 when it goes.
-static void count_binding(device &here, const qx_l3_nexthop_t &nexthop, int step) noexcept
+static void count_binding(device &here, const qx_l3_nexthop_t &nexthop, int step)
 {
     std::uint32_t *users = nullptr;
     if (nexthop.nhid.nhop_type == nexthop_by_tunnel)
@@ -59,7 +59,7 @@ static void count_binding(device &here, const qx_l3_nexthop_t &nexthop, int step
 
 // Whether a next hop through this tunnel would lead back to the next hop with this index. There is
 // no circle yet, so the way from the tunnel ends.
-static bool leads_back(const device &here, std::uint32_t tunnel, std::uint32_t index) noexcept
+static bool leads_back(const device &here, std::uint32_t tunnel, std::uint32_t index)
 {
     for (;;) {
         const std::uint32_t next = here.tunnels.find(tunnel)->cfg->nexthop_id;
@@ -72,20 +72,20 @@ static bool leads_back(const device &here, std::uint32_t tunnel, std::uint32_t i
     }
 }
 
-static bool same_contents(const nexthop_entry &entry, const qx_l3_nexthop_t &nexthop) noexcept
+static bool same_contents(const nexthop_entry &entry, const qx_l3_nexthop_t &nexthop)
 {
     return entry.nexthop == stored{nexthop} || canonical(*entry.nexthop) == canonical(nexthop);
 }
 
 static nexthop_entry &put_nexthop(device &here, const nexthop_key &key,
-                                  const qx_l3_nexthop_t &nexthop) noexcept
+                                  const qx_l3_nexthop_t &nexthop)
 {
     const std::uint32_t index = here.nexthop_indexes.add(key);
     count_binding(here, nexthop, 1);
     return here.nexthops.add(key, {stored{nexthop}, index, 0, 0, 0});
 }
 
-static void drop_if_unused(device &here, const nexthop_key &key) noexcept
+static void drop_if_unused(device &here, const nexthop_key &key)
 {
     const nexthop_entry &entry = *here.nexthops.find(key);
     if (entry.routes != 0 || entry.added != 0 || entry.tunnels != 0)
@@ -95,7 +95,7 @@ static void drop_if_unused(device &here, const nexthop_key &key) noexcept
     here.nexthops.remove(key);
 }
 
-void count_tunnel(device &here, std::uint32_t index, int step) noexcept
+void count_tunnel(device &here, std::uint32_t index, int step)
 {
     const nexthop_key *const key = here.nexthop_indexes.find(index);
     if (key == nullptr)
@@ -104,7 +104,7 @@ void count_tunnel(device &here, std::uint32_t index, int step) noexcept
     drop_if_unused(here, nexthop_key{*key});
 }
 
-static void remove_route(device &here, const prefix_key &prefix) noexcept
+static void remove_route(device &here, const prefix_key &prefix)
 {
     const nexthop_key key = here.routes.find(prefix)->nexthop;
     here.routes.remove(prefix);
@@ -113,7 +113,7 @@ static void remove_route(device &here, const prefix_key &prefix) noexcept
 }
 
 // Stores a route for the caller: its prefix as added, its next hop in its current state.
-static void show_route(const device &here, const route_entry &entry, qx_l3_route_t &route) noexcept
+static void show_route(const device &here, const route_entry &entry, qx_l3_route_t &route)
 {
     entry.route.copy_to(route);
     here.nexthops.find(entry.nexthop)->nexthop.copy_to(route.nexthop);

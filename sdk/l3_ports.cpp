@@ -29,7 +29,7 @@ qx_status nat_subnet_delete(device &here, unsigned int intf_id, const qx_ip_addr
     return QX_OK;
 }
 
-static qx_status check_encap(unsigned port, unsigned encap) noexcept
+static qx_status check_encap(unsigned port, unsigned encap)
 {
     if (port >= port_count)
         return QX_BAD_PORT;

@@ -51,7 +51,7 @@ void write_power(json_text &json, const power_states &power)
     json.name("packet_engine_suspended").numbers(power.packet_engine_suspended).end();
 }
 
-const char *owner_name(flow_owner owner) noexcept
+const char *owner_name(flow_owner owner)
 {
     switch (owner) {
     case flow_owner::rtp:

@@ -17,13 +17,13 @@ class call_counts
 {
 public:
     /// Counts a call; returns the number of calls so far.
-    std::uint32_t count(const call_row &call) noexcept
+    std::uint32_t count(const call_row &call)
     {
         ++by_function_[static_cast<std::size_t>(&call - qxsh::call_rows)];
         return ++all_;
     }
-    std::uint32_t all() const noexcept { return all_; }
-    std::uint32_t of(std::size_t function) const noexcept { return by_function_[function]; }
+    std::uint32_t all() const { return all_; }
+    std::uint32_t of(std::size_t function) const { return by_function_[function]; }
 
 private:
     std::array<std::uint32_t, qxsh::call_count> by_function_{};

@@ -75,20 +75,20 @@ void numbering::number(const std::vector<std::uint32_t> &ids)
         numbers_.emplace(id, ++last);
 }
 
-std::uint32_t numbering::shown(std::uint32_t id) const noexcept
+std::uint32_t numbering::shown(std::uint32_t id) const
 {
     const auto found = numbers_.find(id);
     return renumber_ && found != numbers_.end() ? found->second : id;
 }
 
 // An overlay word up to 65535 is a PPTP session, which has no assigned id.
-static void replace_policy(const numbering &numbers, qx_tunnel_union_overlay_t &overlay) noexcept
+static void replace_policy(const numbering &numbers, qx_tunnel_union_overlay_t &overlay)
 {
     if (overlay.enc_policy > UINT16_MAX)
         overlay.enc_policy = numbers.shown(overlay.enc_policy);
 }
 
-void numbering::replace_ids(qx_tunnel_cfg_t &cfg) const noexcept
+void numbering::replace_ids(qx_tunnel_cfg_t &cfg) const
 {
     cfg.nexthop_id = shown(cfg.nexthop_id);
     switch (cfg.type) {
@@ -110,7 +110,7 @@ void numbering::replace_ids(qx_tunnel_cfg_t &cfg) const noexcept
     }
 }
 
-void numbering::replace_ids(qx_l3_nexthop_t &nexthop) const noexcept
+void numbering::replace_ids(qx_l3_nexthop_t &nexthop) const
 {
     if (nexthop.nhid.nhop_type == nexthop_by_port)
         return;

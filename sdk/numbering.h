@@ -21,13 +21,13 @@ public:
 
     /// The number shown for an id: its place in its list, counted from 1, or the id itself unless
     /// the constructor was told to renumber. Any other number stays as it is.
-    std::uint32_t shown(std::uint32_t id) const noexcept;
+    std::uint32_t shown(std::uint32_t id) const;
 
     /// Replaces the ids in a record.
-    void replace_ids(qx_tunnel_cfg_t &cfg) const noexcept;
-    void replace_ids(qx_l3_nexthop_t &nexthop) const noexcept;
+    void replace_ids(qx_tunnel_cfg_t &cfg) const;
+    void replace_ids(qx_l3_nexthop_t &nexthop) const;
 
-    bool renumbers() const noexcept { return renumber_; }
+    bool renumbers() const { return renumber_; }
 
 private:
     void number(const std::vector<std::uint32_t> &ids);

@@ -6,7 +6,7 @@
 
 namespace qxsim {
 
-static qx_status set_cpu(device &here, unsigned cpu, unsigned state) noexcept
+static qx_status set_cpu(device &here, unsigned cpu, unsigned state)
 {
     if (cpu >= cpu_count)
         return QX_BAD_CPU;
@@ -19,7 +19,7 @@ static qx_status set_cpu(device &here, unsigned cpu, unsigned state) noexcept
 }
 
 template <class States>
-static qx_status get_state(const States &states, unsigned number, unsigned &state) noexcept
+static qx_status get_state(const States &states, unsigned number, unsigned &state)
 {
     if (number >= states.size())
         return QX_BAD_CONTROLLER;
@@ -27,8 +27,7 @@ static qx_status get_state(const States &states, unsigned number, unsigned &stat
     return QX_OK;
 }
 
-template <class States>
-static qx_status set_state(States &states, unsigned number, unsigned state) noexcept
+template <class States> static qx_status set_state(States &states, unsigned number, unsigned state)
 {
     if (number >= states.size())
         return QX_BAD_CONTROLLER;

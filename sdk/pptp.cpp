@@ -5,7 +5,7 @@
 
 namespace qxsim {
 
-static qx_status check_session(const qx_pptp_sa_t &session) noexcept
+static qx_status check_session(const qx_pptp_sa_t &session)
 {
     if (session.sa_id == 0)
         return QX_BAD_SESSION_ID;
@@ -66,14 +66,14 @@ qx_status pptp_session_clear_all(device &here)
 }
 
 // Changes the key: each byte is incremented. Sequence numbers start again.
-static void change_key(qx_pptp_sa_t &session) noexcept
+static void change_key(qx_pptp_sa_t &session)
 {
     for (unsigned index = 0; index < session.keylen; ++index)
         ++session.key[index];
     session.seq_num = 0;
 }
 
-static bool has_key(const qx_pptp_sa_t &session) noexcept
+static bool has_key(const qx_pptp_sa_t &session)
 {
     return session.crypto_type != crypto_none && session.keylen != 0;
 }

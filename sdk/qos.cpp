@@ -5,19 +5,19 @@
 
 namespace qxsim {
 
-static qx_status check_port(unsigned port) noexcept
+static qx_status check_port(unsigned port)
 {
     return port < port_count ? QX_OK : QX_BAD_PORT;
 }
 
-static qx_status check_dscp(unsigned port, unsigned dscp) noexcept
+static qx_status check_dscp(unsigned port, unsigned dscp)
 {
     if (port >= port_count)
         return QX_BAD_PORT;
     return dscp < dscp_count ? QX_OK : QX_BAD_DSCP;
 }
 
-static qx_status check_dot1p(unsigned port, unsigned dot1p) noexcept
+static qx_status check_dot1p(unsigned port, unsigned dot1p)
 {
     if (port >= port_count)
         return QX_BAD_PORT;

@@ -16,7 +16,7 @@ concept word_key = requires
     typename Key::sorted_by_words;
 };
 
-template <word_key Key> bool operator<(const Key &left, const Key &right) noexcept
+template <word_key Key> bool operator<(const Key &left, const Key &right)
 {
     static_assert(std::has_unique_object_representations_v<Key> && sizeof(Key) % 4 == 0);
     const auto *one = reinterpret_cast<const std::uint32_t *>(&left);
@@ -34,23 +34,23 @@ template <class Record> class stored
 
 public:
     stored() = default; ///< all bytes zero
-    explicit stored(const Record &record) noexcept { std::memcpy(bytes_, &record, sizeof bytes_); }
+    explicit stored(const Record &record) { std::memcpy(bytes_, &record, sizeof bytes_); }
 
-    void copy_to(Record &record) const noexcept { std::memcpy(&record, bytes_, sizeof bytes_); }
-    bool operator==(const stored &other) const noexcept
+    void copy_to(Record &record) const { std::memcpy(&record, bytes_, sizeof bytes_); }
+    bool operator==(const stored &other) const
     {
         return std::memcmp(bytes_, other.bytes_, sizeof bytes_) == 0;
     }
     /// Some order of their bytes.
-    bool operator<(const stored &other) const noexcept
+    bool operator<(const stored &other) const
     {
         return std::memcmp(bytes_, other.bytes_, sizeof bytes_) < 0;
     }
 
-    const Record &operator*() const noexcept { return *reinterpret_cast<const Record *>(bytes_); }
-    const Record *operator->() const noexcept { return &**this; }
-    Record &operator*() noexcept { return *reinterpret_cast<Record *>(bytes_); }
-    Record *operator->() noexcept { return &**this; }
+    const Record &operator*() const { return *reinterpret_cast<const Record *>(bytes_); }
+    const Record *operator->() const { return &**this; }
+    Record &operator*() { return *reinterpret_cast<Record *>(bytes_); }
+    Record *operator->() { return &**this; }
 
 private:
     alignas(Record) unsigned char bytes_[sizeof(Record)]{};
@@ -60,13 +60,13 @@ private:
 template <class Record> class record_array
 {
 public:
-    record_array(const void *start, std::size_t size) noexcept
+    record_array(const void *start, std::size_t size)
         : start_(static_cast<const unsigned char *>(start)), size_(size)
     {}
-    std::size_t size() const noexcept { return size_; }
+    std::size_t size() const { return size_; }
 
     /// A copy of the record at an index below size().
-    stored<Record> operator[](std::size_t index) const noexcept
+    stored<Record> operator[](std::size_t index) const
     {
         stored<Record> copy;
         std::memcpy(&*copy, start_ + index * sizeof(Record), sizeof(Record));

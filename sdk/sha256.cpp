@@ -21,13 +21,13 @@ constexpr std::uint32_t constants[64] = {
     0x19a4c116, 0x1e376c08, 0x2748774c, 0x34b0bcb5, 0x391c0cb3, 0x4ed8aa4a, 0x5b9cca4f, 0x682e6ff3,
     0x748f82ee, 0x78a5636f, 0x84c87814, 0x8cc70208, 0x90befffa, 0xa4506ceb, 0xbef9a3f7, 0xc67178f2};
 
-std::uint32_t big_endian(const unsigned char *bytes) noexcept
+std::uint32_t big_endian(const unsigned char *bytes)
 {
     return std::uint32_t{bytes[0]} << 24 | std::uint32_t{bytes[1]} << 16 |
            std::uint32_t{bytes[2]} << 8 | bytes[3];
 }
 
-void add_block(state &sum, const unsigned char *block) noexcept
+void add_block(state &sum, const unsigned char *block)
 {
     std::uint32_t words[64];
     for (unsigned index = 0; index < 16; ++index)
@@ -55,7 +55,7 @@ void add_block(state &sum, const unsigned char *block) noexcept
 
 } // namespace
 
-std::array<std::uint8_t, 32> sha256(const void *bytes, std::size_t size) noexcept
+std::array<std::uint8_t, 32> sha256(const void *bytes, std::size_t size)
 {
     state sum{0x6a09e667, 0xbb67ae85, 0x3c6ef372, 0xa54ff53a,
               0x510e527f, 0x9b05688c, 0x1f83d9ab, 0x5be0cd19};

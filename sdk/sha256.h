@@ -8,6 +8,6 @@
 namespace qxsim {
 
 /// The digest of `size` bytes.
-std::array<std::uint8_t, 32> sha256(const void *bytes, std::size_t size) noexcept;
+std::array<std::uint8_t, 32> sha256(const void *bytes, std::size_t size);
 
 } // namespace qxsim

@@ -5,7 +5,7 @@
 
 namespace qxsim {
 
-const char *status_name(std::uint32_t number) noexcept
+const char *status_name(std::uint32_t number)
 {
     for (const status_description &status : status_descriptions)
         if (status.number == number)
@@ -13,7 +13,7 @@ const char *status_name(std::uint32_t number) noexcept
     return "unknown";
 }
 
-bool status_number(std::string_view name, std::uint32_t &number) noexcept
+bool status_number(std::string_view name, std::uint32_t &number)
 {
     for (const status_description &status : status_descriptions) {
         if (name == status.name) {

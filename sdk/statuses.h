@@ -7,9 +7,9 @@
 namespace qxsim {
 
 /// The name of a status, such as "QX_OK", or "unknown"; never null, valid forever.
-const char *status_name(std::uint32_t number) noexcept;
+const char *status_name(std::uint32_t number);
 
 /// Stores the number of the status with this name; false if there is none.
-bool status_number(std::string_view name, std::uint32_t &number) noexcept;
+bool status_number(std::string_view name, std::uint32_t &number);
 
 } // namespace qxsim

@@ -24,7 +24,7 @@ template <class Value> void append_bytes(std::string &bytes, const Value &value)
 }
 
 /// Takes a value's bytes off the front; false, and the value unchanged, if there are too few.
-template <class Value> bool take_bytes(std::string_view &bytes, Value &value) noexcept
+template <class Value> bool take_bytes(std::string_view &bytes, Value &value)
 {
     static_assert(std::is_trivially_copyable_v<Value>);
     if (bytes.size() < sizeof value)
@@ -54,15 +54,15 @@ public:
     template <class Row> class walker
     {
     public:
-        walker(Row *rows, const place *at) noexcept : rows_(rows), at_(at) {}
-        Row &operator*() const noexcept { return rows_[*at_]; }
-        Row *operator->() const noexcept { return rows_ + *at_; }
-        walker &operator++() noexcept
+        walker(Row *rows, const place *at) : rows_(rows), at_(at) {}
+        Row &operator*() const { return rows_[*at_]; }
+        Row *operator->() const { return rows_ + *at_; }
+        walker &operator++()
         {
             ++at_;
             return *this;
         }
-        bool operator==(const walker &) const noexcept = default;
+        bool operator==(const walker &) const = default;
 
     private:
         Row *rows_;
@@ -80,36 +80,33 @@ public:
             free_.push_back(static_cast<place>(at - 1));
     }
 
-    std::size_t capacity() const noexcept { return capacity_; }
-    std::size_t size() const noexcept { return present_.size(); }
-    bool empty() const noexcept { return present_.empty(); }
-    bool full() const noexcept { return present_.size() >= capacity_; }
+    std::size_t capacity() const { return capacity_; }
+    std::size_t size() const { return present_.size(); }
+    bool empty() const { return present_.empty(); }
+    bool full() const { return present_.size() >= capacity_; }
 
     /// The entry with this key; null if there is none.
-    Entry *find(const Key &key) noexcept
+    Entry *find(const Key &key)
     {
         const std::size_t index = position(present_, key);
         return holds(present_, index, key) ? &rows_[present_[index]].entry : nullptr;
     }
-    const Entry *find(const Key &key) const noexcept
-    {
-        return const_cast<bounded_table *>(this)->find(key);
-    }
+    const Entry *find(const Key &key) const { return const_cast<bounded_table *>(this)->find(key); }
 
     /// The entry with this key if it was removed lately and not added again; otherwise null.
-    const Entry *removed(const Key &key) const noexcept
+    const Entry *removed(const Key &key) const
     {
         const std::size_t index = position(removed_, key);
         return holds(removed_, index, key) ? &rows_[removed_[index]].entry : nullptr;
     }
     /// How many removed rows are remembered, at most `capacity`.
-    std::size_t removed_count() const noexcept { return removed_.size(); }
+    std::size_t removed_count() const { return removed_.size(); }
 
     /// The first row; null if the table is empty.
-    const row *first() const noexcept { return empty() ? nullptr : &rows_[present_.front()]; }
+    const row *first() const { return empty() ? nullptr : &rows_[present_.front()]; }
 
     /// The first row with a greater key, whether or not `key` is in the table; null at the end.
-    const row *next(const Key &key) const noexcept
+    const row *next(const Key &key) const
     {
         const std::size_t index = position(present_, key);
         const std::size_t after = index + (holds(present_, index, key) ? 1 : 0);
@@ -117,7 +114,7 @@ public:
     }
 
     /// The last row whose key is not greater; null if there is none.
-    const row *at_or_before(const Key &key) const noexcept
+    const row *at_or_before(const Key &key) const
     {
         const std::size_t index = position(present_, key);
         const std::size_t after = index + (holds(present_, index, key) ? 1 : 0);
@@ -125,7 +122,7 @@ public:
     }
 
     /// Adds an entry. The key must not be in the table, and the table must not be full.
-    Entry &add(const Key &key, const Entry &entry) noexcept
+    Entry &add(const Key &key, const Entry &entry)
     {
         assert(!full() && find(key) == nullptr);
         const std::size_t known = position(removed_, key);
@@ -139,7 +136,7 @@ public:
     }
 
     /// Removes the row with this key; false if there is none.
-    bool remove(const Key &key) noexcept
+    bool remove(const Key &key)
     {
         const std::size_t index = position(present_, key);
         if (!holds(present_, index, key))
@@ -151,7 +148,7 @@ public:
     }
 
     /// Removes all rows.
-    void clear() noexcept
+    void clear()
     {
         for (const place at : present_)
             remember(at);
@@ -159,10 +156,10 @@ public:
     }
 
     // Rows in key order; entries may be changed, keys must not.
-    auto begin() noexcept { return walker<row>{rows_.data(), present_.data()}; }
-    auto end() noexcept { return walker<row>{rows_.data(), present_.data() + size()}; }
-    auto begin() const noexcept { return walker<const row>{rows_.data(), present_.data()}; }
-    auto end() const noexcept { return walker<const row>{rows_.data(), present_.data() + size()}; }
+    auto begin() { return walker<row>{rows_.data(), present_.data()}; }
+    auto end() { return walker<row>{rows_.data(), present_.data() + size()}; }
+    auto begin() const { return walker<const row>{rows_.data(), present_.data()}; }
+    auto end() const { return walker<const row>{rows_.data(), present_.data() + size()}; }
 
     /// Appends all rows and removed rows as bytes, which are the same on all processors that a
     /// board or a PC has. May throw std::bad_alloc.
@@ -178,7 +175,7 @@ public:
 
     /// Fills a new table with what save() has written, which it takes off the front. False if that
     /// does not make a table of this capacity; the table is then of no use.
-    bool restore(std::string_view &bytes) noexcept
+    bool restore(std::string_view &bytes)
     {
         std::uint32_t count = 0;
         row one;
@@ -217,14 +214,14 @@ private:
         append_bytes(bytes, one.key);
         append_bytes(bytes, one.entry);
     }
-    static bool take_row(std::string_view &bytes, row &one) noexcept
+    static bool take_row(std::string_view &bytes, row &one)
     {
         return take_bytes(bytes, one.key) && take_bytes(bytes, one.entry);
     }
 
     /// The index of the key's place, or where it would be inserted. Calls look for a key and then
     /// add or remove it, so the last answer is tried first.
-    std::size_t position(const places &sorted, const Key &key) const noexcept
+    std::size_t position(const places &sorted, const Key &key) const
     {
         std::size_t &last = &sorted == &present_ ? last_present_ : last_removed_;
         const auto before = [&](std::size_t index) { return rows_[sorted[index]].key < key; };
@@ -237,17 +234,17 @@ private:
         last = static_cast<std::size_t>(found - sorted.begin());
         return last;
     }
-    bool holds(const places &sorted, std::size_t index, const Key &key) const noexcept
+    bool holds(const places &sorted, std::size_t index, const Key &key) const
     {
         return index < sorted.size() && rows_[sorted[index]].key == key;
     }
-    static void insert(places &sorted, std::size_t index, place at) noexcept
+    static void insert(places &sorted, std::size_t index, place at)
     {
         sorted.insert(sorted.begin() + static_cast<std::ptrdiff_t>(index), at);
     }
 
     /// Keeps a row as the one removed last, in place of the oldest if there are enough.
-    void remember(place at) noexcept
+    void remember(place at)
     {
         if (removed_.size() == capacity_)
             forget(position(removed_, rows_[oldest_].key));
@@ -258,7 +255,7 @@ private:
     }
 
     /// Forgets the removed row at this index of removed_.
-    void forget(std::size_t index) noexcept
+    void forget(std::size_t index)
     {
         const place at = removed_[index];
         removed_.erase(removed_.begin() + static_cast<std::ptrdiff_t>(index));
@@ -301,7 +298,7 @@ public:
     numbered_table(std::size_t capacity, std::uint32_t base) : table(capacity), base_(base) {}
 
     /// Adds an entry to a table that is not full; returns its number.
-    std::uint32_t add(const Entry &entry) noexcept
+    std::uint32_t add(const Entry &entry)
     {
         do
             last_ = last_ % serial_limit + 1;
@@ -315,7 +312,7 @@ public:
         append_bytes(bytes, last_);
         table::save(bytes);
     }
-    bool restore(std::string_view &bytes) noexcept
+    bool restore(std::string_view &bytes)
     {
         return take_bytes(bytes, last_) && last_ <= serial_limit && table::restore(bytes);
     }

@@ -13,7 +13,7 @@ constexpr std::uint32_t rtp_packet_time = 160;
 
 constexpr unsigned port_set_bits = 16;
 
-static rtp_key key_of(const qx_rtp_cfg_t &cfg) noexcept
+static rtp_key key_of(const qx_rtp_cfg_t &cfg)
 {
     return {cfg.seq_num_diff, cfg.timestamp_diff, cfg.input_ssrc, cfg.output_ssrc};
 }
@@ -80,7 +80,7 @@ qx_status rtp_statistics_get(unsigned int rtp_id, qx_rtp_stats_t &data)
     return QX_OK;
 }
 
-static qx_status check_translation(const qx_ip_translate_cfg_t &cfg) noexcept
+static qx_status check_translation(const qx_ip_translate_cfg_t &cfg)
 {
     if (cfg.translate_type > translate_type_limit)
         return QX_BAD_TYPE;

@@ -10,7 +10,7 @@ namespace qxsim {
 
 // ------------------------------------------------------------------------------------- identity
 
-static tunnel_key key_of(const qx_tunnel_cfg_t &cfg) noexcept
+static tunnel_key key_of(const qx_tunnel_cfg_t &cfg)
 {
     tunnel_key key{cfg.type, cfg.dir, address_of(cfg.dest_addr), address_of(cfg.src_addr), {}};
     const qx_tunnel_cfg_union_t &tunnel = cfg.tunnel;
@@ -35,12 +35,12 @@ static tunnel_key key_of(const qx_tunnel_cfg_t &cfg) noexcept
 
 // --------------------------------------------------------------------------------------- checks
 
-static bool is_zero(const qx_ip_address_t &address) noexcept
+static bool is_zero(const qx_ip_address_t &address)
 {
     return address_of(address).words == std::array<std::uint32_t, 4>{};
 }
 
-static qx_status check_ranges(const qx_tunnel_cfg_t &cfg) noexcept
+static qx_status check_ranges(const qx_tunnel_cfg_t &cfg)
 {
     if (cfg.type > tunnel_etherip)
         return QX_BAD_TYPE;
@@ -66,12 +66,12 @@ struct named_policy
 };
 
 // An overlay word is a policy's handle if its upper half is not zero, otherwise a PPTP identifier.
-static std::uint32_t policy_in(const qx_tunnel_union_overlay_t &overlay) noexcept
+static std::uint32_t policy_in(const qx_tunnel_union_overlay_t &overlay)
 {
     return overlay.enc_policy > UINT16_MAX ? overlay.enc_policy : 0;
 }
 
-static std::array<named_policy, 2> policies_of(const qx_tunnel_cfg_t &cfg) noexcept
+static std::array<named_policy, 2> policies_of(const qx_tunnel_cfg_t &cfg)
 {
     const qx_tunnel_cfg_union_t &tunnel = cfg.tunnel;
     switch (cfg.type) {
@@ -88,7 +88,7 @@ static std::array<named_policy, 2> policies_of(const qx_tunnel_cfg_t &cfg) noexc
 }
 
 // The PPTP sessions that a tunnel's overlays name; identifier 0 is none.
-static std::array<pptp_key, 2> sessions_of(const qx_tunnel_cfg_t &cfg) noexcept
+static std::array<pptp_key, 2> sessions_of(const qx_tunnel_cfg_t &cfg)
 {
     std::array<pptp_key, 2> sessions{{{0, inbound}, {0, outbound}}};
     if (cfg.type != tunnel_gre)
@@ -101,7 +101,7 @@ static std::array<pptp_key, 2> sessions_of(const qx_tunnel_cfg_t &cfg) noexcept
     return sessions;
 }
 
-static qx_status check_policy(const device &here, const named_policy &named) noexcept
+static qx_status check_policy(const device &here, const named_policy &named)
 {
     if (named.handle == 0)
         return QX_OK;
@@ -114,7 +114,7 @@ static qx_status check_policy(const device &here, const named_policy &named) noe
     return named.way == both_directions || named.way == way ? QX_OK : QX_BAD_DIRECTION;
 }
 
-static qx_status check_references(const device &here, const qx_tunnel_cfg_t &cfg) noexcept
+static qx_status check_references(const device &here, const qx_tunnel_cfg_t &cfg)
 {
     if (cfg.nexthop_id != 0 && here.nexthop_indexes.find(cfg.nexthop_id) == nullptr)
         return QX_NO_NEXTHOP;
@@ -132,7 +132,7 @@ static qx_status check_references(const device &here, const qx_tunnel_cfg_t &cfg
 }
 
 // Counts a tunnel at all that it refers to: 1 when it comes, -1 when it goes.
-static void count_references(device &here, const qx_tunnel_cfg_t &cfg, int step) noexcept
+static void count_references(device &here, const qx_tunnel_cfg_t &cfg, int step)
 {
     for (const named_policy &named : policies_of(cfg))
         if (named.handle != 0)
@@ -143,7 +143,7 @@ static void count_references(device &here, const qx_tunnel_cfg_t &cfg, int step)
     count_tunnel(here, cfg.nexthop_id, step);
 }
 
-static bool has_sessions(const device &here, std::uint32_t tunnel) noexcept
+static bool has_sessions(const device &here, std::uint32_t tunnel)
 {
     const auto *const row = here.sessions.next({tunnel, 0});
     return row != nullptr && row->key.tunnel == tunnel;

@@ -19,16 +19,16 @@ protected:
     {
         const std::string before = snapshot();
         for (unsigned number = 0; number < capacity; ++number)
-            ASSERT_EQ(QX_OK, add(number)) << "entry " << number;
+            ASSERT_EQ(add(number), QX_OK) << "entry " << number;
         const std::string full = snapshot();
-        ASSERT_EQ(QX_TABLE_FULL, add(capacity));
+        ASSERT_EQ(add(capacity), QX_TABLE_FULL);
         ASSERT_EQ(full, snapshot());
-        ASSERT_EQ(QX_OK, remove(capacity / 2));
-        ASSERT_EQ(QX_OK, add(capacity));
-        ASSERT_EQ(QX_TABLE_FULL, add(capacity + 1));
+        ASSERT_EQ(remove(capacity / 2), QX_OK);
+        ASSERT_EQ(add(capacity), QX_OK);
+        ASSERT_EQ(add(capacity + 1), QX_TABLE_FULL);
         for (unsigned number = 0; number <= capacity; ++number) {
             if (number != capacity / 2) {
-                ASSERT_EQ(QX_OK, remove(number)) << "entry " << number;
+                ASSERT_EQ(remove(number), QX_OK) << "entry " << number;
             }
         }
         EXPECT_EQ(before, snapshot());
@@ -140,10 +140,10 @@ TEST_F(capacity, of_port_mtus_is_every_port_and_encapsulation)
     const std::string before = snapshot();
     for (unsigned short port = 0; port < qxsim::port_count; ++port)
         for (unsigned encap = 0; encap < 2; ++encap)
-            ASSERT_EQ(QX_OK, qx_port_encap_ip_mtu_add(0, port, encap, 1500));
+            ASSERT_EQ(qx_port_encap_ip_mtu_add(0, port, encap, 1500), QX_OK);
     for (unsigned short port = 0; port < qxsim::port_count; ++port)
         for (unsigned encap = 0; encap < 2; ++encap)
-            ASSERT_EQ(QX_OK, qx_port_encap_ip_mtu_delete(0, port, encap));
+            ASSERT_EQ(qx_port_encap_ip_mtu_delete(0, port, encap), QX_OK);
     EXPECT_EQ(before, snapshot());
 }
 
@@ -160,12 +160,12 @@ TEST_F(capacity, of_tunnels_and_what_they_carry)
 
     qx_tunnel_cfg_t cfg = l2tp_tunnel(1);
     unsigned tunnel = 0;
-    ASSERT_EQ(QX_OK, qx_tunnel_add(0, &cfg, &tunnel));
+    ASSERT_EQ(qx_tunnel_add(0, &cfg, &tunnel), QX_OK);
     fill(
         qxsim::l2tp_session_capacity,
         [&](unsigned number) { return qx_l2tp_session_add(0, tunnel, narrow(number + 1)); },
         [&](unsigned number) { return qx_l2tp_session_delete(0, tunnel, narrow(number + 1)); });
-    ASSERT_EQ(QX_OK, qx_l2tp_session_add(0, tunnel, 1));
+    ASSERT_EQ(qx_l2tp_session_add(0, tunnel, 1), QX_OK);
     fill(
         qxsim::l2tp_prefix_capacity,
         [&](unsigned number) {
@@ -180,14 +180,14 @@ TEST_F(capacity, of_tunnels_and_what_they_carry)
 
 TEST_F(capacity, of_ipsec)
 {
-    ASSERT_EQ(QX_OK, qx_ipsec_init(0));
+    ASSERT_EQ(qx_ipsec_init(0), QX_OK);
     std::vector<unsigned> handles(200);
     fill(
         qxsim::spd_capacity,
         [&](unsigned number) { return qx_ipsec_spd_add(0, 0, number, &handles[number]); },
         [&](unsigned number) { return qx_ipsec_spd_delete(0, handles[number]); });
     unsigned spd = 0;
-    ASSERT_EQ(QX_OK, qx_ipsec_spd_add(0, 0, 1, &spd));
+    ASSERT_EQ(qx_ipsec_spd_add(0, 0, 1, &spd), QX_OK);
     fill(
         qxsim::policy_capacity,
         [&](unsigned number) {
@@ -197,7 +197,7 @@ TEST_F(capacity, of_ipsec)
         [&](unsigned number) { return qx_ipsec_policy_delete(0, spd, handles[number]); });
     unsigned parent = 0;
     qx_ipsec_policy_t one = policy(1);
-    ASSERT_EQ(QX_OK, qx_ipsec_policy_add(0, spd, &one, &parent));
+    ASSERT_EQ(qx_ipsec_policy_add(0, spd, &one, &parent), QX_OK);
     fill(
         qxsim::sa_capacity,
         [&](unsigned number) {

@@ -83,7 +83,7 @@ TEST_F(environment, without_switches_nothing_is_controlled)
             return suspended() == QX_OK && suspended(65535) == QX_BAD_DEVICE;
         },
         file_));
-    EXPECT_EQ("", text());
+    EXPECT_EQ(text(), "");
 }
 
 TEST_F(environment, an_empty_switch_is_none)
@@ -92,7 +92,7 @@ TEST_F(environment, an_empty_switch_is_none)
     setenv("QX_SIM_LOG", "", 1);
     setenv("QX_SIM_CONTROL", "", 1);
     EXPECT_TRUE(in_child([] { return suspended() == QX_OK; }, file_));
-    EXPECT_EQ("", text());
+    EXPECT_EQ(text(), "");
 }
 
 TEST_F(environment, faults)
@@ -120,9 +120,9 @@ TEST_F(environment, mistakes_are_reported_under_the_name_of_the_switch)
             return suspended() == QX_OK && suspended() == 9;
         },
         file_));
-    EXPECT_EQ("qx_sim: QX_SIM_FAULT: expected: fault FUNCTION WHEN STATUS\n"
-              "qx_sim: QX_SIM_LATENCY: \"soon\" is not a time from 0 to 10000000 microseconds\n",
-              text());
+    EXPECT_EQ(text(),
+              "qx_sim: QX_SIM_FAULT: expected: fault FUNCTION WHEN STATUS\n"
+              "qx_sim: QX_SIM_LATENCY: \"soon\" is not a time from 0 to 10000000 microseconds\n");
 }
 
 TEST_F(environment, latency)
@@ -160,14 +160,14 @@ TEST_F(environment, a_log_that_cannot_be_opened_is_one_complaint)
             return suspended() == QX_OK;
         },
         file_));
-    EXPECT_EQ("qx_sim: QX_SIM_LOG: cannot write /no/such/folder/log: No such file or directory\n",
-              text());
+    EXPECT_EQ(text(),
+              "qx_sim: QX_SIM_LOG: cannot write /no/such/folder/log: No such file or directory\n");
 }
 
 TEST_F(environment, a_control_file_that_cannot_be_read_is_a_mistake_until_it_goes)
 {
     std::remove(file_.c_str());
-    ASSERT_EQ(0, mkdir(file_.c_str(), 0700));
+    ASSERT_EQ(mkdir(file_.c_str(), 0700), 0);
     setenv("QX_SIM_CONTROL", file_.c_str(), 1);
     const std::string errors = file_ + ".errors";
     const auto refused_until = [&](const char *said, const std::function<int()> &mend) {
@@ -182,9 +182,9 @@ TEST_F(environment, a_control_file_that_cannot_be_read_is_a_mistake_until_it_goe
                   (std::string{std::istreambuf_iterator<char>{file}, {}}));
     };
     refused_until("not a regular file", [&] { return rmdir(file_.c_str()); });
-    ASSERT_EQ(0, mkfifo(file_.c_str(), 0600));
+    ASSERT_EQ(mkfifo(file_.c_str(), 0600), 0);
     refused_until("not a regular file", [&] { return unlink(file_.c_str()); });
-    ASSERT_EQ(0, symlink(file_.c_str(), file_.c_str()));
+    ASSERT_EQ(symlink(file_.c_str(), file_.c_str()), 0);
     refused_until("Too many levels of symbolic links", [&] { return unlink(file_.c_str()); });
     std::remove(errors.c_str());
 }
@@ -192,7 +192,7 @@ TEST_F(environment, a_control_file_that_cannot_be_read_is_a_mistake_until_it_goe
 TEST_F(environment, a_folder_that_changes_moves_no_file)
 {
     char folder[] = "/tmp/qx_sim_folder.XXXXXX";
-    ASSERT_NE(nullptr, mkdtemp(folder));
+    ASSERT_NE(mkdtemp(folder), nullptr);
     setenv("QX_SIM_LOG", "calls.log", 1);
     setenv("QX_SIM_CONTROL", "control", 1);
     EXPECT_TRUE(in_child([&] {
@@ -202,9 +202,9 @@ TEST_F(environment, a_folder_that_changes_moves_no_file)
         return suspended() == 9;
     }));
     for (const char *const name : {"/calls.log", "/control", "/shot"}) {
-        EXPECT_EQ(0, std::remove((folder + std::string{name}).c_str())) << name;
+        EXPECT_EQ(std::remove((folder + std::string{name}).c_str()), 0) << name;
     }
-    EXPECT_EQ(0, rmdir(folder));
+    EXPECT_EQ(rmdir(folder), 0);
 }
 
 TEST_F(environment, keys_are_shown_for_the_words_for_on_only)
@@ -229,9 +229,9 @@ TEST_F(environment, keys_are_shown_for_the_words_for_on_only)
         EXPECT_FALSE(shown(off)) << off;
     EXPECT_FALSE(shown("maybe"));
     std::ifstream said{errors};
-    EXPECT_EQ("QX_SIM_KEYS is neither on (1, on, yes, true) nor off (0, off, no, false): it stays "
-              "off\n",
-              (std::string{std::istreambuf_iterator<char>{said}, {}}));
+    EXPECT_EQ((std::string{std::istreambuf_iterator<char>{said}, {}}),
+              "QX_SIM_KEYS is neither on (1, on, yes, true) nor off (0, off, no, false): it stays "
+              "off\n");
     std::remove(errors.c_str());
 }
 
@@ -284,16 +284,16 @@ TEST_F(environment, a_limit_on_file_sizes_ends_the_log_and_not_the_process)
         setrlimit(RLIMIT_FSIZE, &few);
     });
     std::remove(errors.c_str());
-    EXPECT_EQ(150U, text().size());
+    EXPECT_EQ(text().size(), 150U);
     // The next process does not continue the half line.
     EXPECT_TRUE(in_child([] { return suspended() == QX_OK; }));
-    EXPECT_EQ("\n{\"call\": 1, \"process\": ", text().substr(150, 24));
+    EXPECT_EQ(text().substr(150, 24), "\n{\"call\": 1, \"process\": ");
 }
 
 TEST_F(environment, a_fifo_nobody_reads_is_not_waited_for)
 {
     std::remove(file_.c_str());
-    ASSERT_EQ(0, mkfifo(file_.c_str(), 0600));
+    ASSERT_EQ(mkfifo(file_.c_str(), 0600), 0);
     setenv("QX_SIM_LOG", file_.c_str(), 1);
     const std::string errors = file_ + ".errors";
     EXPECT_TRUE(in_child([] { return suspended() == QX_BAD_SWITCH; }, errors));
@@ -334,24 +334,24 @@ TEST_F(environment, processes_share_a_log_line_by_line)
         EXPECT_TRUE(line.starts_with("{\"call\": ") && line.ends_with("}")) << line;
         processes.insert(line.substr(line.find("\"process\": "), 20));
     }
-    EXPECT_EQ(401U, count);
-    EXPECT_EQ(2U, processes.size());
+    EXPECT_EQ(count, 401U);
+    EXPECT_EQ(processes.size(), 2U);
 }
 
 TEST_F(environment, a_log_that_others_may_read_is_changed)
 {
-    ASSERT_EQ(0, chmod(file_.c_str(), 0644));
+    ASSERT_EQ(chmod(file_.c_str(), 0644), 0);
     setenv("QX_SIM_LOG", file_.c_str(), 1);
     EXPECT_TRUE(in_child([] { return suspended() == QX_OK; }));
     struct stat is
     {};
-    ASSERT_EQ(0, stat(file_.c_str(), &is));
-    EXPECT_EQ(0600U, is.st_mode & 07777U);
+    ASSERT_EQ(stat(file_.c_str(), &is), 0);
+    EXPECT_EQ(is.st_mode & 07777U, 0600U);
     if (getuid() != 0)
         GTEST_SKIP() << "only root can give a file away";
     // Writable, and somebody else's.
-    ASSERT_EQ(0, chown(file_.c_str(), 1, 1));
-    ASSERT_EQ(0, chmod(file_.c_str(), 0666));
+    ASSERT_EQ(chown(file_.c_str(), 1, 1), 0);
+    ASSERT_EQ(chmod(file_.c_str(), 0666), 0);
     const std::string errors = file_ + ".errors";
     EXPECT_TRUE(in_child(
         [] { return setgid(65534) == 0 && setuid(65534) == 0 && suspended() == QX_BAD_SWITCH; },

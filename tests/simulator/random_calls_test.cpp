@@ -82,7 +82,7 @@ TEST_F(random_calls, answer_what_is_documented_and_fail_without_a_trace)
     const auto names = status_names();
     const auto table = documented();
     ASSERT_GE(names.size(), 50U);
-    ASSERT_EQ(83U, table.size());
+    ASSERT_EQ(table.size(), 83U);
     std::map<std::string, std::map<std::string, unsigned>> seen;
     world all{5};
     std::size_t memory = 0;
@@ -117,7 +117,7 @@ TEST_F(random_calls, answer_what_is_documented_and_fail_without_a_trace)
     // Walks and lookups are worth little if nothing ever succeeds.
     for (const auto &[name, answers] : seen)
         EXPECT_TRUE(answers.count("QX_OK")) << name << " never succeeded";
-    EXPECT_EQ(83U, seen.size());
+    EXPECT_EQ(seen.size(), 83U);
 }
 
 TEST_F(random_calls, the_same_calls_have_the_same_effect)

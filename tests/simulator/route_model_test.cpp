@@ -130,10 +130,10 @@ void table::look_up()
     qx_l3_route_t got = wanted;
     const unsigned status = qx_l3_route_get(0, &got);
     if (expected == nullptr) {
-        ASSERT_EQ(QX_NO_ROUTE, status);
+        ASSERT_EQ(status, QX_NO_ROUTE);
         ASSERT_TRUE(same_bytes(wanted, got));
     } else {
-        ASSERT_EQ(QX_OK, status);
+        ASSERT_EQ(status, QX_OK);
         ASSERT_TRUE(same_bytes(*expected, got));
     }
 }

@@ -19,7 +19,7 @@ TEST(bounded_table, behaves_as_a_map)
     constexpr std::size_t capacity = 40;
     bounded_table<int, unsigned> table{capacity};
     std::map<int, unsigned> model;
-    EXPECT_EQ(nullptr, table.first());
+    EXPECT_EQ(table.first(), nullptr);
     for (int round = 0; round < 50000; ++round) {
         const int key = static_cast<int>(random() % 80) - 40;
         const unsigned value = random();
@@ -87,8 +87,8 @@ TEST(bounded_table, remembers_the_last_rows_that_were_removed)
     EXPECT_FALSE(known(table, 1)) << "two are remembered";
     EXPECT_TRUE(known(table, 2));
     EXPECT_TRUE(known(table, 3));
-    EXPECT_EQ(20, *table.removed(2));
-    EXPECT_EQ(2U, table.removed_count());
+    EXPECT_EQ(*table.removed(2), 20);
+    EXPECT_EQ(table.removed_count(), 2U);
     table.add(2, 0);
     EXPECT_FALSE(known(table, 2)) << "it is there again";
     table.clear();
@@ -140,7 +140,7 @@ TEST(bounded_table, is_restored_from_what_it_saved)
     std::string again;
     other.save(again);
     EXPECT_EQ(bytes, again);
-    EXPECT_EQ(70, *other.find(7));
+    EXPECT_EQ(*other.find(7), 70);
     EXPECT_TRUE(known(other, 9));
     for (int key = 20; key < 22; ++key)
         other.add(key, 0);
@@ -164,28 +164,28 @@ TEST(bounded_table, is_restored_from_what_it_saved)
 TEST(numbered_table, gives_numbers_in_turn)
 {
     numbered_table<int> table{3, 0x10000};
-    EXPECT_EQ(0x10001U, table.add(7));
-    EXPECT_EQ(0x10002U, table.add(8));
+    EXPECT_EQ(table.add(7), 0x10001U);
+    EXPECT_EQ(table.add(8), 0x10002U);
     EXPECT_TRUE(table.remove(0x10001));
-    EXPECT_EQ(0x10003U, table.add(9));
-    EXPECT_EQ(0x10004U, table.add(10));
+    EXPECT_EQ(table.add(9), 0x10003U);
+    EXPECT_EQ(table.add(10), 0x10004U);
     EXPECT_TRUE(table.full());
-    EXPECT_EQ(nullptr, table.find(1));
-    EXPECT_EQ(8, *table.find(0x10002));
+    EXPECT_EQ(table.find(1), nullptr);
+    EXPECT_EQ(*table.find(0x10002), 8);
 }
 
 TEST(numbered_table, numbers_come_again_when_all_were_used)
 {
     numbered_table<int> table{4, 0};
-    EXPECT_EQ(1U, table.add(1));
-    EXPECT_EQ(2U, table.add(2));
+    EXPECT_EQ(table.add(1), 1U);
+    EXPECT_EQ(table.add(2), 2U);
     for (unsigned expected = 3; expected <= 65535; ++expected) {
         ASSERT_EQ(expected, table.add(0));
         ASSERT_TRUE(table.remove(expected));
     }
     EXPECT_TRUE(table.remove(1));
-    EXPECT_EQ(1U, table.add(0)) << "2 is still taken";
-    EXPECT_EQ(3U, table.add(0));
+    EXPECT_EQ(table.add(0), 1U) << "2 is still taken";
+    EXPECT_EQ(table.add(0), 3U);
 }
 
 TEST(find_row, finds_the_first_in_order)
@@ -195,7 +195,7 @@ TEST(find_row, finds_the_first_in_order)
     table.add(3, 1);
     table.add(1, 0);
     const auto *const row = qxsim::find_row(table, [](int entry) { return entry == 1; });
-    ASSERT_NE(nullptr, row);
-    EXPECT_EQ(3, row->key);
-    EXPECT_EQ(nullptr, qxsim::find_row(table, [](int entry) { return entry == 2; }));
+    ASSERT_NE(row, nullptr);
+    EXPECT_EQ(row->key, 3);
+    EXPECT_EQ(qxsim::find_row(table, [](int entry) { return entry == 2; }), nullptr);
 }
