@@ -18,10 +18,7 @@ class targets
 public:
     explicit targets(va_list *list) : list_(list) {}
 
-    template <class Target> Target *next()
-    {
-        return list_ != nullptr ? static_cast<Target *>(va_arg(*list_, void *)) : nullptr;
-    }
+    void *next() { return list_ != nullptr ? va_arg(*list_, void *) : nullptr; }
 
 private:
     va_list *list_;
@@ -124,7 +121,7 @@ int parse_words(Tcl_Interp *interp, int objc, Tcl_Obj *const objv[], const char 
             return report(interp, "Wrong number of arguments ", format, argument);
         }
         const char kind = static_cast<char>(std::tolower(static_cast<unsigned char>(*letter)));
-        void *const target = target_list.next<void>();
+        void *const target = target_list.next();
         // A null target has no type or length behind it, and a "#" after it is a letter of its own.
         if (target != nullptr) {
             Tcl_Obj *word = objv[argument + 1];
@@ -133,9 +130,9 @@ int parse_words(Tcl_Interp *interp, int objc, Tcl_Obj *const objv[], const char 
             swig_type_record *type = nullptr;
             int *length = nullptr;
             if (kind == 'p')
-                type = target_list.next<swig_type_record>();
+                type = static_cast<swig_type_record *>(target_list.next());
             if (kind == 's' && letter[1] == '#') {
-                length = target_list.next<int>();
+                length = static_cast<int *>(target_list.next());
                 ++letter;
             }
             if (!store_word(interp, word, kind, target, length, type))

@@ -137,7 +137,7 @@ TEST_F(creation, gives_no_object_when_the_name_is_too_long)
         EXPECT_FALSE(owned(at(0x20)));
         EXPECT_EQ(held_object{swig_new_instance_obj(tcl_, nullptr, too_long, flags)}.text(),
                   "NULL");
-        tcl_.value(handle.text() + " -delete");
+        tcl_.value("NULL -delete; " + handle.text() + " -delete");
     }
 }
 
