@@ -32,13 +32,20 @@ static void inspect(const char *usage)
         inspect_process(usage);
 }
 
-// Not inlined, which would make every call save more registers.
+// Not inlined, which would make every call save more registers. Where C's stdout has to be flushed
+// after every call, the process is not inspected more often.
 [[gnu::noinline]] static void inspect_after_call()
 {
-    inspect(history.usage);
-    history.next_inspection = history.count + 1;
-    if (stdout_now.c_stdout_is_direct && history.next_inspection >= calls_inspected_singly)
-        history.next_inspection |= calls_between_inspections - 1;
+    static unsigned int next = 0;
+    if (history.count == next) {
+        inspect(history.usage);
+        next = history.count + 1;
+        if (next >= calls_inspected_singly)
+            next |= calls_between_inspections - 1;
+    } else {
+        keep_c_output_in_order();
+    }
+    history.next_inspection = stdout_now.c_stdout_is_direct ? next : history.count + 1;
 }
 
 void inspect_after_sdk_calls(void (*inspect)(const char *usage))

@@ -21,7 +21,7 @@ struct call_history
     };
     std::array<call, length> calls; ///< call number n is at n % length
     unsigned int count;             ///< calls that have returned
-    unsigned int next_inspection;   ///< the number of the next call that is followed by one
+    unsigned int next_inspection;   ///< the next call with an inspection or a flush after it
 
     // The command that is in the SDK or in block memory now; a null interpreter means none.
     Tcl_Interp *interp;

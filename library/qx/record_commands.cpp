@@ -257,9 +257,9 @@ int make_folder_command(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const
     Tcl_DString name;
     Tcl_UtfToExternalDString(nullptr, Tcl_GetString(objv[1]), -1, &name);
     Tcl_DStringAppend(&name, "XXXXXX", -1);
+    Tcl_ResetResult(interp);
     const bool made = mkdtemp(Tcl_DStringValue(&name)) != nullptr;
     const char *const reason = made ? "" : Tcl_PosixError(interp);
-    Tcl_ResetResult(interp);
     if (made) {
         Tcl_DString text;
         Tcl_ExternalToUtfDString(nullptr, Tcl_DStringValue(&name), -1, &text);

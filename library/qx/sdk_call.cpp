@@ -1,5 +1,5 @@
 // Words, blocks and results of a call; see sdk_call.h. Everything goes through the module's
-// commands, so strict memory, qx::watch and renamed commands see what they see of any script.
+// commands, so strict memory knows the blocks, and qx::watch sees the function.
 #include "library/qx/sdk_call.h"
 
 #include "library/qx/judged_calls.h"

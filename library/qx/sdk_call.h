@@ -40,7 +40,6 @@ private:
     };
 
     bool is_handle(Tcl_Obj *word) const;
-    bool take_words(int count, Tcl_Obj *const words[], int wanted, bool counted);
     bool take_count(int number);
     bool take_pointer(int number);
     bool take_elements(const argument_row &argument, const block &block, Tcl_Obj *list);

@@ -123,6 +123,8 @@ proc qx::status::current_coroutine {} {
 
 proc qx::status::begin {more} {
     variable blocks
+    # Without a block nothing ends the judging again.
+    if {![llength $more]} return
     if {![llength $blocks]} { judge_calls [qx::catalogue::calls] }
     set blocks [concat $blocks $more]
 }

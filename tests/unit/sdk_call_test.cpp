@@ -1,5 +1,6 @@
 // What stands around SDK calls: the status as a result, and the history of the latest calls.
 #include "commands/sdk_call.h"
+#include "commands/sdk_output.h"
 #include "tests/unit/interpreter.h"
 
 #include <climits>
@@ -48,6 +49,21 @@ TEST_F(sdk_calls, history_has_the_latest_with_whole_statuses)
         EXPECT_EQ(latest(back).status, 0x10000 + 3 * call_history::length + 4 - back);
         EXPECT_STREQ(latest(back).usage, latest(back).status % 2 ? "o:qx_odd a " : "o:qx_even a ");
     }
+}
+
+// As where C's stdout cannot be made unbuffered once it is in use, with uClibc.
+TEST_F(sdk_calls, a_stdout_that_is_flushed_after_each_call_does_not_have_each_inspected)
+{
+    static unsigned int inspections = 0;
+    const auto direct = stdout_now.c_stdout_is_direct;
+    stdout_now.c_stdout_is_direct = false;
+    inspect_after_sdk_calls([](const char *) { ++inspections; });
+    for (unsigned int i = 0; i < 3 * 2048; ++i)
+        result_of(0);
+    inspect_after_sdk_calls(nullptr);
+    stdout_now.c_stdout_is_direct = direct;
+    EXPECT_GE(inspections, 3u);
+    EXPECT_LE(inspections, 64u + 3u);
 }
 
 TEST_F(sdk_calls, block_memory_is_noted_too)
