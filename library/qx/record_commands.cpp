@@ -157,6 +157,7 @@ int template_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *c
 bool write_places(package_data &data, const record_row &row, int count, Tcl_Obj *const words[],
                   unsigned char *bytes)
 {
+    record_writer writer{data.session, bytes};
     for (int i = 0; i < count; i += 2) {
         const char *const path = Tcl_GetString(words[i]);
         for (int j = 0; j < i; j += 2)
@@ -165,7 +166,7 @@ bool write_places(package_data &data, const record_row &row, int count, Tcl_Obj 
                                     Tcl_NewStringObj("named twice", -1));
         path_target target;
         if (!follow_path(data.session, row, words[i], target) ||
-            !record_writer{data.session, bytes}.write(target, words[i + 1], path))
+            !writer.write(target, words[i + 1], path))
             return false;
     }
     return true;

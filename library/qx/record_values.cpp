@@ -108,7 +108,7 @@ bool record_writer::numbers_or_bytes(const field_row &field, unsigned at, Tcl_Ob
     if (field.size != 1 || count != 1)
         return numbers(field.size, at, count, each, &here);
     const std::string_view text = Tcl_GetString(each[0]);
-    if (!text.starts_with("0x") || text.size() <= 4)
+    if (!text.starts_with("0x") || text.size() == 2)
         return numbers(field.size, at, count, each, &here);
     // Digits may be a key: errors do not show them.
     const std::string_view digits = text.substr(2);

@@ -140,11 +140,24 @@ bool record_writer::write(const record_row &row, Tcl_Obj *values, const char *ar
 bool record_writer::write(const path_target &target, Tcl_Obj *value, const char *path)
 {
     const place here = {nullptr, path, 0};
+    if (written_ == nullptr) {
+        std::memset(by_path_, 0, sizeof by_path_);
+        written_ = by_path_;
+    }
+    if (!value_at(target, value, here))
+        return false;
+    if (contradiction_ && unions_ == nullptr)
+        return refuse(&here, Tcl_NewStringObj("contradicts an earlier path", -1));
+    return check_views();
+}
+
+bool record_writer::value_at(const path_target &target, Tcl_Obj *value, const place &here)
+{
     const field_row &field = *target.field;
     if (target.index < 0)
-        return this->field(field, target.at + field.offset, value, here) && check_views();
+        return this->field(field, target.at + field.offset, value, here);
     if (field.record >= 0)
-        return nested(record_rows[field.record], target.start(), value, &here) && check_views();
+        return nested(record_rows[field.record], target.start(), value, &here);
     std::uint32_t number;
     secret_ = field.holds == holding::key;
     if (!take(value, bit_mask(0, 8u * field.size), number, &here))

@@ -24,7 +24,8 @@ public:
     /// begin with its name.
     bool write(const record_row &row, Tcl_Obj *values, const char *argument, int index = -1);
 
-    /// The same for one field or element, whose place is `path`.
+    /// The same for one field or element, whose place is `path`. What an earlier path of the same
+    /// writer has written must not change.
     bool write(const path_target &target, Tcl_Obj *value, const char *path);
 
 private:
@@ -40,6 +41,7 @@ private:
     class entries;
 
     bool check_views();
+    bool value_at(const path_target &target, Tcl_Obj *value, const place &here);
     bool record(const record_row &row, unsigned at, Tcl_Obj *values, const place *here);
     bool fields(const record_row &row, unsigned at, entries &all, const place *here);
     bool check_family(const record_row &row, Tcl_Obj *family, int version, const place &address,
@@ -77,8 +79,9 @@ private:
     bool secret_ = false; // the field being written is a key
     int version_ = 0;     // of the last address, if it was written as text; else 0
 
-    // Views of one union that are written together must agree.
-    unsigned char *written_ = nullptr; // inside such a union: a mask of the bits written
+    // Views of one union that are written together must agree, and so must paths.
+    unsigned char *written_ = nullptr; // inside such a union, and with paths: the bits written
+    unsigned char by_path_[most_record_bytes]; // these, with paths
     bool contradiction_ = false;
     Tcl_Obj *unions_ = nullptr; // text: the places of those unions
 };

@@ -104,8 +104,10 @@ bool sdk_caller::one_call::is_handle(Tcl_Obj *word) const
     if (caller_.session_.is_structured(word))
         return false;
     const char *const text = Tcl_GetString(word);
+    if (text[0] == '\0' || std::strpbrk(text, " \t\r\n{") != nullptr)
+        return false;
     return text[0] == '_' || std::strcmp(text, "NULL") == 0 ||
-           (text[0] != '\0' && Tcl_FindCommand(interp(), text, nullptr, TCL_GLOBAL_ONLY));
+           Tcl_FindCommand(interp(), text, nullptr, TCL_GLOBAL_ONLY) != nullptr;
 }
 
 bool sdk_caller::one_call::take(int count, Tcl_Obj *const words[])
@@ -174,12 +176,6 @@ bool sdk_caller::one_call::take_pointer(int number)
     Tcl_Obj *const word = given_[number];
     if (word != nullptr && (argument.record < 0 || is_handle(word))) {
         set_word(number, word);
-        found_record found;
-        if (argument.way != direction::inout)
-            return true;
-        if (!caller_.session_.find(word, found))
-            return false;
-        blocks_[number].memory = found.memory;
         return true;
     }
     int count = -1;
@@ -230,7 +226,7 @@ bool sdk_caller::one_call::create(int number, int count)
     Tcl_Obj *words[] = {creator(argument, count >= 0), nullptr};
     int words_used = 1;
     if (count >= 0)
-        words[words_used++] = Tcl_NewIntObj(count);
+        words[words_used++] = Tcl_NewIntObj(std::max(count, 1)); // the function looks at it first
     else if (argument.record < 0)
         words[words_used++] = caller_.zero_;
     for (int i = 0; i < words_used; ++i)
@@ -287,27 +283,42 @@ bool sdk_caller::one_call::perform(std::uint32_t &status)
     return true;
 }
 
-void sdk_caller::one_call::finish(bool as_dict)
+// The memory of an argument that is put out; null, with an error in the interpreter, if it was
+// given as a handle whose record cannot be read any more.
+const unsigned char *sdk_caller::one_call::memory_of(int number)
 {
-    Tcl_Obj *values[2 * most_call_arguments] = {};
-    int count = 0;
+    if (blocks_[number].handle != nullptr)
+        return blocks_[number].memory;
+    found_record found;
+    return caller_.session_.find(words_[1 + number], found) ? found.memory : nullptr;
+}
+
+bool sdk_caller::one_call::finish(bool as_dict)
+{
+    Tcl_Obj *const dict = Tcl_NewListObj(0, nullptr);
+    Tcl_Obj *value = nullptr;
+    Tcl_IncrRefCount(dict);
     for (int i = 0; i < row_.arguments; ++i) {
         const argument_row &argument = arguments_[i];
-        const unsigned char *const memory = blocks_[i].memory;
         if (argument.way == direction::in)
             continue;
-        values[count++] = Tcl_NewStringObj(argument.name.text(), -1);
-        if (argument.record < 0)
-            values[count++] = Tcl_NewWideIntObj(read_number(memory, argument.size));
-        else
-            values[count++] = read_record(
-                *caller_.plans_.plan(record_rows[argument.record], {nullptr, false}), memory);
+        const unsigned char *const memory = memory_of(i);
+        if (memory == nullptr) {
+            Tcl_DecrRefCount(dict);
+            return false;
+        }
+        value = argument.record < 0
+                    ? Tcl_NewWideIntObj(read_number(memory, argument.size))
+                    : read_record(*caller_.plans_.plan(record_rows[argument.record], {}), memory);
+        Tcl_ListObjAppendElement(nullptr, dict, Tcl_NewStringObj(argument.name.text(), -1));
+        Tcl_ListObjAppendElement(nullptr, dict, value);
     }
-    Tcl_Obj *const dict = Tcl_NewListObj(count, values);
-    Tcl_IncrRefCount(dict);
+    int words;
+    Tcl_ListObjLength(nullptr, dict, &words);
     release_blocks();
-    Tcl_SetObjResult(interp(), count == 2 && !as_dict ? values[1] : dict);
+    Tcl_SetObjResult(interp(), words == 2 && !as_dict ? value : dict);
     Tcl_DecrRefCount(dict);
+    return true;
 }
 
 Tcl_Obj *sdk_caller::one_call::shown() const

@@ -25,8 +25,9 @@ public:
     bool perform(std::uint32_t &status);
 
     /// Releases the blocks. The interpreter's result is then what the function has put out:
-    /// nothing, one value, or a dict by argument.
-    void finish(bool as_dict);
+    /// nothing, one value, or a dict by argument. Returns false, with an error in the interpreter,
+    /// if a record that was given as a handle cannot be read any more.
+    bool finish(bool as_dict);
 
     /// The call as an error shows it, a new list: records and cells are shown as their types.
     Tcl_Obj *shown() const;
@@ -45,6 +46,7 @@ private:
     bool take_elements(const argument_row &argument, const block &block, Tcl_Obj *list);
     bool create(int number, int count);
     Tcl_Obj *creator(const argument_row &argument, bool array) const;
+    const unsigned char *memory_of(int number);
     void release_blocks();
     void set_word(int number, Tcl_Obj *word);
     Tcl_Interp *interp() const { return caller_.session_.interp(); }

@@ -88,6 +88,13 @@ const call_row *sdk_caller::take_function(int objc, Tcl_Obj *const objv[], int &
     return nullptr;
 }
 
+bool sdk_caller::keep_status(const call_options &options, std::uint32_t status) const
+{
+    return options.status == nullptr ||
+           Tcl_ObjSetVar2(session_.interp(), options.status, nullptr, Tcl_NewWideIntObj(status),
+                          TCL_LEAVE_ERR_MSG) != nullptr;
+}
+
 int sdk_caller::run(int objc, Tcl_Obj *const objv[])
 {
     Tcl_Interp *const interp = session_.interp();
@@ -98,19 +105,16 @@ int sdk_caller::run(int objc, Tcl_Obj *const objv[])
         return TCL_ERROR;
     if (options.allow != nullptr && !session_.run_script("::qx::status::numbers", {options.allow}))
         return TCL_ERROR;
+    // Before the call: its result must not be lost because the variable cannot be set.
+    if (!keep_status(options, 0))
+        return TCL_ERROR;
     one_call call{*this, *row};
     std::uint32_t status;
-    if (!call.take(objc - first, objv + first) || !call.perform(status))
+    if (!call.take(objc - first, objv + first) || !call.perform(status) ||
+        !keep_status(options, status))
         return TCL_ERROR;
-    if (options.status != nullptr) {
-        Tcl_Obj *const number = Tcl_NewWideIntObj(status);
-        if (Tcl_ObjSetVar2(interp, options.status, nullptr, number, TCL_LEAVE_ERR_MSG) == nullptr)
-            return TCL_ERROR;
-    }
-    if (status == 0) {
-        call.finish(options.dict);
-        return TCL_OK;
-    }
+    if (status == 0)
+        return call.finish(options.dict) ? TCL_OK : TCL_ERROR;
     Tcl_ResetResult(interp);
     if (options.status != nullptr)
         return TCL_OK;

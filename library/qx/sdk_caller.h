@@ -31,6 +31,7 @@ private:
 
     const call_row *take_function(int objc, Tcl_Obj *const objv[], int &first,
                                   call_options &options);
+    bool keep_status(const call_options &options, std::uint32_t status) const;
 
     record_session &session_;
     plan_cache &plans_;
