@@ -14,8 +14,8 @@ const char *environment_value(const char *name) noexcept;
 /// What a switch's word says: 1, on, yes, true or 0, off, no, false; nothing for any other word.
 std::optional<bool> switch_word(std::string_view word) noexcept;
 
-/// Whether the environment turns this switch on. A value that is no switch's word is told on stderr
-/// and means off.
+/// Whether the environment turns this switch on. Any other value is reported on stderr and
+/// means off.
 bool switched_on(const char *name) noexcept;
 
 } // namespace qxsh

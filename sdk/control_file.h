@@ -69,8 +69,8 @@ public:
     bool named() const { return !name_.empty(); }
 
     /// If the file was created, changed or removed since the last check, stores what it says and
-    /// returns true. If it cannot be read, that is a mistake, told once while it lasts. May throw
-    /// std::bad_alloc, and has then not read the file.
+    /// returns true. If it cannot be read, that is a mistake, reported once while it lasts. May
+    /// throw std::bad_alloc, and has then not read the file.
     bool read_if_changed(control_order &order);
 
     /// Reads the file at the next check, changed or not.

@@ -32,6 +32,8 @@ namespace eval qx::help {
         qx::sim::reset     {} {return all devices to their initial state}
         qx::sim::snapshot  {?file?} {write or return the configuration of all devices as JSON}
         qx::sim::state     {?file?} {the same with clocks, counters and table usage}
+        qx::sim::save      {file} {write all devices with their keys to a file, for restore}
+        qx::sim::restore   {file} {replace all devices by those that save has written}
         qx::sim::flow_key  {flow} {return the bytes that the flow table hashes}
         qx::sim::flow_slot {flow} {return the flow's hash slot in the flow table}
         qx::sim::flow_slots {flow} {return the slots in which the flow may be, in order}

@@ -24,7 +24,7 @@ private:
     class one_call;
     struct call_options
     {
-        Tcl_Obj *allow = nullptr;  ///< statuses that are no error; null: none
+        Tcl_Obj *allow = nullptr;  ///< statuses that are not errors; null: none
         Tcl_Obj *status = nullptr; ///< the variable that gets the status; null: none
         bool dict = false;         ///< the result is a dict in any case
     };
