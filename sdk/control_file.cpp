@@ -9,7 +9,6 @@
 #include <charconv>
 #include <cstring>
 #include <iterator>
-#include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
 
@@ -92,7 +91,7 @@ static std::string read_file_line(std::string_view word, std::string_view rest,
                                             [&](const auto &one) { return one.first == word; });
     if (word != "log" && word != "answer" && action == std::end(actions))
         return "\"" + std::string{word} +
-               "\" is none of fault, latency, log, keys, reset, snapshot, state, save, restore, "
+               "\" is not one of fault, latency, log, keys, reset, snapshot, state, save, restore, "
                "process, answer";
     if (rest.empty())
         return "expected: " + std::string{word} + " FILE";
@@ -165,20 +164,6 @@ std::uint32_t latency_for(const control_settings &first, const control_settings 
                     latency_for(second.latencies, function));
 }
 
-control_file::mark control_file::look() const
-{
-    struct stat file
-    {};
-    if (stat(name_.c_str(), &file) != 0)
-        return {.error = errno == ENOENT ? 0 : errno};
-    return {static_cast<std::uint64_t>(file.st_dev),
-            static_cast<std::uint64_t>(file.st_ino),
-            static_cast<std::int64_t>(file.st_size),
-            static_cast<std::int64_t>(file.st_mtim.tv_sec),
-            static_cast<std::int64_t>(file.st_mtim.tv_nsec),
-            0};
-}
-
 void keep_counts(const control_settings &before, control_settings &after)
 {
     const auto &known = before.faults;
@@ -199,11 +184,11 @@ bool control_file::read_if_changed(control_order &order)
 {
     if (name_.empty())
         return false;
-    mark now = look();
+    file_mark now = mark_of(name_);
     if (now == seen_)
         return false;
     std::string text;
-    if (now != mark{} && now.error == 0)
+    if (now.exists())
         now.error = read_file(name_, text);
     if (now.error == ENOENT) // removed meanwhile
         now = {};

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "call_rules.h"
+#include "files.h"
 
 #include <cstdint>
 #include <optional>
@@ -77,22 +78,8 @@ public:
     void forget() { seen_.error = -1; }
 
 private:
-    /// Identifies one version of the file; all zero if there is no file.
-    struct mark
-    {
-        std::uint64_t device = 0;
-        std::uint64_t node = 0;
-        std::int64_t size = 0;
-        std::int64_t seconds = 0;
-        std::int64_t nanoseconds = 0;
-        int error = 0; ///< why it cannot be read
-        bool operator==(const mark &) const = default;
-    };
-
-    mark look() const;
-
     std::string name_;
-    mark seen_;
+    file_mark seen_;
 };
 
 } // namespace qxsim

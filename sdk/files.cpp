@@ -158,8 +158,15 @@ static std::string write_and_close(int file, const std::string &name, const std:
 std::string write_file(const std::string &name, const std::string &text)
 {
     int file = -1;
-    const std::string mistake = open_file(name, O_TRUNC, file);
-    return mistake.empty() ? write_and_close(file, name, text) : mistake;
+    const std::string mistake = open_file(name, 0, file);
+    if (!mistake.empty())
+        return mistake;
+    // A pipe has no length.
+    if (ftruncate(file, 0) != 0 && errno != EINVAL) {
+        close(file);
+        return cannot_write(name);
+    }
+    return write_and_close(file, name, text);
 }
 
 std::string write_new_file(const std::string &name, const std::string &text)
@@ -192,10 +199,13 @@ file_mark mark_of(const std::string &name)
     struct stat file
     {};
     if (stat(name.c_str(), &file) != 0)
-        return {};
-    return {static_cast<std::uint64_t>(file.st_dev), static_cast<std::uint64_t>(file.st_ino),
-            static_cast<std::int64_t>(file.st_size), static_cast<std::int64_t>(file.st_mtim.tv_sec),
-            static_cast<std::int64_t>(file.st_mtim.tv_nsec)};
+        return {.error = errno == ENOENT ? 0 : errno};
+    return {static_cast<std::uint64_t>(file.st_dev),
+            static_cast<std::uint64_t>(file.st_ino),
+            static_cast<std::int64_t>(file.st_size),
+            static_cast<std::int64_t>(file.st_mtim.tv_sec),
+            static_cast<std::int64_t>(file.st_mtim.tv_nsec),
+            0};
 }
 
 int read_file(const std::string &name, std::string &text)

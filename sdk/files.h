@@ -39,7 +39,7 @@ std::string write_new_file(const std::string &name, const std::string &text);
 /// is never half-written. What is there and is not a regular file is not replaced.
 std::string replace_file(const std::string &name, const std::string &text);
 
-/// Identifies one version of a file; all zero if there is none.
+/// Identifies one version of a file; all zero if there is no file.
 struct file_mark
 {
     std::uint64_t device = 0;
@@ -47,8 +47,9 @@ struct file_mark
     std::int64_t size = 0;
     std::int64_t seconds = 0;
     std::int64_t nanoseconds = 0;
+    int error = 0; ///< why it cannot be looked at or read
     bool operator==(const file_mark &) const = default;
-    bool exists() const { return *this != file_mark{}; }
+    bool exists() const { return error == 0 && *this != file_mark{}; }
 };
 file_mark mark_of(const std::string &name);
 

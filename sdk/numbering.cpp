@@ -27,6 +27,7 @@ static std::vector<std::uint32_t> in_order(const Index &index, SortKey sort_key)
         rows.emplace_back(sort_key(row.key), row.entry);
     std::sort(rows.begin(), rows.end());
     std::vector<std::uint32_t> ids;
+    ids.reserve(rows.size());
     for (const auto &row : rows)
         ids.push_back(row.second);
     return ids;

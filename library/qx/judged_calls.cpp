@@ -36,8 +36,9 @@ bool is_zero(Tcl_Obj *result)
 int call(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     const auto &own = *static_cast<judged_call *>(client);
+    const bool judged = !unjudged_call::begins();
     const int code = own.procedure(own.data, interp, objc, objv);
-    if (unjudged_calls::any() || (code == TCL_OK && is_zero(Tcl_GetObjResult(interp))))
+    if (!judged || (code == TCL_OK && is_zero(Tcl_GetObjResult(interp))))
         return code;
     Tcl_Obj *const called = Tcl_NewListObj(objc, objv);
     Tcl_Obj *const name = Tcl_NewStringObj(own.name, -1);

@@ -3,6 +3,8 @@
 
 #include <tcl.h>
 
+#include <utility>
+
 namespace qxsh {
 
 /// Creates two commands. `::qx::status::judge_calls NAMES` makes each of these commands, unless it
@@ -10,19 +12,20 @@ namespace qxsh {
 /// command's error. Names that are not commands are ignored. `::qx::status::leave_calls` undoes it.
 void create_judging_commands(Tcl_Interp *interp);
 
-/// While one of these exists, calls are not judged, since its owner judges them.
-class unjudged_calls
+/// Lets the SDK function that its owner calls next be unjudged, since the owner judges it.
+class unjudged_call
 {
 public:
-    unjudged_calls() { ++count_; }
-    ~unjudged_calls() { --count_; }
-    unjudged_calls(const unjudged_calls &) = delete;
-    unjudged_calls &operator=(const unjudged_calls &) = delete;
+    unjudged_call() { next_ = true; }
+    ~unjudged_call() { next_ = false; }
+    unjudged_call(const unjudged_call &) = delete;
+    unjudged_call &operator=(const unjudged_call &) = delete;
 
-    static bool any() { return count_ > 0; }
+    /// Whether the function that begins is the one.
+    static bool begins() { return std::exchange(next_, false); }
 
 private:
-    static inline int count_ = 0;
+    static inline bool next_ = false;
 };
 
 } // namespace qxsh

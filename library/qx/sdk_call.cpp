@@ -273,7 +273,7 @@ bool sdk_caller::one_call::perform(std::uint32_t &status)
     }
     words_[0] = function;
     Tcl_IncrRefCount(function);
-    const unjudged_calls by_itself;
+    const unjudged_call judged_here;
     if (Tcl_EvalObjv(interp(), 1 + row_.arguments, words_, TCL_EVAL_GLOBAL) != TCL_OK)
         return false;
     Tcl_WideInt wide;

@@ -105,9 +105,6 @@ int sdk_caller::run(int objc, Tcl_Obj *const objv[])
         return TCL_ERROR;
     if (options.allow != nullptr && !session_.run_script("::qx::status::numbers", {options.allow}))
         return TCL_ERROR;
-    // Before the call: its result must not be lost because the variable cannot be set.
-    if (!keep_status(options, 0))
-        return TCL_ERROR;
     one_call call{*this, *row};
     std::uint32_t status;
     if (!call.take(objc - first, objv + first) || !call.perform(status) ||

@@ -46,6 +46,7 @@ proc each_power {} {
     foreach flag {1 2} { do qx_pm_ne_suspend_set 0 $flag }
     foreach device {0 4} { do qx_pm_ne_suspend_get $device }
     do qx_pm_system_suspend_enter 0
+    do qx_pm_ne_suspend_set 0 0
     foreach words {{0 3 1} {0 8 1} {0 3 2}} { do qx_pm_pe_suspend_set {*}$words }
     foreach words {{0 3} {0 8}} { do qx_pm_pe_suspend_get {*}$words }
 }
