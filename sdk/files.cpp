@@ -158,7 +158,7 @@ static std::string write_and_close(int file, const std::string &name, const std:
 std::string write_file(const std::string &name, const std::string &text)
 {
     int file = -1;
-    const std::string mistake = open_file(name, 0, file);
+    std::string mistake = open_file(name, 0, file);
     if (!mistake.empty())
         return mistake;
     // A pipe has no length.

@@ -10,8 +10,8 @@ set channel [open $output w]
 
 # A table: its capacity, a script that makes entry $i of it, in the order of $i, one that takes it
 # away again, and others by name that read with entry $last, the last of those present. They use
-# what `setup` has made. Entry 0, the first in order, which is the worst to insert, and entry 5000 come
-# and go in turn while the others are there.
+# what `setup` has made. Entry 0, the first in order, which is the worst to insert, and entry 5000
+# come and go in turn while the others are there.
 proc table {name capacity setup add delete {reads {}}} {
     global channel
     uplevel #0 $setup

@@ -126,7 +126,8 @@ TEST_F(control, a_mistake_is_reported_once_and_no_call_is_answered)
         EXPECT_EQ(suspended(), QX_BAD_SWITCH);
     });
     const std::string name = folder() + "/control:";
-    EXPECT_NE(std::string::npos, said.find("qx_sim: " + name + "4: \"frob\" is not one of")) << said;
+    EXPECT_NE(std::string::npos, said.find("qx_sim: " + name + "4: \"frob\" is not one of"))
+        << said;
     for (unsigned line = 5; line <= 21; ++line)
         EXPECT_NE(std::string::npos, said.find(name + std::to_string(line) + ": ")) << said;
     EXPECT_EQ(lines(said), 18U) << said;
