@@ -26,11 +26,14 @@ int counter_of(const call_row &row)
     return -1;
 }
 
-// The address in the text of a handle that the module has just made.
+// The address in the text of a handle that a command has just returned; null if it is none.
 unsigned char *memory_at(Tcl_Obj *handle)
 {
+    int length;
+    const char *const text = Tcl_GetStringFromObj(handle, &length);
     std::uint32_t address = 0;
-    read_address(Tcl_GetString(handle) + 1, address);
+    if (length > 1 + static_cast<int>(address_digits) && text[0] == '_')
+        read_address(text + 1, address);
     return static_cast<unsigned char *>(pointer_to(address));
 }
 
@@ -237,11 +240,12 @@ bool sdk_caller::one_call::create(int number, int count)
     if (code != TCL_OK)
         return false;
     Tcl_Obj *const made = Tcl_GetObjResult(interp());
-    if (std::strcmp(Tcl_GetString(made), "NULL") == 0)
+    unsigned char *const memory = memory_at(made);
+    if (memory == nullptr)
         return refuse(interp(), "MEMORY", argument.name.text(),
                       Tcl_ObjPrintf("there is no memory for %s", argument.name.text()));
     set_word(number, made);
-    blocks_[number] = {made, memory_at(made)};
+    blocks_[number] = {made, memory};
     return true;
 }
 
