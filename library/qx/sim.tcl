@@ -48,7 +48,7 @@ proc qx::sim::replace_file {} {
         file delete -- $control
         if {$there} { file rename -- $folder/before $control }
     }
-    file delete -force -- $folder
+    remove_folder $folder
     if {$failed} { return -options $options $message }
     return $control
 }
@@ -72,7 +72,7 @@ proc qx::sim::order {lasting orders} {
     set folder [make_folder $control.]
     set failed [catch { obey $folder $lasting $orders } result options]
     if {$failed} { catch { obey $folder $settings {} } } else { set settings $lasting }
-    file delete -force -- $folder
+    remove_folder $folder
     return -options $options $result
 }
 
@@ -98,6 +98,13 @@ proc qx::sim::obey {folder lasting orders} {
     }
     refuse "the simulator does not look at $control: name the control file before the first SDK\
         call of the process"
+}
+
+# Removes such a folder with the files that may be in it. Tcl's -force would look what is there,
+# which fails where a 32-bit program is emulated on some 64-bit file systems.
+proc qx::sim::remove_folder {folder} {
+    foreach name {answer before new text} { file delete -- $folder/$name }
+    file delete -- $folder
 }
 
 proc qx::sim::read_answer {file} {
@@ -213,7 +220,7 @@ proc qx::sim::listing {what file} {
     if {$control eq {}} { refuse "not attached: call qx::sim::attach first" }
     set folder [make_folder $control.]
     set failed [catch { order_once "$what $folder/text"; text_of $folder/text } result options]
-    file delete -force -- $folder
+    remove_folder $folder
     return -options $options $result
 }
 
