@@ -329,6 +329,7 @@ proc qx::catalogue::distance {from to} {
         set bit [expr {$bit << 1}]
     }
     set bottom [expr {$bit >> 1}]
+    # Without ~ and ^, which Tcl 8.5.9 gets wrong for long numbers.
     set all [expr {$bit - 1}]
     set distance [string length $from]
     if {!$distance} { return [string length $to] }
@@ -338,14 +339,16 @@ proc qx::catalogue::distance {from to} {
         set before $same
         set same 0
         if {[info exists places($letter)]} { set same $places($letter) }
-        set swapped [expr {((~$diagonal & $same) << 1) & $before}]
-        set diagonal [expr {((($same & $up) + $up) ^ $up) | $same | $down | $swapped}]
-        set right [expr {$down | ~($diagonal | $up)}]
+        set swapped [expr {((($all - $diagonal) & $same) << 1) & $before}]
+        set sum [expr {($same & $up) + $up}]
+        set changed [expr {($sum | $up) - ($sum & $up)}]
+        set diagonal [expr {($changed | $same | $down | $swapped) & $all}]
+        set right [expr {$down | ($all - ($diagonal | $up))}]
         set left [expr {$diagonal & $up}]
         if {$right & $bottom} { incr distance } elseif {$left & $bottom} { incr distance -1 }
-        set right [expr {($right << 1) | 1}]
-        set up [expr {(($left << 1) | ~($diagonal | $right)) & $all}]
-        set down [expr {$diagonal & $right & $all}]
+        set right [expr {(($right << 1) | 1) & $all}]
+        set up [expr {(($left << 1) & $all) | ($all - ($diagonal | $right))}]
+        set down [expr {$diagonal & $right}]
     }
     return $distance
 }
