@@ -33,7 +33,7 @@ leg_tcl85() { need_tcl85 || return; preset_leg tcl85; }
 leg_board() { need_board || return; preset_leg board; }
 leg_fuzz() {
     need_packages fuzz valgrind || skipped "not installed: ${missing[*]}" || return
-    fuzz_all 100000 1
+    fuzz_all 20000 1
 }
 leg_compare() { compare_transcripts release i686 armhf tcl85 board; }
 leg_docs() {
