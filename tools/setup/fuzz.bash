@@ -17,6 +17,14 @@ fuzz_targets() {
         wild_handles handle_text argument_formats number_words
 }
 
+# fuzz_runs TARGET : prints how many executions the leg makes: about two minutes at most.
+fuzz_runs() {
+    case $1 in
+        qx_commands) echo 20000 ;;
+        *) echo 100000 ;;
+    esac
+}
+
 # fuzz_words TARGET : prints its libFuzzer options.
 fuzz_words() {
     local dictionary=$project/fuzz/dictionaries/$1.dict
