@@ -69,14 +69,19 @@ public:
         const place *at_;
     };
 
-    explicit bounded_table(std::size_t capacity)
-        : capacity_(capacity), rows_(2 * capacity), ages_(2 * capacity)
+    /// A table that remembers as many removed rows as it can hold.
+    explicit bounded_table(std::size_t capacity) : bounded_table(capacity, capacity) {}
+
+    /// A table that remembers so many removed rows, at most `capacity`.
+    bounded_table(std::size_t capacity, std::size_t remembered)
+        : capacity_(capacity), remembered_(remembered), rows_(capacity + remembered),
+          ages_(capacity + remembered)
     {
         assert(capacity <= INT16_MAX);
         present_.reserve(capacity);
-        removed_.reserve(capacity);
-        free_.reserve(2 * capacity);
-        for (std::size_t at = 2 * capacity; at > 0; --at)
+        removed_.reserve(remembered);
+        free_.reserve(rows_.size());
+        for (std::size_t at = rows_.size(); at > 0; --at)
             free_.push_back(static_cast<place>(at - 1));
     }
 
@@ -99,7 +104,7 @@ public:
         const std::size_t index = position(removed_, key);
         return holds(removed_, index, key) ? &rows_[removed_[index]].entry : nullptr;
     }
-    /// How many removed rows are remembered, at most `capacity`.
+    /// How many removed rows are remembered now.
     std::size_t removed_count() const { return removed_.size(); }
 
     /// The first row; null if the table is empty.
@@ -186,7 +191,7 @@ public:
                 return false;
             add(one.key, one.entry);
         }
-        if (!take_bytes(bytes, count) || count > capacity_)
+        if (!take_bytes(bytes, count) || count > remembered_)
             return false;
         for (std::uint32_t index = 0; index < count; ++index) {
             if (!take_row(bytes, one) || find(one.key) != nullptr || removed(one.key) != nullptr)
@@ -246,7 +251,11 @@ private:
     /// Keeps a row as the one removed last, in place of the oldest if there are enough.
     void remember(place at)
     {
-        if (removed_.size() == capacity_)
+        if (remembered_ == 0) {
+            free_.push_back(at);
+            return;
+        }
+        if (removed_.size() == remembered_)
             forget(position(removed_, rows_[oldest_].key));
         insert(removed_, position(removed_, rows_[at].key), at);
         ages_[at] = {newest_, none};
@@ -266,9 +275,10 @@ private:
     }
 
     std::size_t capacity_;
-    std::vector<row> rows_; ///< twice as many as the capacity: present, removed and free ones
-    places present_;        ///< sorted by key
-    places removed_;        ///< sorted by key
+    std::size_t remembered_; ///< how many removed rows there can be
+    std::vector<row> rows_;  ///< present, removed and free ones
+    places present_;         ///< sorted by key
+    places removed_;         ///< sorted by key
     places free_;
     std::vector<age> ages_;                ///< by place
     mutable std::size_t last_present_ = 0; ///< the last position in present_
