@@ -20,7 +20,7 @@ fuzz_targets() {
 # fuzz_runs TARGET : prints how many executions the leg makes: about two minutes at most.
 fuzz_runs() {
     case $1 in
-        qx_commands) echo 20000 ;;
+        qx_commands | simulator_calls) echo 20000 ;;
         *) echo 100000 ;;
     esac
 }
