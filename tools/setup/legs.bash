@@ -213,7 +213,8 @@ fuzz_all() {
     for target in "${targets[@]}"; do
         while (($(jobs -rp | wc -l) >= jobs)); do wait -n || true; done
         rm -f "$project/build/fuzz/$target.passed"
-        fuzz_once "$target" "$(fuzz_runs "$target")" "$seed" && touch "$project/build/fuzz/$target.passed" &
+        fuzz_once "$target" "$(fuzz_runs "$target")" "$seed" &&
+            touch "$project/build/fuzz/$target.passed" &
     done
     wait
     for target in "${targets[@]}"; do
