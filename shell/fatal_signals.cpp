@@ -5,6 +5,7 @@
 #include "shell/crash.h"
 #include "shell/signal_text.h"
 
+#include <pthread.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -81,12 +82,20 @@ void restore_default_action(int signal)
 
 #ifndef QXSH_SANITIZED
 
+static pthread_t shell_thread; // the one that runs Tcl
+
 // A helper's access that faulted is left, and its command reports it; see guarded_memory.h. That
-// applies only to real faults, not to a signal that some process sent meanwhile.
+// applies only to real faults, not to a signal that some process sent meanwhile. The system hands
+// such a signal to any thread, Tcl's notifier included; only the shell's can flush its stdout.
 extern "C" {
 static void on_fatal_signal(int signal, siginfo_t *info, void *context)
 {
     const int error = errno;
+    if (info->si_code == SI_USER && pthread_equal(pthread_self(), shell_thread) == 0) {
+        pthread_kill(shell_thread, signal);
+        errno = error;
+        return;
+    }
     const bool fault = (signal == SIGSEGV || signal == SIGBUS) && info->si_code > 0;
     if (!fault || !leave_guarded_access(context, info->si_addr))
         report_crash(signal, *info);
@@ -99,6 +108,7 @@ alignas(16) static unsigned char handler_stack[256 * 1024];
 
 static void install_handlers()
 {
+    shell_thread = pthread_self();
     stack_t alternate = {};
     alternate.ss_sp = handler_stack;
     alternate.ss_size = sizeof handler_stack;
