@@ -74,15 +74,14 @@ public:
 
     /// A table that remembers so many removed rows, at most `capacity`.
     bounded_table(std::size_t capacity, std::size_t remembered)
-        : capacity_(capacity), remembered_(remembered), rows_(capacity + remembered),
-          ages_(capacity + remembered)
+        : capacity_(capacity), remembered_(remembered)
     {
         assert(capacity <= INT16_MAX);
+        rows_.reserve(capacity + remembered);
+        ages_.reserve(capacity + remembered);
         present_.reserve(capacity);
         removed_.reserve(remembered);
-        free_.reserve(rows_.size());
-        for (std::size_t at = rows_.size(); at > 0; --at)
-            free_.push_back(static_cast<place>(at - 1));
+        free_.reserve(capacity + remembered);
     }
 
     std::size_t capacity() const { return capacity_; }
@@ -133,9 +132,7 @@ public:
         const std::size_t known = position(removed_, key);
         if (holds(removed_, known, key))
             forget(known);
-        const place at = free_.back();
-        free_.pop_back();
-        rows_[at] = row{key, entry};
+        const place at = put(row{key, entry});
         insert(present_, position(present_, key), at);
         return rows_[at].entry;
     }
@@ -196,10 +193,7 @@ public:
         for (std::uint32_t index = 0; index < count; ++index) {
             if (!take_row(bytes, one) || find(one.key) != nullptr || removed(one.key) != nullptr)
                 return false;
-            const place at = free_.back();
-            free_.pop_back();
-            rows_[at] = one;
-            remember(at);
+            remember(put(one));
         }
         return true;
     }
@@ -248,6 +242,21 @@ private:
         sorted.insert(sorted.begin() + static_cast<std::ptrdiff_t>(index), at);
     }
 
+    /// Puts a row into a free place. The memory behind the rows used so far has never been written,
+    /// so that a new device costs what is put into it.
+    place put(const row &one)
+    {
+        if (free_.empty()) {
+            rows_.push_back(one);
+            ages_.emplace_back();
+            return static_cast<place>(rows_.size() - 1);
+        }
+        const place at = free_.back();
+        free_.pop_back();
+        rows_[at] = one;
+        return at;
+    }
+
     /// Keeps a row as the one removed last, in place of the oldest if there are enough.
     void remember(place at)
     {
@@ -276,11 +285,11 @@ private:
 
     std::size_t capacity_;
     std::size_t remembered_; ///< how many removed rows there can be
-    std::vector<row> rows_;  ///< present, removed and free ones
+    std::vector<row> rows_;  ///< present, removed and free ones; all have room, so none moves
     places present_;         ///< sorted by key
     places removed_;         ///< sorted by key
-    places free_;
-    std::vector<age> ages_;                ///< by place
+    places free_;            ///< places of rows that were there
+    std::vector<age> ages_;  ///< by place
     mutable std::size_t last_present_ = 0; ///< the last position in present_
     mutable std::size_t last_removed_ = 0; ///< the last position in removed_
     place oldest_ = none;                  ///< of the removed rows
