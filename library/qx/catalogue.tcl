@@ -1,7 +1,7 @@
 # Package qx, the facts in the SDK's catalogue: areas, records with their fields, calls, the 1093
 # commands, the statuses of the simulated device, for the rest of the package and for scripts.
 # Relies on catalogue_data.tcl, which the build generates from the catalogue, and on wording.tcl for
-# the descriptions of commands.
+# the descriptions of commands. An ensemble, whose subcommands are documented in commands.tcl.
 #
 # Type words: u8 u16 u32 i32 u64, a record's name, any of these with * for a pointer, void*; as a
 # result also none, status, and low32 (the low half of a 64-bit number). An unknown name is an error
@@ -13,6 +13,9 @@ namespace eval qx::catalogue {
     #   area_data    area -> text, records, calls         record_data  record -> as `record` has it
     #   call_data    call -> as `call` gives it                 status_data  number -> name, meaning
     #   command_data command -> area, shape, owner, field, arguments, result
+
+    namespace export *
+    namespace ensemble create
 }
 
 # The entry of a name in one of the dicts; an error if the name is unknown.

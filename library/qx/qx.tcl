@@ -17,14 +17,15 @@ apply {{folder parts commands} {
     }
     foreach {name procedure} $commands { interp alias {} ::qx::$name {} ::qx::$procedure }
 }} [file dirname [info script]] {
-    catalogue_data catalogue wording handles records reading help status why script_parser lint sim
+    catalogue_data catalogue commands wording layout example handles records reading help apropos
+    status why script_parser lint sim
 } {
     new      records::new
     with     records::with
     diff     reading::diff
     json     reading::json
     help     help::about
-    apropos  help::apropos
+    apropos  apropos::find
     areas    help::areas
     check    status::check
     watch    status::watch

@@ -60,7 +60,7 @@ proc qx::why::status_text {words status} {
             word [lrange $words 1 end] {
         lappend rows [list $argument $word $what]
     }
-    append text [qx::help::table $rows]
+    append text [qx::layout::table $rows]
     append text "  status $status"
     if {[qx::catalogue::status_name $status] ne {}} {
         append text " [qx::catalogue::status_name $status]: [qx::catalogue::status_meaning $status]"

@@ -1,0 +1,239 @@
+# Package qx, what its own commands are: help, apropos, the pages and the manuals say what stands
+# here. A command is three words: its usage, its purpose in a line, and what else there is to know.
+# That is paragraphs between empty lines, without markup; one that begins with "% " is a session and
+# keeps its lines. A group of commands is a topic of qx::help, a title and its commands; the names
+# of a group in a namespace of its own begin with its topic.
+
+namespace eval qx::commands {
+    variable groups {
+        help {Help} {
+            {qx::help ?name?}
+            {describe a command, a record, a field, a status, a handle or one of these} {
+                The name may be that of a command, a record, an area, a status (also its number), a
+                field (qx_vlan_t.vlan_id), an argument (qx_flow_add.p_flow), a command of this
+                package, or a handle: its record is described. Case does not count, nor does qx_ in
+                front or _t at the end, where only one thing is meant.
+
+                % qx::help vlan
+
+                An unknown name is an error with the code QX UNKNOWN name NAME; the message lists
+                the three nearest.
+            }
+            {qx::apropos word ?word ...?}
+            {list everything with all of the words in its name or description} {
+                Found are areas, records, fields, SDK functions and other commands, statuses, and
+                the commands of this package. Those in which all words are whole come first. Case
+                does not count. Each name in the list is a topic of qx::help.
+
+                % qx::apropos vlan egress
+            }
+            {qx::areas} {list the areas of the SDK} {}
+        }
+        data {Calls and records as data} {
+            {qx::call ?-allow statuses? ?-status name? ?-dict? function ?word ...?}
+            {call an SDK function with records as dicts, and return what it puts out} {
+                The words are the arguments that the function reads, in their order. A record is a
+                dict or a handle, an array a list of them; its size may be left out. The result is
+                empty, or the one value that the function writes: a number, or a record as a dict.
+                With -dict it is a dict by the arguments' names.
+
+                A status other than 0 is the error of qx::check. -allow makes the listed statuses no
+                error, -status puts the status into a variable. All memory that the call takes is
+                given back, whatever happens.
+
+                % qx::call qx_flow_add 0 {flow_id 7 ingress_pkt {da_ip 198.51.100.7}}
+            }
+            {qx::new record ?dict?} {create a record and return its handle} {
+                The fields that the dict names are set, the others are 0. The handle is released
+                with qx_data_free.
+            }
+            {qx::with name record ?dict? body} {run the body with a new record, and release it} {
+                The variable holds the handle. The record is released behind the body, whether that
+                ends normally, in an error, or with break, continue or return.
+
+                % qx::with flow qx_flow_t {flow_id 7} { qx_flow_add 0 $flow }
+            }
+            {qx::get handle ?path? ?-view views? ?-raw?} {return a record as a dict, or one value} {
+                A nested record is a dict, an array a list; MAC and IP addresses are in their usual
+                notation, with -raw everything is numbers. Of a union one view is shown, or those
+                that -view names; * shows all. A path names one value: ingress_pkt.tag(0).vlan_id.
+            }
+            {qx::set handle dict|path value ?path value ...?} {write the named fields of a record} {
+                The whole dict is checked before anything is written; an error names the place of
+                the mistake and has the code QX VALUE PLACE. A shorter list sets the first elements
+                of an array. Bytes may be 0x and hexadecimal digits, an address with its family one
+                word, 10.0.0.0/8.
+
+                % qx::set $flow flow_id 8 ingress_pkt.da_ip 198.51.100.8
+            }
+            {qx::template record ?-view views? ?-raw?}
+            {return the dict of a record that is all zero} {}
+            {qx::diff handle handle ?-view views? ?-raw?} {list where two records differ} {
+                The result is a list of path, value in the first record, value in the second.
+            }
+            {qx::json handle ?-view views? ?-raw?} {return a record as JSON} {}
+        }
+        statuses {Statuses and mistakes} {
+            {qx::check ?-allow statuses? command ?word ...?|script}
+            {make a status other than 0 an error} {
+                With one word, a script, every SDK function is checked that runs while the script
+                does, also inside procedures and in events that it waits for. The error code is
+                QX_STATUS NUMBER NAME. -allow lists statuses, by name or number, that are returned as results.
+
+                % qx::check -allow QX_EXISTS qx_flow_add 0 $flow
+            }
+            {qx::why} {explain the last command that failed} {}
+            {qx::watch ?on|off?} {record the words of failing commands, for qx::why} {
+                Without a word it says whether it is on. It costs time with every SDK call and is
+                meant for the prompt.
+            }
+            {qx::lint script.tcl} {find mistakes in a script's commands, without running it} {
+                The result is a list of FILE:LINE: MESSAGE, for unknown names, wrong numbers of
+                arguments, constants out of range, handles of the wrong type and released handles.
+            }
+        }
+        qx::sim {The simulated device, on request} {
+            {qx::sim::attach ?file?} {control the simulator through a control file} {
+                Without a file it is the one in QX_SIM_CONTROL, or the one attached last. Every
+                other command that changes the simulator needs it.
+            }
+            {qx::sim::detach} {end all settings and remove the control file} {}
+            {qx::sim::fault pattern when status} {make calls of some functions fail} {
+                The pattern is a function's name, or has * for any letters. When is 3, the third
+                such call; 3+, that and all later ones; or *, every one. The status is a name or a
+                number.
+
+                % qx::sim::fault qx_flow_add 1 QX_TABLE_FULL
+            }
+            {qx::sim::latency pattern microseconds} {make calls of some functions slow} {}
+            {qx::sim::log file} {log every call as a line of JSON} {}
+            {qx::sim::keys onoff} {write keys out in logs and snapshots, or not} {}
+            {qx::sim::fired} {list the faults in force and how many calls each has answered} {}
+            {qx::sim::expect_fired} {check that every fault in force has answered a call} {}
+            {qx::sim::clear} {end all faults, latencies and the log} {}
+            {qx::sim::reset} {return all devices to their initial state} {}
+            {qx::sim::snapshot ?file?}
+            {write or return the configuration of all devices as JSON} {
+                Two devices with the same configuration give the same text, whatever the order in
+                which it was made.
+            }
+            {qx::sim::state ?file?} {the same with clocks, counters and table usage} {}
+            {qx::sim::save file} {write all devices with their keys to a file, for restore} {}
+            {qx::sim::restore file} {replace all devices by those that save has written} {}
+            {qx::sim::flow_key flow} {return the bytes that the flow table hashes} {}
+            {qx::sim::flow_slot flow} {return the flow's hash slot in the flow table} {}
+            {qx::sim::flow_slots flow} {return the slots in which the flow may be, in order} {}
+            {qx::sim::find_flow device flow}
+            {return the slot that holds a flow on a device, or -1} {}
+        }
+        qx::catalogue {The SDK's facts, for scripts} {
+            {qx::catalogue subcommand ?word ...?}
+            {return facts about areas, records, SDK functions, commands and statuses} {
+                An ensemble: qx::catalogue record qx_vlan_t and qx::catalogue::record qx_vlan_t are
+                the same. An unknown name is an error with the code QX UNKNOWN KIND NAME.
+
+                Type words are u8 u16 u32 i32 u64, the name of a record, one of these with * for a
+                pointer, void*; as a result also none, status, and low32, the low half of a 64-bit
+                number.
+            }
+            {qx::catalogue::areas} {the names of all areas} {}
+            {qx::catalogue::area name} {an area, a dict: text, records, calls} {}
+            {qx::catalogue::records} {the names of all records} {}
+            {qx::catalogue::record type}
+            {a record, a dict: kind, size, packed, area, text, fields} {
+                Each field is a dict: name, offset, type, bit, width, count, text, dumped, holds,
+                set_as, range.
+            }
+            {qx::catalogue::is_record type} {whether there is such a record} {}
+            {qx::catalogue::field type name} {one field of a record} {}
+            {qx::catalogue::holders type} {the fields of this type: record and field by turns} {}
+            {qx::catalogue::stem type} {the beginning of the names of a record's commands} {}
+            {qx::catalogue::calls} {the names of all SDK functions} {}
+            {qx::catalogue::call name} {an SDK function, a dict: text, area, arguments} {
+                Each argument is a dict: name, type, direction, text, range.
+            }
+            {qx::catalogue::call_argument call name} {one argument of an SDK function} {}
+            {qx::catalogue::calls_with type}
+            {the SDK functions that take a pointer to this type} {}
+            {qx::catalogue::commands} {the names of all commands} {}
+            {qx::catalogue::is_command name} {whether there is such a command} {}
+            {qx::catalogue::command name} {a command: its facts, text and argument_texts} {}
+            {qx::catalogue::facts name} {a command, a dict: how it is made and what it takes} {
+                The keys are name, area, shape, owner, field, arguments (names and type words by
+                turns), result (a type word), usage.
+            }
+            {qx::catalogue::commands_of owner} {the commands of a record, a call or a cell type} {}
+            {qx::catalogue::field_of command argument}
+            {the field that an argument of a record's command sets} {}
+            {qx::catalogue::bounds command argument type}
+            {the numbers that an argument accepts, a dict: taken, every, kept, meant} {}
+            {qx::catalogue::field_range field} {a field's least and greatest meaningful number} {}
+            {qx::catalogue::range type ?width?} {the least and greatest number of a type} {}
+            {qx::catalogue::converted type}
+            {the least and greatest number that is converted to a type without an error} {}
+            {qx::catalogue::is_pointer type} {whether a type word is that of a pointer} {}
+            {qx::catalogue::target type} {the type word that a pointer points to} {}
+            {qx::catalogue::native type} {the native spelling of a type word} {}
+            {qx::catalogue::type_size type} {the size of a type in bytes} {}
+            {qx::catalogue::cell type} {the word of a type's cell commands} {}
+            {qx::catalogue::statuses} {all statuses: number -> name and meaning} {}
+            {qx::catalogue::status_name number} {the name of a status; empty if it has none} {}
+            {qx::catalogue::status_number name} {the number of a status} {}
+            {qx::catalogue::status_meaning number} {the meaning of a status} {}
+            {qx::catalogue::nearest word names ?count?} {the names most similar to a word} {}
+            {qx::catalogue::like word names} {the same for a message, or nothing} {}
+        }
+    }
+}
+
+# The topics of all groups.
+proc qx::commands::topics {} {
+    variable groups
+    set topics {}
+    foreach {topic title entries} $groups { lappend topics $topic }
+    return $topics
+}
+
+# A group, a dict: title, commands.
+proc qx::commands::group {topic} {
+    variable groups
+    foreach {each title entries} $groups {
+        if {$each ne $topic} continue
+        set names {}
+        foreach {usage purpose text} $entries { lappend names [lindex $usage 0] }
+        return [dict create title $title commands $names]
+    }
+}
+
+# All commands, by name: a dict of usage, words (the usage less the name), purpose, text, group.
+proc qx::commands::all {} {
+    variable groups
+    variable known
+    if {![info exists known]} {
+        foreach {topic title entries} $groups {
+            foreach {usage purpose text} $entries {
+                set name [lindex $usage 0]
+                dict set known $name [dict create usage $usage \
+                    words [string trim [string range $usage [string length $name] end]] \
+                    purpose $purpose text [paragraphs $text] group $topic]
+            }
+        }
+    }
+    return $known
+}
+
+# A text as a list of paragraphs, kind (text or session) and content by turns. A session keeps its
+# lines, without the indentation of the first.
+proc qx::commands::paragraphs {text} {
+    set result {}
+    regsub -all {\n[ \t]*\n\s*} [string trim $text] \x01 text
+    foreach part [split $text \x01] {
+        if {[string match {% *} $part]} {
+            if {[regexp {\n( +)} $part -> margin]} { regsub -all \n$margin $part \n part }
+            lappend result session $part
+        } else {
+            lappend result text [regsub -all {\s+} $part { }]
+        }
+    }
+    return $result
+}
