@@ -1,7 +1,8 @@
-# Writes everything that follows from the catalogue and the list of statuses:
-#   tclsh generate.tcl <catalogue folder> <qx_status.h> <output folder>
+# Writes everything that follows from the catalogue and the default profile:
+#   tclsh generate.tcl <catalogue folder> <profile> <output folder>
 #
 #   include/qx_sdk.h       the public header: records and prototypes of the SDK
+#   include/qx_status.h    the statuses of the profile
 #   record_table.cpp, record_numbers.h   records and calls, for C++ that iterates over them
 #   layout_checks.cpp      compile-time checks of sizes and offsets
 #   bit_field_places.cpp   places of bit-fields, checked by a test
@@ -17,8 +18,8 @@
 # catalogue.tcl defines which commands exist. A file whose content would not change is not written.
 
 foreach part {
-    catalogue statuses generate/text generate/record_table generate/public_header generate/helpers
-    generate/wrappers generate/simulator generate/package
+    catalogue statuses profile generate/text generate/record_table generate/public_header generate/helpers
+    generate/wrappers generate/simulator generate/status_header generate/package
 } {
     source [file join [file dirname [file normalize [info script]]] $part.tcl]
 }
@@ -27,20 +28,21 @@ namespace eval generate {
     variable note "Generated from the catalogue by tools/generate.tcl; changes belong there."
 }
 
-proc generate::main {catalogue_folder status_file output_folder} {
+proc generate::main {catalogue_folder profile_file output_folder} {
     variable folder $output_folder
     catalogue::load $catalogue_folder
-    set statuses [statuses::read_header $status_file]
+    set profile [profile::read $profile_file]
     record_table
     public_header
+    status_header [dict get $profile statuses]
     layout_checks
     helpers
     types
     wrappers
     export_map
-    simulator $statuses
-    package $statuses
+    simulator [dict get $profile statuses]
+    package $profile
 }
 
-generate::from_command_line [info script] {{catalogue folder} qx_status.h {output folder}} \
+generate::from_command_line [info script] {{catalogue folder} profile {output folder}} \
     generate::main

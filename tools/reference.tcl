@@ -4,7 +4,7 @@
 #   man/       qxsh.1 and one page of section n for each area
 #   editors/   data about the commands for checkers and editors
 #
-# It is generated from the catalogue, the list of statuses and the tables in docs/. The descriptions
+# It is generated from the catalogue, the default profile and the tables in docs/. The descriptions
 # of commands come from the package qx (library/qx/wording.tcl); all other text is hand-written in
 # tools/reference and packaging/qxsh.1.in. A file whose content would not change is not written. On
 # a mistake in the data, prints one line and writes nothing.
@@ -48,10 +48,10 @@ proc reference::files {project version} {
 proc reference::main {project version output} {
     set generate::folder $output
     catalogue::load [file join $project catalogue]
-    set header [file join $project sdk qx_status.h]
     set simulator [file join $project docs simulator.md]
-    set statuses [statuses::read_header $header]
-    uplevel #0 [generate::package_data $statuses]
+    set profile [profile::read [file join $project sdk simulator.profile]]
+    set statuses [dict get $profile statuses]
+    uplevel #0 [generate::package_data $profile]
     set names {}
     foreach {name number meaning} $statuses { lappend names $name }
     set pages::statuses $statuses

@@ -1,6 +1,6 @@
-# Reads statuses and switches: the list of statuses from sdk/qx_status.h, and from the tables in
-# docs/ the environment switches and which function of the simulated device returns which status. A
-# mistake ends that with an error of one line, "<file>:<line>: error: <what>".
+# Reads the tables in docs/: the environment switches, and which function of the simulated device
+# returns which status. A mistake ends that with an error of one line,
+# "<file>:<line>: error: <what>".
 
 namespace eval statuses {}
 
@@ -17,26 +17,6 @@ proc statuses::lines_of {file} {
     set text [read $channel]
     close $channel
     return [split $text \n]
-}
-
-# Returns a list of name, number and meaning, in the header's order.
-proc statuses::read_header {file} {
-    set result {}
-    set numbers {}
-    set line_number 0
-    foreach line [lines_of $file] {
-        incr line_number
-        if {![regexp {^\s+(QX_\w+) = (\d+),?\s+/\* (.+) \*/$} $line \
-                -> name number meaning]} continue
-        if {[dict exists $numbers $name]} { fail $file $line_number "$name is already declared" }
-        if {$number in [dict values $numbers]} {
-            fail $file $line_number "status number $number is already taken"
-        }
-        dict set numbers $name $number
-        lappend result $name $number $meaning
-    }
-    if {$result eq {}} { fail $file 1 "holds no status" }
-    return $result
 }
 
 # The rows of the Markdown table whose first heading is `heading`: a list of line number and cells,

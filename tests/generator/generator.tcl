@@ -9,7 +9,7 @@ set generator [file join [project] tools generate.tcl]
 # The command that runs the generator.
 proc generator_command {catalogue output} {
     return [list [info nameofexecutable] $::generator $catalogue \
-        [file join $::here sample statuses.h] $output]
+        [file join $::here sample simulator.profile] $output]
 }
 
 # Runs the generator; -> dict: out, status.

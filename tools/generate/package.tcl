@@ -1,13 +1,13 @@
-# The catalogue's facts for the script package qx: catalogue_data.tcl, which only sets variables to
+# The catalogue's facts and the default profile for the script package qx: catalogue_data.tcl, which only sets variables to
 # dicts, one entry per line; library/qx/catalogue.tcl uses them and documents each. Anything that can
 # be derived is left out, because every `package require qx` reads the file.
 
-proc generate::package {statuses} {
-    write catalogue_data.tcl [package_data $statuses]
+proc generate::package {profile} {
+    write catalogue_data.tcl [package_data $profile]
 }
 
 # The text of the file.
-proc generate::package_data {statuses} {
+proc generate::package_data {profile} {
     variable note
     set text "# What the package qx knows of the SDK; catalogue.tcl answers from it.\n# $note\n"
     append text "namespace eval qx::catalogue \{\n"
@@ -15,8 +15,14 @@ proc generate::package_data {statuses} {
         append text [package_variable $kind [package_${kind}s]]
     }
     set rows {}
-    foreach {name number meaning} $statuses { lappend rows $number [list $name $meaning] }
-    return "$text[package_variable status $rows]\}\n"
+    foreach {name number meaning} [dict get $profile statuses] {
+        lappend rows $number [list $name $meaning]
+    }
+    append text [package_variable status $rows]
+    append text [package_variable code [dict get $profile codes]]
+    append text [package_variable capacity [dict get $profile capacities]]
+    append text [package_variable family [dict get $profile families]]
+    return "$text\}\n"
 }
 
 proc generate::package_variable {kind rows} {

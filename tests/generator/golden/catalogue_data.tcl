@@ -105,4 +105,15 @@ qx_int32_array_set {data cell_array_set i32 {} {ptr i32* data i32 index u32} non
 0 {QX_OK done}
 7 {QX_FAILED {not done}}
     }
+    variable code_data {
+qx_lamp_t.mode {bright 1 dim-light 2}
+qx_lamp_tune.level {low 3}
+    }
+    variable capacity_data {
+ports 5
+lamps 12
+    }
+    variable family_data {
+ipv6 9
+    }
 }
