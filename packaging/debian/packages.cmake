@@ -79,7 +79,8 @@ An interactive Tcl shell with 1093 extra commands, which build the records
 of a network-processor SDK field by field in native memory, print them and
 call its 83 functions. The commands are also the Tcl package demo. The
 package qx adds help, records as dicts and a script checker, which is also
-the command qx-lint; that command needs a tclsh.
+the command qx-lint; that command needs a tclsh. The command qx-run runs
+scripts for CI.
 .
 The SDK itself, libqx-sdk.so, belongs to the board: no package contains it.
 Without it the shell does not start. The package qxsh-sim has a simulated
