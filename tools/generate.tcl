@@ -12,6 +12,7 @@
 #   libqx-sdk.map          the names a library of the SDK exports
 #   link_library.c         a library of these names to link with, but not to run
 #   sdk_calls.h, sdk_calls.cpp   the entry points of the simulated SDK, and the statuses
+#   default_profile.h      the other numbers of the profile, for C++
 #   catalogue_data.tcl     the facts that the script package qx answers from
 #
 # Generated bodies are simple: each calls one hand-written function of helpers/ or runtime/.
@@ -19,7 +20,8 @@
 
 foreach part {
     catalogue statuses profile generate/text generate/record_table generate/public_header generate/helpers
-    generate/wrappers generate/simulator generate/status_header generate/package
+    generate/wrappers generate/simulator generate/status_header generate/default_profile
+    generate/package
 } {
     source [file join [file dirname [file normalize [info script]]] $part.tcl]
 }
@@ -41,6 +43,7 @@ proc generate::main {catalogue_folder profile_file output_folder} {
     wrappers
     export_map
     simulator [dict get $profile statuses]
+    default_profile $profile
     package $profile
 }
 

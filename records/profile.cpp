@@ -1,0 +1,313 @@
+// The reader of profiles. A line that is wrong throws its mistake, which read_profile catches.
+#include "records/profile.h"
+
+#include "default_profile.h"
+#include "record_numbers.h"
+#include "records/table.h"
+
+#include <algorithm>
+#include <charconv>
+#include <set>
+#include <utility>
+
+namespace qxsh {
+
+namespace {
+
+constexpr std::string_view blanks = " \t\r";
+constexpr std::uint32_t status_limit = 65535;
+
+struct mistake
+{
+    std::string text;
+};
+
+std::string quoted(std::string_view word)
+{
+    return "\"" + std::string{word} + "\"";
+}
+
+// The length of the UTF-8 sequence at the start of a text that is not empty; 0 if it is none.
+std::size_t sequence_length(std::string_view text)
+{
+    const auto byte = [&](std::size_t index) { return static_cast<unsigned char>(text[index]); };
+    if (byte(0) < 0x80)
+        return 1;
+    const std::size_t length = byte(0) >= 0xf0 ? 4 : byte(0) >= 0xe0 ? 3 : 2;
+    if (byte(0) < 0xc2 || byte(0) > 0xf4 || text.size() < length)
+        return 0;
+    for (std::size_t index = 1; index < length; ++index)
+        if ((byte(index) & 0xc0) != 0x80)
+            return 0;
+    const unsigned lead = byte(0) << 8 | byte(1); // overlong forms, surrogates, beyond U+10FFFF
+    const bool forbidden = (lead >= 0xe080 && lead < 0xe0a0) || (lead >= 0xeda0 && lead < 0xee00) ||
+                           (lead >= 0xf080 && lead < 0xf090) || lead >= 0xf490;
+    return forbidden ? 0 : length;
+}
+
+void check_text(std::string_view text)
+{
+    while (!text.empty()) {
+        const auto first = static_cast<unsigned char>(text.front());
+        const std::size_t length = sequence_length(text);
+        if (length == 0)
+            throw mistake{"not UTF-8"};
+        if (first == 0x7f || (first < 0x20 && blanks.find(text.front()) == std::string_view::npos))
+            throw mistake{"a control character"};
+        text.remove_prefix(length);
+    }
+}
+
+bool is_letter(char one)
+{
+    return (one >= 'a' && one <= 'z') || (one >= 'A' && one <= 'Z') || one == '_';
+}
+
+bool is_digit(char one)
+{
+    return one >= '0' && one <= '9';
+}
+
+// A letter or `_`, then letters, digits, `_` and the characters of `more`.
+bool is_name(std::string_view word, std::string_view more)
+{
+    return is_letter(word.front()) && std::all_of(word.begin(), word.end(), [&](char one) {
+               return is_letter(one) || is_digit(one) || more.find(one) != std::string_view::npos;
+           });
+}
+
+std::uint32_t number_in(std::string_view word, std::uint32_t least, std::uint32_t limit)
+{
+    const bool hexadecimal = word.starts_with("0x") || word.starts_with("0X");
+    const std::string_view digits = word.substr(hexadecimal ? 2 : 0);
+    std::uint32_t number = 0;
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number,
+                                              hexadecimal ? 16 : 10);
+    if (error != std::errc{} || end != digits.data() + digits.size() || number < least ||
+        number > limit)
+        throw mistake{quoted(word) + " is not a number from " + std::to_string(least) + " to " +
+                      std::to_string(limit)};
+    return number;
+}
+
+// The row with this name; null if there is none.
+template <class Rows> auto *row_named(const Rows &rows, std::string_view name)
+{
+    const auto found = std::find_if(std::begin(rows), std::end(rows),
+                                    [&](const auto &row) { return row.name.text() == name; });
+    return found == std::end(rows) ? nullptr : &*found;
+}
+
+std::uint32_t greatest(unsigned bits)
+{
+    return bits >= 32 ? UINT32_MAX : (std::uint32_t{1} << bits) - 1;
+}
+
+std::uint32_t field_limit(const record_row &record, std::string_view place, std::string_view name)
+{
+    const field_row *const field = row_named(fields_of(record), name);
+    if (field == nullptr)
+        throw mistake{quoted(record.name.text()) + " has no field " + quoted(name)};
+    if (field->record >= 0)
+        throw mistake{std::string{place} + " is a record, not a number"};
+    return greatest(field->width != 0 ? field->width : field->size * 8u);
+}
+
+std::uint32_t argument_limit(const call_row &call, std::string_view place, std::string_view name)
+{
+    const argument_row *const argument = row_named(arguments_of(call), name);
+    if (argument == nullptr)
+        throw mistake{quoted(call.name.text()) + " has no argument " + quoted(name)};
+    if (argument->record >= 0)
+        throw mistake{std::string{place} + " is a record, not a number"};
+    return greatest(argument->size * 8u);
+}
+
+// The greatest number that a field or an argument holds.
+std::uint32_t limit_of(std::string_view place)
+{
+    const std::size_t point = place.find('.');
+    if (point == std::string_view::npos)
+        throw mistake{quoted(place) + " is neither RECORD.FIELD nor FUNCTION.ARGUMENT"};
+    const std::string_view owner = place.substr(0, point);
+    const std::string_view name = place.substr(point + 1);
+    if (const auto *record = row_named(std::span{record_rows, record_count}, owner))
+        return field_limit(*record, place, name);
+    if (const auto *call = row_named(std::span{call_rows, call_count}, owner))
+        return argument_limit(*call, place, name);
+    throw mistake{"there is no record or function " + quoted(owner)};
+}
+
+class profile_reader
+{
+public:
+    profile read(std::string_view text);
+    unsigned line() const { return line_; }
+
+private:
+    void read_line(std::string_view text);
+    std::string_view next_word();
+    std::string_view needed_word();
+    void end_line();
+    void once(const std::string &what, const std::string &mistaken);
+
+    void status();
+    void code();
+    void capacity();
+    void size(std::string_view name);
+    void family();
+
+    profile result_;
+    std::set<std::string> taken_;
+    std::string_view rest_;  ///< of the line
+    std::string_view usage_; ///< the form of its kind
+    unsigned line_ = 0;
+};
+
+// Takes the next word off the line; empty at its end.
+std::string_view profile_reader::next_word()
+{
+    rest_.remove_prefix(std::min(rest_.find_first_not_of(blanks), rest_.size()));
+    const std::string_view word = rest_.substr(0, rest_.find_first_of(blanks));
+    rest_.remove_prefix(word.size());
+    return word;
+}
+
+std::string_view profile_reader::needed_word()
+{
+    const std::string_view word = next_word();
+    if (word.empty())
+        throw mistake{"expected: " + std::string{usage_}};
+    return word;
+}
+
+void profile_reader::end_line()
+{
+    if (!next_word().empty())
+        throw mistake{"expected: " + std::string{usage_}};
+}
+
+void profile_reader::once(const std::string &what, const std::string &mistaken)
+{
+    if (!taken_.insert(what).second)
+        throw mistake{mistaken};
+}
+
+void profile_reader::status()
+{
+    usage_ = "status NUMBER NAME MEANING";
+    const std::uint32_t number = number_in(needed_word(), 0, status_limit);
+    const std::string name{needed_word()};
+    if (!is_name(name, {}))
+        throw mistake{quoted(name) + " is not a name of letters, digits and _"};
+    std::string_view meaning = rest_;
+    meaning.remove_prefix(needed_word().data() - meaning.data());
+    meaning = meaning.substr(0, meaning.find_last_not_of(blanks) + 1);
+    once("status " + name, "status " + name + " is given twice");
+    const std::string digits = std::to_string(number);
+    once("status number " + digits, "status number " + digits + " is given twice");
+    if (name == "QX_OK" && number != 0)
+        throw mistake{"QX_OK is success, which is 0"};
+    result_.statuses.push_back({number, name, std::string{meaning}, line_});
+}
+
+void profile_reader::code()
+{
+    usage_ = "code RECORD.FIELD NUMBER WORD, or code FUNCTION.ARGUMENT NUMBER WORD";
+    const std::string place{needed_word()};
+    const std::uint32_t limit = limit_of(place);
+    const std::uint32_t number = number_in(needed_word(), 0, limit);
+    const std::string word{needed_word()};
+    if (!is_name(word, "-"))
+        throw mistake{quoted(word) + " is not a word of letters, digits, _ and -"};
+    end_line();
+    once("word " + place + " " + word, quoted(word) + " is given twice for " + place);
+    const std::string digits = std::to_string(number);
+    once("number " + place + " " + digits, digits + " is given twice for " + place);
+    result_.codes.push_back({place, word, number, line_});
+}
+
+void profile_reader::capacity()
+{
+    usage_ = "capacity TABLE ENTRIES";
+    const std::string_view name = needed_word();
+    const bool known = std::any_of(std::begin(default_sizes), std::end(default_sizes),
+                                   [&](const auto &size) { return size.name == name; });
+    if (!known || name == "ports" || name == "devices")
+        throw mistake{"there is no table " + quoted(name)};
+    size(name);
+}
+
+void profile_reader::size(std::string_view name)
+{
+    const std::uint32_t number = number_in(needed_word(), 1, UINT32_MAX);
+    end_line();
+    once("size " + std::string{name}, std::string{name} + " is given twice");
+    result_.sizes.push_back({{}, std::string{name}, number, line_});
+}
+
+void profile_reader::family()
+{
+    usage_ = "family ipv4 NUMBER, or family ipv6 NUMBER";
+    const std::string name{needed_word()};
+    if (name != "ipv4" && name != "ipv6")
+        throw mistake{quoted(name) + " is neither ipv4 nor ipv6"};
+    const std::uint32_t number = number_in(needed_word(), 0, UINT32_MAX);
+    end_line();
+    once("family " + name, "family " + name + " is given twice");
+    const std::string digits = std::to_string(number);
+    once("family number " + digits, "family number " + digits + " is given twice");
+    result_.families.push_back({{}, name, number, line_});
+}
+
+void profile_reader::read_line(std::string_view text)
+{
+    check_text(text);
+    rest_ = text;
+    const std::string_view kind = next_word();
+    if (kind.empty() || kind.front() == '#')
+        return;
+    usage_ = kind == "ports" ? "ports NUMBER" : "devices NUMBER";
+    if (kind == "status")
+        status();
+    else if (kind == "code")
+        code();
+    else if (kind == "capacity")
+        capacity();
+    else if (kind == "ports" || kind == "devices")
+        size(kind);
+    else if (kind == "family")
+        family();
+    else
+        throw mistake{quoted(kind) +
+                      " is not one of status, code, capacity, ports, devices, family"};
+}
+
+profile profile_reader::read(std::string_view text)
+{
+    constexpr std::string_view byte_order_mark = "\xef\xbb\xbf";
+    if (text.starts_with(byte_order_mark))
+        text.remove_prefix(byte_order_mark.size());
+    while (!text.empty()) {
+        const std::string_view one = text.substr(0, text.find('\n'));
+        text.remove_prefix(std::min(text.size(), one.size() + 1));
+        ++line_;
+        read_line(one);
+    }
+    return std::move(result_);
+}
+
+} // namespace
+
+std::optional<profile_mistake> read_profile(std::string_view text, profile &result)
+{
+    profile_reader reader;
+    try {
+        result = reader.read(text);
+        return {};
+    } catch (const mistake &wrong) {
+        return profile_mistake{reader.line(), wrong.text};
+    }
+}
+
+} // namespace qxsh

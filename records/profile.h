@@ -1,0 +1,50 @@
+// Profiles: text files that say which numbers an SDK library uses for its statuses and codes, and
+// how large its tables are. docs/profile.md describes the lines. Relies on the table of records and
+// calls, and on the default profile for the names of the tables.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qxsh {
+
+struct profile_status
+{
+    std::uint32_t number; ///< at most 65535
+    std::string name;
+    std::string meaning;
+    unsigned line; ///< counted from 1
+};
+
+/// A word for a number: of a field or an argument, of a table's size, of an address family.
+struct profile_number
+{
+    std::string place; ///< of a code, RECORD.FIELD or FUNCTION.ARGUMENT; otherwise empty
+    std::string name;  ///< of a code its word, otherwise the table, "ports", "devices", the family
+    std::uint32_t number;
+    unsigned line; ///< counted from 1
+};
+
+/// What a profile says, in its order.
+struct profile
+{
+    std::vector<profile_status> statuses;
+    std::vector<profile_number> codes;
+    std::vector<profile_number> sizes; ///< each at least 1
+    std::vector<profile_number> families;
+};
+
+struct profile_mistake
+{
+    unsigned line; ///< counted from 1
+    std::string text;
+};
+
+/// Reads a profile. Returns its first mistake, and then leaves `result` as it was. May throw
+/// std::bad_alloc.
+std::optional<profile_mistake> read_profile(std::string_view text, profile &result);
+
+} // namespace qxsh

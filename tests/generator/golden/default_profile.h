@@ -1,0 +1,32 @@
+// The default profile: codes, sizes and address families.
+// Generated from the catalogue by tools/generate.tcl; changes belong there.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace qxsh {
+
+struct default_number
+{
+    std::string_view owner; ///< of a code, OWNER.NAME; otherwise empty
+    std::string_view name;  ///< of a code, its word
+    std::uint32_t number;
+};
+
+inline constexpr default_number default_codes[] = {
+    {"qx_lamp_t.mode", "bright", 1},
+    {"qx_lamp_t.mode", "dim-light", 2},
+    {"qx_lamp_tune.level", "low", 3},
+};
+
+inline constexpr default_number default_sizes[] = {
+    {"", "ports", 5},
+    {"", "lamps", 12},
+};
+
+inline constexpr default_number default_families[] = {
+    {"", "ipv6", 9},
+};
+
+} // namespace qxsh

@@ -1,0 +1,166 @@
+// The reader of profiles: what it makes of each kind of line, and its message for each mistake.
+#include "records/profile.h"
+
+#include "default_profile.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+
+using qxsh::profile;
+using qxsh::profile_number;
+using qxsh::read_profile;
+
+static profile read_well(std::string_view text)
+{
+    profile read;
+    const auto mistake = read_profile(text, read);
+    EXPECT_FALSE(mistake) << mistake->line << ": " << mistake->text;
+    return read;
+}
+
+static std::string shown(const profile_number &one)
+{
+    return one.place + " " + one.name + " " + std::to_string(one.number) + " " +
+           std::to_string(one.line);
+}
+
+TEST(profile, reads_each_kind_of_line)
+{
+    const profile read = read_well("\xef\xbb\xbf# a board\n"
+                                   "\r\n"
+                                   "status 0x1E NP_GONE\tno such  fl\xc3\xb6w \r\n"
+                                   " \tstatus 0 QX_OK done\n"
+                                   "code qx_tunnel_cfg_t.type 5 ip-sec_2\n"
+                                   "code qx_ipsec_sa_t.sa_dir 1 out\n"
+                                   "code qx_ipsec_spd_add.direction 4294967295 out\n"
+                                   "code qx_pm_pcie_state_get.state 5 out\n"
+                                   "capacity flows 0X10\nports 8\ndevices 1\n"
+                                   "family ipv6 10\nfamily ipv4 2");
+    ASSERT_EQ(read.statuses.size(), 2u);
+    EXPECT_EQ(read.statuses[0].number, 30u);
+    EXPECT_EQ(read.statuses[0].name, "NP_GONE");
+    EXPECT_EQ(read.statuses[0].meaning, "no such  fl\xc3\xb6w");
+    EXPECT_EQ(read.statuses[0].line, 3u);
+    ASSERT_EQ(read.codes.size(), 4u);
+    EXPECT_EQ(shown(read.codes[0]), "qx_tunnel_cfg_t.type ip-sec_2 5 5");
+    EXPECT_EQ(shown(read.codes[2]), "qx_ipsec_spd_add.direction out 4294967295 7");
+    ASSERT_EQ(read.sizes.size(), 3u);
+    EXPECT_EQ(shown(read.sizes[0]), " flows 16 9");
+    EXPECT_EQ(shown(read.sizes[1]), " ports 8 10");
+    EXPECT_EQ(shown(read.sizes[2]), " devices 1 11");
+    ASSERT_EQ(read.families.size(), 2u);
+    EXPECT_EQ(shown(read.families[0]), " ipv6 10 12");
+}
+
+TEST(profile, an_empty_text_says_nothing)
+{
+    const profile read = read_well("");
+    EXPECT_TRUE(read.statuses.empty() && read.codes.empty() && read.sizes.empty() &&
+                read.families.empty());
+}
+
+TEST(profile, names_line_and_mistake)
+{
+    static constexpr std::pair<const char *, const char *> cases[] = {
+        {"statuses 1 A b",
+         "\"statuses\" is not one of status, code, capacity, ports, devices, family"},
+        {"status", "expected: status NUMBER NAME MEANING"},
+        {"status 5", "expected: status NUMBER NAME MEANING"},
+        {"status 5 A", "expected: status NUMBER NAME MEANING"},
+        {"status A 5 b", "\"A\" is not a number from 0 to 65535"},
+        {"status -1 A b", "\"-1\" is not a number from 0 to 65535"},
+        {"status 65536 A b", "\"65536\" is not a number from 0 to 65535"},
+        {"status 0x A b", "\"0x\" is not a number from 0 to 65535"},
+        {"status 0x1g A b", "\"0x1g\" is not a number from 0 to 65535"},
+        {"status 5 A-B b", "\"A-B\" is not a name of letters, digits and _"},
+        {"status 5 5A b", "\"5A\" is not a name of letters, digits and _"},
+        {"status 7 TAKEN b", "status TAKEN is given twice"},
+        {"status 0x9 FREE b", "status number 9 is given twice"},
+        {"status 7 QX_OK fine", "QX_OK is success, which is 0"},
+        {"code", "expected: code RECORD.FIELD NUMBER WORD, or code FUNCTION.ARGUMENT NUMBER WORD"},
+        {"code qx_tunnel_cfg_t.type 5",
+         "expected: code RECORD.FIELD NUMBER WORD, or code FUNCTION.ARGUMENT NUMBER WORD"},
+        {"code qx_tunnel_cfg_t.type 5 ip sec",
+         "expected: code RECORD.FIELD NUMBER WORD, or code FUNCTION.ARGUMENT NUMBER WORD"},
+        {"code type 5 ipsec", "\"type\" is neither RECORD.FIELD nor FUNCTION.ARGUMENT"},
+        {"code qx_tunel_cfg_t.type 5 ipsec", "there is no record or function \"qx_tunel_cfg_t\""},
+        {"code qx_tunnel_cfg_t.typ 5 ipsec", "\"qx_tunnel_cfg_t\" has no field \"typ\""},
+        {"code qx_tunnel_cfg_t. 5 ipsec", "\"qx_tunnel_cfg_t\" has no field \"\""},
+        {"code qx_tunnel_cfg_t.dest_addr 5 x",
+         "qx_tunnel_cfg_t.dest_addr is a record, not a number"},
+        {"code qx_ipsec_spd_add.way 5 out", "\"qx_ipsec_spd_add\" has no argument \"way\""},
+        {"code qx_flow_add.p_flow 5 x", "qx_flow_add.p_flow is a record, not a number"},
+        {"code qx_ipsec_sa_t.sa_dir 2 out", "\"2\" is not a number from 0 to 1"},
+        {"code qx_pptp_session_delete.direction 256 out", "\"256\" is not a number from 0 to 255"},
+        {"code qx_tunnel_cfg_t.type 4294967296 x",
+         "\"4294967296\" is not a number from 0 to 4294967295"},
+        {"code qx_tunnel_cfg_t.type 5 5", "\"5\" is not a word of letters, digits, _ and -"},
+        {"code qx_tunnel_cfg_t.type 5 -x", "\"-x\" is not a word of letters, digits, _ and -"},
+        {"code qx_tunnel_cfg_t.dir 8 in", "\"in\" is given twice for qx_tunnel_cfg_t.dir"},
+        {"code qx_tunnel_cfg_t.dir 7 out", "7 is given twice for qx_tunnel_cfg_t.dir"},
+        {"capacity", "expected: capacity TABLE ENTRIES"},
+        {"capacity flows", "expected: capacity TABLE ENTRIES"},
+        {"capacity floes 1", "there is no table \"floes\""},
+        {"capacity ports 1", "there is no table \"ports\""},
+        {"capacity flows 0", "\"0\" is not a number from 1 to 4294967295"},
+        {"capacity flows 1 2", "expected: capacity TABLE ENTRIES"},
+        {"capacity rules 3", "rules is given twice"},
+        {"ports", "expected: ports NUMBER"},
+        {"ports 3", "ports is given twice"},
+        {"devices four", "\"four\" is not a number from 1 to 4294967295"},
+        {"devices 1 2", "expected: devices NUMBER"},
+        {"family", "expected: family ipv4 NUMBER, or family ipv6 NUMBER"},
+        {"family ipx 4", "\"ipx\" is neither ipv4 nor ipv6"},
+        {"family ipv6 two", "\"two\" is not a number from 0 to 4294967295"},
+        {"family ipv6 2 3", "expected: family ipv4 NUMBER, or family ipv6 NUMBER"},
+        {"family ipv4 3", "family ipv4 is given twice"},
+        {"family ipv6 2", "family number 2 is given twice"},
+        {"# \xff", "not UTF-8"},
+        {"# \xc3", "not UTF-8"},
+        {"# \xe0\x80\x80", "not UTF-8"},
+        {"# \xed\xa0\x80", "not UTF-8"},
+        {"# \xf4\x90\x80\x80", "not UTF-8"},
+        {"# \x1b[0m", "a control character"},
+    };
+    for (const auto &[line, text] : cases) {
+        profile read = read_well("ports 77");
+        const auto mistake = read_profile("status 9 TAKEN a\ncode qx_tunnel_cfg_t.dir 7 in\n"
+                                          "capacity rules 2\nports 2\nfamily ipv4 2\n\n" +
+                                              std::string{line} + "\nnonsense\n",
+                                          read);
+        ASSERT_TRUE(mistake) << line;
+        EXPECT_EQ(mistake->text, text) << line;
+        EXPECT_EQ(mistake->line, 7u) << line;
+        EXPECT_TRUE(read.statuses.empty()) << line;
+        EXPECT_EQ(shown(read.sizes.at(0)), " ports 77 1") << line;
+    }
+}
+
+TEST(profile, takes_what_utf8_has)
+{
+    const profile read = read_well("status 1 A \xc2\x80\xe0\xa0\x80\xed\x9f\xbf\xf0\x90\x80\x80"
+                                   "\xf4\x8f\xbf\xbf");
+    EXPECT_EQ(read.statuses.at(0).meaning.size(), 16u);
+}
+
+// The generator reads the default profile with a few lines of its own.
+TEST(profile, reads_the_default_profile_as_the_generator_does)
+{
+    std::ifstream file{QXSH_DEFAULT_PROFILE};
+    const std::string text{std::istreambuf_iterator<char>{file}, {}};
+    const profile read = read_well(text);
+    const auto compare = [](const std::vector<profile_number> &numbers, const auto &defaults) {
+        ASSERT_EQ(numbers.size(), std::size(defaults));
+        for (std::size_t index = 0; index < numbers.size(); ++index) {
+            EXPECT_EQ(numbers[index].place, defaults[index].owner);
+            EXPECT_EQ(numbers[index].name, defaults[index].name);
+            EXPECT_EQ(numbers[index].number, defaults[index].number);
+        }
+    };
+    compare(read.codes, qxsh::default_codes);
+    compare(read.sizes, qxsh::default_sizes);
+    compare(read.families, qxsh::default_families);
+    EXPECT_GT(read.statuses.size(), 50u);
+}

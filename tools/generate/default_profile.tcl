@@ -1,0 +1,32 @@
+# The default profile for C++: default_profile.h, from which the simulator takes its numbers when it
+# is compiled, and the reader of profiles the names of what can be sized.
+
+proc generate::default_profile {profile} {
+    variable note
+    set text "// The default profile: codes, sizes and address families.\n// $note\n#pragma once\n\n"
+    append text "#include <cstdint>\n#include <string_view>\n\nnamespace qxsh \{\n\n"
+    append text "struct default_number\n\{\n"
+    append text "    std::string_view owner; ///< of a code, OWNER.NAME; otherwise empty\n"
+    append text "    std::string_view name;  ///< of a code, its word\n"
+    append text "    std::uint32_t number;\n\};\n"
+    set rows {}
+    dict for {place words} [dict get $profile codes] {
+        dict for {word number} $words { lappend rows [list $place $word $number] }
+    }
+    append text [default_numbers codes $rows]
+    foreach {array kind} {sizes capacities families families} {
+        set rows {}
+        dict for {name number} [dict get $profile $kind] { lappend rows [list {} $name $number] }
+        append text [default_numbers $array $rows]
+    }
+    write default_profile.h "$text\n\} // namespace qxsh\n"
+}
+
+proc generate::default_numbers {array rows} {
+    set text "\ninline constexpr default_number default_$array\[\] = \{\n"
+    foreach row $rows {
+        lassign $row place name number
+        append text "    \{\"$place\", \"$name\", $number\},\n"
+    }
+    return "$text\};\n"
+}
