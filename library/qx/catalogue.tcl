@@ -1,7 +1,8 @@
 # Package qx, the facts in the SDK's catalogue: areas, records with their fields, calls, the 1093
-# commands, the statuses of the simulated device, for the rest of the package and for scripts.
-# Relies on catalogue_data.tcl, which the build generates from the catalogue, and on wording.tcl for
-# the descriptions of commands. An ensemble, whose subcommands are documented in commands.tcl.
+# commands, what the profile in use says, for the rest of the package and for scripts. Relies on
+# catalogue_data.tcl, which the build generates from the catalogue, on profile.tcl, and on
+# wording.tcl for the descriptions of commands. An ensemble, whose subcommands are documented in
+# commands.tcl.
 #
 # Type words: u8 u16 u32 i32 u64, a record's name, any of these with * for a pointer, void*; as a
 # result also none, status, and low32 (the low half of a 64-bit number). An unknown name is an error
@@ -11,8 +12,10 @@ namespace eval qx::catalogue {
     # The variables of catalogue_data.tcl, each a dict:
     #   scalar_data  type word -> bytes, native spelling cell_data  type word -> word of commands
     #   area_data    area -> text, records, calls         record_data  record -> as `record` has it
-    #   call_data    call -> as `call` gives it                 status_data  number -> name, meaning
+    #   call_data    call -> as `call` gives it
     #   command_data command -> area, shape, owner, field, arguments, result
+    # and those of the default profile, for profile.tcl: status_data, code_data, capacity_data,
+    # family_data.
 
     namespace export *
     namespace ensemble create
@@ -247,34 +250,62 @@ proc qx::catalogue::cell {type} {
     return [entry cell $cell_data $type]
 }
 
-# All statuses of the simulated device, a dict: number -> name and meaning. A board's SDK may have
-# others.
-proc qx::catalogue::statuses {} {
-    variable status_data
-    return $status_data
-}
+# ------------------------------------------------------------------- what the profile in use says
+
+# All statuses, a dict: number -> name and meaning.
+proc qx::catalogue::statuses {} { qx::profile::part statuses }
 
 # The name of a status; empty for a number without one.
 proc qx::catalogue::status_name {number} {
-    variable status_data
-    if {![dict exists $status_data $number]} return
-    return [lindex [dict get $status_data $number] 0]
+    set all [statuses]
+    if {[dict exists $all $number]} { return [lindex [dict get $all $number] 0] }
+}
+
+# The meaning of a status; empty for a number without a name.
+proc qx::catalogue::status_meaning {number} {
+    set all [statuses]
+    if {[dict exists $all $number]} { return [lindex [dict get $all $number] 1] }
 }
 
 # The number of a status given by name: QX_EXISTS -> 10.
 proc qx::catalogue::status_number {name} {
-    variable status_data
-    dict for {number status} $status_data {
+    dict for {number status} [statuses] {
         if {[lindex $status 0] eq $name} { return $number }
     }
     return -code error -errorcode [list QX UNKNOWN status $name] "\"$name\" is not a status"
 }
 
-# The meaning of a status; empty for a number without a name.
-proc qx::catalogue::status_meaning {number} {
-    variable status_data
-    if {![dict exists $status_data $number]} return
-    return [lindex [dict get $status_data $number] 1]
+# The code words of a field or an argument, a dict: word -> number, as the profile lists them; empty
+# if there are none. The owner is a record or an SDK function.
+proc qx::catalogue::code_words {owner name} {
+    set all [qx::profile::part codes]
+    if {[dict exists $all $owner.$name]} { return [dict get $all $owner.$name] }
+    if {![is_record $owner]} {
+        call_argument $owner $name
+    } elseif {[dict get [field $owner $name] holds] eq "family"} {
+        return [qx::profile::part families]
+    }
+    return
+}
+
+# The word for a number; empty if it has none.
+proc qx::catalogue::code_word {owner name number} {
+    dict for {word each} [code_words $owner $name] {
+        if {$each == $number} { return $word }
+    }
+}
+
+# The number of a word; empty if it is not one of the code words.
+proc qx::catalogue::code_number {owner name word} {
+    set words [code_words $owner $name]
+    if {[dict exists $words $word]} { return [dict get $words $word] }
+}
+
+# The entries that a table holds at most, or how many ports or devices there are; empty if the
+# profile does not say.
+proc qx::catalogue::capacity {name} {
+    set all [qx::profile::part capacities]
+    if {[dict exists $all $name]} { return [dict get $all $name] }
 }
 
 # ------------------------------------------------------------------------------- nearest names

@@ -30,12 +30,13 @@ namespace eval qx::commands {
             {qx::areas} {list the areas of the SDK} {}
         }
         data {Calls and records as data} {
-            {qx::call ?-allow statuses? ?-status name? ?-dict? function ?word ...?}
+            {qx::call ?-allow statuses? ?-status name? ?-dict? ?-words? function ?word ...?}
             {call an SDK function with records as dicts, and return what it puts out} {
                 The words are the arguments that the function reads, in their order. A record is a
                 dict or a handle, an array a list of them; its size may be left out. The result is
                 empty, or the one value that the function writes: a number, or a record as a dict.
-                With -dict it is a dict by the arguments' names.
+                With -dict it is a dict by the arguments' names. A code may be given by its word in
+                the profile, and comes as a word with -words.
 
                 A status other than 0 is the error of qx::check. -allow makes the listed statuses no
                 error, -status puts the status into a variable. All memory that the call takes is
@@ -53,25 +54,27 @@ namespace eval qx::commands {
 
                 % qx::with flow qx_flow_t {flow_id 7} { qx_flow_add 0 $flow }
             }
-            {qx::get handle ?path? ?-view views? ?-raw?} {return a record as a dict, or one value} {
+            {qx::get handle ?path? ?-view views? ?-raw? ?-words?}
+            {return a record as a dict, or one value} {
                 A nested record is a dict, an array a list; MAC and IP addresses are in their usual
                 notation, with -raw everything is numbers. Of a union one view is shown, or those
                 that -view names; * shows all. A path names one value: ingress_pkt.tag(0).vlan_id.
+                With -words a code is the word that the profile has for it.
             }
             {qx::set handle dict|path value ?path value ...?} {write the named fields of a record} {
                 The whole dict is checked before anything is written; an error names the place of
                 the mistake and has the code QX VALUE PLACE. A shorter list sets the first elements
                 of an array. Bytes may be 0x and hexadecimal digits, an address with its family one
-                word, 10.0.0.0/8.
+                word, 10.0.0.0/8, a code its word in the profile.
 
                 % qx::set $flow flow_id 8 ingress_pkt.da_ip 198.51.100.8
             }
-            {qx::template record ?-view views? ?-raw?}
+            {qx::template record ?-view views? ?-raw? ?-words?}
             {return the dict of a record that is all zero} {}
-            {qx::diff handle handle ?-view views? ?-raw?} {list where two records differ} {
+            {qx::diff handle handle ?-view views? ?-raw? ?-words?} {list where two records differ} {
                 The result is a list of path, value in the first record, value in the second.
             }
-            {qx::json handle ?-view views? ?-raw?} {return a record as JSON} {}
+            {qx::json handle ?-view views? ?-raw? ?-words?} {return a record as JSON} {}
         }
         statuses {Statuses and mistakes} {
             {qx::check ?-allow statuses? command ?word ...?|script}
@@ -83,6 +86,11 @@ namespace eval qx::commands {
                 % qx::check -allow QX_EXISTS qx_flow_add 0 $flow
             }
             {qx::why} {explain the last command that failed} {}
+            {qx::profile ?file?} {read a profile of statuses and code words, or name the one in use} {
+                A profile says what statuses and codes of an SDK library mean; the default one is
+                that of the simulator, QX_PROFILE names another. An empty name returns to the
+                default. A wrong line is an error with the code QX PROFILE FILE LINE.
+            }
             {qx::watch ?on|off?} {record the words of failing commands, for qx::why} {
                 Without a word it says whether it is on. It costs time with every SDK call and is
                 meant for the prompt.
@@ -176,10 +184,21 @@ namespace eval qx::commands {
             {qx::catalogue::native type} {the native spelling of a type word} {}
             {qx::catalogue::type_size type} {the size of a type in bytes} {}
             {qx::catalogue::cell type} {the word of a type's cell commands} {}
-            {qx::catalogue::statuses} {all statuses: number -> name and meaning} {}
+            {qx::catalogue::statuses} {the statuses of the profile: number -> name and meaning} {}
             {qx::catalogue::status_name number} {the name of a status; empty if it has none} {}
             {qx::catalogue::status_number name} {the number of a status} {}
             {qx::catalogue::status_meaning number} {the meaning of a status} {}
+            {qx::catalogue::code_words owner name}
+            {the code words of a field or an argument: word -> number} {
+                The owner is a record or an SDK function.
+            }
+            {qx::catalogue::code_word owner name number} {the word for a number, or nothing} {}
+            {qx::catalogue::code_number owner name word} {the number of a word, or nothing} {}
+            {qx::catalogue::capacity name}
+            {how many entries a table holds, or how many ports or devices there are} {
+                The names of tables are those in docs/simulator.md. Empty if the profile does not
+                say.
+            }
             {qx::catalogue::nearest word names ?count?} {the names most similar to a word} {}
             {qx::catalogue::like word names} {the same for a message, or nothing} {}
         }

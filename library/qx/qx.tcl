@@ -17,9 +17,10 @@ apply {{folder parts commands} {
     }
     foreach {name procedure} $commands { interp alias {} ::qx::$name {} ::qx::$procedure }
 }} [file dirname [info script]] {
-    catalogue_data catalogue commands wording layout example handles records reading help apropos
-    status why script_parser lint sim
+    catalogue_data catalogue profile commands wording layout example handles records reading help
+    apropos status why script_parser lint sim
 } {
+    profile  profile::choose
     new      records::new
     with     records::with
     diff     reading::diff

@@ -88,14 +88,21 @@ proc qx::reading::json_record {type value indent} {
 
 proc qx::reading::json_value {field value indent} {
     set type [dict get $field type]
-    # Addresses contain no characters that JSON has to escape.
-    if {[is_text $value]} { return "\"$value\"" }
+    if {[is_text $value]} { return [json_word $value] }
     if {[qx::catalogue::is_record $type] && [dict get $field count]} {
         set rows {}
         foreach inner $value { lappend rows "$indent  [json_record $type $inner "$indent  "]" }
         return "\[\n[join $rows ",\n"]\n$indent\]"
     }
     if {[is_dict $type $value]} { return [json_record $type $value $indent] }
-    if {[dict get $field count] || [llength $value] > 1} { return "\[[join $value {, }]\]" }
-    return $value
+    if {![dict get $field count] && [llength $value] == 1} { return [json_word $value] }
+    set rows {}
+    foreach word $value { lappend rows [json_word $word] }
+    return "\[[join $rows {, }]\]"
+}
+
+# A number, or an address or code word, whose characters JSON need not escape.
+proc qx::reading::json_word {word} {
+    if {[string is digit -strict $word]} { return $word }
+    return "\"$word\""
 }

@@ -1,6 +1,6 @@
 // The library of the package qx: records as dicts, each in one command.
 //
-//   qx::get HANDLE ?PATH? ?-view VIEWS? ?-raw?   qx::template RECORD ?-view VIEWS? ?-raw?
+//   qx::get HANDLE ?PATH? ?OPTION ...?           qx::template RECORD ?OPTION ...?
 //   qx::set HANDLE DICT | PATH VALUE ...          qx::call ?OPTION ...? FUNCTION ?WORD ...?
 //   qx::reading::value COMMAND WORDS HANDLE ?OPTION ...?   as qx::get, for the command of that name
 //   qx::sim::flow_key FLOW        qx::sim::flow_slots FLOW
@@ -38,7 +38,7 @@ package_data &data_of(ClientData data)
     return *static_cast<package_data *>(data);
 }
 
-constexpr const char *options_usage = "?-view views? ?-raw?";
+constexpr const char *options_usage = "?-view views? ?-raw? ?-words?";
 
 bool refuse_usage(Tcl_Interp *interp, Tcl_Obj *text)
 {
@@ -55,10 +55,13 @@ bool read_options(Tcl_Interp *interp, const char *command, const char *words, in
         const char *const word = Tcl_GetString(given[i]);
         if (std::strcmp(word, "-raw") == 0) {
             options.raw = true;
+        } else if (std::strcmp(word, "-words") == 0) {
+            options.words = true;
         } else if (std::strcmp(word, "-view") != 0) {
-            return refuse_usage(interp, Tcl_ObjPrintf("bad option \"%s\": should be -raw or -view;"
-                                                      " usage: %s %s %s",
-                                                      word, command, words, options_usage));
+            return refuse_usage(interp,
+                                Tcl_ObjPrintf("bad option \"%s\": should be -raw, -view or -words;"
+                                              " usage: %s %s %s",
+                                              word, command, words, options_usage));
         } else if (++i == count) {
             return refuse_usage(interp, Tcl_NewStringObj("-view wants a list of views", -1));
         } else {
@@ -101,9 +104,9 @@ int get_place(package_data &data, Tcl_Interp *interp, Tcl_Obj *handle, Tcl_Obj *
 
 int get_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    plan_options options = {nullptr, false};
+    plan_options options = {nullptr, false, false};
     if (objc < 2) {
-        Tcl_WrongNumArgs(interp, 1, objv, "handle ?path? ?-view views? ?-raw?");
+        Tcl_WrongNumArgs(interp, 1, objv, "handle ?path? ?-view views? ?-raw? ?-words?");
         return TCL_ERROR;
     }
     const bool has_path = objc > 2 && Tcl_GetString(objv[2])[0] != '-';
@@ -117,7 +120,7 @@ int get_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const 
 
 int value_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    plan_options options = {nullptr, false};
+    plan_options options = {nullptr, false, false};
     if (objc < 4) {
         Tcl_WrongNumArgs(interp, 1, objv, "command words handle ?option ...?");
         return TCL_ERROR;
@@ -132,9 +135,9 @@ int template_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *c
 {
     static constexpr unsigned char zeros[most_record_bytes] = {};
     package_data &data = data_of(client);
-    plan_options options = {nullptr, false};
+    plan_options options = {nullptr, false, false};
     if (objc < 2) {
-        Tcl_WrongNumArgs(interp, 1, objv, "record ?-view views? ?-raw?");
+        Tcl_WrongNumArgs(interp, 1, objv, "record ?-view views? ?-raw? ?-words?");
         return TCL_ERROR;
     }
     if (!read_options(interp, "qx::template", "type", objc - 2, objv + 2, options))
@@ -273,6 +276,14 @@ int make_folder_command(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const
     return made ? TCL_OK : TCL_ERROR;
 }
 
+// Another profile is in use.
+int profile_changed_command(ClientData client, Tcl_Interp *, int, Tcl_Obj *const[])
+{
+    data_of(client).plans.clear();
+    data_of(client).session.codes().close();
+    return TCL_OK;
+}
+
 void release(ClientData client, Tcl_Interp *)
 {
     data_of(client).~package_data();
@@ -296,6 +307,7 @@ extern "C" __attribute__((visibility("default"))) int Qxmemory_Init(Tcl_Interp *
     Tcl_CreateObjCommand(interp, "::qx::template", template_command, data, nullptr);
     Tcl_CreateObjCommand(interp, "::qx::reading::value", value_command, data, nullptr);
     create_judging_commands(interp);
+    Tcl_CreateObjCommand(interp, "::qx::profile::changed", profile_changed_command, data, nullptr);
     Tcl_CreateObjCommand(interp, "::qx::sim::flow_key", flow_key_command, data, nullptr);
     Tcl_CreateObjCommand(interp, "::qx::sim::flow_slots", flow_slots_command, data, nullptr);
     Tcl_CreateObjCommand(interp, "::qx::sim::make_folder", make_folder_command, nullptr, nullptr);

@@ -34,8 +34,10 @@ bool ends_in(const field_path *path, std::string_view word)
     return false;
 }
 
-shown_as numbers_as(const field_row &field, bool raw)
+shown_as numbers_as(const field_row &field, bool raw, const code_list *codes)
 {
+    if (codes != nullptr)
+        return field.count != 0 ? shown_as::codes : shown_as::code;
     if (!raw) {
         switch (field.holds) {
         case holding::mac:
@@ -66,8 +68,10 @@ const field_row *family_of_record(const record_row &record)
 class plan_maker
 {
 public:
-    plan_maker(plan_cache &cache, bool raw, int words, Tcl_Obj **views, words_used *used)
-        : cache_(cache), raw_(raw), count_(words), views_(views), used_(used)
+    plan_maker(plan_cache &cache, plan_options options, int words, Tcl_Obj **views,
+               words_used *used)
+        : cache_(cache), options_(options), raw_(options.raw), count_(words), views_(views),
+          used_(used)
     {}
 
     const record_plan *make(const record_row &record, const field_path *path);
@@ -84,6 +88,7 @@ private:
               const field_path *path);
 
     plan_cache &cache_;
+    const plan_options options_;
     const bool raw_;
     const int count_;
     Tcl_Obj **const views_;
@@ -128,8 +133,11 @@ unsigned plan_maker::choose(const record_row &record, const field_path *path,
 void plan_maker::fill(plan_step &step, const field_row &field, const record_row &record,
                       const field_path *path)
 {
-    step = {cache_.session_.name(field), &field, nullptr, family_of_record(record),
-            numbers_as(field, raw_)};
+    const code_book &book = cache_.session_.codes();
+    const code_list *const codes = options_.words ? book.of(field) : nullptr;
+    step = {cache_.session_.name(field),   &field, nullptr,
+            family_of_record(record),      codes,  &book.families(),
+            numbers_as(field, raw_, codes)};
     const record_row *const inner = record_in(field);
     if (inner == nullptr)
         return;
@@ -144,7 +152,7 @@ void plan_maker::fill(plan_step &step, const field_row &field, const record_row 
         }
     }
     step.what = field.count == 0 ? shown_as::record : shown_as::records;
-    step.nested = count_ == 0 ? cache_.plain_plan(*inner, raw_) : make(*inner, &here);
+    step.nested = count_ == 0 ? cache_.plain_plan(*inner, options_) : make(*inner, &here);
 }
 
 const record_plan *plan_maker::make(const record_row &record, const field_path *path)
@@ -166,9 +174,9 @@ const record_plan *plan_maker::make(const record_row &record, const field_path *
 
 plan_cache::plan_cache(record_session &session)
     : session_(session), plain_(reinterpret_cast<const record_plan **>(Tcl_Alloc(
-                             static_cast<unsigned>(2 * record_count * sizeof(record_plan *)))))
+                             static_cast<unsigned>(4 * record_count * sizeof(record_plan *)))))
 {
-    std::fill_n(plain_, 2 * record_count, nullptr);
+    std::fill_n(plain_, 4 * record_count, nullptr);
     Tcl_InitHashTable(&of_views_, TCL_STRING_KEYS);
 }
 
@@ -176,6 +184,14 @@ plan_cache::~plan_cache()
 {
     Tcl_DeleteHashTable(&of_views_);
     Tcl_Free(reinterpret_cast<char *>(plain_));
+    free_plans(nullptr);
+}
+
+void plan_cache::clear()
+{
+    Tcl_DeleteHashTable(&of_views_);
+    Tcl_InitHashTable(&of_views_, TCL_STRING_KEYS);
+    std::fill_n(plain_, 4 * record_count, nullptr);
     free_plans(nullptr);
 }
 
@@ -188,11 +204,16 @@ void plan_cache::free_plans(const record_plan *kept)
     }
 }
 
-const record_plan *plan_cache::plain_plan(const record_row &record, bool raw)
+const record_plan *&plan_cache::plain_place(const record_row &record, plan_options options) const
 {
-    const record_plan *&plan = plain_[2 * (&record - record_rows) + (raw ? 1 : 0)];
+    return plain_[4 * (&record - record_rows) + (options.raw ? 1 : 0) + (options.words ? 2 : 0)];
+}
+
+const record_plan *plan_cache::plain_plan(const record_row &record, plan_options options)
+{
+    const record_plan *&plan = plain_place(record, options);
     if (plan == nullptr)
-        plan = plan_maker{*this, raw, 0, nullptr, nullptr}.make(record, nullptr);
+        plan = plan_maker{*this, options, 0, nullptr, nullptr}.make(record, nullptr);
     return plan;
 }
 
@@ -206,8 +227,7 @@ const record_plan *plan_cache::plan_of_views(const record_row &record, plan_opti
     auto *const used = reinterpret_cast<words_used *>(Tcl_Alloc(static_cast<unsigned>(count + 1)));
     std::fill_n(used, count, false);
     record_plan *const kept = all_;
-    const auto *const plan =
-        plan_maker{*this, options.raw, count, words, used}.make(record, nullptr);
+    const auto *const plan = plan_maker{*this, options, count, words, used}.make(record, nullptr);
     int good = 0;
     while (good < count && (used[good] || std::string_view{Tcl_GetString(words[good])} == "*"))
         ++good;
@@ -225,10 +245,15 @@ const record_plan *plan_cache::plan_of_views(const record_row &record, plan_opti
 
 const record_plan *plan_cache::plan(const record_row &record, plan_options options)
 {
-    if (options.views == nullptr || Tcl_GetString(options.views)[0] == '\0')
-        return plain_plan(record, options.raw);
-    Tcl_Obj *const key = Tcl_ObjPrintf("%s %d %s", record.name.text(), options.raw ? 1 : 0,
-                                       Tcl_GetString(options.views));
+    if (options.views == nullptr || Tcl_GetString(options.views)[0] == '\0') {
+        if (const record_plan *const plan = plain_place(record, options); plan != nullptr)
+            return plan;
+        return session_.codes().open() ? plain_plan(record, options) : nullptr;
+    }
+    if (!session_.codes().open())
+        return nullptr;
+    Tcl_Obj *const key = Tcl_ObjPrintf("%s %d %d %s", record.name.text(), options.raw ? 1 : 0,
+                                       options.words ? 1 : 0, Tcl_GetString(options.views));
     Tcl_IncrRefCount(key);
     const record_plan *plan;
     Tcl_HashEntry *entry = Tcl_FindHashEntry(&of_views_, Tcl_GetString(key));

@@ -4,26 +4,25 @@
 #include "records/address_text.h"
 #include "records/values.h"
 
-#include <climits>
-
 namespace qxsh {
 
 namespace {
-
-Tcl_Obj *number(std::uint32_t value)
-{
-    if constexpr (LONG_MAX < UINT32_MAX)
-        if (value > static_cast<std::uint32_t>(LONG_MAX))
-            return Tcl_NewWideIntObj(value);
-    return Tcl_NewLongObj(static_cast<long>(value));
-}
 
 Tcl_Obj *numbers(const unsigned char *memory, unsigned size, unsigned count)
 {
     Tcl_Obj *elements[most_elements];
     for (unsigned i = 0; i < count; ++i)
-        elements[i] = number(read_number(memory + i * size, size));
+        elements[i] = new_number(read_number(memory + i * size, size));
     return Tcl_NewListObj(static_cast<int>(count), elements);
+}
+
+Tcl_Obj *codes(const plan_step &step, const unsigned char *record)
+{
+    Tcl_Obj *elements[most_elements];
+    const field_row &field = *step.field;
+    for (unsigned i = 0; i < field.count; ++i)
+        elements[i] = step.codes->shown(read_field(record, field, i));
+    return Tcl_NewListObj(field.count, elements);
 }
 
 // An address as text, written by `put`.
@@ -35,12 +34,14 @@ template <class Put, class Address> Tcl_Obj *text(Put put, const Address &addres
 
 // An address without a family is IPv4 if only its first word is used; one that does not match its
 // family is shown as numbers.
-Tcl_Obj *ip(const unsigned char *memory, const field_row *family, const unsigned char *record)
+Tcl_Obj *ip(const plan_step &step, const unsigned char *memory, const unsigned char *record)
 {
     address_words words;
     std::memcpy(words, memory, sizeof words);
     const bool is_short = words[1] == 0 && words[2] == 0 && words[3] == 0;
-    int version = family == nullptr ? 0 : version_of(read_field(record, *family));
+    int version = 0;
+    if (step.family != nullptr)
+        version = step.families->version_of(read_field(record, *step.family));
     if (version == 0)
         version = is_short ? 4 : 6;
     if (version == 6)
@@ -70,9 +71,13 @@ Tcl_Obj *value(const plan_step &step, const unsigned char *record)
     const unsigned char *const memory = record + field.offset;
     switch (step.what) {
     case shown_as::number:
-        return number(read_number(memory, field.size));
+        return new_number(read_number(memory, field.size));
     case shown_as::bits:
-        return number(read_field(record, field));
+        return new_number(read_field(record, field));
+    case shown_as::code:
+        return step.codes->shown(read_field(record, field));
+    case shown_as::codes:
+        return codes(step, record);
     case shown_as::numbers:
         return numbers(memory, field.size, field.count);
     case shown_as::mac:
@@ -82,7 +87,7 @@ Tcl_Obj *value(const plan_step &step, const unsigned char *record)
     case shown_as::ipv6:
         return ipv6(memory);
     case shown_as::ip:
-        return ip(memory, step.family, record);
+        return ip(step, memory, record);
     case shown_as::record:
         return read_record(*step.nested, memory);
     case shown_as::records:
@@ -114,7 +119,9 @@ Tcl_Obj *read_field(const record_plan &plan, const field_row &field, int index,
     const unsigned char *const element = memory + field.offset + index * field.size;
     if (step->nested != nullptr)
         return read_record(*step->nested, element);
-    return number(read_number(element, field.size));
+    if (step->codes != nullptr)
+        return step->codes->shown(read_number(element, field.size));
+    return new_number(read_number(element, field.size));
 }
 
 } // namespace qxsh

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "commands/memory_access.h"
+#include "library/qx/code_words.h"
 #include "record_numbers.h"
 #include "records/table.h"
 
@@ -57,6 +58,15 @@ public:
     enum class taken { number, outside, no_number };
     taken take_number(Tcl_Obj *object, std::uint32_t greatest, std::uint32_t &value) const;
 
+    /// Whether the object already is a number: then it is not a word.
+    bool is_number(const Tcl_Obj *object) const
+    {
+        return object->typePtr == number_types_[0] || object->typePtr == number_types_[1];
+    }
+
+    /// The code words of fields and arguments.
+    code_book &codes() { return codes_; }
+
     Tcl_Interp *interp() const { return interp_; }
 
 private:
@@ -74,6 +84,7 @@ private:
     const Tcl_ObjType *number_types_[2];
     const record_row *last_ = record_rows; // of the previous handle
     Tcl_HashTable records_;                // by name
+    code_book codes_{*this};
 };
 
 } // namespace qxsh

@@ -106,10 +106,10 @@ bool record_writer::numbers_or_bytes(const field_row &field, unsigned at, Tcl_Ob
     if (!elements(value, field.count, each, count, here))
         return false;
     if (field.size != 1 || count != 1)
-        return numbers(field.size, at, count, each, &here);
+        return numbers(field, at, count, each, &here);
     const std::string_view text = Tcl_GetString(each[0]);
     if (!text.starts_with("0x") || text.size() == 2)
-        return numbers(field.size, at, count, each, &here);
+        return numbers(field, at, count, each, &here);
     // Digits may be a key: errors do not show them.
     const std::string_view digits = text.substr(2);
     if (digits.size() % 2 != 0)
@@ -138,7 +138,7 @@ bool record_writer::number(const field_row &field, unsigned at, Tcl_Obj *value, 
     }
     const unsigned bits = field.width != 0 ? field.width : 8u * field.size;
     const std::uint32_t greatest = bit_mask(0, bits);
-    if (!take(value, greatest, word, &here))
+    if (!take(&field, value, greatest, word, &here))
         return false;
     if (field.width != 0)
         store(at, field.size, word << field.bit, greatest << field.bit);
@@ -147,14 +147,26 @@ bool record_writer::number(const field_row &field, unsigned at, Tcl_Obj *value, 
     return true;
 }
 
-bool record_writer::numbers(unsigned size, unsigned at, int count, Tcl_Obj *const elements[],
-                            const place *here)
+bool record_writer::numbers(const field_row &field, unsigned at, int count,
+                            Tcl_Obj *const elements[], const place *here)
 {
+    const unsigned size = field.size;
     for (int i = 0; i < count; ++i) {
         std::uint32_t word;
-        if (!take(elements[i], bit_mask(0, 8 * size), word, here, i))
+        if (!take(&field, elements[i], bit_mask(0, 8 * size), word, here, i))
             return false;
         store(at + static_cast<unsigned>(i) * size, size, word);
+    }
+    return true;
+}
+
+bool record_writer::address_numbers(unsigned at, Tcl_Obj *const elements[], const place *here)
+{
+    for (int i = 0; i < 4; ++i) {
+        std::uint32_t word;
+        if (!take(nullptr, elements[i], UINT32_MAX, word, here, i))
+            return false;
+        store(at + 4 * static_cast<unsigned>(i), 4, word);
     }
     return true;
 }
@@ -165,7 +177,7 @@ bool record_writer::address(unsigned at, Tcl_Obj *value, holding holds, const pl
     int count;
     Tcl_Obj **each;
     if (Tcl_ListObjGetElements(nullptr, value, &count, &each) == TCL_OK && count == 4)
-        return numbers(4, at, 4, each, here);
+        return address_numbers(at, each, here);
     address_words words;
     const int version = parse_ip(Tcl_GetString(value), words);
     if (version == 0 || (holds == holding::ipv6 && version == 4))
@@ -196,6 +208,8 @@ bool record_writer::prefix(const record_row &row, unsigned at, Tcl_Obj *value, c
     if (version == 0)
         return refuse(here,
                       Tcl_ObjPrintf("\"%s\" is not an IP address or prefix like 10.0.0.0/8", text));
+    if (!session_.codes().open())
+        return false;
     const int bits = version == 4 ? 32 : 128;
     const int length = slash != nullptr ? length_of(slash + 1) : bits;
     if (length < 0 || length > bits)
@@ -204,7 +218,7 @@ bool record_writer::prefix(const record_row &row, unsigned at, Tcl_Obj *value, c
     for (const field_row &field : fields_of(row)) {
         const unsigned there = at + field.offset;
         if (field.holds == holding::family)
-            store(there, field.size, family_of(version));
+            store(there, field.size, session_.codes().families().family_of(version));
         else if (field.record < 0)
             store(there, field.size, static_cast<std::uint32_t>(length));
         else
@@ -228,8 +242,8 @@ bool record_writer::elements(Tcl_Obj *value, int most, Tcl_Obj **&elements, int 
     return true;
 }
 
-bool record_writer::take(Tcl_Obj *value, std::uint32_t greatest, std::uint32_t &number,
-                         const place *here, int index)
+bool record_writer::take(const field_row *field, Tcl_Obj *value, std::uint32_t greatest,
+                         std::uint32_t &number, const place *here, int index)
 {
     const auto taken = session_.take_number(value, greatest, number);
     if (taken == record_session::taken::number)
@@ -237,11 +251,24 @@ bool record_writer::take(Tcl_Obj *value, std::uint32_t greatest, std::uint32_t &
     const place element = {here, nullptr, index};
     const place *const there = index >= 0 ? &element : here;
     if (taken == record_session::taken::no_number)
-        return refuse(there, Tcl_ObjPrintf("\"%s\" is not a number", shown(value)));
+        return take_word(field, value, number, there);
     // Tcl_ObjPrintf prints unsigned numbers in the width of Tcl's own.
     char limit[12];
     std::snprintf(limit, sizeof limit, "%lu", static_cast<unsigned long>(greatest));
     return refuse(there, Tcl_ObjPrintf("%s is outside 0 to %s", shown(value), limit));
+}
+
+// A code word; the profile's reader has seen to it that its number fits the field.
+bool record_writer::take_word(const field_row *field, Tcl_Obj *value, std::uint32_t &number,
+                              const place *there)
+{
+    if (field != nullptr && !session_.codes().open())
+        return false;
+    const code_list *const codes = field == nullptr ? nullptr : session_.codes().of(*field);
+    if (codes == nullptr)
+        return refuse(there, Tcl_ObjPrintf("\"%s\" is not a number", shown(value)));
+    return codes->number_of(Tcl_GetString(value), number) ||
+           refuse(there, codes->refusal(shown(value)));
 }
 
 } // namespace qxsh

@@ -160,7 +160,7 @@ bool record_writer::value_at(const path_target &target, Tcl_Obj *value, const pl
         return nested(record_rows[field.record], target.start(), value, &here);
     std::uint32_t number;
     secret_ = field.holds == holding::key;
-    if (!take(value, bit_mask(0, 8u * field.size), number, &here))
+    if (!take(&field, value, bit_mask(0, 8u * field.size), number, &here))
         return false;
     store(target.start(), field.size, number);
     return true;
@@ -208,7 +208,7 @@ bool record_writer::fields(const record_row &row, unsigned at, entries &all, con
 {
     Tcl_Obj *key;
     Tcl_Obj *value;
-    Tcl_Obj *family = nullptr;
+    const field_row *family = nullptr;
     Tcl_Obj *address_text = nullptr;
     place address_place = {};
     int version = 0;
@@ -223,7 +223,7 @@ bool record_writer::fields(const record_row &row, unsigned at, entries &all, con
         if (!field(*each, at + each->offset, value, there))
             return false;
         if (each->holds == holding::family)
-            family = value;
+            family = each;
         if (row.family >= 0 && each->record >= 0 && version_ != 0) {
             version = version_;
             address_place = there;
@@ -232,16 +232,17 @@ bool record_writer::fields(const record_row &row, unsigned at, entries &all, con
     }
     version_ = 0; // an outer family does not apply to addresses in here
     return family == nullptr || version == 0 ||
-           check_family(row, family, version, address_place, address_text);
+           check_family(row, read_field(bytes_ + at, *family), version, address_place,
+                        address_text);
 }
 
 // An address that is written together with its family must match it.
-bool record_writer::check_family(const record_row &row, Tcl_Obj *family, int version,
+bool record_writer::check_family(const record_row &row, std::uint32_t family, int version,
                                  const place &address, Tcl_Obj *text)
 {
-    std::uint32_t number = 0;
-    session_.take_number(family, UINT32_MAX, number);
-    const int wanted = version_of(number);
+    if (!session_.codes().open())
+        return false;
+    const int wanted = session_.codes().families().version_of(family);
     if (wanted == 0 || wanted == version)
         return true;
     return refuse(&address,

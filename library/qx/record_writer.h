@@ -44,8 +44,8 @@ private:
     bool value_at(const path_target &target, Tcl_Obj *value, const place &here);
     bool record(const record_row &row, unsigned at, Tcl_Obj *values, const place *here);
     bool fields(const record_row &row, unsigned at, entries &all, const place *here);
-    bool check_family(const record_row &row, Tcl_Obj *family, int version, const place &address,
-                      Tcl_Obj *text);
+    bool check_family(const record_row &row, std::uint32_t family, int version,
+                      const place &address, Tcl_Obj *text);
     void note_views(const record_row &row, const place *here);
 
     bool field(const field_row &field, unsigned at, Tcl_Obj *value, const place &here);
@@ -55,14 +55,18 @@ private:
     bool mac(const field_row &field, unsigned at, Tcl_Obj *value, const place &here);
     bool number(const field_row &field, unsigned at, Tcl_Obj *value, const place &here);
     bool numbers_or_bytes(const field_row &field, unsigned at, Tcl_Obj *value, const place &here);
-    bool numbers(unsigned size, unsigned at, int count, Tcl_Obj *const elements[],
+    bool numbers(const field_row &field, unsigned at, int count, Tcl_Obj *const elements[],
                  const place *here);
+    bool address_numbers(unsigned at, Tcl_Obj *const elements[], const place *here);
     bool address(unsigned at, Tcl_Obj *value, holding holds, const place *here);
     bool prefix(const record_row &row, unsigned at, Tcl_Obj *value, const place *here);
 
     bool elements(Tcl_Obj *value, int most, Tcl_Obj **&elements, int &count, const place &here);
-    bool take(Tcl_Obj *value, std::uint32_t greatest, std::uint32_t &number, const place *here,
-              int index = -1);
+    // A number, or a code word of the field; null: of none.
+    bool take(const field_row *field, Tcl_Obj *value, std::uint32_t greatest, std::uint32_t &number,
+              const place *here, int index = -1);
+    bool take_word(const field_row *field, Tcl_Obj *value, std::uint32_t &number,
+                   const place *there);
     void store(unsigned at, unsigned size, std::uint32_t value, std::uint32_t mask = UINT32_MAX);
     void compare(unsigned at, unsigned size, std::uint32_t value, std::uint32_t mask);
 

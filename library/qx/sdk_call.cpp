@@ -56,6 +56,12 @@ int invoke(Tcl_Interp *interp, int count, Tcl_Obj *const words[])
     return info.objProc(info.objClientData, interp, count, words);
 }
 
+bool begins_like_word(const char *text)
+{
+    const char letter = static_cast<char>(text[0] | 0x20);
+    return (letter >= 'a' && letter <= 'z') || text[0] == '_';
+}
+
 // Appends the arguments that qx::call wants words for.
 void append_usage(Tcl_Obj *text, const call_row &row)
 {
@@ -134,8 +140,8 @@ bool sdk_caller::one_call::take(int count, Tcl_Obj *const words[])
         if (arguments_[i].pointer) {
             if (!take_pointer(i))
                 return false;
-        } else if (i != counter) {
-            set_word(i, given_[i]);
+        } else if (i != counter && !take_value(i)) {
+            return false;
         }
     }
     return true;
@@ -170,6 +176,28 @@ bool sdk_caller::one_call::take_count(int number)
                                     arguments_[number].name.text(), Tcl_GetString(given_[number]),
                                     name, length));
     set_word(number, Tcl_NewIntObj(length));
+    return true;
+}
+
+// A value: what begins like a word is a code word if the argument has such words. All else is for
+// the function's command to judge.
+bool sdk_caller::one_call::take_value(int number)
+{
+    Tcl_Obj *const word = given_[number];
+    if (caller_.session_.is_number(word) || !begins_like_word(Tcl_GetString(word))) {
+        set_word(number, word);
+        return true;
+    }
+    const code_list *const codes = caller_.session_.codes().of(arguments_[number]);
+    std::uint32_t code;
+    if (codes == nullptr) {
+        set_word(number, word);
+    } else if (codes->number_of(Tcl_GetString(word), code)) {
+        set_word(number, new_number(code));
+    } else {
+        return refuse_place(interp(), arguments_[number].name.text(),
+                            codes->refusal(Tcl_GetString(word)));
+    }
     return true;
 }
 
@@ -297,7 +325,24 @@ const unsigned char *sdk_caller::one_call::memory_of(int number)
     return caller_.session_.find(words_[1 + number], found) ? found.memory : nullptr;
 }
 
-bool sdk_caller::one_call::finish(bool as_dict)
+// What an argument has put out; null, with an error in the interpreter, if the profile cannot be
+// read.
+Tcl_Obj *sdk_caller::one_call::value_of(const argument_row &argument, const unsigned char *memory,
+                                        bool words)
+{
+    if (argument.record >= 0) {
+        const auto *const plan =
+            caller_.plans_.plan(record_rows[argument.record], {nullptr, false, words});
+        return plan == nullptr ? nullptr : read_record(*plan, memory);
+    }
+    if (words && !caller_.session_.codes().open())
+        return nullptr;
+    const std::uint32_t number = read_number(memory, argument.size);
+    const code_list *const codes = words ? caller_.session_.codes().of(argument) : nullptr;
+    return codes == nullptr ? new_number(number) : codes->shown(number);
+}
+
+bool sdk_caller::one_call::finish(bool as_dict, bool words)
 {
     Tcl_Obj *const dict = Tcl_NewListObj(0, nullptr);
     Tcl_Obj *value = nullptr;
@@ -307,22 +352,30 @@ bool sdk_caller::one_call::finish(bool as_dict)
         if (argument.way == direction::in)
             continue;
         const unsigned char *const memory = memory_of(i);
-        if (memory == nullptr) {
+        value = memory == nullptr ? nullptr : value_of(argument, memory, words);
+        if (value == nullptr) {
             Tcl_DecrRefCount(dict);
             return false;
         }
-        value = argument.record < 0
-                    ? Tcl_NewWideIntObj(read_number(memory, argument.size))
-                    : read_record(*caller_.plans_.plan(record_rows[argument.record], {}), memory);
         Tcl_ListObjAppendElement(nullptr, dict, Tcl_NewStringObj(argument.name.text(), -1));
         Tcl_ListObjAppendElement(nullptr, dict, value);
     }
-    int words;
-    Tcl_ListObjLength(nullptr, dict, &words);
+    int length;
+    Tcl_ListObjLength(nullptr, dict, &length);
     release_blocks();
-    Tcl_SetObjResult(interp(), words == 2 && !as_dict ? value : dict);
+    Tcl_SetObjResult(interp(), length == 2 && !as_dict ? value : dict);
     Tcl_DecrRefCount(dict);
     return true;
+}
+
+void sdk_caller::one_call::note_failure()
+{
+    Tcl_Obj *const message = Tcl_GetObjResult(interp());
+    Tcl_IncrRefCount(message);
+    const Tcl_InterpState state = Tcl_SaveInterpState(interp(), TCL_ERROR);
+    caller_.session_.run_script("::qx::status::note", {shown(), Tcl_NewIntObj(1), message});
+    Tcl_RestoreInterpState(interp(), state);
+    Tcl_DecrRefCount(message);
 }
 
 Tcl_Obj *sdk_caller::one_call::shown() const
@@ -332,10 +385,12 @@ Tcl_Obj *sdk_caller::one_call::shown() const
     for (int i = 0; i < row_.arguments; ++i) {
         const argument_row &argument = arguments_[i];
         Tcl_Obj *word = words_[1 + i];
-        if (blocks_[i].handle != nullptr)
+        if (blocks_[i].handle != nullptr || (word == nullptr && argument.pointer))
             word = argument.record < 0
                        ? Tcl_ObjPrintf("u%d", 8 * argument.size)
                        : Tcl_NewStringObj(record_rows[argument.record].name.text(), -1);
+        else if (word == nullptr)
+            word = given_[i] != nullptr ? given_[i] : Tcl_NewObj();
         Tcl_ListObjAppendElement(nullptr, list, word);
     }
     return list;

@@ -27,7 +27,11 @@ public:
     /// Releases the blocks. The interpreter's result is then what the function has put out:
     /// nothing, one value, or a dict by argument. Returns false, with an error in the interpreter,
     /// if a record that was given as a handle cannot be read any more.
-    bool finish(bool as_dict);
+    /// Codes are shown as words on request.
+    bool finish(bool as_dict, bool words);
+
+    /// Records the words of a call that has failed, and its error, for qx::why.
+    void note_failure();
 
     /// The call as an error shows it, a new list: records and cells are shown as their types.
     Tcl_Obj *shown() const;
@@ -43,6 +47,8 @@ private:
     bool is_handle(Tcl_Obj *word) const;
     bool take_count(int number);
     bool take_pointer(int number);
+    bool take_value(int number);
+    Tcl_Obj *value_of(const argument_row &argument, const unsigned char *memory, bool words);
     bool take_elements(const argument_row &argument, const block &block, Tcl_Obj *list);
     bool create(int number, int count);
     Tcl_Obj *creator(const argument_row &argument, bool array) const;

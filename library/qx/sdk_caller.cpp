@@ -11,7 +11,8 @@ namespace qxsh {
 
 namespace {
 
-constexpr const char *usage = "?-allow statuses? ?-status name? ?-dict? function ?word ...?";
+constexpr const char *usage = "?-allow statuses? ?-status name? ?-dict? ?-words? function"
+                              " ?word ...?";
 
 int number_of_arguments()
 {
@@ -67,6 +68,8 @@ const call_row *sdk_caller::take_function(int objc, Tcl_Obj *const objv[], int &
         const std::string_view word = Tcl_GetString(objv[i]);
         if (word == "-dict") {
             options.dict = true;
+        } else if (word == "-words") {
+            options.words = true;
         } else if ((word == "-allow" || word == "-status") && i + 1 < objc) {
             (word == "-allow" ? options.allow : options.status) = objv[++i];
         } else {
@@ -105,13 +108,19 @@ int sdk_caller::run(int objc, Tcl_Obj *const objv[])
         return TCL_ERROR;
     if (options.allow != nullptr && !session_.run_script("::qx::status::numbers", {options.allow}))
         return TCL_ERROR;
+    // A profile that cannot be read is an error before the call, not behind it.
+    if (!session_.codes().open())
+        return TCL_ERROR;
     one_call call{*this, *row};
     std::uint32_t status;
-    if (!call.take(objc - first, objv + first) || !call.perform(status) ||
-        !keep_status(options, status))
+    if (!call.take(objc - first, objv + first) || !call.perform(status)) {
+        call.note_failure();
+        return TCL_ERROR;
+    }
+    if (!keep_status(options, status))
         return TCL_ERROR;
     if (status == 0)
-        return call.finish(options.dict) ? TCL_OK : TCL_ERROR;
+        return call.finish(options.dict, options.words) ? TCL_OK : TCL_ERROR;
     Tcl_ResetResult(interp);
     if (options.status != nullptr)
         return TCL_OK;

@@ -15,9 +15,9 @@ public:
     sdk_caller(const sdk_caller &) = delete;
     sdk_caller &operator=(const sdk_caller &) = delete;
 
-    /// The command `qx::call ?-allow STATUSES? ?-status NAME? ?-dict? FUNCTION ?WORD ...?`. Sets
-    /// the interpreter's result and returns TCL_OK or TCL_ERROR. Blocks that it creates are
-    /// released in both cases.
+    /// The command `qx::call ?-allow STATUSES? ?-status NAME? ?-dict? ?-words? FUNCTION
+    /// ?WORD ...?`. Sets the interpreter's result and returns TCL_OK or TCL_ERROR. Blocks that it
+    /// creates are released in both cases.
     int run(int objc, Tcl_Obj *const objv[]);
 
 private:
@@ -27,6 +27,7 @@ private:
         Tcl_Obj *allow = nullptr;  ///< statuses that are not errors; null: none
         Tcl_Obj *status = nullptr; ///< the variable that gets the status; null: none
         bool dict = false;         ///< the result is a dict in any case
+        bool words = false;        ///< codes come as words
     };
 
     const call_row *take_function(int objc, Tcl_Obj *const objv[], int &first,
