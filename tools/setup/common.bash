@@ -131,14 +131,30 @@ configured() {
         grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$project" "$cache"
 }
 
+# compiler_cache : sets `launcher` to CMake's options that keep what is compiled in
+# ~/.cache/qxsh/ccache, or to none if ccache is missing, the folder cannot be written, or the caller
+# has a launcher. The sloppiness is what ccache wants for precompiled headers.
+compiler_cache() {
+    local folder=${XDG_CACHE_HOME:-${HOME-/dev/null}/.cache}/qxsh/ccache words
+    launcher=()
+    [[ ! ${CMAKE_CXX_COMPILER_LAUNCHER-} ]] && command -v ccache >/dev/null &&
+        mkdir -p "$folder" 2>/dev/null && [[ -w $folder ]] || return 0
+    words="env;CCACHE_DIR=$folder;CCACHE_MAXSIZE=4G"
+    words+=";CCACHE_SLOPPINESS=pch_defines,time_macros;ccache"
+    launcher=("-DCMAKE_C_COMPILER_LAUNCHER=$words" "-DCMAKE_CXX_COMPILER_LAUNCHER=$words")
+}
+
 # configure PRESET LOG CMAKE-WORD... : configures build/PRESET, from scratch if it belongs to
-# another folder.
+# another folder. A folder that was configured keeps its launcher: another would compile all anew.
 configure() {
-    local preset=$1 log=$2 fresh=()
+    local preset=$1 log=$2 fresh=() launcher=()
     shift 2
-    configured "$preset" || fresh=(--fresh)
+    if ! configured "$preset"; then
+        fresh=(--fresh)
+        compiler_cache
+    fi
     logged "configuring preset '$preset'" "$log" \
-        cmake "${fresh[@]}" -S "$project" --preset "$preset" "$@"
+        cmake "${fresh[@]}" -S "$project" --preset "$preset" "${launcher[@]}" "$@"
 }
 
 # lock_build : waits until no other build runs in this folder and locks it (file descriptor 9) until
