@@ -42,7 +42,7 @@ record qx_pkt_info_t 88 "a packet as it arrives or leaves" {
     57  qx_ip_address_t  sa_ip                               "source IP address"
     78  u8               tos                                 "type of service byte"
     79  u8               protocol                            "IP protocol number"
-    80  qx_l4_header_t   l4_header                           "layer 4 header, read by protocol"
+    80  qx_l4_header_t   l4_header  -view-by {protocol 6 tcp 17 udp 50 esp} "layer 4 header, read by protocol"
     84  u32              natt_4_bytes                        "four bytes of NAT traversal"
 }
 

@@ -23,7 +23,7 @@ union qx_port_union_encap_t 24 "encapsulation of a port, by type" {
 
 record qx_port_encap_t 28 "encapsulation of a port, with its type" {
     0   u32                    type        "encapsulation type, an SDK code"
-    4   qx_port_union_encap_t  port_encap  "the encapsulation"
+    4   qx_port_union_encap_t  port_encap  -view-by {type ethernet eth pppoe pppoe} "the encapsulation"
 }
 
 record qx_l3_nexthop_id_t 32 "identity of a next hop" {
@@ -46,8 +46,8 @@ union qx_l3_nexthop_encap_t 120 "encapsulation of a next hop" {
 record qx_l3_nexthop_t 164 "one next hop" {
     0   qx_l3_nexthop_id_t            nhid                "its identity"
     32  u8[6]                         da_mac  -holds mac  "destination MAC address"
-    40  qx_l3_nexthop_intf_binding_t  id                  "what it is bound to"
-    44  qx_l3_nexthop_encap_t         encap               "its encapsulation"
+    40  qx_l3_nexthop_intf_binding_t  id                  -view-by {nhid.nhop_type port port_id tunnel tunnel_id sa ipsec_said} "what it is bound to"
+    44  qx_l3_nexthop_encap_t         encap               -view-by {nhid.nhop_type port port_encap tunnel tunnel_cfg} "its encapsulation"
 }
 
 record qx_l3_route_t 188 "one route" {

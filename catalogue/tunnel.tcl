@@ -45,7 +45,7 @@ record qx_tunnel_cfg_t 120 "one tunnel" {
     46  u16                    tx_port     "transmit port"
     48  u32                    nexthop_id  "next-hop identifier"
     52  u32                    dir         "direction, an SDK code"
-    56  qx_tunnel_cfg_union_t  tunnel      "settings of its kind"
+    56  qx_tunnel_cfg_union_t  tunnel      -view-by {type l2tp l2tp gre gre ipsec ipsec etherip etherip} "settings of its kind"
 }
 
 record qx_tunnel_mtu_t 12 "MTU of a tunnel" {

@@ -54,6 +54,18 @@ struct record_row
     std::int8_t family;  ///< the field with its address's family, counted from `first`; or -1
 };
 
+/// A number in a record that says which view of a union beside it is meant.
+struct view_row
+{
+    table_name word;       ///< for the number in the profile; an empty text: `number` is given
+    std::uint16_t field;   ///< index in field_rows of the union
+    std::uint16_t chooser; ///< index in field_rows of the number
+    std::uint16_t offset;  ///< of the number, in bytes from the start of the union's record
+    std::uint8_t size;     ///< of the number, in bytes
+    std::uint8_t view;     ///< counted from the union's first
+    std::uint32_t number;
+};
+
 /// How a call uses the memory that an argument points to; values are always `in`.
 enum class direction : std::uint8_t { in, out, inout };
 
@@ -79,6 +91,7 @@ struct call_row
 
 [[gnu::visibility("hidden")]] extern const record_row record_rows[];
 [[gnu::visibility("hidden")]] extern const field_row field_rows[];
+[[gnu::visibility("hidden")]] extern const view_row view_rows[];
 [[gnu::visibility("hidden")]] extern const call_row call_rows[];
 [[gnu::visibility("hidden")]] extern const argument_row argument_rows[];
 

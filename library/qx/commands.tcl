@@ -57,9 +57,11 @@ namespace eval qx::commands {
             {qx::get handle ?path? ?-view views? ?-raw? ?-words?}
             {return a record as a dict, or one value} {
                 A nested record is a dict, an array a list; MAC and IP addresses are in their usual
-                notation, with -raw everything is numbers. Of a union one view is shown, or those
-                that -view names; * shows all. A path names one value: ingress_pkt.tag(0).vlan_id.
-                With -words a code is the word that the profile has for it.
+                notation, with -raw everything is numbers. Of a union the view is shown that a
+                number of the record chooses (protocol, type), or those that -view names; * shows
+                all. What it does not show is added where it is not zero. A path names one value:
+                ingress_pkt.tag(0).vlan_id. With -words a code is the word that the profile has for
+                it.
             }
             {qx::set handle dict|path value ?path value ...?} {write the named fields of a record} {
                 The whole dict is checked before anything is written; an error names the place of
@@ -71,8 +73,10 @@ namespace eval qx::commands {
             }
             {qx::template record ?-view views? ?-raw? ?-words?}
             {return the dict of a record that is all zero} {}
-            {qx::diff handle handle ?-view views? ?-raw? ?-words?} {list where two records differ} {
-                The result is a list of path, value in the first record, value in the second.
+            {qx::diff handle handle ?-view views? ?-raw? ?-words?}
+            {list where two records differ, byte by byte} {
+                The result is a dict, path to value in the first record and value in the second.
+                Bytes in no field are padding(OFFSET).
             }
             {qx::json handle ?-view views? ?-raw? ?-words?} {return a record as JSON} {}
         }

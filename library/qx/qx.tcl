@@ -11,20 +11,18 @@ namespace eval qx {}
 
 apply {{folder parts commands} {
     foreach part $parts { source [file join $folder $part.tcl] }
-    foreach name {get set call template reading::value status::judge_calls sim::flow_key
+    foreach name {get set call template json diff status::judge_calls sim::flow_key
             sim::flow_slots sim::make_folder} {
         qx::handle::load_at_first_call ::qx::$name
     }
     foreach {name procedure} $commands { interp alias {} ::qx::$name {} ::qx::$procedure }
 }} [file dirname [info script]] {
-    catalogue_data catalogue profile commands wording layout example handles records reading help
-    apropos status why script_parser lint sim
+    catalogue_data catalogue profile commands wording layout example handles records help apropos
+    status why script_parser lint sim
 } {
     profile  profile::choose
     new      records::new
     with     records::with
-    diff     reading::diff
-    json     reading::json
     help     help::about
     apropos  apropos::find
     areas    help::areas

@@ -2,12 +2,14 @@
 //
 //   qx::get HANDLE ?PATH? ?OPTION ...?           qx::template RECORD ?OPTION ...?
 //   qx::set HANDLE DICT | PATH VALUE ...          qx::call ?OPTION ...? FUNCTION ?WORD ...?
-//   qx::reading::value COMMAND WORDS HANDLE ?OPTION ...?   as qx::get, for the command of that name
+//   qx::json HANDLE ?OPTION ...?                  qx::diff HANDLE HANDLE ?OPTION ...?
 //   qx::sim::flow_key FLOW        qx::sim::flow_slots FLOW
 //   qx::sim::make_folder PREFIX   makes a new folder, its owner's alone, and returns its name
 //
 // Relies on the package's scripts for words that only look like handles, and for nearest names.
 #include "library/qx/judged_calls.h"
+#include "library/qx/record_difference.h"
+#include "library/qx/record_json.h"
 #include "library/qx/record_plan.h"
 #include "library/qx/record_session.h"
 #include "library/qx/record_writer.h"
@@ -91,9 +93,6 @@ int get_place(package_data &data, Tcl_Interp *interp, Tcl_Obj *handle, Tcl_Obj *
     path_target target;
     if (!data.session.find(handle, found) || !follow_path(data.session, *found.row, path, target))
         return TCL_ERROR;
-    // The path says which view of a union is meant.
-    if (target.row->is_union)
-        options.views = data.session.name(*target.field);
     const record_plan *const plan = data.plans.plan(*target.row, options);
     if (plan == nullptr)
         return TCL_ERROR;
@@ -118,17 +117,49 @@ int get_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const 
     return get_record(data_of(client), interp, objv[1], options);
 }
 
-int value_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
+int json_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
+    package_data &data = data_of(client);
     plan_options options = {nullptr, false, false};
-    if (objc < 4) {
-        Tcl_WrongNumArgs(interp, 1, objv, "command words handle ?option ...?");
+    found_record found;
+    if (objc < 2) {
+        Tcl_WrongNumArgs(interp, 1, objv, "handle ?-view views? ?-raw? ?-words?");
         return TCL_ERROR;
     }
-    if (!read_options(interp, Tcl_GetString(objv[1]), Tcl_GetString(objv[2]), objc - 4, objv + 4,
-                      options))
+    if (!read_options(interp, "qx::json", "handle", objc - 2, objv + 2, options) ||
+        !data.session.find(objv[1], found))
         return TCL_ERROR;
-    return get_record(data_of(client), interp, objv[3], options);
+    const record_plan *const plan = data.plans.plan(*found.row, options);
+    if (plan == nullptr)
+        return TCL_ERROR;
+    Tcl_SetObjResult(interp, record_as_json(*plan, found.memory));
+    return TCL_OK;
+}
+
+int diff_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
+{
+    package_data &data = data_of(client);
+    plan_options options = {nullptr, false, false};
+    found_record first;
+    found_record second;
+    if (objc < 3) {
+        Tcl_WrongNumArgs(interp, 1, objv, "first second ?-view views? ?-raw? ?-words?");
+        return TCL_ERROR;
+    }
+    if (!read_options(interp, "qx::diff", "first second", objc - 3, objv + 3, options) ||
+        !data.session.find(objv[1], first) || !data.session.find(objv[2], second))
+        return TCL_ERROR;
+    if (first.row != second.row) {
+        Tcl_SetObjResult(interp, Tcl_ObjPrintf("a %s and a %s cannot be compared",
+                                               first.row->name.text(), second.row->name.text()));
+        Tcl_SetErrorCode(interp, "QX", "TYPE", nullptr);
+        return TCL_ERROR;
+    }
+    const record_plan *const plan = data.plans.plan(*first.row, options);
+    if (plan == nullptr)
+        return TCL_ERROR;
+    Tcl_SetObjResult(interp, differences(*plan, first.memory, second.memory));
+    return TCL_OK;
 }
 
 int template_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
@@ -305,7 +336,8 @@ extern "C" __attribute__((visibility("default"))) int Qxmemory_Init(Tcl_Interp *
     Tcl_CreateObjCommand(interp, "::qx::set", set_command, data, nullptr);
     Tcl_CreateObjCommand(interp, "::qx::call", call_command, data, nullptr);
     Tcl_CreateObjCommand(interp, "::qx::template", template_command, data, nullptr);
-    Tcl_CreateObjCommand(interp, "::qx::reading::value", value_command, data, nullptr);
+    Tcl_CreateObjCommand(interp, "::qx::json", json_command, data, nullptr);
+    Tcl_CreateObjCommand(interp, "::qx::diff", diff_command, data, nullptr);
     create_judging_commands(interp);
     Tcl_CreateObjCommand(interp, "::qx::profile::changed", profile_changed_command, data, nullptr);
     Tcl_CreateObjCommand(interp, "::qx::sim::flow_key", flow_key_command, data, nullptr);

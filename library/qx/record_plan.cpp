@@ -62,6 +62,32 @@ const field_row *family_of_record(const record_row &record)
     return record.family < 0 ? nullptr : &fields_of(record)[record.family];
 }
 
+// Appends what chooses the views of a union to the choices. A word that the profile does not have
+// chooses nothing.
+std::span<const view_choice> choices_of(const field_row &field, const code_book &book,
+                                        view_choice *&end)
+{
+    view_choice *const first = end;
+    for (const view_row &row : std::span{view_rows, view_count}) {
+        if (field_rows + row.field != &field)
+            continue;
+        std::uint32_t number = row.number;
+        const char *const word = row.word.text();
+        const code_list *const codes = book.of(field_rows[row.chooser]);
+        if (*word == '\0' || (codes != nullptr && codes->number_of(word, number)))
+            *end++ = {&row, number};
+    }
+    return {first, end};
+}
+
+unsigned most_choices(const record_row &record)
+{
+    unsigned count = 0;
+    for (const view_row &row : std::span{view_rows, view_count})
+        count += row.field >= record.first && row.field < record.first + record.fields ? 1 : 0;
+    return count;
+}
+
 } // namespace
 
 // Builds one plan and the plans nested in it.
@@ -83,9 +109,9 @@ private:
         return word(number) == "*" || ends_in(view, word(number));
     }
     bool is_named(const field_path &view) const;
-    unsigned choose(const record_row &record, const field_path *path, const field_row **chosen);
+    void choose(record_plan &plan, const field_path *path);
     void fill(plan_step &step, const field_row &field, const record_row &record,
-              const field_path *path);
+              const field_path *path, view_choice *&choices);
 
     plan_cache &cache_;
     const plan_options options_;
@@ -103,14 +129,12 @@ bool plan_maker::is_named(const field_path &view) const
     return false;
 }
 
-// Chooses the views to show: those named by the words with the most names, or the largest one.
-unsigned plan_maker::choose(const record_row &record, const field_path *path,
-                            const field_row **chosen)
+// Marks the views that the words with the most names name.
+void plan_maker::choose(record_plan &plan, const field_path *path)
 {
-    unsigned count = 0;
     std::ptrdiff_t most = 0;
-    for (const field_row &field : fields_of(record)) {
-        const field_path view = {path, &field};
+    for (unsigned step = 0; step < plan.count; ++step) {
+        const field_path view = {path, plan.steps[step].field};
         for (int i = 0; i < count_; ++i) {
             if (!names(i, &view))
                 continue;
@@ -118,26 +142,31 @@ unsigned plan_maker::choose(const record_row &record, const field_path *path,
             const std::string_view text = word(i);
             const auto parts = 1 + std::count(text.begin(), text.end(), '.');
             if (parts > most)
-                count = 0;
-            if (parts >= most && (count == 0 || chosen[count - 1] != &field))
-                chosen[count++] = &field;
+                for (unsigned earlier = 0; earlier < step; ++earlier)
+                    plan.steps[earlier].named = false;
+            plan.steps[step].named = plan.steps[step].named || parts >= most;
+            plan.named = true;
             most = std::max(most, parts);
         }
     }
-    if (count == 0)
-        chosen[count++] = &fields_of(record)[record.largest];
-    return count;
 }
 
 // A union that represents an address is shown as the address unless a view of it is named.
 void plan_maker::fill(plan_step &step, const field_row &field, const record_row &record,
-                      const field_path *path)
+                      const field_path *path, view_choice *&choices)
 {
     const code_book &book = cache_.session_.codes();
     const code_list *const codes = options_.words ? book.of(field) : nullptr;
-    step = {cache_.session_.name(field),   &field, nullptr,
-            family_of_record(record),      codes,  &book.families(),
-            numbers_as(field, raw_, codes)};
+    step = {cache_.session_.name(field),
+            &field,
+            nullptr,
+            family_of_record(record),
+            codes,
+            &book.families(),
+            numbers_as(field, raw_, codes),
+            false,
+            record.is_union ? cache_.session_.holes().of_view(record, field) : holes{},
+            choices_of(field, book, choices)};
     const record_row *const inner = record_in(field);
     if (inner == nullptr)
         return;
@@ -157,18 +186,22 @@ void plan_maker::fill(plan_step &step, const field_row &field, const record_row 
 
 const record_plan *plan_maker::make(const record_row &record, const field_path *path)
 {
-    const field_row *shown[most_fields];
-    unsigned count = record.fields;
-    for (unsigned i = 0; i < count; ++i)
-        shown[i] = &fields_of(record)[i];
-    if (record.is_union)
-        count = choose(record, path, shown);
-    const auto bytes = sizeof(record_plan) + count * sizeof(plan_step);
+    const unsigned count = record.fields;
+    const auto bytes = sizeof(record_plan) + count * sizeof(plan_step) +
+                       most_choices(record) * sizeof(view_choice);
     auto *const plan = reinterpret_cast<record_plan *>(Tcl_Alloc(static_cast<unsigned>(bytes)));
-    *plan = {count, reinterpret_cast<plan_step *>(plan + 1), cache_.all_};
+    *plan = {&record,
+             count,
+             reinterpret_cast<plan_step *>(plan + 1),
+             false,
+             cache_.session_.holes().of_record(record),
+             cache_.all_};
     cache_.all_ = plan;
+    auto *choices = reinterpret_cast<view_choice *>(plan->steps + count);
     for (unsigned i = 0; i < count; ++i)
-        fill(plan->steps[i], *shown[i], record, path);
+        fill(plan->steps[i], fields_of(record)[i], record, path, choices);
+    if (record.is_union)
+        choose(*plan, path);
     return plan;
 }
 

@@ -5,6 +5,8 @@
 
 #include "library/qx/record_session.h"
 
+#include <span>
+
 namespace qxsh {
 
 enum class shown_as : std::uint8_t {
@@ -23,6 +25,13 @@ enum class shown_as : std::uint8_t {
 
 struct record_plan;
 
+/// A number of a record that means one view of a union in it.
+struct view_choice
+{
+    const view_row *row; ///< where the number is, and the view
+    std::uint32_t number;
+};
+
 struct plan_step
 {
     Tcl_Obj *name;
@@ -32,12 +41,18 @@ struct plan_step
     const code_list *codes;           ///< of a code that is shown by its word, else null
     const address_families *families; ///< null if addresses stay numbers
     shown_as what;
+    bool named;   ///< of a view of a union: the options name it
+    holes hidden; ///< of a view: the bits of the union that it does not show
+    std::span<const view_choice> choices; ///< of a union: its views by a number of the record
 };
 
 struct record_plan
 {
+    const record_row *row;
     unsigned count;
-    plan_step *steps;
+    plan_step *steps;  ///< of all fields; of a union, of all its views
+    bool named;        ///< of a union: the options name some of its views
+    holes padding;     ///< in no field
     record_plan *next; ///< in the list of all plans, which frees them
 };
 
@@ -45,7 +60,7 @@ struct record_plan
 /// shown by their words.
 struct plan_options
 {
-    Tcl_Obj *views; ///< null: the first largest one of each union
+    Tcl_Obj *views; ///< null: those that the records' numbers choose, else the first largest ones
     bool raw;
     bool words;
 };
@@ -80,12 +95,48 @@ private:
     friend class plan_maker;
 };
 
+/// What a union is shown as: views, and bits that none of them shows.
+struct shown_views
+{
+    shown_views(const record_plan &plan, const unsigned char *memory, const plan_step *chosen);
+
+    unsigned count = 0;
+    const plan_step *steps[most_fields];
+    bool is_all = true;                    ///< nothing is left for `rest`
+    unsigned char rest[most_record_bytes]; ///< the bits that no view shows; unset if is_all
+};
+
+/// The view that a number of the record at `record` chooses for the union of a step; null if none.
+const plan_step *chosen_view(const plan_step &step, const unsigned char *record);
+
+/// Calls put(offset, bytes, count) for each run of bytes that are not all zero.
+template <class Put> void for_each_run(const unsigned char *bytes, unsigned size, Put put)
+{
+    for (unsigned start = 0; start < size; ++start) {
+        unsigned end = start;
+        while (end < size && bytes[end] != 0)
+            ++end;
+        if (end != start)
+            put(start, bytes + start, end - start);
+        start = end;
+    }
+}
+
+/// Writes 0x and two digits for each byte, and returns the end.
+char *put_bytes(char *text, const unsigned char *bytes, unsigned count);
+
+/// Copies the bits of a record's padding to `bits`, and zeroes the others.
+void copy_padding(const record_plan &plan, const unsigned char *memory, unsigned char *bits);
+
 /// A new dict (reference count 0, in list form) of the record at `memory`, which must be readable.
+/// With its padding, which is only shown where it is not zero, it holds every bit of the record.
 Tcl_Obj *read_record(const record_plan &plan, const unsigned char *memory);
 
-/// The same for one field of the record, which the plan must show, or for its element `index`; -1
-/// stands for the whole field.
+/// The same for one field of the record, or for its element `index`; -1 stands for the whole field.
 Tcl_Obj *read_field(const record_plan &plan, const field_row &field, int index,
                     const unsigned char *memory);
+
+/// The text of an address, and its end; null if the step is shown as numbers or as a record.
+char *put_address(char *text, const plan_step &step, const unsigned char *record);
 
 } // namespace qxsh

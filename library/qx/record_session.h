@@ -4,6 +4,7 @@
 
 #include "commands/memory_access.h"
 #include "library/qx/code_words.h"
+#include "library/qx/record_holes.h"
 #include "record_numbers.h"
 #include "records/table.h"
 
@@ -12,6 +13,9 @@
 #include <initializer_list>
 
 namespace qxsh {
+
+/// In dicts and JSON, the name of the bytes that are in no field. No field has this name.
+inline constexpr const char *padding_name = "padding";
 
 /// A record in readable memory.
 struct found_record
@@ -41,6 +45,9 @@ public:
 
     /// A field's name: the same object each time, owned by the session.
     Tcl_Obj *name(const field_row &field) const { return names_[&field - field_rows]; }
+
+    /// The bits in no field; see record_holes.h.
+    hole_lists &holes() { return holes_; }
 
     /// Whether the object already is a dict; reading it as a list would discard that form.
     bool is_dict(const Tcl_Obj *object) const { return object->typePtr == dict_type_; }
@@ -85,6 +92,7 @@ private:
     const record_row *last_ = record_rows; // of the previous handle
     Tcl_HashTable records_;                // by name
     code_book codes_{*this};
+    hole_lists holes_;
 };
 
 } // namespace qxsh

@@ -110,21 +110,35 @@ bool record_writer::numbers_or_bytes(const field_row &field, unsigned at, Tcl_Ob
     const std::string_view text = Tcl_GetString(each[0]);
     if (!text.starts_with("0x") || text.size() == 2)
         return numbers(field, at, count, each, &here);
-    // Digits may be a key: errors do not show them.
-    const std::string_view digits = text.substr(2);
+    unsigned char bytes[most_elements];
+    unsigned length;
+    if (!hexadecimal(each[0], field.count, bytes, length, here))
+        return false;
+    for (unsigned i = 0; i < length; ++i)
+        store(at + i, 1, bytes[i]);
+    return true;
+}
+
+// Bytes in one word. Its digits may be a key: errors do not show them.
+bool record_writer::hexadecimal(Tcl_Obj *value, unsigned most, unsigned char *bytes,
+                                unsigned &count, const place &here)
+{
+    std::string_view digits = Tcl_GetString(value);
+    if (!digits.starts_with("0x") || digits.size() == 2)
+        return refuse(&here, Tcl_NewStringObj("wants bytes like 0x00ff", -1));
+    digits.remove_prefix(2);
+    count = static_cast<unsigned>(digits.size() / 2);
     if (digits.size() % 2 != 0)
         return refuse(&here, Tcl_NewStringObj("0x is followed by half a byte", -1));
-    if (digits.size() / 2 > field.count)
+    if (count > most)
         return refuse(&here, Tcl_ObjPrintf("%d bytes are more than the %d there are",
-                                           static_cast<int>(digits.size() / 2), field.count));
-    for (std::size_t i = 0; i < digits.size(); i += 2) {
-        unsigned byte;
-        const char *const end = digits.data() + i + 2;
-        const auto read = std::from_chars(digits.data() + i, end, byte, 16);
+                                           static_cast<int>(count), static_cast<int>(most)));
+    for (unsigned i = 0; i < count; ++i) {
+        const char *const end = digits.data() + 2 * i + 2;
+        const auto read = std::from_chars(end - 2, end, bytes[i], 16);
         if (read.ec != std::errc{} || read.ptr != end)
             return refuse(&here,
                           Tcl_NewStringObj("0x is followed by other than hexadecimal digits", -1));
-        store(at + static_cast<unsigned>(i / 2), 1, byte);
     }
     return true;
 }

@@ -204,24 +204,36 @@ bool record_writer::record(const record_row &row, unsigned at, Tcl_Obj *values, 
     return good;
 }
 
+// A record of which every field is named is written whole: its padding, too, and of a union all
+// that lies behind the view.
 bool record_writer::fields(const record_row &row, unsigned at, entries &all, const place *here)
 {
     Tcl_Obj *key;
     Tcl_Obj *value;
     const field_row *family = nullptr;
     Tcl_Obj *address_text = nullptr;
+    Tcl_Obj *runs = nullptr;
     place address_place = {};
     int version = 0;
+    int named = 0;
+    unsigned viewed = 0; // bytes of the largest view that is whole
     for (unsigned hint = 0; all.next(key, value);) {
         const field_row *const each = field_of(session_, row, key, hint);
         if (each == nullptr) {
             const place there = {here, Tcl_GetString(key), 0};
-            return refuse(&there, unknown_field_text(session_, row, there.name));
+            if (std::strcmp(there.name, padding_name) != 0)
+                return refuse(&there, unknown_field_text(session_, row, there.name));
+            runs = value;
+            continue;
         }
         const place there = {here, each->name.text(), 0};
         version_ = 0;
+        whole_ = false;
         if (!field(*each, at + each->offset, value, there))
             return false;
+        ++named;
+        if (whole_ && each->count == 0)
+            viewed = std::max<unsigned>(viewed, each->size);
         if (each->holds == holding::family)
             family = each;
         if (row.family >= 0 && each->record >= 0 && version_ != 0) {
@@ -231,9 +243,60 @@ bool record_writer::fields(const record_row &row, unsigned at, entries &all, con
         }
     }
     version_ = 0; // an outer family does not apply to addresses in here
+    whole_ = row.is_union ? viewed != 0 : named == row.fields;
+    if (whole_ && row.is_union)
+        for (unsigned i = viewed; i < row.size; ++i)
+            zero(at + i, 255);
+    else if (whole_)
+        for (const hole &each : session_.holes().of_record(row))
+            zero(at + each.offset, each.bits);
+    const place there = {here, padding_name, 0};
+    if (runs != nullptr && !padding(row, at, runs, there))
+        return false;
     return family == nullptr || version == 0 ||
            check_family(row, read_field(bytes_ + at, *family), version, address_place,
                         address_text);
+}
+
+// Bytes in no field, by offset.
+bool record_writer::padding(const record_row &row, unsigned at, Tcl_Obj *runs, const place &here)
+{
+    entries all;
+    Tcl_Obj *key;
+    Tcl_Obj *value;
+    unsigned char given[most_record_bytes] = {};
+    secret_ = false;
+    if (!all.open(session_, runs))
+        return refuse(&here, Tcl_NewStringObj("wants offsets, each with bytes like 0x00ff", -1));
+    while (all.next(key, value)) {
+        std::uint32_t offset;
+        unsigned char bytes[most_record_bytes];
+        unsigned count;
+        const place run = {&here, Tcl_GetString(key), 0};
+        if (!take(nullptr, key, row.size - 1u, offset, &here) ||
+            !hexadecimal(value, row.size - offset, bytes, count, run))
+            return false;
+        for (const hole &each : session_.holes().of_record(row)) {
+            if (each.offset - offset >= count) // also if it lies before
+                continue;
+            store(at + each.offset, 1, bytes[each.offset - offset], each.bits);
+            bytes[each.offset - offset] &= static_cast<unsigned char>(~each.bits);
+        }
+        for (unsigned i = 0; i < count; ++i)
+            if (bytes[i] != 0 || given[offset + i]++ != 0)
+                return refuse(
+                    &run, Tcl_ObjPrintf("byte %u %s", static_cast<unsigned>(offset + i),
+                                        bytes[i] != 0 ? "belongs to a field" : "is given twice"));
+    }
+    return true;
+}
+
+// Leaves what another view of the same union has written.
+void record_writer::zero(unsigned at, std::uint8_t bits)
+{
+    if (written_ != nullptr)
+        bits &= static_cast<std::uint8_t>(~written_[at]);
+    bytes_[at] &= static_cast<unsigned char>(~bits);
 }
 
 // An address that is written together with its family must match it.

@@ -44,6 +44,8 @@ private:
     bool value_at(const path_target &target, Tcl_Obj *value, const place &here);
     bool record(const record_row &row, unsigned at, Tcl_Obj *values, const place *here);
     bool fields(const record_row &row, unsigned at, entries &all, const place *here);
+    bool padding(const record_row &row, unsigned at, Tcl_Obj *runs, const place &here);
+    void zero(unsigned at, std::uint8_t bits);
     bool check_family(const record_row &row, std::uint32_t family, int version,
                       const place &address, Tcl_Obj *text);
     void note_views(const record_row &row, const place *here);
@@ -55,6 +57,8 @@ private:
     bool mac(const field_row &field, unsigned at, Tcl_Obj *value, const place &here);
     bool number(const field_row &field, unsigned at, Tcl_Obj *value, const place &here);
     bool numbers_or_bytes(const field_row &field, unsigned at, Tcl_Obj *value, const place &here);
+    bool hexadecimal(Tcl_Obj *value, unsigned most, unsigned char *bytes, unsigned &count,
+                     const place &here);
     bool numbers(const field_row &field, unsigned at, int count, Tcl_Obj *const elements[],
                  const place *here);
     bool address_numbers(unsigned at, Tcl_Obj *const elements[], const place *here);
@@ -81,6 +85,7 @@ private:
     record_session &session_;
     unsigned char *const bytes_;
     bool secret_ = false; // the field being written is a key
+    bool whole_ = false;  // the last record had all its fields
     int version_ = 0;     // of the last address, if it was written as text; else 0
 
     // Views of one union that are written together must agree, and so must paths.

@@ -58,6 +58,68 @@ proc catalogue::check_range {place name type width range} {
     }
 }
 
+# The number that chooses a union's view, and pairs of its values, as numbers or code words, and
+# views.
+proc catalogue::check_view_by {place words} {
+    if {[catch { llength $words } length] || $length < 3 || $length % 2 == 0} {
+        fail $place "-view-by wants a field, numbers and views, as in {type 0 eth pppoe pppoe}"
+    }
+    set seen {}
+    foreach {number view} [lrange $words 1 end] {
+        if {![regexp {^[A-Za-z_][A-Za-z0-9_-]*$} $number]} { check_number $place number $number 0 }
+        if {$number in $seen} { fail $place "-view-by has $number twice" }
+        lappend seen $number
+    }
+}
+
+# The field that the path of a -view-by names in a record, with its owner and its offset in the
+# record.
+proc catalogue::chooser {record path} {
+    variable model
+    set offset 0
+    set field {}
+    foreach name [split $path .] {
+        set found {}
+        if {[info exists model(record,$record)]} {
+            foreach each [dict get $model(record,$record) fields] {
+                if {[dict get $each name] eq $name} { set found $each }
+            }
+        }
+        if {$found eq {}} { return {} }
+        incr offset [dict get $found offset]
+        dict set found owner $record
+        set record [dict get $found type]
+        set field $found
+    }
+    return [dict replace $field offset $offset]
+}
+
+# A -view-by belongs to a union, its number to the same record, and its views to the union.
+proc catalogue::check_views {record field} {
+    variable model
+    variable scalar_types
+    if {![dict exists $field view_by]} return
+    set place [dict get $field place]
+    set type [dict get $field type]
+    if {$type ni $model(records) || [dict get $model(record,$type) kind] ne "union"
+            || [dict get $field count]} {
+        fail $place "-view-by is for unions; [dict get $field name] is not one"
+    }
+    set pairs [lassign [dict get $field view_by] path]
+    set number [chooser $record $path]
+    if {$number eq {} || ![dict exists $scalar_types [dict get $number type]]
+            || [dict get $number count] || [dict get $number width]} {
+        fail $place "-view-by \"$path\" is not a plain number of $record"
+    }
+    set most [expr {(1 << (8 * [type_size [dict get $number type]])) - 1}]
+    foreach {value view} $pairs {
+        if {[string is digit $value] && $value > $most} { fail $place "-view-by $value exceeds $path, 0..$most" }
+        if {[chooser $type $view] eq {} || [string match *.* $view]} {
+            fail $place "-view-by \"$view\" is not a view of $type"
+        }
+    }
+}
+
 # Every type that a field or an argument names must exist, and records must not contain themselves.
 proc catalogue::check_types {} {
     variable model
@@ -74,6 +136,7 @@ proc catalogue::check_types {} {
             if {[dict get $field width] && $type ni {u8 u16 u32}} {
                 fail $place "[dict get $field name] is a bit-field in a unit that is not a scalar"
             }
+            check_views $record $field
         }
     }
     foreach call $model(calls) {

@@ -193,6 +193,11 @@ proc catalogue::read_field {place line} {
                 dict set field holds [lindex $options 1]
                 set options [lrange $options 2 end]
             }
+            -view-by {
+                check_view_by $place [lindex $options 1]
+                dict set field view_by [lindex $options 1]
+                set options [lrange $options 2 end]
+            }
             -range {
                 set range [read_range $place [lindex $options 1]]
                 check_range $place $name $element [dict get $field width] $range

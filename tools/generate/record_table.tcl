@@ -32,6 +32,7 @@ proc generate::record_numbers {} {
         append text "    ${kind}_count\n\};\n"
     }
     append text "\nconstexpr unsigned field_count = $most(all);\n"
+    append text "constexpr unsigned view_count = $most(views);\n"
     append text "constexpr unsigned most_record_bytes = $most(bytes);\n"
     append text "constexpr unsigned most_fields = $most(fields);\n"
     append text "constexpr unsigned most_elements = $most(elements); ///< of an array\n"
@@ -68,13 +69,15 @@ proc generate::truth {value} { expr {$value ? "true" : "false"} }
 
 proc generate::record_rows {} {
     variable most
-    array set most {all 0 bytes 0 fields 0 elements 1 arguments 0 frame 0}
+    array set most {views 0 all 0 bytes 0 fields 0 elements 1 arguments 0 frame 0}
     set records {}
     set fields {}
+    set views {}
     foreach name [record_names] {
         set record [catalogue::record $name]
         lappend records [record_row $name $most(all)]
         foreach field [dict get $record fields] {
+            lappend views {*}[view_rows $name $field [llength $fields]]
             lappend fields [field_row $field]
             set most(elements) [expr {max($most(elements), [dict get $field count])}]
         }
@@ -83,7 +86,44 @@ proc generate::record_rows {} {
         set most(fields) [expr {max($most(fields), $count)}]
         set most(bytes) [expr {max($most(bytes), [dict get $record size])}]
     }
-    return [list "record_row record_rows" $records "field_row field_rows" $fields]
+    set most(views) [llength $views]
+    # An array has to have an element.
+    lappend views "\{\{0\}, 0, 0, 0, 0, 0, 0\},"
+    return [list "record_row record_rows" $records "field_row field_rows" $fields \
+        "view_row view_rows" $views]
+}
+
+# The views of a union that a number of its record chooses.
+proc generate::view_rows {record field index} {
+    if {![dict exists $field view_by]} return
+    set pairs [lassign [dict get $field view_by] path]
+    set chooser [catalogue::chooser $record $path]
+    set names {}
+    foreach view [dict get [catalogue::record [dict get $field type]] fields] {
+        lappend names [dict get $view name]
+    }
+    set rows {}
+    foreach {code view} $pairs {
+        # A word's number is the profile's.
+        set is_word [expr {![string is digit $code]}]
+        lappend rows "\{[join [list [name_at [expr {$is_word ? $code : {}}]] $index \
+            [field_index [dict get $chooser owner] [dict get $chooser name]] \
+            [dict get $chooser offset] [catalogue::type_size [dict get $chooser type]] \
+            [lsearch -exact $names $view] [expr {$is_word ? 0 : $code}]] {, }]\},\
+            // $record.[dict get $field name]: $path $code is $view"
+    }
+    return $rows
+}
+
+# The number of a field's row.
+proc generate::field_index {record name} {
+    set index 0
+    foreach each [record_names] {
+        foreach field [dict get [catalogue::record $each] fields] {
+            if {$each eq $record && [dict get $field name] eq $name} { return $index }
+            incr index
+        }
+    }
 }
 
 proc generate::field_row {field} {

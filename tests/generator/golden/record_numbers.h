@@ -18,6 +18,7 @@ enum call_number {
 };
 
 constexpr unsigned field_count = 16;
+constexpr unsigned view_count = 1;
 constexpr unsigned most_record_bytes = 56;
 constexpr unsigned most_fields = 12;
 constexpr unsigned most_elements = 4; ///< of an array

@@ -23,6 +23,7 @@ const char table_names[] =
     "kind" "\0"
     "name" "\0"
     "hours" "\0"
+    "" "\0"
     "view" "\0"
     "palette" "\0"
     "program" "\0"
@@ -54,25 +55,30 @@ const field_row field_rows[] = {
     {{91}, 4, 4, 0, 30, 2, number, true, -1}, // kind
     {{96}, 8, 1, 3, 0, 0, key, true, -1}, // name
     {{101}, 12, 4, 2, 0, 0, number, true, -1}, // hours
-    {{107}, 20, 4, 0, 0, 0, number, true, 1}, // view
-    {{112}, 24, 3, 4, 0, 0, number, true, 0}, // palette
-    {{120}, 36, 4, 4, 0, 0, number, true, 1}, // program
-    {{128}, 52, 3, 0, 0, 0, number, false, 0}, // secret
+    {{108}, 20, 4, 0, 0, 0, number, true, 1}, // view
+    {{113}, 24, 3, 4, 0, 0, number, true, 0}, // palette
+    {{121}, 36, 4, 4, 0, 0, number, true, 1}, // program
+    {{129}, 52, 3, 0, 0, 0, number, false, 0}, // secret
+};
+
+const view_row view_rows[] = {
+    {{107}, 12, 4, 0, 2, 1, 7}, // qx_lamp_t.view: id 7 is colour
+    {{0}, 0, 0, 0, 0, 0, 0},
 };
 
 const call_row call_rows[] = {
-    {{155}, 0, 3, true}, // qx_lamp_add
-    {{175}, 3, 4, true}, // qx_lamp_tune
+    {{156}, 0, 3, true}, // qx_lamp_add
+    {{176}, 3, 4, true}, // qx_lamp_tune
 };
 
 const argument_row argument_rows[] = {
-    {{135}, in, false, 2, 0, -1, -1}, // dev_id
-    {{142}, in, true, 56, 0, -1, 2}, // lamp
-    {{147}, out, true, 4, 56, -1, -1}, // lamp_id
-    {{135}, in, false, 2, 0, -1, -1}, // dev_id
-    {{167}, in, false, 1, 0, -1, -1}, // channel
+    {{136}, in, false, 2, 0, -1, -1}, // dev_id
+    {{143}, in, true, 56, 0, -1, 2}, // lamp
+    {{148}, out, true, 4, 56, -1, -1}, // lamp_id
+    {{136}, in, false, 2, 0, -1, -1}, // dev_id
+    {{168}, in, false, 1, 0, -1, -1}, // channel
     {{21}, in, false, 4, 0, -1, -1}, // level
-    {{142}, inout, true, 56, 0, -1, 2}, // lamp
+    {{143}, inout, true, 56, 0, -1, 2}, // lamp
 };
 
 } // namespace qxsh

@@ -21,7 +21,7 @@ record qx_lamp_t 56 "one lamp" {
     4.30  u32:2                kind     "kind"
     8     u8[3]                name     -holds key "three characters that no log shows"
     12    u32[2]               hours    -set-as u8 "hours lit, by level"
-    20    qx_lamp_view_t       view     "the present light"
+    20    qx_lamp_view_t       view     -view-by {id 7 colour} "the present light"
     24    qx_lamp_colour_t[4]  palette  "colours to choose from"
     36    qx_lamp_view_t[4]    program  "the day's program"
     52    qx_lamp_colour_t     secret   -no-dump "left out of the dump"
