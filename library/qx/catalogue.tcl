@@ -79,7 +79,7 @@ proc qx::catalogue::calls {} {
 }
 
 # An SDK function: text, area, arguments, each a dict: name, type, direction (in, out, inout), text,
-# range (as for a field).
+# range (as for a field), counted_by (of an array: the argument with its size, else empty).
 proc qx::catalogue::call {name} {
     variable call_data
     return [entry call $call_data $name]

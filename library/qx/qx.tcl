@@ -18,7 +18,7 @@ apply {{folder parts commands} {
     foreach {name procedure} $commands { interp alias {} ::qx::$name {} ::qx::$procedure }
 }} [file dirname [info script]] {
     catalogue_data catalogue profile commands wording layout example handles records help apropos
-    status why script_parser lint sim
+    status why script_parser lint lint_bodies lint_passing lint_calls lint_records lint_package sim
 } {
     profile  profile::choose
     new      records::new

@@ -1,11 +1,12 @@
-# Package qx, parsing Tcl scripts into commands and words: nothing is run or substituted. Parses
-# whole scripts, for qx::lint and the tests; qx::prompt parses commands that are still being typed,
-# without this package. Relies on nothing.
+# Package qx, parsing Tcl scripts into commands and words, and lists into words: nothing is run or
+# substituted. Parses whole scripts, for qx::lint and the tests; qx::prompt parses commands that are
+# still being typed, without this package. Relies on nothing.
 #
 # A command is a list of words. A word is a dict:
 #   kind    braced, plain (quoted or bare, without substitutions) or other
 #   text    its text; in a plain word backslash sequences are replaced
 #   line    the line where the text begins
+#   at      the place in the file where the text of a braced word begins; -1 if it is not known
 #   expand  1 after {*}
 #   nested  the scripts in its brackets, a list
 #   whole   script if the word is one pair of brackets, variable if it is $name alone, else empty
@@ -13,6 +14,8 @@
 namespace eval qx::script_parser {
     variable text {}
     variable place 0
+    variable base -1     ;# the text's place in the file; -1 if it is not known
+    variable closing     ;# place of an opening brace in the file -> that of its closing one
     variable line 1      ;# that of `counted`, a place that is not behind `place`
     variable counted 0
     variable depth 0     ;# of the brackets around the place
@@ -20,10 +23,14 @@ namespace eval qx::script_parser {
 }
 
 # The commands of a script whose first line has the given number. Errors have the code {QX SYNTAX
-# line commands}, with the commands before the mistake.
-proc qx::script_parser::commands {script first} {
+# line commands}, with the commands before the mistake. `at` is the script's place in its file: 0
+# for the file's whole text, which has to be parsed before its parts; -1 for other texts. The braces
+# of a file are matched once, however deep the bodies are nested in each other.
+proc qx::script_parser::commands {script first {at -1}} {
+    variable closing
+    if {$at == 0} { array unset closing }
     set before {}
-    if {[catch { within $script $first { read_commands {} before } } result options]} {
+    if {[catch { within $script $first $at { read_commands {} before } } result options]} {
         set mistake [concat [dict get $options -errorcode] [list $before]]
         return -code error -errorcode $mistake $result
     }
@@ -31,16 +38,17 @@ proc qx::script_parser::commands {script first} {
 }
 
 # Parses a text from its beginning; may be called while another text is being parsed.
-proc qx::script_parser::within {script first reading} {
+proc qx::script_parser::within {script first at reading} {
     variable text
     variable place
+    variable base
     variable line
     variable counted
     variable depth
-    set saved [list $text $place $line $counted $depth]
-    lassign [list $script 0 $first 0 0] text place line counted depth
+    set saved [list $text $place $base $line $counted $depth]
+    lassign [list $script 0 $at $first 0 0] text place base line counted depth
     set code [catch { uplevel 1 $reading } result options]
-    lassign $saved text place line counted depth
+    lassign $saved text place base line counted depth
     return -options $options $result
 }
 
@@ -138,19 +146,39 @@ proc qx::script_parser::read_word {until} {
 proc qx::script_parser::read_braces {line} {
     variable text
     variable place
+    variable base
+    variable closing
     set start $place
-    set depth 0
+    if {$base < 0 || ![info exists closing([expr {$base + $start}])]} {
+        set end [match_braces $line]
+    } else {
+        set end [expr {$closing([expr {$base + $start}]) - $base}]
+    }
+    set place [expr {$end + 1}]
+    set at [expr {$base < 0 ? -1 : $base + $start + 1}]
+    set inner [string range $text $start+1 $end-1]
+    return [list kind braced text $inner at $at nested {} whole {}]
+}
+
+# The place of the brace that closes the one at the current position. Notes those inside, too.
+proc qx::script_parser::match_braces {line} {
+    variable text
+    variable place
+    variable base
+    variable closing
+    set open {}
     set at $place
     while {[regexp -indices -start $at {\\.|\\\n|[\{\}]} $text found]} {
         lassign $found first last
         set at [expr {$last + 1}]
         switch -- [string range $text $first $last] {
-            \{ { incr depth }
-            \} { incr depth -1 }
-        }
-        if {$depth == 0} {
-            set place $at
-            return [list kind braced text [string range $text $start+1 $first-1] nested {} whole {}]
+            \{ { lappend open $first }
+            \} {
+                set begun [lindex $open end]
+                set open [lreplace $open end end]
+                if {$base >= 0} { set closing([expr {$base + $begun}]) [expr {$base + $first}] }
+                if {$open eq {}} { return $first }
+            }
         }
     }
     fail $line "a brace is not closed"
@@ -195,12 +223,40 @@ proc qx::script_parser::read_parts {ends quoted line} {
         set whole script
     }
     if {$kind eq "plain"} { set inner [subst -nocommands -novariables $inner] }
-    return [list kind $kind text $inner nested $nested whole $whole]
+    return [list kind $kind text $inner at -1 nested $nested whole $whole]
+}
+
+# The elements of a list as words, braced or plain. What is not a list has those before the mistake.
+proc qx::script_parser::elements {list first {at -1}} {
+    return [within $list $first $at { read_elements }]
+}
+
+proc qx::script_parser::read_elements {} {
+    variable text
+    variable place
+    set result {}
+    while {1} {
+        skip {\A\s+}
+        set line [current_line]
+        switch -- [string index $text $place] {
+            {} { return $result }
+            \{ { if {[catch { read_braces $line } word]} { return $result } }
+            default {
+                set pattern {\A(?:"(?:[^"\\]|\\.)*"|(?:[^\s\\]|\\.)+)}
+                if {![regexp -start $place $pattern $text all]} { return $result }
+                incr place [string length $all]
+                set bare [regsub {^"(.*)"$} $all {\1}]
+                set bare [subst -nocommands -novariables $bare]
+                set word [list kind plain text $bare at -1 nested {} whole {}]
+            }
+        }
+        lappend result [concat [list expand 0 line $line] $word]
+    }
 }
 
 # The scripts in the brackets of an expression, a list. Braces in an expression contain data.
-proc qx::script_parser::in_expression {expression first} {
-    return [within $expression $first { read_expression }]
+proc qx::script_parser::in_expression {expression first {at -1}} {
+    return [within $expression $first $at { read_expression }]
 }
 
 proc qx::script_parser::read_expression {} {

@@ -1,6 +1,6 @@
-# The catalogue's facts and the default profile for the script package qx: catalogue_data.tcl, which only sets variables to
-# dicts, one entry per line; library/qx/catalogue.tcl uses them and documents each. Anything that can
-# be derived is left out, because every `package require qx` reads the file.
+# The catalogue's facts and the default profile for the script package qx: catalogue_data.tcl, which
+# only sets variables to dicts, one entry per line; library/qx/catalogue.tcl uses them and documents
+# each. Anything that can be derived is left out, because every `package require qx` reads the file.
 
 proc generate::package {profile} {
     write catalogue_data.tcl [package_data $profile]
@@ -58,7 +58,24 @@ proc generate::package_areas {} {
 }
 
 proc generate::package_records {} { declared record fields }
-proc generate::package_calls {}   { declared call arguments }
+
+# A call's arrays name the argument with their size.
+proc generate::package_calls {} {
+    set rows {}
+    foreach {name facts} [declared call arguments] {
+        set arguments {}
+        foreach argument [dict get $facts arguments] {
+            set size [catalogue::count_of $name [dict get $argument name]]
+            set counted_by {}
+            if {$size >= 0} {
+                set counted_by [dict get [lindex [dict get $facts arguments] $size] name]
+            }
+            lappend arguments [dict replace $argument counted_by $counted_by]
+        }
+        lappend rows $name [dict replace $facts arguments $arguments]
+    }
+    return $rows
+}
 
 # Records or calls as they are declared, without their places in the catalogue.
 proc generate::declared {kind parts} {
