@@ -177,15 +177,25 @@ proc qx::lint::forget {words} {
     foreach word $words { forget_named [dict get $word text] }
 }
 
+# What the body around has forgotten is not in its text: so variables that nothing has changed since
+# are not in that of a body inside it.
 proc qx::lint::forget_named {text} {
     variable known
-    if {![dict size $known]} return
+    variable changes
+    if {![dict size $known] || ![dict size $changes]} return
+    if {8 * [dict size $changes] < [string length $text]} {
+        set mentioned 0
+        foreach name [dict keys $changes] {
+            if {[dict exists $known $name] && [string first $name $text] >= 0} {
+                set mentioned 1
+                break
+            }
+        }
+        if {!$mentioned} return
+    }
     # `$name` only reads it.
-    set names [regexp -all -inline {\$?\w+} $text]
-    if {[dict size $known] < [llength $names]} {
-        foreach name [dict keys $known] { if {$name in $names} { learn $name {} } }
-    } else {
-        foreach name $names { if {[dict exists $known $name]} { learn $name {} } }
+    foreach name [regexp -all -inline {\$?\w+} $text] {
+        if {[dict exists $known $name]} { learn $name {} }
     }
 }
 

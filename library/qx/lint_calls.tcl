@@ -123,7 +123,7 @@ proc qx::lint::no_number {word words} {
 
 # The code words of a record's field or a call's argument, with their numbers.
 proc qx::lint::code_words {owner name} {
-    if {$owner eq {} || ![llength [info commands ::qx::catalogue::code_words]]} return
+    if {$owner eq {}} return
     return [qx::catalogue::code_words $owner $name]
 }
 
