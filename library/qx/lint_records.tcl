@@ -141,7 +141,8 @@ proc qx::lint::records::follow {type path} {
         if {[set field [field_of $type [lreplace $path 1 1 $name] [lindex $path 1]]] eq {}} return
         set count [dict get $field count]
         if {$indexed && (![string is digit -strict $index] || [scan $index %d] >= $count)} {
-            set why "the elements of $name are 0 to [expr {$count - 1}]"
+            set bounds [list 0 [expr {$count - 1}]]
+            set why "the elements of $name are [qx::wording::between $bounds]"
             if {!$count} { set why "$name is not an array" }
             wrong $path [lindex $path 1] $why
             return
@@ -245,9 +246,9 @@ proc qx::lint::records::number {owner field value place} {
         wrong $value $place [qx::lint::no_number [shown $value] $words]
         return
     }
-    lassign [qx::catalogue::range [dict get $field type] [dict get $field width]] least greatest
-    if {$text < $least || $text > $greatest} {
-        wrong $value $place "[shown $value] is outside $least to $greatest"
+    set taken [qx::catalogue::range [dict get $field type] [dict get $field width]]
+    if {$text < [lindex $taken 0] || $text > [lindex $taken 1]} {
+        wrong $value $place "[shown $value] is outside [qx::wording::between $taken]"
     }
 }
 
@@ -304,7 +305,8 @@ proc qx::lint::records::prefix {value place} {
     }
     if {[string first / $text] < 0} return
     if {![regexp {^(?:0|[1-9]\d{0,2})$} $length] || $length > $bits} {
-        wrong $value $place "\"$text\" has no length from 0 to $bits behind the slash"
+        set lengths [qx::wording::between [list 0 $bits]]
+        wrong $value $place "\"$text\" has no length from $lengths behind the slash"
     }
 }
 
