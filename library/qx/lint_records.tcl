@@ -3,8 +3,8 @@
 # script_parser.tcl.
 #
 # A value is what lint knows of a word (see lint.tcl): {constant text line at}, {list values} with
-# a value for each element, or anything else, which is not checked. Views that contradict each
-# other, and families that do not fit their addresses, are left to qx::set.
+# a value for each element, or anything else, which is not checked. Left to qx::set are views that
+# contradict each other, families that do not fit their addresses, and padding.
 
 namespace eval qx::lint::records {
     variable mistakes {} ;# line, or empty if it is that of the command, and text of each
@@ -105,6 +105,7 @@ proc qx::lint::records::record {type value place} {
         set there [expr {$place eq {} ? $text : "$place.$text"}]
         if {$text in $seen} { wrong $name $there "named twice" }
         lappend seen $text
+        if {$text eq "padding"} continue
         if {[set found [field_of $type $name $there]] ne {}} {
             field $type $found $inner $there
         }
