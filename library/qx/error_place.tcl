@@ -22,6 +22,7 @@ proc qx::place::of_error {trace source line} {
         lassign $frame kind number command
         set found {}
         if {[regexp {^file "(.*)"$} $kind -> file]} {
+            lines_of $file ;# for procedures
             set found [list $file $number]
         } elseif {[regexp {^procedure "(.*)"$} $kind -> name]} {
             set found [in_procedure $name $number $command]

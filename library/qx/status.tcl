@@ -125,6 +125,17 @@ proc qx::status::current_coroutine {} {
     return $name
 }
 
+# Runs a script outside all blocks.
+proc qx::status::unjudged {script} {
+    variable blocks
+    set left $blocks
+    if {[llength $left]} { end [llength $left] }
+    catch { uplevel 1 $script } result options
+    begin $left
+    dict incr options -level
+    return -options $options $result
+}
+
 proc qx::status::begin {more} {
     variable blocks
     # Without a block nothing ends the judging again.
