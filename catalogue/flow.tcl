@@ -62,21 +62,28 @@ record qx_flow_t 212 "one flow" {
 call qx_flow_add "install a flow" {
     in     u16         device_id
     in     qx_flow_t*  p_flow            "the flow"
+    example  0 {flow_id 7 ingress_pkt {da_ip 198.51.100.7}}
 }
 
 call qx_flow_delete "remove a flow by its identifier" {
     in     u16         device_id
     in     u16         flow_id
+    after    qx_flow_add
+    example  0 7
 }
 
 call qx_flow_get "read the flow in a hash slot" {
     in     u16         device_id
     in     u16         hash_index        "slot of the flow table, not a flow id"
     out    qx_flow_t*  p_flow            "receives the flow"
+    after    qx_flow_add
+    example  0 3528
 }
 
 call qx_flow_get_lastuse_tickcount "read when a flow was last used" {
     in     u16         device_id
     in     u16         flow_id
     out    u32*        lastuse_tickcount "receives the tick count of the last use"
+    after    qx_flow_add
+    example  0 7
 }

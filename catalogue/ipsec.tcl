@@ -58,6 +58,7 @@ record qx_ipsec_sa_t 136 "one security association" {
 
 call qx_ipsec_init "initialise IPsec" {
     in     u16                 device_id
+    example  0
 }
 
 call qx_ipsec_spd_add "add an SPD" {
@@ -65,11 +66,15 @@ call qx_ipsec_spd_add "add an SPD" {
     in     u32                 direction           "direction of the traffic, an SDK code"
     in     u32                 spd_id              "SPD identifier"
     out    u32*                spd_handle          "receives the handle of the SPD"
+    after    qx_ipsec_init
+    example  spd = 0 1 1
 }
 
 call qx_ipsec_spd_delete "remove an SPD" {
     in     u16                 device_id
     in     u32                 spd_handle
+    after    qx_ipsec_spd_add
+    example  0 $spd
 }
 
 call qx_ipsec_policy_add "add a policy to an SPD" {
@@ -77,12 +82,16 @@ call qx_ipsec_policy_add "add a policy to an SPD" {
     in     u32                 spd_handle
     in     qx_ipsec_policy_t*  policy              "the policy"
     out    u32*                policy_handle       "receives the handle of the policy"
+    after    qx_ipsec_spd_add
+    example  policy = 0 $spd {policy_action 2 selector_count 1}
 }
 
 call qx_ipsec_policy_delete "remove a policy from an SPD" {
     in     u16                 device_id
     in     u32                 spd_handle
     in     u32                 policy_handle
+    after    qx_ipsec_policy_add
+    example  0 $spd $policy
 }
 
 call qx_ipsec_sa_add "add security associations to a policy" {
@@ -93,6 +102,8 @@ call qx_ipsec_sa_add "add security associations to a policy" {
     in     qx_ipsec_sa_t*      sa_array            "the security associations, sa_count of them"
     in     u32                 previous_sa_handle  "handle of the SA that the new one follows"
     out    u32*                sa_handle           "receives the handle of the new SA"
+    after    qx_ipsec_policy_add
+    example  sa = 0 $spd $policy {{spi 4096 sa_dir 1} {spi 4097 sa_dir 1}} 0
 }
 
 call qx_ipsec_sa_delete "remove a security association from a policy" {
@@ -100,4 +111,6 @@ call qx_ipsec_sa_delete "remove a security association from a policy" {
     in     u32                 spd_handle
     in     u32                 policy_handle
     in     u32                 sa_handle           "handle of the SA"
+    after    qx_ipsec_sa_add
+    example  0 $spd $policy $sa
 }

@@ -75,12 +75,16 @@ call qx_l2tp_session_add "add a session to a tunnel" {
     in     u16               device_id
     in     u32               tunnel_id
     in     u16               session_id
+    after    qx_tunnel_add
+    example  0 $tunnel 5
 }
 
 call qx_l2tp_session_delete "remove a session from a tunnel" {
     in     u16               device_id
     in     u32               tunnel_id
     in     u16               session_id
+    after    qx_l2tp_session_add
+    example  0 $tunnel 5
 }
 
 call qx_l2tp_session_get "ask whether a tunnel has a session" {
@@ -88,6 +92,8 @@ call qx_l2tp_session_get "ask whether a tunnel has a session" {
     in     u32               tunnel_id
     in     u16               session_id
     out    u8*               is_present   "receives the presence flag"
+    after    qx_l2tp_session_add
+    example  0 $tunnel 5
 }
 
 call qx_ipv6_over_l2tp_add "add an IPv6 prefix to a session" {
@@ -95,6 +101,8 @@ call qx_ipv6_over_l2tp_add "add an IPv6 prefix to a session" {
     in     u32               tunnel_id
     in     u16               session_id
     in     qx_ip_address_t*  ipv6_prefix
+    after    qx_l2tp_session_add
+    example  0 $tunnel 5 2001:db8:1::/48
 }
 
 call qx_ipv6_over_l2tp_delete "remove an IPv6 prefix from a session" {
@@ -102,6 +110,8 @@ call qx_ipv6_over_l2tp_delete "remove an IPv6 prefix from a session" {
     in     u32               tunnel_id
     in     u16               session_id
     in     qx_ip_address_t*  ipv6_prefix
+    after    qx_ipv6_over_l2tp_add
+    example  0 $tunnel 5 2001:db8:1::/48
 }
 
 call qx_ipv6_over_l2tp_getnext "walk the IPv6 prefixes of a session, one a call" {
@@ -109,4 +119,6 @@ call qx_ipv6_over_l2tp_getnext "walk the IPv6 prefixes of a session, one a call"
     in     u32               tunnel_id
     in     u16               session_id
     inout  qx_ip_address_t*  ipv6_prefix  "place in the walk; receives a prefix"
+    after    qx_ipv6_over_l2tp_add
+    example  0 $tunnel 5 {}
 }

@@ -58,41 +58,54 @@ record qx_l3_route_t 188 "one route" {
 call qx_l3_route_add "add a route" {
     in     u16               device_id
     in     qx_l3_route_t*    route       "the route"
+    example  0 {prefix 10.1.0.0/16 nexthop {nhid {addr 192.0.2.1 intf_id 3} id {port_id 5}}}
 }
 
 call qx_l3_route_delete "remove a route" {
     in     u16               device_id
     in     qx_l3_route_t*    route       "the route to remove"
+    after    qx_l3_route_add
+    example  0 {prefix 10.1.0.0/16}
 }
 
 call qx_l3_route_get "read a route" {
     in     u16               device_id
     inout  qx_l3_route_t*    route       "the route asked for; receives the route found"
+    after    qx_l3_route_add
+    example  0 {prefix 10.1.2.3}
 }
 
 call qx_l3_route_show "walk the routes, one a call" {
     in     u16               device_id
     inout  qx_l3_route_t*    route       "place in the walk; receives a route"
     in     u8                next
+    after    qx_l3_route_add
+    example  0 {} 0
 }
 
 call qx_l3_route_shut "shut the route table down" {
     in     u16               device_id
+    example  0
 }
 
 call qx_l3_route_init_0 "start the route table again" {
     in     u16               device_id
+    after    qx_l3_route_shut
+    example  0
 }
 
 call qx_l3_nexthop_add "add a next hop" {
     in     u16               device_id
     in     qx_l3_nexthop_t*  nexthop     "the next hop"
     out    u32*              index       "receives its index"
+    example  index = 0 {nhid {addr 192.0.2.1 intf_id 3} id {port_id 5}}
 }
 
 call qx_l3_nexthop_delete "remove a next hop" {
     in     u16               device_id
     in     qx_l3_nexthop_t*  nexthop     "the next hop to remove"
+    after    qx_l3_nexthop_add
+    example  0 {nhid {addr 192.0.2.1 intf_id 3}}
 }
 
 # Here the index stands before the record; qx_l3_nexthop_add has them the other way round.
@@ -100,34 +113,45 @@ call qx_l3_nexthop_get "read the next hop at an index" {
     in     u16               device_id
     in     u32               index       "index of the next hop"
     out    qx_l3_nexthop_t*  nexthop     "receives the next hop"
+    after    qx_l3_nexthop_add
+    example  0 $index
 }
 
 call qx_l3_nexthop_show "walk the next hops, one a call" {
     in     u16               device_id
     inout  qx_l3_nexthop_t*  nexthop     "place in the walk; receives a next hop"
     in     u8                next
+    after    qx_l3_nexthop_add
+    example  0 {} 0
 }
 
 call qx_l3_nexthop_update "change a next hop" {
     in     u16               device_id
     in     qx_l3_nexthop_t*  nexthop     "the next hop as it is to be"
+    after    qx_l3_nexthop_add
+    example  0 {nhid {addr 192.0.2.1 intf_id 3} id {port_id 6}}
 }
 
 call qx_l3_nhintf_all_route_delete "remove all routes of a next-hop interface" {
     in     u16               device_id
     in     u32               intf_id
+    after    qx_l3_route_add
+    example  0 3
 }
 
 call qx_nat_subnet_add "add a NAT subnet to an interface" {
     in     u16               device_id
     in     u32               intf_id
     in     qx_ip_address_t*  nat_subnet  "the subnet"
+    example  0 3 10.0.0.0/8
 }
 
 call qx_nat_subnet_delete "remove a NAT subnet from an interface" {
     in     u16               device_id
     in     u32               intf_id
     in     qx_ip_address_t*  nat_subnet  "the subnet to remove"
+    after    qx_nat_subnet_add
+    example  0 3 10.0.0.0/8
 }
 
 call qx_port_encap_ip_mtu_add "set the IP MTU of an encapsulation on a port" {
@@ -135,12 +159,15 @@ call qx_port_encap_ip_mtu_add "set the IP MTU of an encapsulation on a port" {
     in     u16               port_id
     in     u32               encap
     in     u32               ip_mtu      "IP MTU in bytes"
+    example  0 3 1 1492
 }
 
 call qx_port_encap_ip_mtu_delete "remove the IP MTU of an encapsulation on a port" {
     in     u16               device_id
     in     u16               port_id
     in     u32               encap
+    after    qx_port_encap_ip_mtu_add
+    example  0 3 1
 }
 
 call qx_port_encap_ip_mtu_get "read the IP MTU of an encapsulation on a port" {
@@ -148,4 +175,6 @@ call qx_port_encap_ip_mtu_get "read the IP MTU of an encapsulation on a port" {
     in     u16               port_id
     in     u32               encap
     out    u32*              ip_mtu      "receives the IP MTU in bytes"
+    after    qx_port_encap_ip_mtu_add
+    example  0 3 1
 }

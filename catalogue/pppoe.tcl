@@ -30,21 +30,28 @@ call qx_pppoe_port_add "bind a PPPoE port to a physical port" {
     in     u16                   device_id
     in     u16                   port_id
     in     u16                   pppoe_port_id
+    example  0 4 100
 }
 
 call qx_pppoe_port_delete "remove a PPPoE port" {
     in     u16                   device_id
     in     u16                   pppoe_port_id
+    after    qx_pppoe_port_add
+    example  0 100
 }
 
 call qx_pppoe_port_config_get "read the settings of a PPPoE port" {
     in     u16                   device_id
     in     u16                   pppoe_port_id
     out    qx_pppoe_port_cfg_t*  p_cfg          "receives the settings"
+    after    qx_pppoe_port_encap_set
+    example  0 100
 }
 
 call qx_pppoe_port_encap_set "set the encapsulation of a PPPoE port" {
     in     u16                   device_id
     in     u16                   pppoe_port_id
     in     qx_pppoe_port_cfg_t*  p_cfg          "the settings"
+    after    qx_pppoe_port_add
+    example  0 100 {dest_mac 02:00:00:00:00:42 pppoe_session_id 9}
 }

@@ -19,24 +19,33 @@ record qx_pptp_sa_t 84 "security association of a PPTP session" {
 call qx_pptp_session_add "add a session" {
     in     u16            dev_id
     in     qx_pptp_sa_t*  session    "the session"
+    example  0 {sa_id 5 dir 1 crypto_type 1 keylen 4 key 0x00112233}
 }
 
 call qx_pptp_session_delete "remove a session by its identifier and direction" {
     in     u16            dev_id
     in     u16            sa_id
     in     u8             direction  "direction, an SDK code"
+    after    qx_pptp_session_add
+    example  0 5 1
 }
 
 call qx_pptp_session_get "read a session" {
     in     u16            dev_id
     inout  qx_pptp_sa_t*  session    "identifies the session; receives it"
+    after    qx_pptp_session_add
+    example  0 {sa_id 5 dir 1}
 }
 
 call qx_pptp_session_clear_all "remove all sessions" {
     in     u16            dev_id
+    after    qx_pptp_session_add
+    example  0
 }
 
 call qx_pptp_key_change "change the key of a session" {
     in     u16            dev_id
     in     u16            sa_id
+    after    qx_pptp_session_add
+    example  0 5
 }

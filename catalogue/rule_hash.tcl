@@ -130,15 +130,20 @@ record qx_rule_hash_t 220 "one rule" {
 call qx_rule_hash_add "install a rule" {
     in     u16              device_id
     in     qx_rule_hash_t*  p_rule_hash  "the rule"
+    example  0 {hash_index 9 key {l4_dp 443} fwd_result {act {drop 1}}}
 }
 
 call qx_rule_hash_delete_by_hash_index "remove the rule in a hash slot" {
     in     u16              device_id
     in     u16              hash_index   "slot of the rule hash"
+    after    qx_rule_hash_add
+    example  0 9
 }
 
 call qx_rule_hash_get_by_hash_index "read the rule in a hash slot" {
     in     u16              device_id
     in     u16              hash_index   "slot of the rule hash"
     out    qx_rule_hash_t*  p_rule_hash  "receives the rule"
+    after    qx_rule_hash_add
+    example  0 9
 }

@@ -34,49 +34,65 @@ call qx_rtp_translate_add "add an RTP translation for a flow" {
     in     qx_rtp_cfg_t*           p_rtp_cfg           "the rewriting"
     in     qx_flow_t*              p_flow_entry
     out    u32*                    p_rtp_id            "receives the RTP translation id"
+    example  rtp = 0 {input_ssrc 5 output_ssrc 6} {flow_id 7 ingress_pkt {da_ip 198.51.100.7}}
 }
 
 call qx_rtp_translate_delete "remove an RTP translation by its settings" {
     in     u16                     device_id
     in     qx_rtp_cfg_t*           p_rtp_cfg           "the rewriting it was added with"
+    after    qx_rtp_translate_add
+    example  0 {input_ssrc 5 output_ssrc 6}
 }
 
 call qx_rtp_translate_delete_by_id "remove an RTP translation by its identifier" {
     in     u16                     device_id
     in     u32                     rtp_id
+    after    qx_rtp_translate_add
+    example  0 $rtp
 }
 
 # The one call without a device number.
 call qx_rtp_statistics_get "read the counters of an RTP translation" {
     in     u32                     rtp_id
     out    qx_rtp_stats_t*         data                "receives the counters"
+    after    qx_rtp_translate_add
+    example  $rtp
 }
 
 call qx_ip_translate_add "add an IP translation" {
     in     u16                     device_id
     in     qx_ip_translate_cfg_t*  p_ip_translate_cfg  "its settings"
     out    u32*                    p_ip_translate_id   "receives the translation id"
+    example  translation = 0 {v6_pkt {sa_ip 2001:db8:1::1/128 da_ip 2001:db8:2::1/128}}
 }
 
 call qx_ip_translate_del "remove an IP translation" {
     in     u16                     device_id
     in     u32                     ip_translate_id
+    after    qx_ip_translate_add
+    example  0 $translation
 }
 
 call qx_ip_translate_get "read the settings of an IP translation" {
     in     u16                     device_id
     in     u32                     ip_translate_id
     out    qx_ip_translate_cfg_t*  p_ip_translate_cfg  "receives the settings"
+    after    qx_ip_translate_add
+    example  0 $translation
 }
 
 call qx_ip_translate_flow_add "bind a flow to an IP translation" {
     in     u16                     device_id
     in     u32                     ip_translate_id
     in     qx_flow_t*              p_flow_entry
+    after    qx_ip_translate_add
+    example  0 $translation {flow_id 7 ingress_pkt {da_ip 198.51.100.7}}
 }
 
 call qx_ip_translate_flow_del "take a flow off an IP translation" {
     in     u16                     device_id
     in     u32                     ip_translate_id
     in     qx_flow_t*              p_flow_entry
+    after    qx_ip_translate_flow_add
+    example  0 $translation {flow_id 7 ingress_pkt {da_ip 198.51.100.7}}
 }

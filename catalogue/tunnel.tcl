@@ -58,30 +58,41 @@ call qx_tunnel_add "add a tunnel" {
     in     u16               device_id
     in     qx_tunnel_cfg_t*  p_tunnel_cfg  "the tunnel"
     out    u32*              p_tunnel_id   "receives the tunnel id"
+    example  tunnel = 0 {type 0 src_addr 192.0.2.1 dest_addr 192.0.2.2 tunnel {l2tp {tid 8}}}
 }
 
 call qx_tunnel_delete "remove a tunnel by its configuration" {
     in     u16               device_id
     in     qx_tunnel_cfg_t*  p_tunnel_cfg  "the tunnel as it was added"
+    after    qx_tunnel_add
+    example  0 {type 0 src_addr 192.0.2.1 dest_addr 192.0.2.2 tunnel {l2tp {tid 8}}}
 }
 
 call qx_tunnel_delete_by_idx "remove a tunnel by its id" {
     in     u16               device_id
     in     u32               tunnel_id
+    after    qx_tunnel_add
+    example  0 $tunnel
 }
 
 call qx_tunnel_get "read a tunnel" {
     in     u16               device_id
     in     u32               tunnel_id
     out    qx_tunnel_cfg_t*  p_tunnel_cfg  "receives the tunnel"
+    after    qx_tunnel_add
+    example  0 $tunnel
 }
 
 call qx_tunnel_mtu_get "read the MTU of a tunnel" {
     in     u16               device_id
     inout  qx_tunnel_mtu_t*  p_mtu         "type and id select the tunnel; receives its MTU"
+    after    qx_tunnel_add
+    example  0 {tunnel_type 0 tunnel_id $tunnel}
 }
 
 call qx_tunnel_mtu_set "set the MTU of a tunnel" {
     in     u16               device_id
     in     qx_tunnel_mtu_t*  p_mtu         "the tunnel's type and id, and its MTU"
+    after    qx_tunnel_add
+    example  0 {tunnel_type 0 tunnel_id $tunnel mtu 1400}
 }

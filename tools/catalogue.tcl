@@ -51,7 +51,8 @@ proc catalogue::fail {place message} {
 proc catalogue::load {folder} {
     variable model
     array unset model
-    array set model {areas {} records {} calls {} cells {} pointers {} arguments {} groups {}}
+    array set model {areas {} records {} calls {} cells {} pointers {} arguments {} groups {} \
+        examples {}}
     set index [file join $folder index.tcl]
     read_file $index {areas argument}
     if {$model(areas) eq {}} { fail [list [shown $index] 1] "no areas are listed" }
@@ -77,6 +78,7 @@ proc catalogue::load {folder} {
     foreach record $model(records) { check_layout $record }
     check_cells
     check_command_names
+    check_examples
 }
 
 # A file's name as shown in messages: its folder and its tail.
@@ -103,6 +105,17 @@ proc catalogue::count_of {call name} {
     set names {}
     foreach argument [dict get [call $call] arguments] { lappend names [dict get $argument name] }
     return [lsearch -exact $names $wanted]
+}
+
+# The calls with an example -> its words, the variable for its result, the calls before it.
+proc catalogue::examples {} {
+    variable model
+    set examples {}
+    dict for {call example} $model(examples) {
+        dict set examples $call \
+            [list [dict get $example example] [dict get $example result] [before $call {}]]
+    }
+    return $examples
 }
 
 # True if the call's first argument is a device.

@@ -38,7 +38,8 @@ proc statuses::table {file heading} {
 }
 
 # The statuses that each function returns besides the common ones: a dict, function -> a list of its
-# statuses and the page's text on when. `known` are all statuses, `functions` those that need a row.
+# statuses and the page's text on when. `known` are all statuses, or * for any; `functions` those
+# that need a row.
 proc statuses::read_answers {file known functions} {
     set answers {}
     foreach {line_number cells} [table $file function] {
@@ -49,7 +50,7 @@ proc statuses::read_answers {file known functions} {
             fail $file $line_number "$function already has a row"
         }
         foreach name $names {
-            if {$name ni $known} { fail $file $line_number "\"$name\" is not a status" }
+            if {$known ne "*" && $name ni $known} { fail $file $line_number "\"$name\" is not a status" }
         }
         dict set answers $function [list $names $when]
     }
@@ -57,6 +58,25 @@ proc statuses::read_answers {file known functions} {
         if {![dict exists $answers $function]} { fail $file 1 "$function has no row of statuses" }
     }
     return $answers
+}
+
+# What certain values mean: a dict, RECORD.FIELD or FUNCTION.ARGUMENT -> value and meaning,
+# alternating. `places` are all that there are.
+proc statuses::read_special {file places} {
+    set special {}
+    foreach {line_number cells} [table $file place] {
+        if {[llength $cells] != 3} { fail $file $line_number "expected: place, value, meaning" }
+        lassign $cells place value meaning
+        if {$place ni $places} {
+            fail $file $line_number "\"$place\" is no field of a record or argument of a call"
+        }
+        if {$value in [dict keys [expr {[dict exists $special $place] ?
+                [dict get $special $place] : {}}]]} {
+            fail $file $line_number "$place $value already has a row"
+        }
+        dict lappend special $place $value $meaning
+    }
+    return $special
 }
 
 # The environment switches described in the pages of a folder, each once: a list of name and

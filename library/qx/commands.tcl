@@ -203,6 +203,12 @@ namespace eval qx::commands {
                 The names of tables are those in docs/simulator.md. Empty if the profile does not
                 say.
             }
+            {qx::catalogue::answers call}
+            {what the simulated device answers to a call, a dict: statuses, when, usual} {}
+            {qx::catalogue::special owner name}
+            {what certain values of a field or an argument mean: value and meaning by turns} {}
+            {qx::catalogue::call_example call}
+            {the example of a call, a dict: words, result, before} {}
             {qx::catalogue::nearest word names ?count?} {the names most similar to a word} {}
             {qx::catalogue::like word names} {the same for a message, or nothing} {}
         }

@@ -6,6 +6,7 @@ namespace eval qx::example {}
 # The commands of an example.
 proc qx::example::lines {command} {
     foreach key {name shape arguments} { set $key [dict get $command $key] }
+    if {$shape eq "call"} { return [call $name] }
     if {$shape eq "free"} { return [list "set block \[qx_uint32_create 1\]" "$name \$block"] }
     set lines {}
     set words $name
@@ -23,6 +24,26 @@ proc qx::example::lines {command} {
     return [lappend lines $words]
 }
 
+# The same for an SDK function: the calls it needs before, and its own.
+proc qx::example::call {name} {
+    set example [qx::catalogue::call_example $name]
+    set lines {}
+    foreach each [concat [dict get $example before] [list $name]] {
+        foreach key {words result} { set $key [dict get [qx::catalogue::call_example $each] $key] }
+        set line "qx::call $each"
+        foreach word $words { append line " [quoted $word]" }
+        if {$result ne {}} { set line "set $result \[$line\]" }
+        lappend lines $line
+    }
+    return $lines
+}
+
+# A word as it is typed. A variable in a dict is replaced, too.
+proc qx::example::quoted {word} {
+    if {$word eq {} || ([regexp {\s} $word] && ![string match *\$* $word])} { return "{$word}" }
+    return [expr {[regexp {\s} $word] ? "\"$word\"" : $word}]
+}
+
 # The command that creates an object of a type.
 proc qx::example::creation {type} {
     if {[qx::catalogue::is_record $type]} { return [qx::catalogue::stem $type]_create }
@@ -31,10 +52,12 @@ proc qx::example::creation {type} {
 
 proc qx::example::number {argument} { expr {$argument in {idx index data} ? 0 : 1} }
 
-# A command of an example as it is shown: indented, long ones on several lines.
-proc qx::example::shown {line} {
+# The commands as they are shown: long ones on several lines, indented, within `room` columns.
+proc qx::example::shown {command room} {
     set text {}
-    set lines [split [string trimright [qx::layout::wrapped $line {  } 6 2] \n] \n]
-    foreach part [lrange $lines 0 end-1] { append text "$part \\\n" }
-    return "$text[lindex $lines end]\n"
+    foreach line [lines $command] {
+        set parts [qx::layout::wrapped $line {} 4 [expr {$room - 2}]]
+        append text [string map [list \n " \\\n"] [string trimright $parts \n]]\n
+    }
+    return $text
 }

@@ -81,21 +81,46 @@ proc qx::help::command_text {name} {
     set text [qx::layout::wrapped [dict get $command usage] {} 4]
     append text [qx::layout::wrapped [dict get $words purpose] {  } 2]
     set rows {}
+    set values {}
     foreach argument [dict get $words arguments] {
+        foreach row [value_rows [dict get $argument name] [dict get $argument values]] {
+            lappend values $row
+        }
         set row [parts $argument name type range text]
         set direction [dict get $argument direction]
         if {$direction ne {}} { lset row 2 "[lindex $row 2], $direction" }
         lappend rows $row
     }
     append text [qx::layout::section Arguments [qx::layout::table $rows]]
+    append text [qx::layout::section Values [qx::layout::table $values]]
     append text Result\n[qx::layout::wrapped [dict get $words result] {  } 2]
     set notes {}
     foreach note [dict get $words notes] { append notes [qx::layout::wrapped $note {  } 2] }
     append text [qx::layout::section Notes $notes]
+    append text [statuses_text [dict get $words statuses]]
     append text [qx::layout::section Related [qx::layout::names [lrange [dict get $words related] 0 11]]]
-    append text "Example\n"
-    foreach line [qx::example::lines $command] { append text [qx::example::shown $line] }
+    set example [qx::example::shown $command [expr {[qx::layout::width] - 2}]]
+    append text "Example\n[regsub -all -line {^(?=.)} $example {  }]"
     return [string trimright $text \n]
+}
+
+# The special values of a field or an argument: name, value, meaning.
+proc qx::help::value_rows {name values} {
+    set rows {}
+    foreach {value meaning} $values { lappend rows [list $name $value $meaning] }
+    return $rows
+}
+
+# What the simulated device answers: a status a line, the reasons, and the usual ones.
+proc qx::help::statuses_text {answers} {
+    if {$answers eq {}} return
+    foreach {key value} $answers { set $key $value }
+    set rows {}
+    foreach name $statuses { lappend rows [qx::wording::status $name] }
+    set text [qx::layout::table $rows]
+    if {$when ne {}} { append text [qx::layout::wrapped "when: $when" {  } 4] }
+    append text [qx::layout::wrapped "and as from most calls: [join $usual]" {  } 4]
+    return [qx::layout::section "Statuses of the simulated device, besides 0" $text]
 }
 
 # ----------------------------------------------------------------------------------- records
@@ -109,6 +134,12 @@ proc qx::help::record_text {type} {
     set rows [list {offset bits type name meaning}]
     foreach field $fields { lappend rows [field_row $field] }
     append shown [qx::layout::table $rows]
+    set values {}
+    foreach field $fields {
+        set name [dict get $field name]
+        foreach row [value_rows $name [qx::wording::values $type $name]] { lappend values $row }
+    }
+    append shown [qx::layout::section Values [qx::layout::table $values]]
     append shown [qx::layout::section Commands [qx::layout::names [record_commands $type]]]
     append shown [qx::layout::section {Calls that take it} [qx::layout::names [takers $type]]]
     append shown [qx::layout::section {Records that hold it} [qx::layout::names [holders $type]]]

@@ -68,9 +68,9 @@ proc qx::layout::table {rows} {
 }
 
 # A text wrapped into lines: the first one begins with `start`, the others are indented. A word that
-# is too long has a line of its own. At the end of a line `spare` columns are left free.
-proc qx::layout::wrapped {text start indent {spare 0}} {
-    set room [expr {[width] - $spare}]
+# is too long has a line of its own. `room` is the number of columns, if not all.
+proc qx::layout::wrapped {text start indent {room {}}} {
+    if {$room eq {}} { set room [width] }
     set result {}
     set line $start
     set blank {}

@@ -17,8 +17,11 @@ apply {{folder parts commands} {
     }
     foreach {name procedure} $commands { interp alias {} ::qx::$name {} ::qx::$procedure }
 }} [file dirname [info script]] {
-    catalogue_data catalogue profile commands wording layout example handles records help apropos
-    status why script_parser lint lint_bodies lint_passing lint_calls lint_records lint_package sim
+    catalogue_data catalogue profile answers
+    commands wording layout example help apropos
+    handles records status why
+    script_parser lint lint_bodies lint_passing lint_calls lint_records lint_package
+    sim
 } {
     profile  profile::choose
     new      records::new

@@ -20,16 +20,18 @@ proc qx::wording::field_type {field} {
 }
 
 # The description of a command, a dict: purpose, arguments (a list of dicts: name, type, range,
-# text, direction), result, notes (a list), related (a list of command names).
+# text, direction, values), result, notes (a list), statuses (empty, or as by `statuses`), related (a
+# list of command names).
 proc qx::wording::describe {command} {
     set arguments {}
     foreach {name type} [dict get $command arguments] {
         lappend arguments [dict create name $name type [qx::catalogue::native $type] \
             range [range $command $name $type] text [argument_text $command $name] \
-            direction [direction $command $name]]
+            direction [direction $command $name] values [argument_values $command $name]]
     }
     return [dict create purpose [purpose $command] arguments $arguments \
-        result [result $command] notes [notes $command] related [related $command]]
+        result [result $command] notes [notes $command] statuses [statuses $command] \
+        related [related $command]]
 }
 
 # ------------------------------------------------------------------------------------ purpose
@@ -129,6 +131,26 @@ proc qx::wording::direction {command name} {
     return [dict get $argument direction]
 }
 
+# What certain values of a field or an argument mean: value and meaning, alternating. A number with
+# a code word begins with it.
+proc qx::wording::values {owner name} {
+    set values {}
+    foreach {word number} [qx::catalogue::code_words $owner $name] { dict set values $number $word }
+    foreach {value meaning} [qx::catalogue::special $owner $name] {
+        if {[dict exists $values $value]} { set meaning "[dict get $values $value]: $meaning" }
+        dict set values $value $meaning
+    }
+    return $values
+}
+
+proc qx::wording::argument_values {command name} {
+    set owner [dict get $command owner]
+    if {[dict get $command shape] eq "call"} { return [values $owner $name] }
+    set field [qx::catalogue::field_of $command $name]
+    if {$field eq {}} return
+    return [values $owner [dict get $field name]]
+}
+
 # ------------------------------------------------------------------------------------- result
 
 proc qx::wording::result {command} {
@@ -193,6 +215,21 @@ proc qx::wording::notes {command} {
         lappend notes "The element has $bits bits; it is set from $given."
     }
     return $notes
+}
+
+# What the simulated device answers to a call, as qx::catalogue::answers has it; empty for other
+# commands.
+proc qx::wording::statuses {command} {
+    if {[dict get $command shape] ne "call"} return
+    return [qx::catalogue::answers [dict get $command owner]]
+}
+
+# A status with its number and meaning, if the profile in use has it.
+proc qx::wording::status {name} {
+    if {[catch { qx::catalogue::status_number $name } number]} {
+        return [list $name {} "not a status of this profile"]
+    }
+    return [list $name $number [qx::catalogue::status_meaning $number]]
 }
 
 # ------------------------------------------------------------------------------------ related

@@ -286,3 +286,38 @@ proc catalogue::check_command_names {} {
         dict set seen $name [dict get $command place]
     }
 }
+
+# The calls that an example needs before it have examples, and set the variables it uses.
+proc catalogue::check_examples {} {
+    variable model
+    dict for {call example} $model(examples) {
+        set place [dict get $example place]
+        if {![dict exists $example example]} { fail $place "$call has no line \"example\"" }
+        set results {}
+        foreach other [before $call {}] {
+            if {![dict exists $model(examples) $other example]} {
+                fail $place "the example of $call needs $other, which has none"
+            }
+            lappend results [dict get $model(examples) $other result]
+        }
+        foreach {variable name} [regexp -all -inline {\$(\w+)} [dict get $example example]] {
+            if {$name ni $results} { fail $place "nothing before $call sets $variable" }
+        }
+    }
+}
+
+# The calls before a call in its example, each once and after those it needs itself.
+proc catalogue::before {call outer} {
+    variable model
+    if {$call in $outer} {
+        fail [dict get $model(examples) $call place] "the example of $call needs itself"
+    }
+    set result {}
+    if {![dict exists $model(examples) $call after]} return
+    foreach needed [dict get $model(examples) $call after] {
+        foreach each [concat [before $needed [concat $outer [list $call]]] [list $needed]] {
+            if {$each ni $result} { lappend result $each }
+        }
+    }
+    return $result
+}

@@ -220,7 +220,12 @@ proc catalogue::declare_call {place words} {
     enter call $place $name
     set arguments {}
     set names {}
+    set example {}
     foreach {here line} [body_lines $place $body] {
+        if {[lindex $line 0] in {after example}} {
+            set example [read_example $here $example $line]
+            continue
+        }
         if {[llength $line] ni {3 4}} { fail $here "expected: direction type name ?description?" }
         lassign [concat $line {{}}] direction type argument description
         if {$direction ni {in out inout}} { fail $here "\"$direction\" is not a direction" }
@@ -249,7 +254,27 @@ proc catalogue::declare_call {place words} {
     lappend model(calls) $name
     set model(call,$name) [dict create name $name text $text arguments $arguments \
         area $model(area) place $place]
+    if {$example ne {}} { dict set model(examples) $name $example }
     lappend model(groups) [list call $name]
+}
+
+# One line about a call's example: `after CALL ...`, the calls that it needs before, or `example
+# ?name =? word ...`, the words for qx::call and the variable for its result.
+proc catalogue::read_example {place example line} {
+    set words [lassign $line kind]
+    if {[dict exists $example $kind]} { fail $place "the call already has its line \"$kind\"" }
+    dict set example place $place
+    if {$kind eq "after"} {
+        if {$words eq {}} { fail $place "expected: after call ..." }
+        return [dict replace $example after $words]
+    }
+    set result {}
+    if {[lindex $words 1] eq "="} {
+        set result [lindex $words 0]
+        check_name $place $result result
+        set words [lrange $words 2 end]
+    }
+    return [dict replace $example example $words result $result]
 }
 
 proc catalogue::declare_cell {place words} {

@@ -50,7 +50,8 @@ proc html::page {here title version body} {
     append text "<p id=\"found\" role=\"status\"></p>\n<ol id=\"results\"></ol>\n</form>\n"
     append text "<nav aria-label=\"Pages\"><ul>\n"
     foreach {file label} {
-        index.html Areas commands.html Commands statuses.html Statuses conventions.html Conventions
+        index.html Areas commands.html Commands package.html {Package qx} statuses.html Statuses
+        conventions.html Conventions
     } {
         set mark [expr {$file eq $here ? " aria-current=\"page\"" : {}}]
         append text "<li><a href=\"$file\"$mark>$label</a></li>\n"

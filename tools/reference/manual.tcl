@@ -1,4 +1,4 @@
-# The manual pages: one of section n for each area, and qxsh.1 from its hand-written template. They
+# The manual pages: one of section n for each area and for the package, and qxsh.1 from its hand-written template. They
 # use only the macros of man(7). Relies on the wording of the package qx, and on the switches and
 # statuses.
 
@@ -41,18 +41,38 @@ proc manual::command {command} {
         append text ".br\n.IR [quoted [dict get $argument name]] :\n"
         append text "[escape [dict get $argument text]];\n"
         append text "[escape "$direction[dict get $argument type], [dict get $argument range]"].\n"
+        append text [value_list [dict get $argument values]]
     }
     append text ".br\nResult: [escape [dict get $words result]].\n"
     foreach note [dict get $words notes] { append text "[escape $note]\n" }
     if {[dict get $command shape] eq "call"} {
-        lassign [dict get $pages::answers [dict get $command name]] names when
-        if {$names ne {}} {
-            append text ".br\nThe simulator answers [escape [join $names {, }]]"
-            if {$when ne {}} { append text "\n([escape $when])" }
-            append text ".\n"
-        }
+        set example [string trimright [qx::example::shown $command 64] \n]
+        append text [statuses_of $words][session [split $example \n]]
     }
     return "$text.RE\n"
+}
+
+# Lines as they are typed.
+proc manual::session {lines} {
+    set text ".nf\n"
+    foreach line $lines { append text [escape $line]\n }
+    return "$text.fi\n"
+}
+
+# What the simulator answers to a call.
+proc manual::statuses_of {words} {
+    foreach {key value} [dict get $words statuses] { set $key $value }
+    set text ".br\nThe simulator answers [escape [join [concat $statuses $usual] {, }]]"
+    if {$when ne {}} { append text "\n([escape $when])" }
+    return "$text.\n"
+}
+
+# The special values of a field or an argument.
+proc manual::value_list {values} {
+    if {$values eq {}} return
+    set parts {}
+    foreach {value meaning} $values { lappend parts "$value $meaning" }
+    return "Values: [escape [join $parts {; }]].\n"
 }
 
 # -------------------------------------------------------------------------------------- records
@@ -71,6 +91,7 @@ proc manual::record {name} {
         append text ".TP\n[bold [dict get $field name]]"
         append text "[escape "$where, [qx::wording::field_type $field]"]:\n"
         append text "[escape [dict get $field text]].\n"
+        append text [value_list [qx::wording::values $name [dict get $field name]]]
     }
     foreach command [reference::commands] {
         if {[dict get $command owner] eq $name} { append text [command $command] }
@@ -96,9 +117,10 @@ proc manual::area_page {area} {
     return "$text.SH \"SEE ALSO\"\n[see_also $area]"
 }
 
-# References to the shell and the pages of the other areas.
+# References to the shell, the package and the pages of the other areas.
 proc manual::see_also {area} {
     set text ".BR qxsh (1)"
+    if {$area ne {}} { append text ",\n.BR qx (n)" }
     foreach other [catalogue::areas] {
         if {$other ne $area} { append text ,\n.BR\ [page_name $other]\ (n) }
     }
@@ -146,6 +168,7 @@ proc manual::shell_page {template version} {
 proc manual::files {project version} {
     set template [file join $project packaging qxsh.1.in]
     set files [list man/man1/qxsh.1 [shell_page $template $version]]
+    lappend files man/mann/qx.n [package::manual]
     foreach area [catalogue::areas] {
         lappend files man/mann/[page_name $area].n [area_page $area]
     }

@@ -4,7 +4,6 @@
 
 namespace eval pages {
     variable statuses {} ;# name, number, meaning, alternating
-    variable answers {}  ;# call -> its statuses and when
     variable version {}
 }
 
@@ -58,7 +57,7 @@ proc pages::command_section {command level} {
     if {[dict get $words arguments] ne {}} { append text [argument_list $words] }
     append text [keyed Result "[html::escape [dict get $words result]]."]
     foreach note [dict get $words notes] { append text "<p>[html::escape $note]</p>\n" }
-    if {[dict get $command shape] eq "call"} { append text [status_lines $name] }
+    append text [status_lines [dict get $words statuses]][example $command]
     if {[dict get $words related] ne {}} {
         set links {}
         foreach other [dict get $words related] { lappend links [command_link $other] }
@@ -75,21 +74,43 @@ proc pages::argument_list {words} {
         append text [type_link [dict get $argument type]]
         if {$direction ne {}} { append text " <span class=\"direction\">$direction</span>" }
         append text " [html::sentence [dict get $argument text]]"
-        append text " <span class=\"range\">[html::escape [dict get $argument range]]</span></dd>\n"
+        append text " <span class=\"range\">[html::escape [dict get $argument range]]</span>"
+        append text "[value_list [dict get $argument values]]</dd>\n"
     }
     return "$text</dl>\n"
 }
 
-# The statuses that the simulated device returns besides the common ones.
-proc pages::status_lines {call} {
-    variable answers
-    lassign [dict get $answers $call] names when
-    if {$names eq {}} return
+# The special values of a field or an argument.
+proc pages::value_list {values} {
+    if {$values eq {}} return
+    set parts {}
+    foreach {value meaning} $values {
+        lappend parts "[html::code $value] [html::escape $meaning]"
+    }
+    return " <span class=\"values\">[join $parts {; }]</span>"
+}
+
+# The statuses that the simulated device answers, as by qx::wording::statuses.
+proc pages::status_lines {answers} {
+    if {$answers eq {}} return
+    foreach key {statuses when usual} { set $key [dict get $answers $key] }
+    set text {}
+    if {$statuses ne {}} {
+        set own [status_links $statuses]
+        if {$when ne {}} { append own " ([html::escape $when])" }
+        append text [keyed Simulator $own]
+    }
+    return "$text[keyed [expr {$text eq {} ? "Simulator" : "As most calls"}] [status_links $usual]]"
+}
+# How an SDK function is called; other commands need no example here.
+proc pages::example {command} {
+    if {[dict get $command shape] ne "call"} return
+    return "<pre>[html::escape [qx::example::shown $command 80]]</pre>\n"
+}
+proc pages::status_links {names} {
     set links {}
     foreach name $names { lappend links [html::code_link statuses.html#$name $name] }
-    set text [join $links {, }]
-    if {$when ne {}} { append text " ([html::escape $when])" }
-    return [keyed Simulator $text]
+    return [join $links {, }]
 }
 
 # ------------------------------------------------------------------------------------- records
@@ -154,7 +175,8 @@ proc pages::field_table {name} {
             set shown "<a href=\"[record_place [dict get $field type]]\">$shown</a>"
         }
         lappend rows $name.[dict get $field name] [list [html::code [dict get $field name]] \
-            $where $bytes $shown [html::escape [dict get $field text]]]
+            $where $bytes $shown "[html::escape [dict get $field text]][value_list \
+                [qx::wording::values $name [dict get $field name]]]"]
     }
     return [html::table "Fields of $name" {Field Offset Bytes Type Meaning} $rows]
 }
@@ -243,7 +265,6 @@ proc pages::commands_text {} {
 proc pages::statuses_text {} {
     variable version
     variable statuses
-    variable answers
     set text "<p>What the functions of the simulated device answer. The numbers are its own: a\
         board's library may answer others, and only 0 is sure to be success. A status stays a plain\
         result of the command; not a Tcl error.</p>\n"
@@ -251,7 +272,7 @@ proc pages::statuses_text {} {
     foreach {name number meaning} $statuses {
         set links {}
         foreach call [catalogue::calls] {
-            if {$name ni [lindex [dict get $answers $call] 0]} continue
+            if {$name ni [dict get [qx::catalogue::answers $call] statuses]} continue
             lappend links [command_link $call]
         }
         if {$links eq {}} { set links [list "any function"] }
@@ -288,6 +309,9 @@ proc pages::entries_text {} {
     foreach {name number meaning} $statuses {
         lappend rows [entry "$name $number" statuses.html#$name status $meaning]
     }
+    dict for {name facts} [qx::commands::all] {
+        lappend rows [entry $name package.html#$name command [dict get $facts purpose]]
+    }
     return "// The entries that search.js searches: name, place, kind, words.\nvar entries =\
         \[\n[join $rows ,\n]\n\];\n"
 }
@@ -305,7 +329,7 @@ proc pages::files {} {
     variable version
     set hand_written [reference::file_text [file join $reference::parts conventions.html]]
     set files [list index.html [index_text] commands.html [commands_text] \
-        statuses.html [statuses_text] \
+        package.html [package::page] statuses.html [statuses_text] \
         conventions.html [html::page conventions.html Conventions $version $hand_written] \
         entries.js [entries_text]]
     foreach area [catalogue::areas] { lappend files [area_page $area] [area_text $area] }
