@@ -8,18 +8,19 @@ namespace qxsim {
 
 std::uint32_t family_bits(std::uint32_t family)
 {
-    return family == family_ipv4 ? 32 : 128;
+    return family == ipv4 ? 32 : 128;
 }
 
 bool valid_address(const qx_ip_address_t &address)
 {
-    return address.afi <= family_ipv6 && address.addr_len <= family_bits(address.afi);
+    const std::uint32_t family = family_of(address);
+    return family != unknown && address.addr_len <= family_bits(family);
 }
 
 address_key address_of(const qx_ip_address_t &address)
 {
-    address_key key{address.afi, {}};
-    const unsigned words = family_bits(address.afi) / 32;
+    address_key key{family_of(address), {}};
+    const unsigned words = family_bits(key.family) / 32;
     for (unsigned index = 0; index < words; ++index)
         key.words[index] = address.ip_addr.addr[index];
     return key;

@@ -1,7 +1,8 @@
-// Addresses and prefixes as keys. Family 0 is IPv4, with the address in word 0; family 1 is IPv6,
-// in words 0 to 3, first word first. The most significant bit of a word comes first in the address.
+// Addresses and prefixes as keys. An IPv4 address is in word 0, an IPv6 address in words 0 to 3,
+// first word first. The most significant bit of a word comes first in the address.
 #pragma once
 
+#include "numbers.h"
 #include "qx_sdk.h"
 #include "record.h"
 
@@ -10,13 +11,10 @@
 
 namespace qxsim {
 
-constexpr std::uint32_t family_ipv4 = 0;
-constexpr std::uint32_t family_ipv6 = 1;
-
 /// An address without its length. An IPv4 address has zeros in words 1 to 3.
 struct address_key
 {
-    std::uint32_t family = 0;
+    std::uint32_t family = ipv4; ///< an address_family
     std::array<std::uint32_t, 4> words{};
     using sorted_by_words = void;
     bool operator==(const address_key &) const = default;
@@ -32,10 +30,16 @@ struct prefix_key
     bool operator==(const prefix_key &) const = default;
 };
 
+/// What the family of a record is: an address_family, or `unknown`.
+inline std::uint32_t family_of(const qx_ip_address_t &address)
+{
+    return meaning<place::family>(address.afi);
+}
+
 /// True if the family is known and the length does not exceed its number of bits.
 bool valid_address(const qx_ip_address_t &address);
 
-/// The number of bits of an address: 32 for IPv4, otherwise 128. The family must be known.
+/// The number of bits of an address: 32 for IPv4, otherwise 128.
 std::uint32_t family_bits(std::uint32_t family);
 
 /// The address in a valid record, whatever its length.

@@ -46,7 +46,7 @@ static qx_status carry_out(const call_row &call, const call_word *words)
 try {
     call_frame frame{call, words};
     if (call.names_device) {
-        if (words[0].value >= device_count)
+        if (words[0].value >= size_of(sized::devices))
             return QX_BAD_DEVICE;
         frame.here = &device_numbered(words[0].value);
         ++frame.here->ticks;
@@ -70,7 +70,7 @@ unsigned int perform(unsigned int number, const call_word *words) noexcept
     const call_row &call = qxsh::call_rows[number];
     if (controlled()) [[unlikely]]
         return perform_controlled(call, words, carry_out);
-    return carry_out(call, words);
+    return number_of(carry_out(call, words));
 }
 
 } // namespace qxsim

@@ -3,9 +3,9 @@
 
 #include "capacities.h"
 #include "files.h"
+#include "numbers.h"
 #include "records/json.h"
 #include "records/values.h"
-#include "statuses.h"
 
 #include <ctime>
 #include <unistd.h>

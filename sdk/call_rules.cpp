@@ -1,8 +1,8 @@
 // Faults and latencies.
 #include "call_rules.h"
 
+#include "numbers.h"
 #include "sdk_calls.h"
-#include "statuses.h"
 
 #include <algorithm>
 #include <charconv>

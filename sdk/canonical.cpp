@@ -3,7 +3,7 @@
 
 #include "address.h"
 #include "capacities.h"
-#include "codes.h"
+#include "numbers.h"
 #include "record_numbers.h"
 #include "records/values.h"
 
@@ -37,7 +37,7 @@ template <class Element> void clear_from(Element *elements, std::size_t start, s
 
 void tidy(qx_ip_address_t &address)
 {
-    if (address.afi == family_ipv4)
+    if (family_of(address) == ipv4)
         for (unsigned index = 1; index < 4; ++index)
             address.ip_addr.addr[index] = 0;
 }
@@ -59,7 +59,7 @@ void tidy(qx_pkt_info_t &packet)
 
 void tidy(qx_port_encap_t &encap)
 {
-    if (encap.type == encap_ethernet)
+    if (meaning<place::port_encap>(encap.type) == encap_ethernet)
         keep(encap.port_encap, encap.port_encap.eth, qxsh::record_qx_eth_port_encap_t);
     else
         keep(encap.port_encap, encap.port_encap.pppoe, qxsh::record_qx_pppoe_port_encap_t);
@@ -71,7 +71,7 @@ void tidy(qx_tunnel_cfg_t &cfg)
     tidy(cfg.dest_addr);
     tidy(cfg.src_addr);
     qx_tunnel_cfg_union_t &all = cfg.tunnel;
-    switch (cfg.type) {
+    switch (meaning<place::tunnel_type>(cfg.type)) {
     case tunnel_l2tp:
         keep(all, all.l2tp, qxsh::record_qx_l2tp_tunnel_cfg_t);
         clear_from(all.l2tp.cookie, all.l2tp.cookie_len, sizeof all.l2tp.cookie);
@@ -127,10 +127,11 @@ stored<qx_l3_nexthop_t> canonical(const qx_l3_nexthop_t &nexthop)
     stored<qx_l3_nexthop_t> copy = without_padding(nexthop, qxsh::record_qx_l3_nexthop_t);
     tidy(copy->nhid.addr);
     qx_l3_nexthop_encap_t &encap = copy->encap;
-    if (copy->nhid.nhop_type == nexthop_by_port) {
+    const std::uint32_t type = meaning<place::nexthop_type>(copy->nhid.nhop_type);
+    if (type == nexthop_by_port) {
         keep(encap, encap.port_encap, qxsh::record_qx_port_encap_t);
         tidy(encap.port_encap);
-    } else if (copy->nhid.nhop_type == nexthop_by_tunnel) {
+    } else if (type == nexthop_by_tunnel) {
         keep(encap, encap.tunnel_cfg, qxsh::record_qx_tunnel_cfg_t);
         tidy(encap.tunnel_cfg);
     }

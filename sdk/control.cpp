@@ -8,13 +8,17 @@
 #include "files.h"
 #include "kept_state.h"
 #include "listing.h"
+#include "numbers.h"
+#include "records/profile.h"
 #include "records/switches.h"
 #include "saved_devices.h"
 
 #include <array>
 #include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <ctime>
+#include <utility>
 
 namespace qxsim {
 
@@ -151,9 +155,34 @@ bool controls::read_environment(const std::array<const char *, 6> &values)
     return true;
 }
 
+// Uses the profile that the environment names. Returns what is wrong with it.
+std::string begin_profile()
+{
+    const char *const value = qxsh::environment_value("QX_PROFILE");
+    if (value == nullptr)
+        return changed_numbers() ? use_profile({}) : std::string{};
+    const std::string name = value;
+    std::string text;
+    const int error = read_file(absolute(name), text);
+    if (error != 0)
+        return name + ": " + (error == EINVAL ? "not a regular file" : std::strerror(error));
+    qxsh::profile profile;
+    if (const auto mistake = qxsh::read_profile(text, profile))
+        return name + ":" + std::to_string(mistake->line) + ": " + mistake->text;
+    const std::string mistake = use_profile(std::move(profile));
+    return mistake.empty() ? mistake : name + ":" + mistake;
+}
+
 // Reads the environment; false as long as it has a mistake.
 bool begin_control()
 {
+    static std::string told; // the profile's mistake that was last told
+    std::string mistake = begin_profile();
+    if (!mistake.empty() && mistake != told)
+        complain("%s", mistake.c_str());
+    told = std::move(mistake);
+    if (!told.empty())
+        return false;
     static constexpr const char *names[] = {"QX_SIM_CONTROL", "QX_SIM_FAULT", "QX_SIM_LATENCY",
                                             "QX_SIM_LOG",     "QX_SIM_KEYS",  "QX_SIM_STATE"};
     std::array<const char *, 6> values{};
@@ -208,9 +237,9 @@ unsigned int perform_controlled(const call_row &call, const call_word *words,
 {
     const qx_status refusal = prepare(call, words);
     if (refusal != QX_OK)
-        return refusal;
+        return number_of(refusal);
     if (control == control_mode::off)
-        return carry_out(call, words);
+        return number_of(carry_out(call, words));
     controls &all = *in_force;
     const std::uint32_t number = all.counts.count(call);
     if (all.log.open())
@@ -219,7 +248,7 @@ unsigned int perform_controlled(const call_row &call, const call_word *words,
     if (latency != 0)
         wait(latency);
     const std::uint32_t fault = fault_for(all.environment, all.file, call.name.text());
-    const std::uint32_t status = fault != 0 ? fault : std::uint32_t{carry_out(call, words)};
+    const std::uint32_t status = fault != 0 ? fault : number_of(carry_out(call, words));
     all.state.after();
     if (all.log.open())
         all.log.finish(call, words, status, fault != 0);

@@ -20,7 +20,7 @@ using carry_out_function = qx_status(const call_row &, const call_word *);
 
 /// Performs a call under control: obeys the control file, counts, delays and logs the call, and
 /// calls `carry_out` unless a fault applies. Reads the environment first if that is still to do.
-/// Returns the status of the call or of the fault.
+/// Returns the number of the status of the call or of the fault.
 unsigned int perform_controlled(const call_row &call, const call_word *words,
                                 carry_out_function *carry_out);
 

@@ -5,7 +5,7 @@
 
 namespace qxsim {
 
-static std::unique_ptr<device> devices[device_count];
+static std::unique_ptr<device> devices[most_devices];
 
 qos_port initial_port()
 {
@@ -19,24 +19,27 @@ qos_port initial_port()
 
 // Nobody asks what was removed from the second indexes: they remember nothing.
 device::device(unsigned own_number)
-    : number(own_number), flows(flow_capacity), flow_ids(flow_capacity),
-      flow_slots(flow_capacity, 0), rules(rule_capacity), rule_slots(rule_capacity, 0),
-      rtps(rtp_capacity, id_base(id_kind::rtp, own_number)), rtp_ids(rtp_capacity),
-      translations(translation_capacity, id_base(id_kind::translation, own_number)),
-      translation_ids(translation_capacity, 0), routes(route_capacity), nexthops(nexthop_capacity),
-      nexthop_indexes(nexthop_capacity, id_base(id_kind::nexthop, own_number)),
-      subnets(subnet_capacity), port_mtus(port_count * 2),
-      tunnels(tunnel_capacity, id_base(id_kind::tunnel, own_number)), tunnel_ids(tunnel_capacity),
-      sessions(l2tp_session_capacity), prefixes(l2tp_prefix_capacity),
-      spds(spd_capacity, id_base(id_kind::spd, own_number)),
-      policies(policy_capacity, id_base(id_kind::policy, own_number)),
-      policy_handles(policy_capacity, 0),
-      associations(sa_capacity, id_base(id_kind::association, own_number)),
-      association_handles(sa_capacity * sa_bundle_limit, 0), pptp(pptp_capacity),
-      pppoe(pppoe_capacity)
-{
-    ports.fill(initial_port());
-}
+    : number(own_number), ports(size_of(sized::ports), initial_port()),
+      flows(size_of(sized::flows)), flow_ids(size_of(sized::flows)),
+      flow_slots(size_of(sized::flows), 0), rules(size_of(sized::rules)),
+      rule_slots(size_of(sized::rules), 0),
+      rtps(size_of(sized::rtp_translations), id_base(id_kind::rtp, own_number)),
+      rtp_ids(size_of(sized::rtp_translations)),
+      translations(size_of(sized::ip_translations), id_base(id_kind::translation, own_number)),
+      translation_ids(size_of(sized::ip_translations), 0), routes(size_of(sized::routes)),
+      nexthops(size_of(sized::nexthops)),
+      nexthop_indexes(size_of(sized::nexthops), id_base(id_kind::nexthop, own_number)),
+      subnets(size_of(sized::nat_subnets)), port_mtus(size_of(sized::port_mtus)),
+      tunnels(size_of(sized::tunnels), id_base(id_kind::tunnel, own_number)),
+      tunnel_ids(size_of(sized::tunnels)), sessions(size_of(sized::l2tp_sessions)),
+      prefixes(size_of(sized::l2tp_prefixes)),
+      spds(size_of(sized::spds), id_base(id_kind::spd, own_number)),
+      policies(size_of(sized::policies), id_base(id_kind::policy, own_number)),
+      policy_handles(size_of(sized::policies), 0),
+      associations(size_of(sized::associations), id_base(id_kind::association, own_number)),
+      association_handles(size_of(sized::associations) * sa_bundle_limit, 0),
+      pptp(size_of(sized::pptp_sessions)), pppoe(size_of(sized::pppoe_ports))
+{}
 
 device &device_numbered(unsigned number)
 {

@@ -1,10 +1,11 @@
-// The simulated devices: each is a struct of bounded tables, whose sizes are in capacities.h. The
-// behaviours are in one file per area.
+// The simulated devices: each is a struct of bounded tables, whose sizes are in capacities.h and
+// numbers.h. The behaviours are in one file per area.
 #pragma once
 
 #include "address.h"
 #include "capacities.h"
 #include "flow_key.h"
+#include "numbers.h"
 #include "qx_sdk.h"
 #include "qx_status.h"
 #include "record.h"
@@ -13,6 +14,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 namespace qxsim {
 
@@ -20,7 +22,7 @@ namespace qxsim {
 
 struct qos_port
 {
-    std::uint32_t mode = 0; ///< 0 by port, 1 by the DSCP map, 2 by the 802.1p map
+    std::uint32_t mode = by_port; ///< a map_mode
     std::array<std::uint8_t, dscp_count>
         dscp{}; ///< priority by DSCP; initially its upper three bits
     std::array<std::uint8_t, dot1p_count> dot1p{}; ///< priority by 802.1p value; at first equal
@@ -30,14 +32,14 @@ struct qos_port
 /// A port's initial maps.
 qos_port initial_port();
 
-/// Power states: 0 off, 1 on, 2 asleep.
+/// Parts are in a power_state.
 struct power_states
 {
     std::uint32_t frequency = 1000; ///< MHz
-    std::array<std::uint32_t, cpu_count> cpu{1, 1};
-    std::array<std::uint32_t, pcie_count> pcie{1, 1};
-    std::array<std::uint32_t, sata_count> sata{1, 1};
-    std::array<std::uint32_t, usb_count> usb{1, 1};
+    std::array<std::uint32_t, cpu_count> cpu{power_on, power_on};
+    std::array<std::uint32_t, pcie_count> pcie{power_on, power_on};
+    std::array<std::uint32_t, sata_count> sata{power_on, power_on};
+    std::array<std::uint32_t, usb_count> usb{power_on, power_on};
     std::uint32_t network_engine_suspended = 0;
     std::array<std::uint8_t, packet_engine_count> packet_engine_suspended{};
     std::uint32_t suspends = 0; ///< how often the system was suspended
@@ -102,7 +104,7 @@ struct translation_entry
 /// Identity of a next hop; walks are in this order.
 struct nexthop_key
 {
-    std::uint32_t type = 0;
+    std::uint32_t type = nexthop_by_port; ///< a nexthop_type
     address_key address;
     std::uint32_t interface = 0;
     using sorted_by_words = void;
@@ -135,7 +137,7 @@ struct subnet_key
 struct port_encap_key
 {
     std::uint32_t port = 0;
-    std::uint32_t encap = 0;
+    std::uint32_t encap = encap_ethernet; ///< an encapsulation
     using sorted_by_words = void;
     bool operator==(const port_encap_key &) const = default;
 };
@@ -145,8 +147,8 @@ struct port_encap_key
 /// What identifies a tunnel: type, end points, direction and the ids of its kind.
 struct tunnel_key
 {
-    std::uint32_t type = 0;
-    std::uint32_t direction = 0;
+    std::uint32_t type = tunnel_l2tp;  ///< a tunnel_type
+    std::uint32_t direction = inbound; ///< a direction_code
     address_key destination;
     address_key source;
     std::array<std::uint32_t, 8> ids{};
@@ -191,7 +193,7 @@ struct association_key
 {
     std::uint32_t spi = 0;
     std::uint32_t protocol = 0;
-    std::uint32_t direction = 0;
+    std::uint32_t direction = 0; ///< as in the record
     std::array<std::uint32_t, 4> destination{};
     using sorted_by_words = void;
     bool operator==(const association_key &) const = default;
@@ -199,7 +201,7 @@ struct association_key
 
 struct spd_entry
 {
-    std::uint32_t direction = 0; ///< 0 inbound, 1 outbound
+    std::uint32_t direction = inbound; ///< a direction_code
     std::uint32_t id = 0;
 };
 
@@ -225,7 +227,7 @@ struct sa_entry
 struct pptp_key
 {
     std::uint32_t id = 0;
-    std::uint32_t direction = 0; ///< 0 ingress, 1 egress
+    std::uint32_t direction = inbound; ///< a direction_code
     using sorted_by_words = void;
     bool operator==(const pptp_key &) const = default;
 };
@@ -253,7 +255,7 @@ struct device
     unsigned number;
     std::uint32_t ticks = 0; ///< calls that named this device
 
-    std::array<qos_port, port_count> ports;
+    std::vector<qos_port> ports;
     power_states power;
 
     bounded_table<hashed_flow_key, flow_entry> flows;
@@ -320,8 +322,8 @@ qx_status missing(const Table &table, const Key &key, qx_status unknown)
     return table.removed(key) != nullptr ? QX_DELETED : unknown;
 }
 
-/// The device with a number below device_count. It is created on first use, which may throw
-/// std::bad_alloc, and stays valid until reset_devices.
+/// The device with a number below size_of(sized::devices). It is created on first use, which may
+/// throw std::bad_alloc, and stays valid until reset_devices.
 device &device_numbered(unsigned number);
 
 /// Puts a device in the place of the one with its number, to which references become invalid.

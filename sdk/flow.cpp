@@ -11,7 +11,7 @@ constexpr std::uint32_t ticks_per_packet = 4;
 
 qx_status check_packet(const qx_pkt_info_t &packet)
 {
-    if (packet.phy_port >= port_count)
+    if (packet.phy_port >= size_of(sized::ports))
         return QX_BAD_PORT;
     if (!valid_address(packet.da_ip) || !valid_address(packet.sa_ip))
         return QX_BAD_ADDRESS;
@@ -31,16 +31,17 @@ qx_status check_flow(const qx_flow_t &flow)
 
 hashed_flow_key key_of(const qx_flow_t &flow)
 {
-    const flow_key bytes = flow_key_of(flow.ingress_pkt);
+    const flow_key bytes = flow_key_of(flow.ingress_pkt, number_of<place::family>(ipv4));
     return {flow_hash(bytes), bytes};
 }
 
 // The first free slot for a key; false if there is none.
 static bool free_slot(const device &here, const hashed_flow_key &key, std::uint16_t &slot)
 {
-    const unsigned home = flow_home(key.hash);
+    const std::uint32_t slots = size_of(sized::flow_slots);
+    const unsigned home = flow_home(key.hash, slots);
     for (unsigned step = 0; step < flow_probe_count; ++step) {
-        slot = probed(home, step);
+        slot = probed(home, step, slots);
         if (here.flow_slots.find(slot) == nullptr)
             return true;
     }
@@ -92,7 +93,7 @@ qx_status flow_delete(device &here, unsigned short flow_id)
 
 qx_status flow_get(device &here, unsigned short hash_index, qx_flow_t &p_flow)
 {
-    if (hash_index >= flow_slot_count)
+    if (hash_index >= size_of(sized::flow_slots))
         return QX_BAD_INDEX;
     const hashed_flow_key *const key = here.flow_slots.find(hash_index);
     if (key == nullptr)

@@ -11,6 +11,7 @@ namespace {
 class key_writer
 {
 public:
+    explicit key_writer(std::uint32_t ipv4) : ipv4_(ipv4) {}
     void number(std::uint32_t value, unsigned bytes)
     {
         for (; bytes != 0; --bytes, value >>= 8)
@@ -26,20 +27,21 @@ public:
         number(record.afi, 1);
         // An IPv4 address is in the first word only.
         for (unsigned word = 0; word < 4; ++word)
-            number(record.afi == 0 && word > 0 ? 0 : record.ip_addr.addr[word], 4);
+            number(record.afi == ipv4_ && word > 0 ? 0 : record.ip_addr.addr[word], 4);
     }
     const flow_key &key() const { return key_; }
 
 private:
     flow_key key_{};
     std::size_t size_ = 0;
+    std::uint32_t ipv4_;
 };
 
 } // namespace
 
-flow_key flow_key_of(const qx_pkt_info_t &packet)
+flow_key flow_key_of(const qx_pkt_info_t &packet, std::uint32_t ipv4)
 {
-    key_writer writer;
+    key_writer writer{ipv4};
     writer.number(packet.phy_port, 1);
     writer.bytes(packet.da_mac);
     writer.bytes(packet.sa_mac);
@@ -63,9 +65,9 @@ std::uint32_t flow_hash(const flow_key &key)
     return hash;
 }
 
-unsigned flow_home(std::uint32_t hash)
+unsigned flow_home(std::uint32_t hash, std::uint32_t slots)
 {
-    return (hash ^ hash >> 16) % flow_slot_count;
+    return (hash ^ hash >> 16) % slots;
 }
 
 } // namespace qxsim

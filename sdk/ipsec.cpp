@@ -1,6 +1,6 @@
 // The IPsec databases: SPDs by direction, policies in an SPD, chains of associations in a policy.
-#include "codes.h"
 #include "device.h"
+#include "numbers.h"
 #include "sdk_calls.h"
 
 namespace qxsim {
@@ -18,18 +18,19 @@ qx_status ipsec_init(device &here)
 qx_status ipsec_spd_add(device &here, unsigned int direction, unsigned int spd_id,
                         unsigned int &spd_handle)
 {
-    if (direction > outbound)
+    const std::uint32_t way = meaning<place::spd_direction>(direction);
+    if (way == unknown)
         return QX_BAD_DIRECTION;
     if (here.ipsec_initialised == 0)
         return QX_NOT_INITIALISED;
     const auto same = [&](const spd_entry &entry) {
-        return entry.direction == direction && entry.id == spd_id;
+        return entry.direction == way && entry.id == spd_id;
     };
     if (find_row(here.spds, same) != nullptr)
         return QX_EXISTS;
     if (here.spds.full())
         return QX_TABLE_FULL;
-    spd_handle = here.spds.add({direction, spd_id});
+    spd_handle = here.spds.add({way, spd_id});
     return QX_OK;
 }
 
@@ -50,7 +51,7 @@ qx_status ipsec_spd_delete(device &here, unsigned int spd_handle)
 
 static qx_status check_policy(const qx_ipsec_policy_t &policy)
 {
-    if (policy.policy_action > action_protect)
+    if (meaning<place::policy_action>(policy.policy_action) == unknown)
         return QX_BAD_ACTION;
     if (policy.selector_count == 0 || policy.selector_count > selector_limit)
         return QX_BAD_COUNT;
@@ -135,7 +136,7 @@ static qx_status check_new(const device &here, const sa_entry &added, std::uint3
 {
     for (unsigned index = 0; index < added.count; ++index) {
         const qx_ipsec_sa_t &association = *added.associations[index];
-        if (association.sa_dir != way)
+        if (meaning<place::sa_direction>(association.sa_dir) != way)
             return QX_BAD_DIRECTION;
         const association_key key = key_of(association);
         if (here.association_handles.find(key) != nullptr)
@@ -169,7 +170,7 @@ qx_status ipsec_sa_add(device &here, unsigned int spd_handle, unsigned int polic
     status = find_policy(here, spd_handle, policy_handle, policy);
     if (status != QX_OK)
         return status;
-    if (policy->policy->policy_action != action_protect)
+    if (meaning<place::policy_action>(policy->policy->policy_action) != action_protect)
         return QX_BAD_ACTION;
     const sa_entry *const previous = here.associations.find(previous_sa_handle);
     if (previous_sa_handle != 0 && (previous == nullptr || previous->policy != policy_handle))

@@ -1,6 +1,6 @@
 // L2TP sessions in a tunnel, and the IPv6 prefixes of a session.
-#include "codes.h"
 #include "device.h"
+#include "numbers.h"
 #include "sdk_calls.h"
 
 namespace qxsim {
@@ -10,7 +10,7 @@ static qx_status check_tunnel(const device &here, std::uint32_t tunnel)
     const tunnel_entry *const entry = here.tunnels.find(tunnel);
     if (entry == nullptr)
         return QX_NO_TUNNEL;
-    return entry->cfg->type == tunnel_l2tp ? QX_OK : QX_BAD_TYPE;
+    return meaning<place::tunnel_type>(entry->cfg->type) == tunnel_l2tp ? QX_OK : QX_BAD_TYPE;
 }
 
 static qx_status check_session(const device &here, const session_key &key)
@@ -23,7 +23,7 @@ static qx_status check_session(const device &here, const session_key &key)
 
 static bool valid_ipv6(const qx_ip_address_t &prefix)
 {
-    return prefix.afi == family_ipv6 && valid_address(prefix);
+    return family_of(prefix) == ipv6 && valid_address(prefix);
 }
 
 qx_status l2tp_session_add(device &here, unsigned int tunnel_id, unsigned short session_id)
@@ -97,13 +97,19 @@ qx_status ipv6_over_l2tp_delete(device &here, unsigned int tunnel_id, unsigned s
     return here.prefixes.remove(key) ? QX_OK : QX_NO_PREFIX;
 }
 
-// An IPv4 record, such as a new one of zeros, sorts before all prefixes: it starts the walk.
+// A new record of zeros starts the walk whatever family 0 is: an IPv4 record sorts before all
+// prefixes, and so does the key of no family.
+static prefix_key walked(const qx_ip_address_t &prefix)
+{
+    return family_of(prefix) == unknown ? prefix_key{} : prefix_of(prefix);
+}
+
 qx_status ipv6_over_l2tp_getnext(device &here, unsigned int tunnel_id, unsigned short session_id,
                                  qx_ip_address_t &ipv6_prefix)
 {
-    if (!valid_address(ipv6_prefix))
+    if (!valid_address(ipv6_prefix) && !(stored{ipv6_prefix} == stored<qx_ip_address_t>{}))
         return QX_BAD_ADDRESS;
-    const session_prefix_key key{{tunnel_id, session_id}, prefix_of(ipv6_prefix)};
+    const session_prefix_key key{{tunnel_id, session_id}, walked(ipv6_prefix)};
     const qx_status status = check_session(here, key.session);
     if (status != QX_OK)
         return status;

@@ -3,44 +3,53 @@
 #include "l3.h"
 
 #include "canonical.h"
-#include "codes.h"
+#include "numbers.h"
 #include "sdk_calls.h"
 
 namespace qxsim {
 
+// A nexthop_type, or `unknown`.
+static std::uint32_t type_of(const qx_l3_nexthop_t &nexthop)
+{
+    return meaning<place::nexthop_type>(nexthop.nhid.nhop_type);
+}
+
 static nexthop_key key_of(const qx_l3_nexthop_t &nexthop)
 {
-    return {nexthop.nhid.nhop_type, address_of(nexthop.nhid.addr), nexthop.nhid.intf_id};
+    return {type_of(nexthop), address_of(nexthop.nhid.addr), nexthop.nhid.intf_id};
 }
 
 // Checks the ranges of a next hop's fields.
 static qx_status check_nexthop(const qx_l3_nexthop_t &nexthop)
 {
-    if (nexthop.nhid.nhop_type > nexthop_by_sa)
+    if (type_of(nexthop) == unknown)
         return QX_BAD_TYPE;
     if (!valid_address(nexthop.nhid.addr))
         return QX_BAD_ADDRESS;
-    if (nexthop.nhid.nhop_type != nexthop_by_port)
+    if (type_of(nexthop) != nexthop_by_port)
         return QX_OK;
-    if (nexthop.id.port_id >= port_count)
+    if (nexthop.id.port_id >= size_of(sized::ports))
         return QX_BAD_PORT;
-    return nexthop.encap.port_encap.type > encap_limit ? QX_BAD_ENCAP : QX_OK;
+    const std::uint32_t encap = meaning<place::port_encap>(nexthop.encap.port_encap.type);
+    return encap == unknown ? QX_BAD_ENCAP : QX_OK;
 }
 
 // Checks that what a next hop is bound to exists and sends.
 static qx_status check_binding(const device &here, const qx_l3_nexthop_t &nexthop)
 {
-    if (nexthop.nhid.nhop_type == nexthop_by_tunnel) {
+    if (type_of(nexthop) == nexthop_by_tunnel) {
         const tunnel_entry *const tunnel = here.tunnels.find(nexthop.id.tunnel_id);
         if (tunnel == nullptr)
             return QX_NO_TUNNEL;
-        return tunnel->cfg->dir == inbound ? QX_BAD_DIRECTION : QX_OK;
+        return meaning<place::tunnel_direction>(tunnel->cfg->dir) == inbound ? QX_BAD_DIRECTION
+                                                                             : QX_OK;
     }
-    if (nexthop.nhid.nhop_type == nexthop_by_sa) {
+    if (type_of(nexthop) == nexthop_by_sa) {
         const sa_entry *const bundle = here.associations.find(nexthop.id.ipsec_said);
         if (bundle == nullptr)
             return QX_NO_SA;
-        return bundle->associations[0]->sa_dir == inbound ? QX_BAD_DIRECTION : QX_OK;
+        const std::uint32_t way = meaning<place::sa_direction>(bundle->associations[0]->sa_dir);
+        return way == inbound ? QX_BAD_DIRECTION : QX_OK;
     }
     return QX_OK;
 }
@@ -49,9 +58,9 @@ static qx_status check_binding(const device &here, const qx_l3_nexthop_t &nextho
 static void count_binding(device &here, const qx_l3_nexthop_t &nexthop, int step)
 {
     std::uint32_t *users = nullptr;
-    if (nexthop.nhid.nhop_type == nexthop_by_tunnel)
+    if (type_of(nexthop) == nexthop_by_tunnel)
         users = &here.tunnels.find(nexthop.id.tunnel_id)->nexthops;
-    else if (nexthop.nhid.nhop_type == nexthop_by_sa)
+    else if (type_of(nexthop) == nexthop_by_sa)
         users = &here.associations.find(nexthop.id.ipsec_said)->nexthops;
     if (users != nullptr)
         *users += static_cast<std::uint32_t>(step);
@@ -128,7 +137,7 @@ qx_status l3_route_add(device &here, const qx_l3_route_t &route)
     qx_status status = check_nexthop(route.nexthop);
     if (status != QX_OK)
         return status;
-    if (route.nexthop.nhid.nhop_type == nexthop_by_port &&
+    if (type_of(route.nexthop) == nexthop_by_port &&
         route.nexthop.nhid.addr.afi != route.prefix.afi)
         return QX_BAD_FAMILY;
     if (here.l3_running == 0)
@@ -189,14 +198,15 @@ qx_status l3_route_get(device &here, qx_l3_route_t &route)
 
 qx_status l3_route_show(device &here, qx_l3_route_t &route, unsigned char next)
 {
-    if (next > 1)
+    const std::uint32_t step = meaning<place::route_next>(next);
+    if (step == unknown)
         return QX_BAD_FLAG;
-    if (next == 1 && !valid_address(route.prefix))
+    if (step == walk_continue && !valid_address(route.prefix))
         return QX_BAD_ADDRESS;
     if (here.l3_running == 0)
         return QX_NOT_INITIALISED;
     const auto *const row =
-        next == 0 ? here.routes.first() : here.routes.next(prefix_of(route.prefix));
+        step == walk_start ? here.routes.first() : here.routes.next(prefix_of(route.prefix));
     if (row == nullptr)
         return QX_NO_MORE;
     show_route(here, row->entry, route);
@@ -245,7 +255,7 @@ qx_status l3_nexthop_add(device &here, const qx_l3_nexthop_t &nexthop, unsigned 
 
 qx_status l3_nexthop_delete(device &here, const qx_l3_nexthop_t &nexthop)
 {
-    if (nexthop.nhid.nhop_type > nexthop_by_sa)
+    if (type_of(nexthop) == unknown)
         return QX_BAD_TYPE;
     if (!valid_address(nexthop.nhid.addr))
         return QX_BAD_ADDRESS;
@@ -275,13 +285,15 @@ qx_status l3_nexthop_get(device &here, unsigned int index, qx_l3_nexthop_t &next
 
 qx_status l3_nexthop_show(device &here, qx_l3_nexthop_t &nexthop, unsigned char next)
 {
-    if (next > 1)
+    const std::uint32_t step = meaning<place::nexthop_next>(next);
+    if (step == unknown)
         return QX_BAD_FLAG;
-    if (next == 1 && !valid_address(nexthop.nhid.addr))
+    if (step == walk_continue && !valid_address(nexthop.nhid.addr))
         return QX_BAD_ADDRESS;
     if (here.l3_running == 0)
         return QX_NOT_INITIALISED;
-    const auto *const row = next == 0 ? here.nexthops.first() : here.nexthops.next(key_of(nexthop));
+    const auto *const row =
+        step == walk_start ? here.nexthops.first() : here.nexthops.next(key_of(nexthop));
     if (row == nullptr)
         return QX_NO_MORE;
     row->entry.nexthop.copy_to(nexthop);
@@ -301,7 +313,7 @@ qx_status l3_nexthop_update(device &here, const qx_l3_nexthop_t &nexthop)
     const qx_status binding = check_binding(here, nexthop);
     if (binding != QX_OK)
         return binding;
-    if (nexthop.nhid.nhop_type == nexthop_by_tunnel &&
+    if (type_of(nexthop) == nexthop_by_tunnel &&
         leads_back(here, nexthop.id.tunnel_id, entry->index))
         return QX_CIRCLE;
     count_binding(here, *entry->nexthop, -1);

@@ -1,6 +1,6 @@
 // NAT subnets by interface, and IP MTUs by port and encapsulation.
-#include "codes.h"
 #include "device.h"
+#include "numbers.h"
 #include "sdk_calls.h"
 
 namespace qxsim {
@@ -29,34 +29,37 @@ qx_status nat_subnet_delete(device &here, unsigned int intf_id, const qx_ip_addr
     return QX_OK;
 }
 
-static qx_status check_encap(unsigned port, unsigned encap)
+// Checks port and encapsulation, a meaning.
+static qx_status check_encap(const port_encap_key &key)
 {
-    if (port >= port_count)
+    if (key.port >= size_of(sized::ports))
         return QX_BAD_PORT;
-    return encap > encap_limit ? QX_BAD_ENCAP : QX_OK;
+    return key.encap == unknown ? QX_BAD_ENCAP : QX_OK;
 }
 
 qx_status port_encap_ip_mtu_add(device &here, unsigned short port_id, unsigned int encap,
                                 unsigned int ip_mtu)
 {
-    const qx_status status = check_encap(port_id, encap);
+    const port_encap_key key{port_id, meaning<place::mtu_add_encap>(encap)};
+    const qx_status status = check_encap(key);
     if (status != QX_OK)
         return status;
     if (ip_mtu < mtu_least || ip_mtu > mtu_limit)
         return QX_BAD_MTU;
-    const port_encap_key key{port_id, encap};
     if (here.port_mtus.find(key) != nullptr)
         return QX_EXISTS;
+    if (here.port_mtus.full())
+        return QX_TABLE_FULL;
     here.port_mtus.add(key, ip_mtu);
     return QX_OK;
 }
 
 qx_status port_encap_ip_mtu_delete(device &here, unsigned short port_id, unsigned int encap)
 {
-    const qx_status status = check_encap(port_id, encap);
+    const port_encap_key key{port_id, meaning<place::mtu_delete_encap>(encap)};
+    const qx_status status = check_encap(key);
     if (status != QX_OK)
         return status;
-    const port_encap_key key{port_id, encap};
     if (here.port_mtus.find(key) == nullptr)
         return missing(here.port_mtus, key, QX_NO_MTU);
     here.port_mtus.remove(key);
@@ -66,10 +69,11 @@ qx_status port_encap_ip_mtu_delete(device &here, unsigned short port_id, unsigne
 qx_status port_encap_ip_mtu_get(device &here, unsigned short port_id, unsigned int encap,
                                 unsigned int &ip_mtu)
 {
-    const qx_status status = check_encap(port_id, encap);
+    const port_encap_key key{port_id, meaning<place::mtu_get_encap>(encap)};
+    const qx_status status = check_encap(key);
     if (status != QX_OK)
         return status;
-    const std::uint32_t *const mtu = here.port_mtus.find({port_id, encap});
+    const std::uint32_t *const mtu = here.port_mtus.find(key);
     if (mtu == nullptr)
         return QX_NO_MTU;
     ip_mtu = *mtu;

@@ -32,21 +32,34 @@ void write_qos(json_text &json, const device &here)
 {
     static const qos_port initial = initial_port();
     json.name("qos").array(layout::lines);
-    for (unsigned port = 0; port < port_count; ++port) {
+    for (unsigned port = 0; port < size_of(sized::ports); ++port) {
         const qos_port &maps = here.ports[port];
         if (maps == initial)
             continue;
-        json.object().member("port", port).member("mode", maps.mode);
+        json.object()
+            .member("port", port)
+            .member("mode", number_of<place::map_mode_get>(maps.mode));
         json.name("dscp").numbers(maps.dscp).name("dot1p").numbers(maps.dot1p).end();
     }
     json.end();
 }
 
+// Power states, as the numbers that the SDK shows.
+template <place At, class States>
+void write_states(json_text &json, const char *name, States states)
+{
+    for (std::uint32_t &state : states)
+        state = number_of<At>(state);
+    json.name(name).numbers(states);
+}
+
 void write_power(json_text &json, const power_states &power)
 {
     json.name("power").object().member("frequency", power.frequency);
-    json.name("cpu").numbers(power.cpu).name("pcie").numbers(power.pcie);
-    json.name("sata").numbers(power.sata).name("usb").numbers(power.usb);
+    write_states<place::cpu_run>(json, "cpu", power.cpu);
+    write_states<place::pcie_get>(json, "pcie", power.pcie);
+    write_states<place::sata_get>(json, "sata", power.sata);
+    write_states<place::usb_get>(json, "usb", power.usb);
     json.member("network_engine_suspended", power.network_engine_suspended);
     json.name("packet_engine_suspended").numbers(power.packet_engine_suspended).end();
 }
@@ -128,7 +141,9 @@ void write_l3(json_text &json, const device &here, const numbering &numbers)
              write_prefix(json, "subnet", subnet);
          });
     rows(json, "port_mtus", here.port_mtus, [&](const port_encap_key &key, std::uint32_t mtu) {
-        json.member("port", key.port).member("encap", key.encap).member("mtu", mtu);
+        json.member("port", key.port)
+            .member("encap", number_of<place::mtu_get_encap>(key.encap))
+            .member("mtu", mtu);
     });
 }
 
@@ -183,7 +198,8 @@ void write_ipsec(json_text &json, const device &here, const numbering &numbers)
     entries(json, "spds", numbers.spds, here.spds,
             [&](std::uint32_t handle, const spd_entry &entry) {
                 json.member("handle", numbers.shown(handle));
-                json.member("direction", entry.direction).member("id", entry.id);
+                json.member("direction", number_of<place::spd_direction>(entry.direction))
+                    .member("id", entry.id);
             });
     entries(json, "policies", numbers.policies, here.policies,
             [&](std::uint32_t handle, const policy_entry &entry) {
@@ -219,7 +235,7 @@ void write_device(json_text &json, const device &here, bool renumber)
 void write_devices(json_text &json, bool renumber)
 {
     json.name("devices").array(layout::lines);
-    for (unsigned number = 0; number < device_count; ++number)
+    for (unsigned number = 0; number < size_of(sized::devices); ++number)
         write_device(json, device_numbered(number), renumber);
     json.end();
 }
@@ -309,7 +325,7 @@ std::string state_text(bool keys, const call_counts &counts,
     write_rules(json, environment);
     write_rules(json, file);
     json.end().name("activity").array(layout::lines);
-    for (unsigned number = 0; number < device_count; ++number)
+    for (unsigned number = 0; number < size_of(sized::devices); ++number)
         write_activity(json, device_numbered(number));
     json.end();
     write_devices(json, false);

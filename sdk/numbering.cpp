@@ -1,7 +1,7 @@
 // The order and the numbers of listings.
 #include "numbering.h"
 
-#include "codes.h"
+#include "numbers.h"
 
 #include <algorithm>
 #include <tuple>
@@ -92,7 +92,7 @@ static void replace_policy(const numbering &numbers, qx_tunnel_union_overlay_t &
 void numbering::replace_ids(qx_tunnel_cfg_t &cfg) const
 {
     cfg.nexthop_id = shown(cfg.nexthop_id);
-    switch (cfg.type) {
+    switch (meaning<place::tunnel_type>(cfg.type)) {
     case tunnel_l2tp:
         cfg.tunnel.l2tp.ipsec_policy = shown(cfg.tunnel.l2tp.ipsec_policy);
         break;
@@ -113,10 +113,11 @@ void numbering::replace_ids(qx_tunnel_cfg_t &cfg) const
 
 void numbering::replace_ids(qx_l3_nexthop_t &nexthop) const
 {
-    if (nexthop.nhid.nhop_type == nexthop_by_port)
+    const std::uint32_t type = meaning<place::nexthop_type>(nexthop.nhid.nhop_type);
+    if (type == nexthop_by_port)
         return;
     nexthop.id.tunnel_id = shown(nexthop.id.tunnel_id); // or the association: it is the same word
-    if (nexthop.nhid.nhop_type == nexthop_by_tunnel)
+    if (type == nexthop_by_tunnel)
         replace_ids(nexthop.encap.tunnel_cfg);
 }
 

@@ -6,7 +6,7 @@ namespace qxsim {
 
 qx_status pppoe_port_add(device &here, unsigned short port_id, unsigned short pppoe_port_id)
 {
-    if (port_id >= port_count)
+    if (port_id >= size_of(sized::ports))
         return QX_BAD_PORT;
     if (here.pppoe.find(pppoe_port_id) != nullptr)
         return QX_EXISTS;
@@ -39,7 +39,7 @@ qx_status pppoe_port_config_get(device &here, unsigned short pppoe_port_id,
 qx_status pppoe_port_encap_set(device &here, unsigned short pppoe_port_id,
                                const qx_pppoe_port_cfg_t &p_cfg)
 {
-    if (p_cfg.tx_phy_port >= port_count)
+    if (p_cfg.tx_phy_port >= size_of(sized::ports))
         return QX_BAD_PORT;
     if (p_cfg.pppoe_session_id == 0)
         return QX_BAD_SESSION_ID;

@@ -1,6 +1,6 @@
 // PPTP sessions, one per identifier and direction, and key changes.
-#include "codes.h"
 #include "device.h"
+#include "numbers.h"
 #include "sdk_calls.h"
 
 namespace qxsim {
@@ -9,7 +9,7 @@ static qx_status check_session(const qx_pptp_sa_t &session)
 {
     if (session.sa_id == 0)
         return QX_BAD_SESSION_ID;
-    if (session.dir > outbound)
+    if (meaning<place::pptp_direction>(session.dir) == unknown)
         return QX_BAD_DIRECTION;
     if (!valid_address(session.local_addr) || !valid_address(session.remote_addr))
         return QX_BAD_ADDRESS;
@@ -23,7 +23,7 @@ qx_status pptp_session_add(device &here, const qx_pptp_sa_t &session)
     const qx_status status = check_session(session);
     if (status != QX_OK)
         return status;
-    const pptp_key key{session.sa_id, session.dir};
+    const pptp_key key{session.sa_id, meaning<place::pptp_direction>(session.dir)};
     if (here.pptp.find(key) != nullptr)
         return QX_EXISTS;
     if (here.pptp.full())
@@ -34,9 +34,9 @@ qx_status pptp_session_add(device &here, const qx_pptp_sa_t &session)
 
 qx_status pptp_session_delete(device &here, unsigned short sa_id, unsigned char direction)
 {
-    if (direction > outbound)
+    const pptp_key key{sa_id, meaning<place::pptp_delete_direction>(direction)};
+    if (key.direction == unknown)
         return QX_BAD_DIRECTION;
-    const pptp_key key{sa_id, direction};
     const pptp_entry *const entry = here.pptp.find(key);
     if (entry == nullptr)
         return missing(here.pptp, key, QX_NO_SESSION);
@@ -48,9 +48,10 @@ qx_status pptp_session_delete(device &here, unsigned short sa_id, unsigned char 
 
 qx_status pptp_session_get(device &here, qx_pptp_sa_t &session)
 {
-    if (session.dir > outbound)
+    const pptp_key key{session.sa_id, meaning<place::pptp_direction>(session.dir)};
+    if (key.direction == unknown)
         return QX_BAD_DIRECTION;
-    const pptp_entry *const found = here.pptp.find({session.sa_id, session.dir});
+    const pptp_entry *const found = here.pptp.find(key);
     if (found == nullptr)
         return QX_NO_SESSION;
     found->session.copy_to(session);
@@ -75,7 +76,7 @@ static void change_key(qx_pptp_sa_t &session)
 
 static bool has_key(const qx_pptp_sa_t &session)
 {
-    return session.crypto_type != crypto_none && session.keylen != 0;
+    return meaning<place::crypto_type>(session.crypto_type) != crypto_none && session.keylen != 0;
 }
 
 qx_status pptp_key_change(device &here, unsigned short sa_id)

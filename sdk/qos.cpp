@@ -1,25 +1,25 @@
 // QoS maps: for each port a map mode, and two tables from which a packet gets its priority.
-#include "codes.h"
 #include "device.h"
+#include "numbers.h"
 #include "sdk_calls.h"
 
 namespace qxsim {
 
 static qx_status check_port(unsigned port)
 {
-    return port < port_count ? QX_OK : QX_BAD_PORT;
+    return port < size_of(sized::ports) ? QX_OK : QX_BAD_PORT;
 }
 
 static qx_status check_dscp(unsigned port, unsigned dscp)
 {
-    if (port >= port_count)
+    if (port >= size_of(sized::ports))
         return QX_BAD_PORT;
     return dscp < dscp_count ? QX_OK : QX_BAD_DSCP;
 }
 
 static qx_status check_dot1p(unsigned port, unsigned dot1p)
 {
-    if (port >= port_count)
+    if (port >= size_of(sized::ports))
         return QX_BAD_PORT;
     return dot1p < dot1p_count ? QX_OK : QX_BAD_DOT1P;
 }
@@ -28,7 +28,7 @@ qx_status qos_map_mode_get(device &here, unsigned short port_id, unsigned int &m
 {
     const qx_status status = check_port(port_id);
     if (status == QX_OK)
-        mode = here.ports[port_id].mode;
+        mode = number_of<place::map_mode_get>(here.ports[port_id].mode);
     return status;
 }
 
@@ -37,9 +37,10 @@ qx_status qos_map_mode_set(device &here, unsigned short port_id, unsigned int mo
     const qx_status status = check_port(port_id);
     if (status != QX_OK)
         return status;
-    if (mode > map_mode_limit)
+    const std::uint32_t known = meaning<place::map_mode_set>(mode);
+    if (known == unknown)
         return QX_BAD_MAP_MODE;
-    here.ports[port_id].mode = mode;
+    here.ports[port_id].mode = known;
     return QX_OK;
 }
 

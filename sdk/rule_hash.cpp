@@ -7,7 +7,7 @@ namespace qxsim {
 
 qx_status rule_hash_add(device &here, const qx_rule_hash_t &p_rule_hash)
 {
-    if (p_rule_hash.hash_index >= rule_slot_count)
+    if (p_rule_hash.hash_index >= size_of(sized::rule_slots))
         return QX_BAD_INDEX;
     if (p_rule_hash.key.vid_1 > vlan_limit || p_rule_hash.key.vid_2 > vlan_limit)
         return QX_BAD_VLAN;
@@ -23,7 +23,7 @@ qx_status rule_hash_add(device &here, const qx_rule_hash_t &p_rule_hash)
 
 qx_status rule_hash_delete_by_hash_index(device &here, unsigned short hash_index)
 {
-    if (hash_index >= rule_slot_count)
+    if (hash_index >= size_of(sized::rule_slots))
         return QX_BAD_INDEX;
     const stored<qx_rule_hash_t> *const rule = here.rules.find(hash_index);
     if (rule == nullptr)
@@ -36,7 +36,7 @@ qx_status rule_hash_delete_by_hash_index(device &here, unsigned short hash_index
 qx_status rule_hash_get_by_hash_index(device &here, unsigned short hash_index,
                                       qx_rule_hash_t &p_rule_hash)
 {
-    if (hash_index >= rule_slot_count)
+    if (hash_index >= size_of(sized::rule_slots))
         return QX_BAD_INDEX;
     const stored<qx_rule_hash_t> *const rule = here.rules.find(hash_index);
     if (rule == nullptr)

@@ -22,7 +22,13 @@ using digest = decltype(sha256(nullptr, 0));
 template <class Part>
 concept table = requires(const Part &part)
 {
-    part.capacity();
+    part.full();
+};
+
+template <class Part>
+concept list = requires(const Part &part)
+{
+    part.data();
 };
 
 digest digest_of(std::string_view bytes)
@@ -30,10 +36,14 @@ digest digest_of(std::string_view bytes)
     return sha256(bytes.data(), bytes.size());
 }
 
-// The sizes of all parts.
+// The sizes of all parts, and the profile's numbers, which are those in the saved records.
 digest layout()
 {
     std::string sizes;
+    if (changed_numbers()) {
+        append_bytes(sizes, numbers.codes);
+        append_bytes(sizes, numbers.sizes);
+    }
     const auto add = [&](std::size_t size) {
         append_bytes(sizes, static_cast<std::uint32_t>(size));
     };
@@ -42,6 +52,8 @@ digest layout()
             add(part.capacity());
             add(sizeof(decltype(Part::row::key)));
             add(sizeof(decltype(Part::row::entry)));
+        } else if constexpr (list<Part>) {
+            add(part.size() * sizeof part[0]);
         } else {
             add(sizeof part);
         }
@@ -54,6 +66,9 @@ void save(std::string &bytes, const device &one, bool clocks)
     device::each_part(one, [&]<class Part>(const Part &part) {
         if constexpr (table<Part>)
             part.save(bytes);
+        else if constexpr (list<Part>)
+            for (const auto &element : part)
+                append_bytes(bytes, element);
         else if (clocks || static_cast<const void *>(&part) != &one.ticks)
             append_bytes(bytes, part);
     });
@@ -65,6 +80,9 @@ bool restore(std::string_view &bytes, device &one)
     device::each_part(one, [&]<class Part>(Part &part) {
         if constexpr (table<Part>)
             good = good && part.restore(bytes);
+        else if constexpr (list<Part>)
+            for (auto &element : part)
+                good = good && take_bytes(bytes, element);
         else
             good = good && take_bytes(bytes, part);
     });
@@ -77,7 +95,7 @@ std::string saved_devices()
 {
     std::string bytes{title};
     append_bytes(bytes, layout());
-    for (unsigned number = 0; number < device_count; ++number)
+    for (unsigned number = 0; number < size_of(sized::devices); ++number)
         save(bytes, device_numbered(number), true);
     append_bytes(bytes, digest_of(bytes));
     return bytes;
@@ -86,7 +104,7 @@ std::string saved_devices()
 std::string device_contents()
 {
     std::string bytes;
-    for (unsigned number = 0; number < device_count; ++number)
+    for (unsigned number = 0; number < size_of(sized::devices); ++number)
         save(bytes, device_numbered(number), false);
     return bytes;
 }
@@ -106,9 +124,10 @@ std::string restore_devices(const std::string &bytes)
     rest.remove_suffix(sizeof found);
     rest.remove_prefix(title.size());
     if (!take_bytes(rest, found) || found != layout())
-        return "another version of the simulator has written the file";
-    std::unique_ptr<device> made[device_count];
-    for (unsigned number = 0; number < device_count; ++number) {
+        return "another version of the simulator has written the file, or another profile was in "
+               "use";
+    std::unique_ptr<device> made[most_devices];
+    for (unsigned number = 0; number < size_of(sized::devices); ++number) {
         made[number] = std::make_unique<device>(number);
         if (!restore(rest, *made[number]))
             return "the file is damaged";
@@ -116,7 +135,8 @@ std::string restore_devices(const std::string &bytes)
     if (!rest.empty())
         return "the file is damaged";
     for (std::unique_ptr<device> &one : made)
-        replace_device(std::move(one));
+        if (one)
+            replace_device(std::move(one));
     return {};
 }
 

@@ -1,8 +1,8 @@
 // RTP and IP translations. They own flows in the flow table, which only they can remove: an RTP
 // translation has exactly one, an IP translation any number.
 #include "canonical.h"
-#include "codes.h"
 #include "flow.h"
+#include "numbers.h"
 #include "sdk_calls.h"
 
 namespace qxsim {
@@ -62,7 +62,7 @@ qx_status rtp_translate_delete(device &here, const qx_rtp_cfg_t &p_rtp_cfg)
 qx_status rtp_statistics_get(unsigned int rtp_id, qx_rtp_stats_t &data)
 {
     const unsigned number = rtp_id >> 16;
-    if (number >= device_count)
+    if (number >= size_of(sized::devices))
         return QX_NO_RTP;
     device &here = device_numbered(number);
     ++here.ticks;
@@ -87,7 +87,7 @@ static qx_status check_translation(const qx_ip_translate_cfg_t &cfg)
     if (unsigned{cfg.port_set_id_offset} + cfg.port_set_id_length > port_set_bits)
         return QX_BAD_PORT_SET;
     const qx_status status = check_packet(cfg.v6_pkt);
-    return status == QX_OK && cfg.v6_pkt.da_ip.afi != family_ipv6 ? QX_BAD_FAMILY : status;
+    return status == QX_OK && family_of(cfg.v6_pkt.da_ip) != ipv6 ? QX_BAD_FAMILY : status;
 }
 
 qx_status ip_translate_add(device &here, const qx_ip_translate_cfg_t &p_ip_translate_cfg,

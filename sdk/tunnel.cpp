@@ -1,7 +1,7 @@
 // Tunnels: their kinds, identity, references and MTU.
-#include "codes.h"
 #include "device.h"
 #include "l3.h"
+#include "numbers.h"
 #include "sdk_calls.h"
 
 #include <array>
@@ -10,11 +10,24 @@ namespace qxsim {
 
 // ------------------------------------------------------------------------------------- identity
 
+// A tunnel_type, or `unknown`.
+static std::uint32_t type_of(const qx_tunnel_cfg_t &cfg)
+{
+    return meaning<place::tunnel_type>(cfg.type);
+}
+
+// A direction_code, or `unknown`.
+static std::uint32_t way_of(const qx_tunnel_cfg_t &cfg)
+{
+    return meaning<place::tunnel_direction>(cfg.dir);
+}
+
 static tunnel_key key_of(const qx_tunnel_cfg_t &cfg)
 {
-    tunnel_key key{cfg.type, cfg.dir, address_of(cfg.dest_addr), address_of(cfg.src_addr), {}};
+    tunnel_key key{
+        type_of(cfg), way_of(cfg), address_of(cfg.dest_addr), address_of(cfg.src_addr), {}};
     const qx_tunnel_cfg_union_t &tunnel = cfg.tunnel;
-    switch (cfg.type) {
+    switch (type_of(cfg)) {
     case tunnel_l2tp:
         key.ids[0] = tunnel.l2tp.tid;
         break;
@@ -42,13 +55,13 @@ static bool is_zero(const qx_ip_address_t &address)
 
 static qx_status check_ranges(const qx_tunnel_cfg_t &cfg)
 {
-    if (cfg.type > tunnel_etherip)
+    if (type_of(cfg) == unknown)
         return QX_BAD_TYPE;
     if (!valid_address(cfg.dest_addr) || !valid_address(cfg.src_addr))
         return QX_BAD_ADDRESS;
-    if (cfg.tx_port >= port_count)
+    if (cfg.tx_port >= size_of(sized::ports))
         return QX_BAD_PORT;
-    if (cfg.dir > both_directions)
+    if (way_of(cfg) == unknown)
         return QX_BAD_DIRECTION;
     if (is_zero(cfg.dest_addr) || is_zero(cfg.src_addr))
         return QX_NO_ADDRESS;
@@ -62,7 +75,7 @@ static qx_status check_ranges(const qx_tunnel_cfg_t &cfg)
 struct named_policy
 {
     std::uint32_t handle; ///< 0: none
-    std::uint32_t way;    ///< as a tunnel's direction
+    std::uint32_t way;    ///< a direction_code
 };
 
 // An overlay word is a policy's handle if its upper half is not zero, otherwise a PPTP identifier.
@@ -74,16 +87,16 @@ static std::uint32_t policy_in(const qx_tunnel_union_overlay_t &overlay)
 static std::array<named_policy, 2> policies_of(const qx_tunnel_cfg_t &cfg)
 {
     const qx_tunnel_cfg_union_t &tunnel = cfg.tunnel;
-    switch (cfg.type) {
+    switch (type_of(cfg)) {
     case tunnel_l2tp:
-        return {{{tunnel.l2tp.ipsec_policy, cfg.dir}}};
+        return {{{tunnel.l2tp.ipsec_policy, way_of(cfg)}}};
     case tunnel_gre:
         return {{{policy_in(tunnel.gre.overlay_tunnel_ingress), inbound},
                  {policy_in(tunnel.gre.overlay_tunnel_egress), outbound}}};
     case tunnel_ipsec:
-        return {{{tunnel.ipsec.ipsec_policy, cfg.dir}}};
+        return {{{tunnel.ipsec.ipsec_policy, way_of(cfg)}}};
     default:
-        return {{{tunnel.etherip.ipsec_policy, cfg.dir}}};
+        return {{{tunnel.etherip.ipsec_policy, way_of(cfg)}}};
     }
 }
 
@@ -91,7 +104,7 @@ static std::array<named_policy, 2> policies_of(const qx_tunnel_cfg_t &cfg)
 static std::array<pptp_key, 2> sessions_of(const qx_tunnel_cfg_t &cfg)
 {
     std::array<pptp_key, 2> sessions{{{0, inbound}, {0, outbound}}};
-    if (cfg.type != tunnel_gre)
+    if (type_of(cfg) != tunnel_gre)
         return sessions;
     const qx_gre_tunnel_cfg_t &gre = cfg.tunnel.gre;
     if (policy_in(gre.overlay_tunnel_ingress) == 0)
@@ -108,7 +121,7 @@ static qx_status check_policy(const device &here, const named_policy &named)
     const policy_entry *const entry = here.policies.find(named.handle);
     if (entry == nullptr)
         return QX_NO_POLICY;
-    if (entry->policy->policy_action != action_protect)
+    if (meaning<place::policy_action>(entry->policy->policy_action) != action_protect)
         return QX_BAD_ACTION;
     const std::uint32_t way = here.spds.find(entry->spd)->direction;
     return named.way == both_directions || named.way == way ? QX_OK : QX_BAD_DIRECTION;
@@ -118,7 +131,7 @@ static qx_status check_references(const device &here, const qx_tunnel_cfg_t &cfg
 {
     if (cfg.nexthop_id != 0 && here.nexthop_indexes.find(cfg.nexthop_id) == nullptr)
         return QX_NO_NEXTHOP;
-    if (cfg.type == tunnel_ipsec && cfg.tunnel.ipsec.ipsec_policy == 0)
+    if (type_of(cfg) == tunnel_ipsec && cfg.tunnel.ipsec.ipsec_policy == 0)
         return QX_NO_POLICY;
     for (const named_policy &named : policies_of(cfg)) {
         const qx_status status = check_policy(here, named);
@@ -209,7 +222,7 @@ qx_status tunnel_mtu_get(device &here, qx_tunnel_mtu_t &p_mtu)
     const tunnel_entry *const entry = here.tunnels.find(p_mtu.tunnel_id);
     if (entry == nullptr)
         return QX_NO_TUNNEL;
-    if (entry->cfg->type != p_mtu.tunnel_type)
+    if (type_of(*entry->cfg) != meaning<place::tunnel_mtu_type>(p_mtu.tunnel_type))
         return QX_BAD_TYPE;
     p_mtu.mtu = static_cast<std::uint16_t>(entry->mtu);
     return QX_OK;
@@ -222,7 +235,7 @@ qx_status tunnel_mtu_set(device &here, const qx_tunnel_mtu_t &p_mtu)
     tunnel_entry *const entry = here.tunnels.find(p_mtu.tunnel_id);
     if (entry == nullptr)
         return QX_NO_TUNNEL;
-    if (entry->cfg->type != p_mtu.tunnel_type)
+    if (type_of(*entry->cfg) != meaning<place::tunnel_mtu_type>(p_mtu.tunnel_type))
         return QX_BAD_TYPE;
     entry->mtu = p_mtu.mtu;
     return QX_OK;

@@ -16,9 +16,12 @@
 #include "library/qx/sdk_caller.h"
 #include "sdk/flow_key.h"
 
+#include "default_profile.h"
+
 #include <cstdlib>
 #include <cstring>
 #include <new>
+#include <string_view>
 
 namespace qxsh {
 
@@ -233,6 +236,15 @@ int call_command(ClientData client, Tcl_Interp *, int objc, Tcl_Obj *const objv[
 }
 
 // The key of the flow that is a command's only word.
+// A number of the default profile.
+template <class Rows> constexpr std::uint32_t default_of(const Rows &rows, std::string_view name)
+{
+    for (const qxsh::default_number &row : rows)
+        if (row.name == name)
+            return row.number;
+    throw "the default profile has no such line";
+}
+
 bool take_flow_key(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[],
                    qxsim::flow_key &key)
 {
@@ -250,7 +262,7 @@ bool take_flow_key(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *con
     }
     qx_flow_t flow;
     std::memcpy(&flow, found.memory, sizeof flow);
-    key = qxsim::flow_key_of(flow.ingress_pkt);
+    key = qxsim::flow_key_of(flow.ingress_pkt, default_of(qxsh::default_families, "ipv4"));
     return true;
 }
 
@@ -276,9 +288,11 @@ int flow_slots_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj 
     qxsim::flow_key key;
     if (!take_flow_key(client, interp, objc, objv, key))
         return TCL_ERROR;
+    constexpr std::uint32_t table = default_of(qxsh::default_sizes, "flow_slots");
+    const unsigned home = qxsim::flow_home(qxsim::flow_hash(key), table);
     std::array<std::uint16_t, qxsim::flow_probe_count> slots;
     for (unsigned step = 0; step < slots.size(); ++step)
-        slots[step] = qxsim::probed(qxsim::flow_home(key), step);
+        slots[step] = qxsim::probed(home, step, table);
     set_number_list(interp, slots);
     return TCL_OK;
 }

@@ -1,12 +1,14 @@
 // Every table filled to its capacity, refused there, and usable again after one entry went. Then
 // all of it is taken away and nothing is left.
-#include "capacities.h"
+#include "numbers.h"
 #include "simulated.h"
 
 #include <functional>
 #include <vector>
 
 using namespace simulated;
+using qxsim::default_size;
+using qxsim::sized;
 
 namespace {
 
@@ -48,7 +50,7 @@ TEST_F(capacity, of_flows)
         qx_flow_t one = flow(narrow(number));
         return qx_flow_add(0, &one);
     };
-    fill(qxsim::flow_capacity, add,
+    fill(default_size(sized::flows), add,
          [](unsigned number) { return qx_flow_delete(0, narrow(number)); });
 }
 
@@ -61,7 +63,7 @@ TEST_F(capacity, of_rules)
     const auto remove = [](unsigned number) {
         return qx_rule_hash_delete_by_hash_index(0, narrow(number));
     };
-    fill(qxsim::rule_capacity, add, remove);
+    fill(default_size(sized::rules), add, remove);
 }
 
 TEST_F(capacity, of_translations)
@@ -76,14 +78,14 @@ TEST_F(capacity, of_translations)
         qx_rtp_cfg_t cfg = rtp(number);
         return qx_rtp_translate_delete(0, &cfg);
     };
-    fill(qxsim::rtp_capacity, add_rtp, remove_rtp);
+    fill(default_size(sized::rtp_translations), add_rtp, remove_rtp);
 
     std::vector<unsigned> ids(100);
     const auto add = [&](unsigned number) {
         qx_ip_translate_cfg_t cfg = translation(narrow(number));
         return qx_ip_translate_add(0, &cfg, &ids[number]);
     };
-    fill(qxsim::translation_capacity, add,
+    fill(default_size(sized::ip_translations), add,
          [&](unsigned number) { return qx_ip_translate_del(0, ids[number]); });
 }
 
@@ -97,21 +99,21 @@ TEST_F(capacity, of_routes_and_next_hops)
         return qx_l3_route_delete(0, &one);
     };
     fill(
-        qxsim::route_capacity,
+        default_size(sized::routes),
         [&](unsigned number) {
             qx_l3_route_t one = with(number, 0);
             return qx_l3_route_add(0, &one);
         },
         remove);
     fill(
-        qxsim::nexthop_capacity,
+        default_size(sized::nexthops),
         [&](unsigned number) {
             qx_l3_route_t one = with(number, number);
             return qx_l3_route_add(0, &one);
         },
         remove);
     fill(
-        qxsim::nexthop_capacity,
+        default_size(sized::nexthops),
         [](unsigned number) {
             qx_l3_nexthop_t one = nexthop(number);
             unsigned index = 0;
@@ -129,7 +131,7 @@ TEST_F(capacity, of_subnets)
         qx_ip_address_t one = ipv4(number << 8, 24);
         return qx_nat_subnet_add(0, 1, &one);
     };
-    fill(qxsim::subnet_capacity, add, [](unsigned number) {
+    fill(default_size(sized::nat_subnets), add, [](unsigned number) {
         qx_ip_address_t one = ipv4(number << 8, 24);
         return qx_nat_subnet_delete(0, 1, &one);
     });
@@ -138,10 +140,10 @@ TEST_F(capacity, of_subnets)
 TEST_F(capacity, of_port_mtus_is_every_port_and_encapsulation)
 {
     const std::string before = snapshot();
-    for (unsigned short port = 0; port < qxsim::port_count; ++port)
+    for (unsigned short port = 0; port < default_size(sized::ports); ++port)
         for (unsigned encap = 0; encap < 2; ++encap)
             ASSERT_EQ(qx_port_encap_ip_mtu_add(0, port, encap, 1500), QX_OK);
-    for (unsigned short port = 0; port < qxsim::port_count; ++port)
+    for (unsigned short port = 0; port < default_size(sized::ports); ++port)
         for (unsigned encap = 0; encap < 2; ++encap)
             ASSERT_EQ(qx_port_encap_ip_mtu_delete(0, port, encap), QX_OK);
     EXPECT_EQ(before, snapshot());
@@ -151,7 +153,7 @@ TEST_F(capacity, of_tunnels_and_what_they_carry)
 {
     std::vector<unsigned> ids(100);
     fill(
-        qxsim::tunnel_capacity,
+        default_size(sized::tunnels),
         [&](unsigned number) {
             qx_tunnel_cfg_t one = gre_tunnel(number);
             return qx_tunnel_add(0, &one, &ids[number]);
@@ -162,12 +164,12 @@ TEST_F(capacity, of_tunnels_and_what_they_carry)
     unsigned tunnel = 0;
     ASSERT_EQ(qx_tunnel_add(0, &cfg, &tunnel), QX_OK);
     fill(
-        qxsim::l2tp_session_capacity,
+        default_size(sized::l2tp_sessions),
         [&](unsigned number) { return qx_l2tp_session_add(0, tunnel, narrow(number + 1)); },
         [&](unsigned number) { return qx_l2tp_session_delete(0, tunnel, narrow(number + 1)); });
     ASSERT_EQ(qx_l2tp_session_add(0, tunnel, 1), QX_OK);
     fill(
-        qxsim::l2tp_prefix_capacity,
+        default_size(sized::l2tp_prefixes),
         [&](unsigned number) {
             qx_ip_address_t one = ipv6({number, 0, 0, 0}, 32);
             return qx_ipv6_over_l2tp_add(0, tunnel, 1, &one);
@@ -183,13 +185,13 @@ TEST_F(capacity, of_ipsec)
     ASSERT_EQ(qx_ipsec_init(0), QX_OK);
     std::vector<unsigned> handles(200);
     fill(
-        qxsim::spd_capacity,
+        default_size(sized::spds),
         [&](unsigned number) { return qx_ipsec_spd_add(0, 0, number, &handles[number]); },
         [&](unsigned number) { return qx_ipsec_spd_delete(0, handles[number]); });
     unsigned spd = 0;
     ASSERT_EQ(qx_ipsec_spd_add(0, 0, 1, &spd), QX_OK);
     fill(
-        qxsim::policy_capacity,
+        default_size(sized::policies),
         [&](unsigned number) {
             qx_ipsec_policy_t one = policy(number);
             return qx_ipsec_policy_add(0, spd, &one, &handles[number]);
@@ -199,7 +201,7 @@ TEST_F(capacity, of_ipsec)
     qx_ipsec_policy_t one = policy(1);
     ASSERT_EQ(qx_ipsec_policy_add(0, spd, &one, &parent), QX_OK);
     fill(
-        qxsim::sa_capacity,
+        default_size(sized::associations),
         [&](unsigned number) {
             qx_ipsec_sa_t sa = association(256 + number, 0);
             return qx_ipsec_sa_add(0, spd, parent, 1, &sa, 0, &handles[number]);
@@ -210,14 +212,14 @@ TEST_F(capacity, of_ipsec)
 TEST_F(capacity, of_pptp_and_pppoe)
 {
     fill(
-        qxsim::pptp_capacity,
+        default_size(sized::pptp_sessions),
         [](unsigned number) {
             qx_pptp_sa_t one = pptp(narrow(number + 1), 0);
             return qx_pptp_session_add(0, &one);
         },
         [](unsigned number) { return qx_pptp_session_delete(0, narrow(number + 1), 0); });
     fill(
-        qxsim::pppoe_capacity,
+        default_size(sized::pppoe_ports),
         [](unsigned number) { return qx_pppoe_port_add(0, 1, narrow(number)); },
         [](unsigned number) { return qx_pppoe_port_delete(0, narrow(number)); });
 }
