@@ -16,12 +16,9 @@
 #include "library/qx/sdk_caller.h"
 #include "sdk/flow_key.h"
 
-#include "default_profile.h"
-
 #include <cstdlib>
 #include <cstring>
 #include <new>
-#include <string_view>
 
 namespace qxsh {
 
@@ -236,15 +233,6 @@ int call_command(ClientData client, Tcl_Interp *, int objc, Tcl_Obj *const objv[
 }
 
 // The key of the flow that is a command's only word.
-// A number of the default profile.
-template <class Rows> constexpr std::uint32_t default_of(const Rows &rows, std::string_view name)
-{
-    for (const qxsh::default_number &row : rows)
-        if (row.name == name)
-            return row.number;
-    throw "the default profile has no such line";
-}
-
 bool take_flow_key(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[],
                    qxsim::flow_key &key)
 {
@@ -253,7 +241,8 @@ bool take_flow_key(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *con
         Tcl_WrongNumArgs(interp, 1, objv, "flow");
         return false;
     }
-    if (!data_of(client).session.find(objv[1], found))
+    record_session &session = data_of(client).session;
+    if (!session.codes().open() || !session.find(objv[1], found))
         return false;
     if (found.row != record_rows + record_qx_flow_t) {
         Tcl_SetErrorCode(interp, "QX", "HANDLE", Tcl_GetString(objv[1]), nullptr);
@@ -262,7 +251,7 @@ bool take_flow_key(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *con
     }
     qx_flow_t flow;
     std::memcpy(&flow, found.memory, sizeof flow);
-    key = qxsim::flow_key_of(flow.ingress_pkt, default_of(qxsh::default_families, "ipv4"));
+    key = qxsim::flow_key_of(flow.ingress_pkt, session.codes().families().ipv4);
     return true;
 }
 
@@ -288,7 +277,12 @@ int flow_slots_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj 
     qxsim::flow_key key;
     if (!take_flow_key(client, interp, objc, objv, key))
         return TCL_ERROR;
-    constexpr std::uint32_t table = default_of(qxsh::default_sizes, "flow_slots");
+    const record_session &session = data_of(client).session;
+    std::uint32_t table = 0;
+    if (!session.run_script("::qx::catalogue::capacity", {Tcl_NewStringObj("flow_slots", -1)}) ||
+        session.take_number(Tcl_GetObjResult(interp), UINT32_MAX, table) !=
+            record_session::taken::number)
+        return TCL_ERROR;
     const unsigned home = qxsim::flow_home(qxsim::flow_hash(key), table);
     std::array<std::uint16_t, qxsim::flow_probe_count> slots;
     for (unsigned step = 0; step < slots.size(); ++step)
