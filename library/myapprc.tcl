@@ -5,6 +5,18 @@
 # The rc file is also read when commands come from a pipe, which needs none of this.
 if {![info exists tcl_interactive] || !$tcl_interactive} return
 
+# Short names, for people: `help NAME` describes what there is, `? WORD ...` searches, both a
+# screenful at a time (see PAGER). Scripts should not use them.
+proc help {{name {}}} {
+    package require qx
+    return [qx::page [qx::help $name]]
+}
+proc ? {args} {
+    package require qx
+    if {![llength $args]} { return [help] }
+    return [qx::page [eval [linsert $args 0 qx::apropos]]]
+}
+
 # Put your own settings here or after the last line.
 
 # Tcl's search for a package reads all indexes; reading only this package's is much faster.

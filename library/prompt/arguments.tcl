@@ -8,7 +8,7 @@ namespace eval qx::prompt::arguments {
         set {1 variable} unset {1 variable} incr {1 variable} append {1 variable}
         lappend {1 variable} global {1 variable} array {2 variable}
         source {1 file} cd {1 file} open {1 file} qx::lint {1 file}
-        qx::help {1 subject} qx::apropos {1 subject} qx::watch {1 switch}
+        qx::help {1 subject} qx::apropos {1 subject} help {1 subject} qx::watch {1 switch}
         qx::template {1 record 2 option 3 option 4 option}
         qx::get {1 handle 2 option 3 option 4 option}
         qx::json {1 handle 2 option 3 option 4 option} qx::set {1 handle 2 dict}
@@ -82,8 +82,8 @@ proc qx::prompt::arguments::names_of_variables {word variables} {
 
 # All topics of qx::help.
 proc qx::prompt::arguments::subjects {} {
-    set names [concat [qx::catalogue::commands] [qx::catalogue::records] [qx::catalogue::areas]]
-    dict for {number status} [qx::catalogue::statuses] { lappend names [lindex $status 0] }
+    set names {}
+    foreach {kind each} [qx::topic::names] { set names [concat $names $each] }
     return $names
 }
 

@@ -10,9 +10,9 @@ namespace eval qx::commands {
             {qx::help ?name?}
             {describe a command, a record, a field, a status, a handle or one of these} {
                 The name may be that of a command, a record, an area, a status (also its number), a
-                field (qx_vlan_t.vlan_id), an argument (qx_flow_add.p_flow), a command of this
-                package, or a handle: its record is described. Case does not count, nor does qx_ in
-                front or _t at the end, where only one thing is meant.
+                field (qx_vlan_t.vlan_id, also by its path in a record), an argument
+                (qx_flow_add.p_flow), a command of this package, or a handle: its record is
+                described. Case does not count, and qx_, qx:: and _t may be left out: vlan, IPsec.
 
                 % qx::help vlan
 
@@ -25,9 +25,15 @@ namespace eval qx::commands {
                 the commands of this package. Those in which all words are whole come first. Case
                 does not count. Each name in the list is a topic of qx::help.
 
-                % qx::apropos vlan egress
+                % qx::apropos nat subnet
             }
             {qx::areas} {list the areas of the SDK} {}
+            {qx::page text} {show a text a screenful at a time} {
+                With the program in PAGER, else less or more. A text that fits the terminal is
+                returned, also where there is no terminal, a dumb one, or no such program.
+
+                % qx::page [qx::apropos flow]
+            }
         }
         data {Calls and records as data} {
             {qx::call ?-allow statuses? ?-status name? ?-dict? ?-words? function ?word ...?}

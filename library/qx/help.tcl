@@ -6,22 +6,12 @@ namespace eval qx::help {}
 # The help text of a name.
 proc qx::help::about {{name {}}} {
     if {$name eq {}} { return [beginning] }
+    lassign [qx::topic::find $name] kind subject
+    if {$kind ne {}} { return [${kind}_text $subject] }
+    set near [qx::topic::near $name]
     set name [string trimleft $name :]
-    if {[qx::catalogue::is_command $name]} { return [command_text $name] }
-    if {[qx::catalogue::is_record $name]} { return [record_text $name] }
-    if {$name in [qx::catalogue::areas]} { return [area_text $name] }
-    if {[dict exists [qx::commands::all] $name]} { return [own_text $name] }
-    if {$name in [qx::commands::topics]} { return [group_text $name] }
-    dict for {number status} [qx::catalogue::statuses] {
-        if {$name eq $number || $name eq [lindex $status 0]} {
-            lassign $status symbol meaning
-            return "$symbol, status $number of the simulated device\n  $meaning"
-        }
-    }
-    set names [concat [qx::catalogue::commands] [qx::catalogue::records] [qx::catalogue::areas]]
-    if {[string match qx::* $name]} { set names [dict keys [qx::commands::all]] }
     return -code error -errorcode [list QX UNKNOWN name $name] \
-        "nothing is called \"$name\"[qx::catalogue::like $name $names]"
+        "nothing is called \"$name\"[qx::catalogue::like $name $near]"
 }
 
 proc qx::help::beginning {} {
@@ -189,6 +179,71 @@ proc qx::help::holders {type} {
         if {$holder ni $names} { lappend names $holder }
     }
     return $names
+}
+
+# ----------------------------------------------------------------- parts of records and calls
+
+proc qx::help::field_text {subject} {
+    lassign $subject type name
+    set field [qx::catalogue::field $type $name]
+    set held [dict get $field type]
+    set text "$type.$name, [qx::wording::field_type $field] at offset [dict get $field offset]"
+    if {[dict get $field width]} { append text ", lowest bit [dict get $field bit]" }
+    append text \n [qx::layout::wrapped [dict get $field text] {  } 2]
+    append text [qx::layout::section Values \
+        [qx::layout::table [value_rows $name [qx::wording::values $type $name]]]]
+    if {[qx::catalogue::is_record $held]} { append text "Record\n  $held\n" }
+    set names {}
+    foreach command [qx::catalogue::commands_of $type] {
+        if {[dict get [qx::catalogue::facts $command] field] eq $name} { lappend names $command }
+    }
+    append text [qx::layout::section Commands [qx::layout::names $names]]
+    return [string trimright $text \n]
+}
+
+proc qx::help::argument_text {subject} {
+    lassign $subject call name
+    set words [qx::wording::describe [qx::catalogue::facts $call]]
+    foreach argument [dict get $words arguments] {
+        if {[dict get $argument name] ne $name} continue
+        lassign [parts $argument type range text direction] type range text direction
+        set first "$call.$name, $type, $range"
+        if {$direction ne {}} { append first ", $direction" }
+        set text [qx::layout::wrapped $first {} 4][qx::layout::wrapped $text {  } 2]
+        append text [qx::layout::section Values \
+            [qx::layout::table [value_rows $name [dict get $argument values]]]]
+        set target [string trimright $type { *}]
+        if {[qx::catalogue::is_record $target]} { append text "Record\n  $target\n" }
+        return [string trimright $text \n]
+    }
+}
+
+proc qx::help::cell_text {type} {
+    set text "[qx::catalogue::native $type], cell of\
+        [qx::wording::counted [qx::catalogue::type_size $type] byte]\n"
+    set rows {}
+    foreach name [qx::catalogue::commands_of $type] {
+        lappend rows [list $name [qx::wording::purpose [qx::catalogue::facts $name]]]
+    }
+    return [string trimright $text[qx::layout::section Commands [qx::layout::table $rows]] \n]
+}
+
+proc qx::help::status_text {number} {
+    set text "[qx::catalogue::status_name $number], status $number"
+    return "$text\n  [qx::catalogue::status_meaning $number][status_users $number]"
+}
+
+# The calls for which the simulated device has a reason of their own to answer a status.
+proc qx::help::status_users {number} {
+    set calls {}
+    foreach call [qx::catalogue::calls] {
+        if {[qx::catalogue::status_name $number] in [dict get [qx::catalogue::answers $call] statuses]} {
+            lappend calls $call
+        }
+    }
+    if {$calls eq {}} return
+    return "\nCalls that the simulated device answers with it\n[string trimright \
+        [qx::layout::names $calls] \n]"
 }
 
 # ------------------------------------------------------------------------------------- areas

@@ -18,7 +18,7 @@ apply {{folder parts commands} {
     foreach {name procedure} $commands { interp alias {} ::qx::$name {} ::qx::$procedure }
 }} [file dirname [info script]] {
     catalogue_data catalogue profile answers
-    commands wording layout example help apropos
+    commands wording layout example topic help apropos pager
     handles records status why
     script_parser lint lint_bodies lint_passing lint_calls lint_records lint_package
     sim
@@ -29,6 +29,7 @@ apply {{folder parts commands} {
     help     help::about
     apropos  apropos::find
     areas    help::areas
+    page     pager::show
     check    status::check
     watch    status::watch
     why      why::explain
