@@ -160,7 +160,7 @@ std::string begin_profile()
 {
     const char *const value = qxsh::environment_value("QX_PROFILE");
     if (value == nullptr)
-        return changed_numbers() ? use_profile({}) : std::string{};
+        return numbers == default_numbers ? std::string{} : use_profile({});
     const std::string name = value;
     std::string text;
     const int error = read_file(absolute(name), text);

@@ -13,16 +13,10 @@ namespace qxsim {
 
 using qxsh::profile_number;
 
-static constexpr profile_numbers by_default;
-
-constinit profile_numbers numbers = by_default;
+constinit const profile_numbers default_numbers;
+constinit profile_numbers numbers;
 
 static std::vector<qxsh::profile_status> named_statuses; ///< of the profile; empty by default
-
-bool changed_numbers()
-{
-    return numbers != by_default;
-}
 
 // ------------------------------------------------------------------------------- use of a profile
 
@@ -130,7 +124,7 @@ void settle_statuses(const qxsh::profile &profile, profile_numbers &made)
 std::string use_profile(qxsh::profile profile)
 {
     try {
-        profile_numbers made = by_default;
+        profile_numbers made = default_numbers;
         settle_codes(profile, made);
         settle_sizes(profile, made);
         settle_statuses(profile, made);

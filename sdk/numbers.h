@@ -218,10 +218,8 @@ constexpr profile_numbers::profile_numbers()
         statuses[number] = static_cast<std::uint16_t>(number);
 }
 
-extern profile_numbers numbers;
-
-/// Whether a profile has changed any number.
-bool changed_numbers();
+extern profile_numbers numbers; ///< in use
+extern const profile_numbers default_numbers;
 
 /// What a number means at a place; `unknown` if nothing.
 template <place At> std::uint32_t meaning(std::uint32_t number)

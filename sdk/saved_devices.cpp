@@ -40,7 +40,7 @@ digest digest_of(std::string_view bytes)
 digest layout()
 {
     std::string sizes;
-    if (changed_numbers()) {
+    if (numbers.codes != default_numbers.codes || numbers.sizes != default_numbers.sizes) {
         append_bytes(sizes, numbers.codes);
         append_bytes(sizes, numbers.sizes);
     }
