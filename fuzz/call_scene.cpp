@@ -2,8 +2,8 @@
 #include "fuzz/call_scene.h"
 
 #include "fuzz/expect.h"
+#include "numbers.h"
 #include "qx_status.h"
-#include "statuses.h"
 
 #include <cstring>
 #include <fstream>

@@ -56,6 +56,8 @@ std::map<std::string, statuses> documented()
         if (line.rfind("| `qx_", 0) != 0)
             continue;
         const auto name_end = line.find('`', 3);
+        if (line.find('.') < name_end)
+            continue; // a value of an argument
         const auto cell = line.find('|', name_end) + 1;
         std::istringstream words{line.substr(cell, line.find('|', cell) - cell)};
         statuses &row = table[line.substr(3, name_end - 3)];
