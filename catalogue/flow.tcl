@@ -87,3 +87,15 @@ call qx_flow_get_lastuse_tickcount "read when a flow was last used" {
     after    qx_flow_add
     example  0 7
 }
+
+table flows "flows, by slot of the flow table" {
+    call   qx_flow_get
+    index  hash_index  flow_slots
+    empty  QX_NO_FLOW
+}
+
+table flow_uses "when each flow was last used, by flow id" {
+    call   qx_flow_get_lastuse_tickcount
+    index  flow_id  0..65535
+    empty  QX_NO_FLOW
+}

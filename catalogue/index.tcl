@@ -29,3 +29,11 @@ argument session_id      "L2TP session identifier, 16 bits"
 argument spd_handle      "handle of the SPD"
 argument tunnel_id       "tunnel id"
 argument usb_id          "number of the USB controller"
+
+# Numbers that people read and write in hexadecimal: types and flags on the wire, ids, handles.
+hexadecimal {
+    eth_type ppp_protocol qx_ppp_hdr_t.pro ver spi natt_4_bytes flag
+    vlan_tag qx_eth_port_encap_t.tag qx_pppoe_port_encap_t.tag
+    ipsec_policy enc_policy ipsec_said nexthop_id
+    qx_l3_nexthop_intf_binding_t.tunnel_id qx_tunnel_mtu_t.tunnel_id
+}

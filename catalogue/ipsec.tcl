@@ -114,3 +114,17 @@ call qx_ipsec_sa_delete "remove a security association from a policy" {
     after    qx_ipsec_sa_add
     example  0 $spd $policy $sa
 }
+
+table spds "security policy databases" {
+    instead "no call reads them; keep what qx_ipsec_spd_add returns"
+}
+
+table policies "IPsec policies" {
+    instead "no call reads them; keep what qx_ipsec_policy_add returns"
+    node    "IPsec policy"
+}
+
+table associations "security associations" {
+    instead "no call reads them; keep what qx_ipsec_sa_add returns"
+    node    "security association"
+}

@@ -122,3 +122,20 @@ call qx_ipv6_over_l2tp_getnext "walk the IPv6 prefixes of a session, one a call"
     after    qx_ipv6_over_l2tp_add
     example  0 $tunnel 5 {}
 }
+
+table l2tp_sessions "sessions of an L2TP tunnel" {
+    call   qx_l2tp_session_get
+    keys   tunnel_id tunnels p_tunnel_cfg.type l2tp
+    index  session_id  1..65535
+    absent is_present
+    node   "L2TP session"
+}
+
+table l2tp_prefixes "IPv6 prefixes of an L2TP session" {
+    call   qx_ipv6_over_l2tp_getnext
+    keys   {tunnel_id session_id} l2tp_sessions
+    walk   getnext
+    leads  ipv6_prefix
+    ends   QX_NO_MORE
+    node   prefix  ipv6_prefix
+}

@@ -178,3 +178,42 @@ call qx_port_encap_ip_mtu_get "read the IP MTU of an encapsulation on a port" {
     after    qx_port_encap_ip_mtu_add
     example  0 3 1
 }
+
+table routes "routes, in the order of their prefixes" {
+    call   qx_l3_route_show
+    walk   next
+    leads  route.prefix
+    ends   QX_NO_MORE
+    node   route  route.prefix
+    holds  route.nexthop.nhid nexthop_indexes
+    by     nexthop.nhid
+}
+
+table nexthops "next hops, in the order of type, address and interface" {
+    call   qx_l3_nexthop_show
+    walk   next
+    leads  nexthop.nhid
+    ends   QX_NO_MORE
+}
+
+table nexthop_indexes "next hops, by index" {
+    call   qx_l3_nexthop_get
+    index  index  ids 5
+    empty  QX_NO_NEXTHOP
+    node   "next hop"  nexthop.nhid
+    holds  nexthop.id.tunnel_id tunnels
+    if     nexthop.nhid.nhop_type tunnel
+    holds  nexthop.id.ipsec_said associations
+    if     nexthop.nhid.nhop_type sa
+}
+
+table nat_subnets "NAT subnets of the interfaces" {
+    instead "no call reads them; qx_nat_subnet_add answers QX_EXISTS for one that is there"
+}
+
+table port_mtus "IP MTUs, by port and encapsulation" {
+    call   qx_port_encap_ip_mtu_get
+    index  port_id  ports
+    index  encap    codes
+    empty  QX_NO_MTU
+}

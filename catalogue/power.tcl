@@ -113,3 +113,20 @@ call qx_pm_system_suspend_enter "enter system suspend" {
     after    qx_pm_ne_suspend_set
     example  0
 }
+
+table power "clock, power states and suspension" {
+    call   qx_pm_cpu_info_get    cpu
+    call   qx_pm_pcie_state_get  pcie
+    index  pcie_id  0..255
+    ends   QX_BAD_CONTROLLER
+    call   qx_pm_sata_state_get  sata
+    index  sata_id  0..255
+    ends   QX_BAD_CONTROLLER
+    call   qx_pm_usb_state_get   usb
+    index  usb_id   0..255
+    ends   QX_BAD_CONTROLLER
+    call   qx_pm_ne_suspend_get  network_engine
+    call   qx_pm_pe_suspend_get  packet_engine
+    index  pe_id    0..255
+    ends   QX_BAD_ENGINE
+}

@@ -55,3 +55,10 @@ call qx_pppoe_port_encap_set "set the encapsulation of a PPPoE port" {
     after    qx_pppoe_port_add
     example  0 100 {dest_mac 02:00:00:00:00:42 pppoe_session_id 9}
 }
+
+table pppoe_ports "PPPoE ports, by number" {
+    call   qx_pppoe_port_config_get
+    index  pppoe_port_id  0..65535
+    empty  QX_NO_PPPOE_PORT
+    bare   QX_NO_ENCAP
+}

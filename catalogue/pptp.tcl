@@ -49,3 +49,11 @@ call qx_pptp_key_change "change the key of a session" {
     after    qx_pptp_session_add
     example  0 5
 }
+
+table pptp_sessions "PPTP sessions, by id and direction" {
+    call   qx_pptp_session_get
+    index  session.sa_id  1..65535
+    index  session.dir    codes
+    empty  QX_NO_SESSION
+    node   "PPTP session"  session.remote_addr
+}

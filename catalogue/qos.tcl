@@ -49,3 +49,20 @@ call qx_qos_map_mode_set "choose the map a port uses" {
     in     u32   mode      "map mode, an SDK code"
     example  0 1 1
 }
+
+table qos_mode "which map each port uses" {
+    call   qx_qos_map_mode_get
+    index  port_id  ports
+}
+
+table qos_dscp_map "priorities of DSCP values, by port" {
+    call   qx_qos_dscp_map_get
+    index  port_id  ports
+    index  dscp     0..63
+}
+
+table qos_dot1p_map "priorities of 802.1p values, by port" {
+    call   qx_qos_dot1p_map_get
+    index  port_id  ports
+    index  dot1p    0..7
+}

@@ -147,3 +147,9 @@ call qx_rule_hash_get_by_hash_index "read the rule in a hash slot" {
     after    qx_rule_hash_add
     example  0 9
 }
+
+table rules "rules, by slot of the rule hash" {
+    call   qx_rule_hash_get_by_hash_index
+    index  hash_index  rule_slots
+    empty  QX_NO_RULE
+}

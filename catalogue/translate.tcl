@@ -96,3 +96,17 @@ call qx_ip_translate_flow_del "take a flow off an IP translation" {
     after    qx_ip_translate_flow_add
     example  0 $translation {flow_id 7 ingress_pkt {da_ip 198.51.100.7}}
 }
+
+table rtp_translations "counters of the RTP translations, by id" {
+    call   qx_rtp_statistics_get
+    index  rtp_id  ids 0
+    empty  QX_NO_RTP
+    node   "RTP translation"
+}
+
+table ip_translations "settings of the IP translations, by id" {
+    call   qx_ip_translate_get
+    index  ip_translate_id  ids 4
+    empty  QX_NO_TRANSLATION
+    node   "IP translation"  p_ip_translate_cfg.v6_pkt.sa_ip p_ip_translate_cfg.v6_pkt.da_ip
+}

@@ -96,3 +96,37 @@ call qx_tunnel_mtu_set "set the MTU of a tunnel" {
     after    qx_tunnel_add
     example  0 {tunnel_type 0 tunnel_id $tunnel mtu 1400}
 }
+
+table tunnels "tunnels, by id" {
+    call   qx_tunnel_get
+    index  tunnel_id  ids 6
+    empty  QX_NO_TUNNEL
+    node   tunnel  p_tunnel_cfg.type p_tunnel_cfg.src_addr p_tunnel_cfg.dest_addr
+    holds  p_tunnel_cfg.nexthop_id nexthop_indexes
+    holds  p_tunnel_cfg.tunnel.l2tp.ipsec_policy policies
+    if     p_tunnel_cfg.type l2tp
+    holds  p_tunnel_cfg.tunnel.ipsec.ipsec_policy policies
+    if     p_tunnel_cfg.type ipsec
+    holds  p_tunnel_cfg.tunnel.etherip.ipsec_policy policies
+    if     p_tunnel_cfg.type etherip
+    # Small numbers are sessions.
+    holds  {p_tunnel_cfg.tunnel.gre.overlay_tunnel_ingress.enc_policy =in} pptp_sessions
+    if     p_tunnel_cfg.type gre
+    within 1..65535
+    holds  p_tunnel_cfg.tunnel.gre.overlay_tunnel_ingress.enc_policy policies
+    if     p_tunnel_cfg.type gre
+    within 65536..4294967295
+    holds  {p_tunnel_cfg.tunnel.gre.overlay_tunnel_egress.enc_policy =out} pptp_sessions
+    if     p_tunnel_cfg.type gre
+    within 1..65535
+    holds  p_tunnel_cfg.tunnel.gre.overlay_tunnel_egress.enc_policy policies
+    if     p_tunnel_cfg.type gre
+    within 65536..4294967295
+}
+
+table tunnel_mtus "MTU of a tunnel" {
+    call   qx_tunnel_mtu_get
+    keys   p_mtu.tunnel_id tunnels
+    index  p_mtu.tunnel_type  codes
+    empty  QX_BAD_TYPE
+}

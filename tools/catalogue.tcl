@@ -35,7 +35,7 @@ namespace eval catalogue {
     }
 }
 
-foreach part {reader checks commands} {
+foreach part {reader checks commands tables} {
     source [file join [file dirname [file normalize [info script]]] catalogue $part.tcl]
 }
 
@@ -52,9 +52,9 @@ proc catalogue::load {folder} {
     variable model
     array unset model
     array set model {areas {} records {} calls {} cells {} pointers {} arguments {} groups {} \
-        examples {}}
+        examples {} tables {} hexadecimal {}}
     set index [file join $folder index.tcl]
-    read_file $index {areas argument}
+    read_file $index {areas argument hexadecimal}
     if {$model(areas) eq {}} { fail [list [shown $index] 1] "no areas are listed" }
     foreach area $model(areas) {
         set file [file join $folder $area.tcl]
@@ -62,7 +62,7 @@ proc catalogue::load {folder} {
             fail [list [shown $index] $model(line,areas)] "area $area has no file [shown $file]"
         }
         set model(area) {}
-        read_file $file {area record union call cell pointer free}
+        read_file $file {area record union call cell pointer free table}
         if {$model(area) ne $area} {
             fail [list [shown $file] 1] "the file of area $area declares area \"$model(area)\""
         }
@@ -79,6 +79,8 @@ proc catalogue::load {folder} {
     check_cells
     check_command_names
     check_examples
+    mark_hexadecimal
+    check_tables
 }
 
 # A file's name as shown in messages: its folder and its tail.
@@ -94,6 +96,8 @@ proc catalogue::record {name}   { variable model; return $model(record,$name) }
 proc catalogue::is_record {name} { variable model; return [info exists model(record,$name)] }
 proc catalogue::calls {}        { variable model; return $model(calls) }
 proc catalogue::call {name}     { variable model; return $model(call,$name) }
+proc catalogue::tables {}       { variable model; return $model(tables) }
+proc catalogue::table {name}    { variable model; return $model(table,$name) }
 
 # The stem of a record's commands: its name without a final _t.
 proc catalogue::stem {record} { regsub {_t$} $record {} }

@@ -93,6 +93,23 @@ proc qx::catalogue::call_argument {call name} {
     return -code error -errorcode [list QX UNKNOWN argument $name] "$call has no argument \"$name\""
 }
 
+# The names of the tables that qx::list knows, by area.
+proc qx::catalogue::tables {} {
+    variable table_data
+    return [dict keys $table_data]
+}
+
+# A table: area; text; parts, each a dict: call, part (its name where there are several), walk (next,
+# getnext or empty), indexes (argument -> {range LEAST GREATEST}, {ids KIND}, {capacity NAME} or
+# codes), and the statuses that mean an empty place (empty), the end (ends) and a row without values
+# (bare), absent (the flag that is 0 for an empty place); keys (arguments that have to be given);
+# giver (the table whose rows have them, and a condition); instead (what can be asked if there is no
+# call); for the graph node (noun, paths) and holds. catalogue/README.md describes the lines.
+proc qx::catalogue::table {name} {
+    variable table_data
+    return [entry table $table_data $name]
+}
+
 # The SDK functions that take a pointer to a record or to a cell's type, in alphabetical order.
 proc qx::catalogue::calls_with {type} {
     variable takers

@@ -110,6 +110,31 @@ namespace eval qx::commands {
                 arguments, constants out of range, handles of the wrong type and released handles.
             }
         }
+        tables {Tables of a device} {
+            {qx::list ?table? ?-device n? ?-key value ...? ?-words? ?-raw?}
+            {list the rows of a table as dicts} {
+                A row has the arguments that lead to it, then what the SDK function puts out, by the
+                arguments' names. The device is 0 if none is given. An index or a key is an option:
+                a number, first..last, or a code word. A status that does not belong to the walk is
+                the error of qx::check. Without a table: all tables and what they hold.
+
+                % qx::list l2tp_prefixes -tunnel_id 0x06000001 -session_id 17
+
+                -words and -raw are those of qx::get.
+            }
+            {qx::show ?table|handle? ?-device n? ?-key value ...? ?-view views? ?-all? ?-json?}
+            {show a table in columns, or a record as a tree} {
+                Columns and fields that are zero are left out unless -all is given. Columns that do
+                not fit the terminal follow below. Keys are shown by their length. -json gives all
+                of it as JSON, keys included. -view is that of qx::get, for a record.
+
+                % qx::show flows -hash_index 0..100
+            }
+            {qx::graph file ?-device n?} {draw who holds whom on a device} {
+                The file ends in .svg, which takes Graphviz's program dot, or in .dot, which takes
+                nothing.
+            }
+        }
         qx::sim {The simulated device, on request} {
             {qx::sim::attach ?file?} {control the simulator through a control file} {
                 Without a file it is the one in QX_SIM_CONTROL, or the one attached last. Every
@@ -169,6 +194,11 @@ namespace eval qx::commands {
             {qx::catalogue::calls} {the names of all SDK functions} {}
             {qx::catalogue::call name} {an SDK function, a dict: text, area, arguments} {
                 Each argument is a dict: name, type, direction, text, range.
+            }
+            {qx::catalogue::tables} {the names of the tables that qx::list knows} {}
+            {qx::catalogue::table name} {a table, a dict: how it is walked} {
+                The keys are area, text, parts, keys, giver, instead, node, holds; the comments in
+                library/qx/catalogue.tcl describe them.
             }
             {qx::catalogue::call_argument call name} {one argument of an SDK function} {}
             {qx::catalogue::calls_with type}

@@ -19,7 +19,7 @@ apply {{folder parts commands} {
 }} [file dirname [info script]] {
     catalogue_data catalogue profile answers
     commands wording layout example topic help apropos pager
-    handles records status why
+    handles records status why tables shown graph
     script_parser lint lint_bodies lint_passing lint_calls lint_records lint_package
     sim
 } {
@@ -34,4 +34,7 @@ apply {{folder parts commands} {
     watch    status::watch
     why      why::explain
     lint     lint::file
+    list     tables::list_rows
+    show     shown::show
+    graph    graph::draw
 }

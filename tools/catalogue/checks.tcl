@@ -152,6 +152,31 @@ proc catalogue::check_types {} {
     foreach record $model(records) { place_record $record {} }
 }
 
+# Gives the fields that are shown as hexadecimal numbers the fact `hex`; most have none.
+proc catalogue::mark_hexadecimal {} {
+    variable model
+    lassign $model(hexadecimal) wanted place
+    set found {}
+    foreach record $model(records) {
+        set fields {}
+        foreach field [dict get $model(record,$record) fields] {
+            foreach name [list [dict get $field name] $record.[dict get $field name]] {
+                if {$name ni $wanted} continue
+                if {[is_record [dict get $field type]] || [dict get $field holds] ne {}} {
+                    fail $place "$record.[dict get $field name] is not a plain number"
+                }
+                dict set field hex 1
+                lappend found $name
+            }
+            lappend fields $field
+        }
+        dict set model(record,$record) fields $fields
+    }
+    foreach name $wanted {
+        if {$name ni $found} { fail $place "no field is called $name" }
+    }
+}
+
 # Places a record in the layout order, after the records it contains.
 proc catalogue::place_record {record outer} {
     variable model

@@ -82,9 +82,9 @@ proc catalogue::declare_argument {place words} {
 }
 
 # The valid range of a number: 0..63 -> {0 63}.
-proc catalogue::read_range {place word} {
+proc catalogue::read_range {place word {option {-range }}} {
     if {![regexp {^(0|[1-9]\d{0,9})\.\.([1-9]\d{0,9})$} $word -> least greatest]
-            || $least >= $greatest} { fail $place "-range \"$word\" is not like 0..63" }
+            || $least >= $greatest} { fail $place "$option\"$word\" is not like 0..63" }
     return [list $least $greatest]
 }
 
@@ -92,6 +92,14 @@ proc catalogue::read_range {place word} {
 proc catalogue::with_range {text range} {
     if {$range eq {}} { return $text }
     return "$text, [join $range { to }]"
+}
+
+# Fields that are shown as hexadecimal numbers: names, or record.name for one of several.
+proc catalogue::declare_hexadecimal {place words} {
+    variable model
+    expect $place 1 $words "hexadecimal { fields }"
+    if {$model(hexadecimal) ne {}} { fail $place "the hexadecimal fields are already listed" }
+    set model(hexadecimal) [list [as_list [lindex $words 0] $place] $place]
 }
 
 proc catalogue::declare_area {place words} {

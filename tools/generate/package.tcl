@@ -11,7 +11,7 @@ proc generate::package_data {profile} {
     variable note
     set text "# What the package qx knows of the SDK; catalogue.tcl answers from it.\n# $note\n"
     append text "namespace eval qx::catalogue \{\n"
-    foreach kind {scalar cell area record call command} {
+    foreach kind {scalar cell area record call command table} {
         append text [package_variable $kind [package_${kind}s]]
     }
     set rows {}
@@ -98,6 +98,22 @@ proc generate::package_commands {} {
             lappend facts [dict get $command $key]
         }
         lappend rows [dict get $command name] $facts
+    }
+    return $rows
+}
+
+# Tables without their places in the catalogue.
+proc generate::package_tables {} {
+    set rows {}
+    foreach name [catalogue::tables] {
+        set table [dict remove [catalogue::table $name] name place]
+        foreach key {giver node} { dict set table $key [lrange [dict get $table $key] 0 1] }
+        foreach key {parts holds} {
+            set kept {}
+            foreach each [dict get $table $key] { lappend kept [dict remove $each place] }
+            dict set table $key $kept
+        }
+        lappend rows $name $table
     }
     return $rows
 }

@@ -39,3 +39,44 @@ call qx_lamp_tune "changes a lamp in place" {
     in     u32         level    "level"
     inout  qx_lamp_t*  lamp     "the lamp"
 }
+
+table lamps "lamps, by channel and level" {
+    call   qx_lamp_tune
+    walk   getnext
+    leads  lamp.id
+    ends   QX_DARK QX_DIM
+    index  channel  channels
+    index  level    1..9
+    node   lamp  lamp.id lamp.view.word
+    holds  lamp.serial shelves
+    if     lamp.kind bright
+    within 1..99
+    holds  lamp.id numbered
+    by     lamp.hours
+}
+
+table numbered "lamps, by id and flags" {
+    call   qx_lamp_tune  first
+    index  lamp.id     ids 3
+    index  lamp.flags  codes
+    index  level       0..1
+    index  channel     0..1
+    empty  QX_DARK
+    bare   QX_DIM
+    call   qx_lamp_add  second
+    index  lamp.id     0..7
+    absent lamp_id
+    node   "numbered lamp"
+}
+
+table chosen "lamps of a channel and a level" {
+    keys   {channel level} lamps lamp.kind bright
+    call   qx_lamp_tune
+    index  lamp.id  7..9
+    empty  QX_DARK
+}
+
+table shelves "where lamps stand" {
+    instead "nothing reads them; ask the owner"
+    node    shelf
+}

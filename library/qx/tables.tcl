@@ -1,0 +1,369 @@
+# Package qx, the tables of a device: qx::list walks one through the SDK's calls, as the catalogue
+# describes it. Relies on catalogue.tcl, status.tcl, and qx::call.
+#
+# A walk takes a request, a dict: command (for messages), name, table (as qx::catalogue::table has
+# it), device, given (argument -> least and greatest), words, raw.
+
+namespace eval qx::tables {}
+
+# qx::list TABLE ?-device n? ?-key value ...? ?-words? ?-raw? : the rows of a table, each a dict: the
+# arguments that lead to it, then what the call puts out. Without arguments: the tables and texts.
+proc qx::tables::list_rows {args} {
+    if {$args eq {}} { return [texts] }
+    return [rows [request qx::list $args {-words -raw}]]
+}
+
+# The tables with what they hold and what they have to be asked by; name and text, alternating.
+proc qx::tables::texts {} {
+    set result {}
+    foreach name [qx::catalogue::tables] {
+        set table [qx::catalogue::table $name]
+        set text [dict get $table text]
+        set keys {}
+        foreach path [dict get $table keys] { append keys " -[short $path]" }
+        if {$keys ne {}} { append text "; needs$keys" }
+        if {[dict get $table parts] eq {}} { append text "; not listed: [dict get $table instead]" }
+        lappend result $name $text
+    }
+    return $result
+}
+
+# ------------------------------------------------------------------------------------ requests
+
+# Reads the words behind a command; `flags` are the options without a value that it knows.
+proc qx::tables::request {command words flags} {
+    set name [lindex $words 0]
+    if {$name ni [qx::catalogue::tables]} {
+        return -code error -errorcode [list QX UNKNOWN table $name] \
+            "there is no table \"$name\"[qx::catalogue::like $name [qx::catalogue::tables]]"
+    }
+    set table [qx::catalogue::table $name]
+    if {[dict get $table parts] eq {}} {
+        return -code error -errorcode [list QX TABLE $name] \
+            "$name cannot be listed: [dict get $table instead]"
+    }
+    set request [dict create command $command name $name table $table device 0 given {}]
+    foreach flag {-words -raw -json -all} { dict set request [string range $flag 1 end] 0 }
+    set rest [lrange $words 1 end]
+    while {$rest ne {}} {
+        set rest [lassign $rest option]
+        if {$option in $flags} {
+            dict set request [string range $option 1 end] 1
+            continue
+        }
+        check_option $request $option $flags $rest
+        set rest [lassign $rest value]
+        if {$option eq "-device"} {
+            dict set request device [number $option $value]
+        } else {
+            dict set request given [string range $option 1 end] [interval $request $option $value]
+        }
+    }
+    check_keys $request
+    return $request
+}
+
+# The arguments of a table that may be given, or have to be.
+proc qx::tables::asked {table} {
+    set paths [dict get $table keys]
+    foreach part [dict get $table parts] {
+        set paths [concat $paths [dict keys [dict get $part indexes]]]
+    }
+    return $paths
+}
+
+# An argument's name as an option and in a row: its path's last part.
+proc qx::tables::short {path} { lindex [split $path .] end }
+
+proc qx::tables::check_option {request option flags rest} {
+    set known [concat -device $flags]
+    foreach path [asked [dict get $request table]] { lappend known -[short $path] }
+    set call "[dict get $request command] [dict get $request name]"
+    if {$option ni $known} {
+        return -level 2 -code error -errorcode {QX USAGE} \
+            "$call: \"$option\" is not one of [join $known {, }]"
+    }
+    if {$rest eq {}} {
+        return -level 2 -code error -errorcode {QX USAGE} "$call: $option needs a value"
+    }
+}
+
+# The number that an option gives; `known` are the words that it may be, too.
+proc qx::tables::number {option word {known {}}} {
+    if {[string is wideinteger -strict $word] && $word >= 0 && $word <= 0xffffffff} {
+        return [expr {$word + 0}]
+    }
+    set text "$option: \"$word\" is not a number"
+    if {$known ne {}} { set text "$option: \"$word\" is neither a number nor one of [join $known {, }]" }
+    return -code error -errorcode {QX USAGE} $text
+}
+
+# What an option gives: N, A..B, or a code word; as least and greatest number.
+proc qx::tables::interval {request option word} {
+    if {[regexp {^(\d+|0[xX][0-9a-fA-F]+)\.\.(\d+|0[xX][0-9a-fA-F]+)$} $word -> least greatest]} {
+        return [list [number $option $least] [number $option $greatest]]
+    }
+    set known {}
+    foreach part [dict get $request table parts] {
+        set words [code_words [dict get $part call] [path_of $request $part $option]]
+        if {[dict exists $words $word]} {
+            return [list [dict get $words $word] [dict get $words $word]]
+        }
+        set known [concat $known [dict keys $words]]
+    }
+    set number [number $option $word $known]
+    return [list $number $number]
+}
+
+# The path of the argument that an option names in a part's call.
+proc qx::tables::path_of {request part option} {
+    foreach path [concat [dict get $request table keys] [dict keys [dict get $part indexes]]] {
+        if {"-[short $path]" eq $option} { return $path }
+    }
+}
+
+proc qx::tables::check_keys {request} {
+    set missing {}
+    foreach path [dict get $request table keys] {
+        if {![dict exists $request given [short $path]]} { lappend missing -[short $path] }
+    }
+    if {$missing eq {}} return
+    return -level 2 -code error -errorcode [list QX TABLE [dict get $request name]] \
+        "[dict get $request command] [dict get $request name]: [join $missing { and }]\
+        [expr {[llength $missing] > 1 ? "are" : "is"}] missing, from a row of\
+        [lindex [dict get $request table giver] 0]"
+}
+
+# --------------------------------------------------------------------------------------- walks
+
+# The rows that a request asks for.
+proc qx::tables::rows {request} {
+    set rows {}
+    foreach part [dict get $request table parts] { walk $request $part rows }
+    return $rows
+}
+
+# Appends the rows of one call.
+proc qx::tables::walk {request part rows_name} {
+    upvar 1 $rows_name rows
+    set loops {}
+    foreach path [dict get $request table keys] {
+        lappend loops $path [list [dict get $request given [short $path]]]
+    }
+    dict for {path values} [dict get $part indexes] {
+        set short [short $path]
+        if {[dict exists $request given $short]} {
+            lappend loops $path [list [dict get $request given $short]]
+        } else {
+            lappend loops $path [intervals $request $part $path $values]
+        }
+    }
+    set words {}
+    foreach argument [in_arguments [dict get $part call]] {
+        set device [expr {[dict get $argument name] in {device_id dev_id}}]
+        lappend words [expr {$device ? [dict get $request device] : {}}]
+    }
+    nested $request [with_numbers $request $part] $loops {} $words rows
+}
+
+# A part with the numbers of its statuses.
+proc qx::tables::with_numbers {request part} {
+    foreach fact {empty ends bare} {
+        set numbers {}
+        foreach name [dict get $part $fact] {
+            if {[catch { qx::catalogue::status_number $name } number options]} {
+                return -level 3 -code error -errorcode [dict get $options -errorcode] \
+                    "[dict get $request command] [dict get $request name]: the profile has no\
+                    status $name"
+            }
+            lappend numbers $number
+        }
+        dict set part $fact $numbers
+    }
+    return $part
+}
+
+# The arguments that a call reads.
+proc qx::tables::in_arguments {call} {
+    set result {}
+    foreach argument [dict get [qx::catalogue::call $call] arguments] {
+        if {[dict get $argument direction] ne "out"} { lappend result $argument }
+    }
+    return $result
+}
+
+# The place of an argument among the words of qx::call.
+proc qx::tables::place_of {call name} {
+    set at 0
+    foreach argument [in_arguments $call] {
+        if {[dict get $argument name] eq $name} { return $at }
+        incr at
+    }
+}
+
+# The numbers to try for an index: a list of least and greatest ones.
+proc qx::tables::intervals {request part path values} {
+    lassign $values kind first second
+    switch -- $kind {
+        range { return [list [list $first $second]] }
+        ids {
+            # The ids of the simulated device: kind, device, and a number from 1.
+            set start [expr {($first << 24) + (([dict get $request device] & 255) << 16)}]
+            return [list [list [expr {$start + 1}] [expr {$start + 65535}]]]
+        }
+        capacity {
+            set count [qx::catalogue::capacity $first]
+            if {$count ne {}} { return [list [list 0 [expr {$count - 1}]]] }
+        }
+        codes {
+            set result {}
+            dict for {word number} [code_words [dict get $part call] $path] {
+                lappend result [list $number $number]
+            }
+            if {$result ne {}} { return $result }
+        }
+    }
+    return -level 3 -code error -errorcode [list QX TABLE [dict get $request name]] \
+        "[dict get $request command] [dict get $request name]: -[short $path] is missing; the profile\
+        does not say which values there are"
+}
+
+# The code words of an argument, or of a field of the record that it points to.
+proc qx::tables::code_words {call path} {
+    if {$path eq {}} return
+    set names [split $path .]
+    if {[llength $names] == 1} { return [qx::catalogue::code_words $call $path] }
+    set argument [qx::catalogue::call_argument $call [lindex $names 0]]
+    set record [qx::catalogue::target [dict get $argument type]]
+    foreach name [lrange $names 1 end-1] {
+        set record [dict get [qx::catalogue::field $record $name] type]
+    }
+    return [qx::catalogue::code_words $record [lindex $names end]]
+}
+
+# Runs through the values of the loops, outermost first; a status that ends a walk ends the
+# innermost. `bound` has the values by path, `words` those of qx::call. Returns 1 at the end.
+proc qx::tables::nested {request part loops bound words rows_name} {
+    upvar 1 $rows_name rows
+    if {$loops eq {}} {
+        if {[dict get $part walk] ne {}} { return [follow $request $part $bound $words rows] }
+        return [visit $request $part $bound $words rows]
+    }
+    set inner [lassign $loops path intervals]
+    # An index may be a field of a record.
+    regexp {^([^.]*)\.?(.*)$} $path -> name field
+    set at [place_of [dict get $part call] $name]
+    foreach interval $intervals {
+        lassign $interval least greatest
+        for {set value $least} {$value <= $greatest} {incr value} {
+            dict set bound $path $value
+            if {$field eq {}} {
+                lset words $at $value
+            } else {
+                lset words $at [dict replace [lindex $words $at] $field $value]
+            }
+            if {[nested $request $part $inner $bound $words rows] && $inner eq {}} { return 1 }
+        }
+    }
+    return 0
+}
+
+# Looks at one place of a table. Returns 1 at its end.
+proc qx::tables::visit {request part bound words rows_name} {
+    upvar 1 $rows_name rows
+    set call [dict get $part call]
+    set values [::qx::call -dict -status status $call {*}$words]
+    if {$status} {
+        if {$status in [dict get $part empty]} { return 0 }
+        if {$status in [dict get $part ends]} { return 1 }
+        if {$status ni [dict get $part bare]} { fail $call $words $status }
+    }
+    set absent [dict get $part absent]
+    if {$absent ne {}} {
+        if {![dict get $values $absent]} { return 0 }
+        dict unset values $absent
+    }
+    lappend rows [row $request $part $bound $values]
+    return 0
+}
+
+# Follows a walk from its start: the same record again and again, which the call moves on.
+proc qx::tables::follow {request part bound words rows_name} {
+    upvar 1 $rows_name rows
+    set call [dict get $part call]
+    foreach argument [in_arguments $call] {
+        if {[dict get $argument direction] ne "inout"} continue
+        set record [qx::catalogue::target [dict get $argument type]]
+        set at [place_of $call [dict get $argument name]]
+    }
+    set before {}
+    ::qx::with place $record {
+        lset words $at $place
+        for {set next 0} 1 {set next 1} {
+            if {[dict get $part walk] eq "next"} { lset words [place_of $call next] $next }
+            set values [::qx::call -dict -status status $call {*}$words]
+            if {$status in [dict get $part ends]} break
+            if {$status} { fail $call $words $status }
+            if {$values eq $before} {
+                return -code error -errorcode [list QX TABLE [dict get $request name]] \
+                    "$call gives the same entry again; the walk does not go on"
+            }
+            set before $values
+            lappend rows [row $request $part $bound $values]
+        }
+    }
+    return 1
+}
+
+# A row: its part, the arguments that lead to it, the values.
+proc qx::tables::row {request part bound values} {
+    set call [dict get $part call]
+    set row {}
+    if {[dict get $part part] ne {}} { lappend row part [dict get $part part] }
+    dict for {path value} $bound {
+        # A field of a record stands in the record.
+        if {[string match *.* $path]} continue
+        if {[dict get $request words]} { set value [in_word $call $path $value] }
+        lappend row $path $value
+    }
+    dict for {name value} $values {
+        if {[dict get $request raw] || [dict get $request words]} {
+            set value [rewritten $request $call $name $value]
+        }
+        lappend row $name $value
+    }
+    return $row
+}
+
+# A number as its code word, if it has one.
+proc qx::tables::in_word {owner name number} {
+    set word [qx::catalogue::code_word $owner $name $number]
+    if {$word eq {}} { return $number }
+    return $word
+}
+
+# A value that a call has put out with the options -raw and -words of qx::get.
+proc qx::tables::rewritten {request call name value} {
+    set type [qx::catalogue::target [dict get [qx::catalogue::call_argument $call $name] type]]
+    if {![qx::catalogue::is_record $type]} {
+        if {[dict get $request words]} { return [in_word $call $name $value] }
+        return $value
+    }
+    set options {}
+    foreach option {raw words} { if {[dict get $request $option]} { lappend options -$option } }
+    ::qx::with handle $type $value { return [::qx::get $handle {*}$options] }
+}
+
+# A status that is no answer of a walk is the error of qx::check.
+proc qx::tables::fail {call words status} {
+    set shown [list $call]
+    foreach argument [dict get [qx::catalogue::call $call] arguments] {
+        set type [dict get $argument type]
+        if {[dict get $argument direction] ne "out"} { set words [lassign $words word] }
+        if {[qx::catalogue::is_pointer $type]} { set word [qx::catalogue::target $type] }
+        lappend shown $word
+    }
+    if {[catch { qx::status::judge_data $shown $status {} } message options]} {
+        return -level 2 -code error -errorcode [dict get $options -errorcode] $message
+    }
+}
