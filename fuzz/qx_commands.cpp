@@ -1,7 +1,7 @@
 // Fuzz target: the package qx over the module under strict memory, on the simulator under control.
-// qx::get, qx::set, qx::json, qx::diff and qx::check with handles of records, of arrays without
-// elements, of freed blocks and of other places; orders given through qx::sim; dumps that an
-// output callback interrupts with another dump. Records agree with the commands of their fields,
+// qx::get, qx::set, qx::json, qx::diff, qx::apply and qx::check with handles of records, of arrays
+// without elements, of freed blocks and of other places; orders given through qx::sim; dumps that
+// an output callback interrupts with another dump. Records agree with the commands of their fields,
 // statuses with a model of the faults, and only live blocks are accessed, which the sanitizers
 // check. Input: the steps in order.
 #include "fuzz/bytes.h"
@@ -133,6 +133,8 @@ private:
     place any_place();
     bool in_some_block(std::uint32_t address) const;
     std::string any_usable();
+    void read_json(const std::string &handle, std::string json,
+                   const std::vector<unsigned char> &expected);
     void scatter(std::span<unsigned char> memory);
     void read();
     void write();
@@ -226,6 +228,29 @@ void scene::scatter(std::span<unsigned char> memory)
         byte = few && input_.byte() % 4 != 0 ? 0 : input_.byte();
 }
 
+// A record's JSON gives its bytes. A text with a few bytes changed is taken or refused; so is a
+// file with it, which never lists calls.
+void scene::read_json(const std::string &handle, std::string json,
+                      const std::vector<unsigned char> &expected)
+{
+    const std::span<unsigned char> memory = bytes_of(handle);
+    const auto is_expected = [&] {
+        return std::equal(memory.begin(), memory.end(), expected.begin());
+    };
+    scatter(memory);
+    result_of({"qx::set", handle, "-json", json});
+    expect(is_expected(), "a record written from its JSON: " + json);
+    for (unsigned changes = input_.below(4); changes != 0; --changes)
+        json[input_.below(static_cast<std::uint32_t>(json.size()))] =
+            static_cast<char>(1 + input_.below(126));
+    if (!succeeds({"qx::set", handle, "-json", json}))
+        expect(is_expected(), "a record that a text does not change: " + json);
+    std::copy(expected.begin(), expected.end(), memory.begin());
+    std::ofstream{folder + "/calls.json"} << json;
+    expect(!succeeds({"qx::apply", folder + "/calls.json"}), "no list of calls: " + json);
+    files::remove(folder + "/calls.json");
+}
+
 // As a dict and as JSON, and written back as it was, over whatever bytes.
 void scene::read()
 {
@@ -246,7 +271,8 @@ void scene::read()
         expect(!succeeds({"qx::set", of.handle, ""}), "no record is written: " + of.handle);
         return;
     }
-    expect(is_json(result()), "JSON is " + result());
+    const std::string json = result();
+    expect(is_json(json), "JSON is " + json);
     words.insert(words.end(), {"-view", "nosuch"});
     expect(!succeeds(words), "a view that does not exist");
     const std::span<unsigned char> memory = bytes_of(of.handle);
@@ -255,6 +281,7 @@ void scene::read()
     result_of({"qx::set", of.handle, value});
     expect(std::equal(memory.begin(), memory.end(), before.begin()),
            "a record written as it was read: " + value);
+    read_json(of.handle, json, before);
     words.resize(raw ? 3 : 2);
     words[0] = "qx::get";
     expect_equal(result_of(words), value, "a record written as it was read");

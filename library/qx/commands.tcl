@@ -69,7 +69,8 @@ namespace eval qx::commands {
                 ingress_pkt.tag(0).vlan_id. With -words a code is the word that the profile has for
                 it.
             }
-            {qx::set handle dict|path value ?path value ...?} {write the named fields of a record} {
+            {qx::set handle dict|-json text|path value ?path value ...?}
+            {write the named fields of a record} {
                 The whole dict is checked before anything is written; an error names the place of
                 the mistake and has the code QX VALUE PLACE. A shorter list sets the first elements
                 of an array. Bytes may be 0x and hexadecimal digits, an address with its family one
@@ -85,6 +86,12 @@ namespace eval qx::commands {
                 Bytes in no field are padding(OFFSET).
             }
             {qx::json handle ?-view views? ?-raw? ?-words?} {return a record as JSON} {}
+            {qx::apply file} {make the SDK calls that a JSON file lists} {
+                The file is a list of objects: the function in call, its words as for qx::call in
+                args, statuses that are no failure in allow, a name for the result in save; later
+                calls write "$name" or "$name.path". The first failure ends it. The result is the
+                number of calls, or a dict of what was saved.
+            }
         }
         statuses {Statuses and mistakes} {
             {qx::check ?-allow statuses? command ?word ...?|script}

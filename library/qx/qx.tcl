@@ -11,7 +11,7 @@ namespace eval qx {}
 
 apply {{folder parts commands} {
     foreach part $parts { source [file join $folder $part.tcl] }
-    foreach name {get set call template json diff status::judge_calls sim::flow_key
+    foreach name {get set call apply template json diff status::judge_calls sim::flow_key
             sim::flow_slots sim::make_folder} {
         qx::handle::load_at_first_call ::qx::$name
     }

@@ -2,11 +2,13 @@
 //
 //   qx::get HANDLE ?PATH? ?OPTION ...?           qx::template RECORD ?OPTION ...?
 //   qx::set HANDLE DICT | PATH VALUE ...          qx::call ?OPTION ...? FUNCTION ?WORD ...?
+//   qx::set HANDLE -json TEXT                     qx::apply FILE
 //   qx::json HANDLE ?OPTION ...?                  qx::diff HANDLE HANDLE ?OPTION ...?
 //   qx::sim::flow_key FLOW        qx::sim::flow_slots FLOW
 //   qx::sim::make_folder PREFIX   makes a new folder, its owner's alone, and returns its name
 //
 // Relies on the package's scripts for words that only look like handles, and for nearest names.
+#include "library/qx/call_list.h"
 #include "library/qx/judged_calls.h"
 #include "library/qx/record_difference.h"
 #include "library/qx/record_json.h"
@@ -206,12 +208,36 @@ bool write_places(package_data &data, const record_row &row, int count, Tcl_Obj 
     return true;
 }
 
+// A dict, a JSON text behind -json, or paths and values.
+bool write_values(package_data &data, const record_row &row, int count, Tcl_Obj *const words[],
+                  unsigned char *bytes)
+{
+    if (count == 1)
+        return record_writer{data.session, bytes}.write(row, words[0]);
+    if (std::strcmp(Tcl_GetString(words[0]), "-json") != 0)
+        return write_places(data, row, count, words, bytes);
+    int length;
+    const char *const text = Tcl_GetStringFromObj(words[1], &length);
+    Tcl_Obj *const values = count == 2 ? read_json_text(data.session.interp(), "",
+                                                        {text, static_cast<unsigned>(length)})
+                                       : nullptr;
+    if (count != 2)
+        refuse_usage(data.session.interp(),
+                     Tcl_NewStringObj("usage: qx::set handle -json text", -1));
+    if (values == nullptr)
+        return false;
+    const bool written =
+        record_writer{data.session, bytes, record_writer::typing::strict}.write(row, values);
+    Tcl_DecrRefCount(values);
+    return written;
+}
+
 // The values are written to a copy, which replaces the record if all is well.
 int set_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     package_data &data = data_of(client);
     if (objc < 3 || (objc > 3 && objc % 2 != 0)) {
-        Tcl_WrongNumArgs(interp, 1, objv, "handle dict|path value ?path value ...?");
+        Tcl_WrongNumArgs(interp, 1, objv, "handle dict|-json text|path value ?path value ...?");
         return TCL_ERROR;
     }
     found_record found;
@@ -219,12 +245,17 @@ int set_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const 
         return TCL_ERROR;
     unsigned char bytes[most_record_bytes];
     std::memcpy(bytes, found.memory, found.row->size);
-    const bool written = objc == 3 ? record_writer{data.session, bytes}.write(*found.row, objv[2])
-                                   : write_places(data, *found.row, objc - 2, objv + 2, bytes);
-    if (!written || !data.session.check_writable(objv[1], found))
+    if (!write_values(data, *found.row, objc - 2, objv + 2, bytes) ||
+        !data.session.check_writable(objv[1], found))
         return TCL_ERROR;
     std::memcpy(found.memory, bytes, found.row->size);
     return TCL_OK;
+}
+
+int apply_command(ClientData client, Tcl_Interp *, int objc, Tcl_Obj *const objv[])
+{
+    package_data &data = data_of(client);
+    return apply_calls(data.session, data.caller, objc, objv);
 }
 
 int call_command(ClientData client, Tcl_Interp *, int objc, Tcl_Obj *const objv[])
@@ -343,6 +374,7 @@ extern "C" __attribute__((visibility("default"))) int Qxmemory_Init(Tcl_Interp *
     Tcl_CreateObjCommand(interp, "::qx::get", get_command, data, nullptr);
     Tcl_CreateObjCommand(interp, "::qx::set", set_command, data, nullptr);
     Tcl_CreateObjCommand(interp, "::qx::call", call_command, data, nullptr);
+    Tcl_CreateObjCommand(interp, "::qx::apply", apply_command, data, nullptr);
     Tcl_CreateObjCommand(interp, "::qx::template", template_command, data, nullptr);
     Tcl_CreateObjCommand(interp, "::qx::json", json_command, data, nullptr);
     Tcl_CreateObjCommand(interp, "::qx::diff", diff_command, data, nullptr);

@@ -23,12 +23,19 @@ const Tcl_ObjType *type_of(Tcl_Obj *object)
     return type;
 }
 
+// Tcl's empty list has no type.
+Tcl_Obj *list_of_one()
+{
+    Tcl_Obj *const element = Tcl_NewObj();
+    return Tcl_NewListObj(1, &element);
+}
+
 } // namespace
 
 record_session::record_session(Tcl_Interp *interp)
     : interp_(interp), names_(reinterpret_cast<Tcl_Obj **>(
                            Tcl_Alloc(static_cast<unsigned>(field_count * sizeof(Tcl_Obj *))))),
-      dict_type_(type_of(Tcl_NewDictObj())), list_type_(type_of(Tcl_NewListObj(0, nullptr))),
+      dict_type_(type_of(Tcl_NewDictObj())), list_type_(type_of(list_of_one())),
       number_types_{type_of(Tcl_NewLongObj(0)), type_of(Tcl_NewWideIntObj(INT64_MAX))}
 {
     for (unsigned i = 0; i < field_count; ++i) {

@@ -52,6 +52,10 @@ public:
     /// Whether the object already is a dict; reading it as a list would discard that form.
     bool is_dict(const Tcl_Obj *object) const { return object->typePtr == dict_type_; }
 
+    /// The same of lists, and of both.
+    bool is_list(const Tcl_Obj *object) const { return object->typePtr == list_type_; }
+    bool is_container(const Tcl_Obj *object) const { return is_dict(object) || is_list(object); }
+
     /// Whether the object is a dict, or a list of other than one element. Its text may be long and
     /// is not asked for.
     bool is_structured(Tcl_Obj *object) const;

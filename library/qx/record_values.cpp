@@ -40,6 +40,9 @@ bool record_writer::nested(const record_row &row, unsigned at, Tcl_Obj *value, c
 {
     int count;
     Tcl_Obj **words;
+    if (is_strict_ && !session_.is_dict(value) &&
+        (session_.is_list(value) ? !is_address(row) : !is_address(row) && row.family < 0))
+        return refuse_dict(row, value, here);
     if (session_.is_dict(value) && !is_address(row))
         return record(row, at, value, here);
     if (Tcl_ListObjGetElements(nullptr, value, &count, &words) != TCL_OK)
@@ -248,7 +251,10 @@ bool record_writer::prefix(const record_row &row, unsigned at, Tcl_Obj *value, c
 bool record_writer::elements(Tcl_Obj *value, int most, Tcl_Obj **&elements, int &count,
                              const place &here)
 {
-    if (Tcl_ListObjGetElements(nullptr, value, &count, &elements) != TCL_OK)
+    const bool has_type =
+        !is_strict_ || session_.is_list(value) ||
+        (!session_.is_dict(value) && std::string_view{Tcl_GetString(value)}.starts_with("0x"));
+    if (!has_type || Tcl_ListObjGetElements(nullptr, value, &count, &elements) != TCL_OK)
         return refuse(&here, Tcl_ObjPrintf("\"%s\" is not a list", shown(value)));
     if (count > most)
         return refuse(&here,
@@ -259,7 +265,9 @@ bool record_writer::elements(Tcl_Obj *value, int most, Tcl_Obj **&elements, int 
 bool record_writer::take(const field_row *field, Tcl_Obj *value, std::uint32_t greatest,
                          std::uint32_t &number, const place *here, int index)
 {
-    const auto taken = session_.take_number(value, greatest, number);
+    const auto taken = is_strict_ && session_.is_container(value)
+                           ? record_session::taken::no_number
+                           : session_.take_number(value, greatest, number);
     if (taken == record_session::taken::number)
         return true;
     const place element = {here, nullptr, index};

@@ -11,8 +11,12 @@ namespace qxsh {
 class record_writer
 {
 public:
+    /// What values have to be: any, as in Tcl; or dicts, lists and others as read_json makes them.
+    enum class typing : bool { none, strict };
+
     /// `bytes` is a copy of the record, which the caller owns: at most most_record_bytes.
-    record_writer(record_session &session, unsigned char *bytes) : session_(session), bytes_(bytes)
+    record_writer(record_session &session, unsigned char *bytes, typing types = typing::none)
+        : session_(session), bytes_(bytes), is_strict_(types == typing::strict)
     {}
 
     /// Writes a dict, or the text of an address record, to a record of type `row`. On failure
@@ -84,6 +88,7 @@ private:
 
     record_session &session_;
     unsigned char *const bytes_;
+    const bool is_strict_;
     bool secret_ = false; // the field being written is a key
     bool whole_ = false;  // the last record had all its fields
     int version_ = 0;     // of the last address, if it was written as text; else 0

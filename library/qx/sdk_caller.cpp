@@ -81,13 +81,19 @@ const call_row *sdk_caller::take_function(int objc, Tcl_Obj *const objv[], int &
         refuse_usage(interp);
         return nullptr;
     }
-    const char *name = Tcl_GetString(objv[i]);
+    first = i + 1;
+    return find(objv[i]);
+}
+
+const call_row *sdk_caller::find(Tcl_Obj *function) const
+{
+    auto *const table = const_cast<Tcl_HashTable *>(&calls_);
+    const char *name = Tcl_GetString(function);
     if (std::strncmp(name, "::", 2) == 0)
         name += 2;
-    first = i + 1;
-    if (Tcl_HashEntry *const entry = Tcl_FindHashEntry(&calls_, name); entry != nullptr)
+    if (Tcl_HashEntry *const entry = Tcl_FindHashEntry(table, name); entry != nullptr)
         return static_cast<const call_row *>(Tcl_GetHashValue(entry));
-    session_.run_script("::qx::status::refuse_call", {objv[i]});
+    session_.run_script("::qx::status::refuse_call", {function});
     return nullptr;
 }
 
@@ -100,20 +106,32 @@ bool sdk_caller::keep_status(const call_options &options, std::uint32_t status) 
 
 int sdk_caller::run(int objc, Tcl_Obj *const objv[])
 {
-    Tcl_Interp *const interp = session_.interp();
     call_options options;
     int first;
     const call_row *const row = take_function(objc, objv, first, options);
-    if (row == nullptr)
-        return TCL_ERROR;
+    return row == nullptr ? TCL_ERROR : call(*row, options, objc - first, objv + first);
+}
+
+int sdk_caller::call(Tcl_Obj *function, Tcl_Obj *allow, int count, Tcl_Obj *const words[])
+{
+    call_options options;
+    options.allow = allow;
+    const call_row *const row = find(function);
+    return row == nullptr ? TCL_ERROR : call(*row, options, count, words);
+}
+
+int sdk_caller::call(const call_row &row, const call_options &options, int count,
+                     Tcl_Obj *const words[])
+{
+    Tcl_Interp *const interp = session_.interp();
     if (options.allow != nullptr && !session_.run_script("::qx::status::numbers", {options.allow}))
         return TCL_ERROR;
     // A profile that cannot be read is an error before the call, not behind it.
     if (!session_.codes().open())
         return TCL_ERROR;
-    one_call call{*this, *row};
+    one_call call{*this, row};
     std::uint32_t status;
-    if (!call.take(objc - first, objv + first) || !call.perform(status)) {
+    if (!call.take(count, words) || !call.perform(status)) {
         call.note_failure();
         return TCL_ERROR;
     }

@@ -20,6 +20,13 @@ public:
     /// creates are released in both cases.
     int run(int objc, Tcl_Obj *const objv[]);
 
+    /// Whether there is a function of this name; if not, leaves an error.
+    bool knows(Tcl_Obj *function) const { return find(function) != nullptr; }
+
+    /// The same as `run`, for a function that is known and words that are separate. `allow` lists
+    /// statuses that are no errors, or is null.
+    int call(Tcl_Obj *function, Tcl_Obj *allow, int count, Tcl_Obj *const words[]);
+
 private:
     class one_call;
     struct call_options
@@ -30,6 +37,8 @@ private:
         bool words = false;        ///< codes come as words
     };
 
+    const call_row *find(Tcl_Obj *function) const;
+    int call(const call_row &row, const call_options &options, int count, Tcl_Obj *const words[]);
     const call_row *take_function(int objc, Tcl_Obj *const objv[], int &first,
                                   call_options &options);
     bool keep_status(const call_options &options, std::uint32_t status) const;

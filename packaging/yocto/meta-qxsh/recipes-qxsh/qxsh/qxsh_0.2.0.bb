@@ -7,7 +7,7 @@ LICENSE = "MIT"
 LIC_FILES_CHKSUM = "file://LICENSE;md5=6db2847f75610964da22eece703b5cf0"
 
 # The prompt starts a thread; every C library here supports threads, so nothing requires it.
-DEPENDS = "tcl tcl-native"
+DEPENDS = "nlohmann-json tcl tcl-native"
 
 inherit cmake externalsrc
 

@@ -1,0 +1,336 @@
+// Applying lists of calls; see call_list.h. An entry is an object: the function in `call`, its
+// words as for qx::call in `args`, the statuses that are no failure in `allow`, and in `save` a
+// name for the result, which later entries write "$name" or "$name.path".
+#include "library/qx/call_list.h"
+
+#include "library/qx/json_reader.h"
+
+#include <charconv>
+#include <cstring>
+#include <string>
+#include <vector>
+
+namespace qxsh {
+
+namespace {
+
+bool is_name(std::string_view text)
+{
+    const auto is_letter = [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
+    };
+    if (text.empty() || !is_letter(text[0]))
+        return false;
+    for (const char c : text)
+        if (!is_letter(c) && (c < '0' || c > '9'))
+            return false;
+    return true;
+}
+
+class call_list
+{
+public:
+    call_list(record_session &session, sdk_caller &caller, Tcl_Obj *file)
+        : session_(session), caller_(caller), file_(file), saved_(Tcl_NewDictObj())
+    {
+        Tcl_IncrRefCount(saved_);
+    }
+    ~call_list()
+    {
+        Tcl_DecrRefCount(saved_);
+        if (calls_ != nullptr)
+            Tcl_DecrRefCount(calls_);
+    }
+    call_list(const call_list &) = delete;
+    call_list &operator=(const call_list &) = delete;
+
+    bool run() { return read() && check() && perform(); }
+
+private:
+    struct entry
+    {
+        Tcl_Obj *call = nullptr;
+        Tcl_Obj *args = nullptr;
+        Tcl_Obj *allow = nullptr;
+        Tcl_Obj *save = nullptr;
+    };
+
+    bool read();
+    bool read_bytes(std::string &bytes);
+    bool check();
+    bool take(Tcl_Obj *object, entry &taken);
+    bool perform();
+    bool perform(const entry &call);
+    Tcl_Obj *filled(Tcl_Obj *value);
+    Tcl_Obj *saved(std::string_view text);
+    bool refuse(const std::string &what);
+    bool refuse_call();
+
+    Tcl_Interp *interp() const { return session_.interp(); }
+
+    record_session &session_;
+    sdk_caller &caller_;
+    Tcl_Obj *const file_;
+    Tcl_Obj *const saved_; // a dict: name -> result
+    Tcl_Obj *calls_ = nullptr;
+    std::vector<entry> entries_;
+    std::size_t number_ = 0; // of the call, from 1; 0: the whole file
+};
+
+// The error of the call that runs, with its place.
+bool call_list::refuse_call()
+{
+    Tcl_Obj *const text = Tcl_ObjPrintf("%s: call %d, %s", Tcl_GetString(file_),
+                                        static_cast<int>(number_), Tcl_GetStringResult(interp()));
+    Tcl_SetObjResult(interp(), text);
+    return false;
+}
+
+bool call_list::refuse(const std::string &what)
+{
+    Tcl_SetObjResult(interp(), Tcl_NewStringObj(what.data(), static_cast<int>(what.size())));
+    Tcl_SetErrorCode(interp(), "QX", "APPLY", Tcl_GetString(file_), std::to_string(number_).c_str(),
+                     nullptr);
+    if (number_ != 0)
+        return refuse_call();
+    Tcl_SetObjResult(interp(), Tcl_ObjPrintf("%s: %s", Tcl_GetString(file_), what.c_str()));
+    return false;
+}
+
+bool call_list::read_bytes(std::string &bytes)
+{
+    Tcl_Channel const channel = Tcl_FSOpenFileChannel(interp(), file_, "r", 0);
+    if (channel == nullptr)
+        return false;
+    Tcl_SetChannelOption(nullptr, channel, "-translation", "binary");
+    char block[4096];
+    int count;
+    while ((count = Tcl_Read(channel, block, sizeof block)) > 0)
+        bytes.append(block, static_cast<std::size_t>(count));
+    const int error = Tcl_GetErrno();
+    Tcl_Close(nullptr, channel);
+    Tcl_SetErrno(error);
+    return count == 0 || refuse(std::string{"cannot be read: "} + Tcl_PosixError(interp()));
+}
+
+bool call_list::read()
+{
+    std::string bytes;
+    if (!read_bytes(bytes))
+        return false;
+    calls_ = read_json_text(interp(), Tcl_GetString(file_) + std::string{":"}, bytes);
+    return calls_ != nullptr;
+}
+
+bool call_list::take(Tcl_Obj *object, entry &taken)
+{
+    Tcl_DictSearch search;
+    Tcl_Obj *key;
+    Tcl_Obj *value;
+    int done;
+    std::string unknown;
+    if (!session_.is_dict(object))
+        return refuse("is not an object with a \"call\" and its \"args\"");
+    Tcl_DictObjFirst(nullptr, object, &search, &key, &value, &done);
+    for (; done == 0; Tcl_DictObjNext(&search, &key, &value, &done)) {
+        const std::string_view name = Tcl_GetString(key);
+        if (name == "call")
+            taken.call = value;
+        else if (name == "args")
+            taken.args = value;
+        else if (name == "allow")
+            taken.allow = value;
+        else if (name == "save")
+            taken.save = value;
+        else
+            unknown = name;
+    }
+    Tcl_DictObjDone(&search);
+    if (!unknown.empty())
+        return refuse("\"" + unknown + "\" is none of call, args, allow and save");
+    if (taken.call == nullptr || session_.is_container(taken.call))
+        return refuse("\"call\" has to name an SDK function");
+    if (!caller_.knows(taken.call))
+        return refuse_call();
+    for (const auto &[list, name] : {std::pair{taken.args, "args"}, {taken.allow, "allow"}})
+        if (list != nullptr && !session_.is_list(list))
+            return refuse(std::string{"\""} + name + "\" has to be a list");
+    if (taken.allow != nullptr && !session_.run_script("::qx::status::numbers", {taken.allow}))
+        return refuse_call();
+    if (taken.save != nullptr &&
+        (session_.is_container(taken.save) || !is_name(Tcl_GetString(taken.save))))
+        return refuse("\"save\" has to be a name of letters, digits and _");
+    return true;
+}
+
+bool call_list::check()
+{
+    int count;
+    Tcl_Obj **objects;
+    if (!session_.is_list(calls_))
+        return refuse("is not a list of calls");
+    Tcl_ListObjGetElements(nullptr, calls_, &count, &objects);
+    for (int i = 0; i < count; ++i) {
+        entry taken;
+        number_ = entries_.size() + 1;
+        if (!take(objects[i], taken))
+            return false;
+        for (const entry &earlier : entries_)
+            if (taken.save != nullptr && earlier.save != nullptr &&
+                std::strcmp(Tcl_GetString(taken.save), Tcl_GetString(earlier.save)) == 0)
+                return refuse(std::string{"\""} + Tcl_GetString(taken.save) + "\" is saved twice");
+        entries_.push_back(taken);
+    }
+    return true;
+}
+
+// The part of a saved result that "$name.path" stands for; null, with an error, if there is none.
+Tcl_Obj *call_list::saved(std::string_view text)
+{
+    const auto refuse_part = [&](const std::string &what) -> Tcl_Obj * {
+        refuse(std::string{text} + ": " + what);
+        return nullptr;
+    };
+    std::string_view rest = text.substr(1);
+    Tcl_Obj *value = saved_;
+    for (bool is_first = true;; is_first = false) {
+        const auto length = rest.find_first_of(".(");
+        const std::string name{rest.substr(0, length)};
+        Tcl_Obj *const key = Tcl_NewStringObj(name.data(), static_cast<int>(name.size()));
+        Tcl_Obj *found = nullptr;
+        Tcl_IncrRefCount(key);
+        Tcl_DictObjGet(nullptr, value, key, &found);
+        Tcl_DecrRefCount(key);
+        if (found == nullptr)
+            return refuse_part(is_first ? "no call before has saved \"" + name + "\""
+                                        : "the result has no \"" + name + "\"");
+        value = found;
+        rest.remove_prefix(std::min(length, rest.size()));
+        if (rest.starts_with('(')) {
+            unsigned index;
+            const auto [end, error] =
+                std::from_chars(rest.data() + 1, rest.data() + rest.size(), index);
+            Tcl_Obj *element = nullptr;
+            if (error == std::errc{} && end != rest.data() + rest.size() && *end == ')')
+                Tcl_ListObjIndex(nullptr, value, static_cast<int>(index), &element);
+            if (element == nullptr)
+                return refuse_part("there is no such element");
+            value = element;
+            rest.remove_prefix(static_cast<std::size_t>(end + 1 - rest.data()));
+        }
+        if (rest.empty())
+            return value;
+        if (!rest.starts_with('.'))
+            return refuse_part("there is no such element");
+        rest.remove_prefix(1);
+    }
+}
+
+// A value with saved results in place of their names, with a reference that the caller releases.
+// Null, with an error, if something is not saved.
+Tcl_Obj *call_list::filled(Tcl_Obj *value)
+{
+    if (!session_.is_container(value)) {
+        const char *const text = Tcl_GetString(value);
+        Tcl_Obj *const now = text[0] == '$' ? saved(text) : value;
+        if (now != nullptr)
+            Tcl_IncrRefCount(now);
+        return now;
+    }
+    const bool is_dict = session_.is_dict(value);
+    Tcl_Obj *const copy = is_dict ? Tcl_NewDictObj() : Tcl_NewListObj(0, nullptr);
+    Tcl_IncrRefCount(copy);
+    bool good = true;
+    if (is_dict) {
+        Tcl_DictSearch search;
+        Tcl_Obj *key;
+        Tcl_Obj *inner;
+        int done;
+        Tcl_DictObjFirst(nullptr, value, &search, &key, &inner, &done);
+        for (; done == 0 && good; Tcl_DictObjNext(&search, &key, &inner, &done)) {
+            Tcl_Obj *const now = filled(inner);
+            good = now != nullptr;
+            if (good) {
+                Tcl_DictObjPut(nullptr, copy, key, now);
+                Tcl_DecrRefCount(now);
+            }
+        }
+        Tcl_DictObjDone(&search);
+    } else {
+        int count;
+        Tcl_Obj **elements;
+        Tcl_ListObjGetElements(nullptr, value, &count, &elements);
+        for (int i = 0; i < count && good; ++i) {
+            Tcl_Obj *const now = filled(elements[i]);
+            good = now != nullptr;
+            if (good) {
+                Tcl_ListObjAppendElement(nullptr, copy, now);
+                Tcl_DecrRefCount(now);
+            }
+        }
+    }
+    if (good)
+        return copy;
+    Tcl_DecrRefCount(copy);
+    return nullptr;
+}
+
+bool call_list::perform(const entry &call)
+{
+    int count = 0;
+    Tcl_Obj **arguments = nullptr;
+    Tcl_Obj *const args = call.args != nullptr ? filled(call.args) : nullptr;
+    if (call.args != nullptr && args == nullptr)
+        return false;
+    if (args != nullptr)
+        Tcl_ListObjGetElements(nullptr, args, &count, &arguments);
+    const bool good =
+        caller_.call(call.call, call.allow, count, arguments) == TCL_OK || refuse_call();
+    if (good && call.save != nullptr)
+        Tcl_DictObjPut(nullptr, saved_, call.save, Tcl_GetObjResult(interp()));
+    if (args != nullptr)
+        Tcl_DecrRefCount(args);
+    return good;
+}
+
+bool call_list::perform()
+{
+    bool has_saved = false;
+    number_ = 0;
+    for (const entry &call : entries_) {
+        ++number_;
+        has_saved = has_saved || call.save != nullptr;
+        if (!perform(call))
+            return false;
+    }
+    Tcl_SetObjResult(interp(), has_saved ? saved_ : Tcl_NewWideIntObj(entries_.size()));
+    return true;
+}
+
+} // namespace
+
+Tcl_Obj *read_json_text(Tcl_Interp *interp, const std::string &source, std::string_view text)
+{
+    json_mistake mistake;
+    Tcl_Obj *const value = read_json(text, mistake);
+    if (value != nullptr)
+        return value;
+    const std::string line = std::to_string(mistake.line);
+    const std::string column = std::to_string(mistake.column);
+    Tcl_ResetResult(interp);
+    Tcl_SetErrorCode(interp, "QX", "JSON", line.c_str(), column.c_str(), nullptr);
+    Tcl_AppendResult(interp, source.c_str(), line.c_str(), ":", column.c_str(), ": ",
+                     mistake.what.c_str(), nullptr);
+    return nullptr;
+}
+
+int apply_calls(record_session &session, sdk_caller &caller, int objc, Tcl_Obj *const objv[])
+{
+    if (objc != 2) {
+        Tcl_WrongNumArgs(session.interp(), 1, objv, "file");
+        return TCL_ERROR;
+    }
+    return call_list{session, caller, objv[1]}.run() ? TCL_OK : TCL_ERROR;
+}
+
+} // namespace qxsh
