@@ -294,6 +294,17 @@ proc qx::commands::all {} {
     return $known
 }
 
+# How many words a command takes, from its usage: the least and the most; the most is empty if there
+# is no limit. A bar outside question marks separates two ways to call it.
+proc qx::commands::word_counts {name} {
+    set words [dict get [all] $name words]
+    regsub -all {\?([^?]*)\?} $words {} needed
+    set needed [string map {| " | "} $needed]
+    set least [lsearch -exact [concat $needed |] |]
+    if {[string first ... $words] >= 0 || "|" in $needed} { return [list $least {}] }
+    return [list $least [llength [string map {? { }} $words]]]
+}
+
 # A text as a list of paragraphs, kind (text or session) and content by turns. A session keeps its
 # lines, without the indentation of the first.
 proc qx::commands::paragraphs {text} {

@@ -21,13 +21,27 @@ proc qx::lint::package_command {name words values} {
         if {[regexp {^qx::\w+$} $name]} { unknown $name $line }
         return [forget $words]
     }
-    if {![dict exists $own_checks $name]} { return [forget $words] }
     # A word after {*} may become any number of words: only those before it are in their places.
     set count 0
     foreach word $words { if {[dict get $word expand]} break else { incr count } }
     set whole [expr {$count == [llength $words]}]
+    if {$whole} { count_words $name $line [expr {$count - 1}] }
+    if {![dict exists $own_checks $name]} { return [forget $words] }
     set words [lrange $words 0 $count-1]
     return [[dict get $own_checks $name] $line $whole $words [lrange $values 0 $count-1]]
+}
+
+proc qx::lint::count_words {name line given} {
+    if {![dict exists [qx::commands::all] $name]} return
+    lassign [qx::commands::word_counts $name] least most
+    if {$given >= $least && ($most eq {} || $given <= $most)} return
+    set wanted [qx::wording::counted [expr {$most eq {} ? $least : $most}] word]
+    if {$most eq {}} {
+        set wanted "at least $wanted"
+    } elseif {$least != $most} {
+        set wanted "[qx::wording::between [list $least $most]] words"
+    }
+    found $line "$name takes $wanted, not $given: [dict get [qx::commands::all] $name usage]"
 }
 
 # The mistakes that lint_records.tcl has found.
