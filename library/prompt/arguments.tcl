@@ -1,6 +1,7 @@
 # Package qx::prompt, completion of a command's arguments: handles of the right type, hints for
-# numbers, names, fields of records. Relies on offers.tcl and, for facts about the SDK, on the
-# package qx; without it only variables after a dollar sign are offered.
+# numbers, names, paths into records. Relies on offers.tcl, calls.tcl, subcommands.tcl and, for
+# facts about the SDK, on the package qx; without it only variables after a dollar sign and the
+# words of Tcl's commands are offered. Braces are completed by data.tcl.
 
 namespace eval qx::prompt::arguments {
     # The kinds of words that other commands than the SDK's take, by their position.
@@ -9,19 +10,27 @@ namespace eval qx::prompt::arguments {
         lappend {1 variable} global {1 variable} array {2 variable}
         source {1 file} cd {1 file} open {1 file} qx::lint {1 file}
         qx::help {1 subject} qx::apropos {1 subject} help {1 subject} qx::watch {1 switch}
-        qx::template {1 record 2 option 3 option 4 option}
-        qx::get {1 handle 2 option 3 option 4 option}
-        qx::json {1 handle 2 option 3 option 4 option} qx::set {1 handle 2 dict}
-        qx::diff {1 handle 2 handle 3 option 4 option 5 option}
-        qx::check {1 call}
+        qx::profile {1 file} qx::apply {1 file} qx::graph {1 file}
+        qx::template {1 record} qx::new {1 record} qx::with {2 record}
+        qx::get {1 handle 2 path} qx::json {1 handle} qx::set {1 handle}
+        qx::diff {1 handle 2 handle} qx::check {1 call}
+        qx::list {1 table} qx::show {1 shown}
     }
+    # The kinds of words behind options of the package's commands.
+    variable behind {-allow status -status variable -view view -device none}
 }
 
 # Completions of the next word, as part of the result of qx::prompt::offers::at.
 proc qx::prompt::arguments::next {words word variables} {
-    variable kinds
     set name [string trimleft [lindex $words 0] :]
+    set own [string match qx::* $name]
     if {[qx::prompt::have_catalogue]} {
+        set last [lindex $words end]
+        if {$own && [dict exists $::qx::prompt::arguments::behind $last]} {
+            set kind [dict get $::qx::prompt::arguments::behind $last]
+            return [of_kind $kind $words $word $variables]
+        }
+        if {$own && [string match -* $word]} { return [beginning $word [options $name]] }
         if {$name eq "qx::check"} {
             # The words after qx::check are those of the command it runs.
             if {[lindex $words 1] eq "-allow"} { set words [lreplace $words 1 2] }
@@ -29,6 +38,10 @@ proc qx::prompt::arguments::next {words word variables} {
                 set words [lrange $words 1 end]
                 set name [string trimleft [lindex $words 0] :]
             }
+        }
+        if {$name eq "qx::call"} { return [qx::prompt::calls::next $words $word $variables] }
+        if {$name eq "qx::set" && [llength $words] > 1} {
+            return [set_word $words $word $variables]
         }
         if {[qx::catalogue::is_command $name]} {
             set facts [qx::catalogue::facts $name]
@@ -39,18 +52,35 @@ proc qx::prompt::arguments::next {words word variables} {
             return [list offers [keys_of [lindex $words 2] $path $word $variables]]
         }
     }
+    return [plain_word $name $words $word $variables]
+}
+
+# A word of another command.
+proc qx::prompt::arguments::plain_word {name words word variables} {
+    variable kinds
     set kind {}
     if {[dict exists $kinds $name [llength $words]]} {
         set kind [dict get $kinds $name [llength $words]]
     }
-    if {[string match {$*} $word] && $kind ne "handle"} {
+    if {[string match {$*} $word] && $kind ni {handle shown}} {
         return [list offers [qx::prompt::offers::variables $word [dict keys $variables]]]
     }
+    if {$kind eq {}} {
+        set offers [qx::prompt::offers::beginning $word [qx::prompt::subcommands::after $words]]
+        if {$offers ne {}} { return [list offers $offers] }
+        if {[string match qx::* $name] && [qx::prompt::have_catalogue]} {
+            return [beginning $word [options $name]]
+        }
+    }
+    return [of_kind $kind $words $word $variables]
+}
+
+proc qx::prompt::arguments::of_kind {kind words word variables} {
     switch -- $kind {
-        {}       { return }
-        file     { return [list files 1] }
-        switch   { return [beginning $word {on off}] }
-        variable { return [beginning $word [names_of_variables $word $variables]] }
+        {} - none { return }
+        file      { return [list files 1] }
+        switch    { return [beginning $word {on off}] }
+        variable  { return [beginning $word [names_of_variables $word $variables]] }
     }
     if {![qx::prompt::have_catalogue]} return
     switch -- $kind {
@@ -58,12 +88,33 @@ proc qx::prompt::arguments::next {words word variables} {
         call    { return [list offers [qx::prompt::offers::commands $word [qx::catalogue::calls]]] }
         record  { return [beginning $word [qx::catalogue::records]] }
         handle  { return [record_word $words $word $variables] }
-        dict    {
-            set type [record_of [lindex $words 1] $variables]
-            if {$type ne {}} { return [list hint "<dict: fields of $type>"] }
+        path    { return [path_word [lindex $words 1] $word $variables] }
+        status  { return [beginning $word [statuses]] }
+        view    { return [view_word $words $word $variables] }
+        table   { return [beginning $word [tables]] }
+        shown   {
+            if {[string match {$*} $word]} { return [record_word $words $word $variables] }
+            return [beginning $word [tables]]
         }
-        option  { return [option $words $word $variables] }
     }
+}
+
+# The options of one of the package's commands, from its usage.
+proc qx::prompt::arguments::options {name} {
+    if {![dict exists [qx::commands::all] $name]} return
+    return [regexp -all -inline -- {-[a-z]+} [dict get [qx::commands::all] $name words]]
+}
+
+proc qx::prompt::arguments::statuses {} {
+    set names {}
+    dict for {number status} [qx::catalogue::statuses] { lappend names [lindex $status 0] }
+    return $names
+}
+
+# The tables of the device; none in a package without them.
+proc qx::prompt::arguments::tables {} {
+    if {![llength [info commands ::qx::catalogue::tables]]} return
+    return [qx::catalogue::tables]
 }
 
 proc qx::prompt::arguments::beginning {word names} {
@@ -112,9 +163,13 @@ proc qx::prompt::arguments::sdk_word {facts number word variables} {
 # Variables that hold a handle whose type matches a pattern; the hint if there are none.
 proc qx::prompt::arguments::handle_word {argument shown wanted word variables} {
     set fitting {}
+    set unknown {}
     dict for {name value} $variables {
         if {[is_handle $value $wanted]} { lappend fitting $name }
+        if {$value eq "?"} { lappend unknown $name }
     }
+    # In a procedure's body, of an argument nothing is known.
+    if {$fitting eq {}} { set fitting $unknown }
     set offers [in_full $word $fitting]
     if {$offers eq {} && $word ne {} && [string match $word* NULL]} { set offers NULL }
     if {$offers ne {}} { return [list offers $offers] }
@@ -189,9 +244,8 @@ proc qx::prompt::arguments::field_names {type} {
     return $names
 }
 
-# -view and -raw, and after -view the views of all unions in the record.
-proc qx::prompt::arguments::option {words word variables} {
-    if {[lindex $words end] ne "-view"} { return [beginning $word {-raw -view}] }
+# After -view the views of all unions in the record.
+proc qx::prompt::arguments::view_word {words word variables} {
     set type [lindex $words 1]
     if {![qx::catalogue::is_record $type]} { set type [record_of $type $variables] }
     if {$type eq {}} return
@@ -224,56 +278,60 @@ proc qx::prompt::arguments::keys_of {source path word variables} {
     return [qx::prompt::offers::beginning $word [field_names $type]]
 }
 
-# The contents of qx::set's dict: fields of its record, of nested records, and hints for their
-# values.
-proc qx::prompt::arguments::field {frames variables} {
-    if {![qx::prompt::have_catalogue]} return
-    # The braces around the cursor, out to the command.
-    set inside {}
-    while {[dict get [lindex $frames end] kind] eq "data"} {
-        set inside [linsert $inside 0 [lindex $frames end]]
-        set frames [lrange $frames 0 end-1]
-    }
-    set type [record_of [lindex [dict get [lindex $frames end] words] 1] $variables]
-    if {$type eq {}} return
-    # The meaning of the braces: a record, or the value of a field, which may be a list of records.
-    set field {}
-    set in_record 1
-    foreach frame $inside {
-        set words [dict get $frame words]
-        if {$frame eq [lindex $inside end]} break
-        if {$in_record} {
-            if {[catch { qx::catalogue::field $type [lindex $words end] } field]} return
-            set type [dict get $field type]
-            set in_record [expr {[qx::catalogue::is_record $type] && ![dict get $field count]}]
-        } elseif {[qx::catalogue::is_record $type]} {
-            set in_record 1
-        }
-    }
-    if {!$in_record} { return [list hint [value_hint $field 1]] }
-    set word [dict get [lindex $inside end] word]
-    if {[llength $words] % 2} {
-        if {[catch { qx::catalogue::field $type [lindex $words end] } field]} return
-        return [list hint [value_hint $field 0]]
-    }
-    set names {}
-    foreach name [field_names $type] { if {$name ni $words} { lappend names $name } }
-    return [beginning $word $names]
+# ------------------------------------------------------------------------------------- paths
+
+# The word behind a handle of qx::get: a path, ingress_pkt.tag(0).vlan_id.
+proc qx::prompt::arguments::path_word {handle word variables} {
+    if {[set type [record_of $handle $variables]] eq {}} return
+    return [beginning $word [paths $type $word]]
 }
 
-# The values that a field takes; inside a list, those of one element.
-proc qx::prompt::arguments::value_hint {field in_list} {
-    foreach part {name type holds count} { set $part [dict get $field $part] }
-    set samples {mac 02:00:00:00:00:01 ipv4 192.0.2.1 ipv6 2001:db8::1 ip 192.0.2.1}
-    if {!$in_list && [dict exists $samples $holds]} {
-        set wanted [dict get $samples $holds]
-    } elseif {[qx::catalogue::is_record $type]} {
-        set wanted "{$type}"
-    } else {
-        set wanted [qx::wording::field_hint $field]
+# The words behind the handle of qx::set: a dict, or paths and values.
+proc qx::prompt::arguments::set_word {words word variables} {
+    if {[set type [record_of [lindex $words 1] $variables]] eq {}} return
+    if {[llength $words] % 2 == 0} { return [beginning $word [paths $type $word]] }
+    set target [target $type [lindex $words end]]
+    if {$target eq {}} return
+    return [qx::prompt::data::value [lindex $target 0] [lindex $target 1] $word [lindex $target 2]]
+}
+
+# The record, the field, and whether an element is meant, where a path leads; empty if nowhere.
+proc qx::prompt::arguments::target {type path} {
+    set field {}
+    foreach part [split $path .] {
+        if {$field ne {}} { set type [dict get $field type] }
+        if {![qx::catalogue::is_record $type]} return
+        regexp {^([^(]*)(\(\d+\))?$} $part -> name element
+        if {[catch { qx::catalogue::field $type $name } field]} return
     }
-    if {$count && !$in_list && $wanted ni [dict values $samples]} {
-        set wanted "{$count of $wanted}"
+    if {$field eq {}} return
+    return [list $type $field [expr {$element ne {}}]]
+}
+
+# The paths that go on from a word: fields, elements where a bracket is open, and a dot or a bracket
+# where more may follow.
+proc qx::prompt::arguments::paths {type word} {
+    set prefix {}
+    set dot [string last . $word]
+    if {$dot >= 0} {
+        set prefix [string range $word 0 $dot]
+        set target [target $type [string range $word 0 $dot-1]]
+        if {$target eq {}} return
+        set type [dict get [lindex $target 1] type]
+        if {![qx::catalogue::is_record $type]} return
     }
-    return "<$name: $wanted>"
+    set open [string match *(* [string range $word $dot+1 end]]
+    set paths {}
+    foreach field [dict get [qx::catalogue::record $type] fields] {
+        set path $prefix[dict get $field name]
+        set dot [expr {[qx::catalogue::is_record [dict get $field type]] ? "." : ""}]
+        lappend paths $path
+        set count [dict get $field count]
+        if {!$count} { lappend paths $path$dot; continue }
+        lappend paths $path\(
+        for {set index 0} {$open && $index < $count} {incr index} {
+            lappend paths $path\($index) $path\($index)$dot
+        }
+    }
+    return $paths
 }

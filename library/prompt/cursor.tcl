@@ -14,8 +14,10 @@ namespace eval qx::prompt::cursor {
     # The contents of braces, by command and position of the word; other braces may be a script.
     variable held {
         expr {1 expression} if {1 expression} while {1 expression} for {2 expression}
-        qx::set {2 data}
+        qx::new {2 data} qx::with {3 data}
     }
+    # Commands whose braces are all data.
+    variable all_data {qx::set qx::call}
 }
 
 # The frames that are open at the end of a text.
@@ -132,10 +134,13 @@ proc qx::prompt::cursor::in_data {top letter} {
 # The contents of braces that begin the next word of a command.
 proc qx::prompt::cursor::braces {top} {
     variable held
+    variable all_data
     set words [dict get $top words]
     if {[lindex $words end] eq "elseif"} { return expression }
+    if {[lindex $words end] eq "-allow"} { return data }
     set name [string trimleft [lindex $words 0] :]
     set number [llength $words]
+    if {$name in $all_data} { return data }
     if {[dict exists $held $name $number]} { return [dict get $held $name $number] }
     return script
 }

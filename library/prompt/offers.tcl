@@ -1,5 +1,5 @@
 # Package qx::prompt, completion: the possible words at the cursor, as a function of the text before
-# it, the commands and the variables. Relies on cursor.tcl and arguments.tcl.
+# it, the commands and the variables. Relies on cursor.tcl, locals.tcl, arguments.tcl and data.tcl.
 
 namespace eval qx::prompt::offers {
     # If there are more names than this, their stems are offered first: qx_flow_ for all names that
@@ -19,8 +19,14 @@ proc qx::prompt::offers::at {text commands variables} {
     foreach part {kind words word state} { set $part [dict get $top $part] }
     set answer [dict create word $word offers {} hint {} files 0]
     if {$state eq "comment"} { return $answer }
+    set variables [qx::prompt::locals::reached $text $frames $variables]
     if {$kind eq "data"} {
-        return [dict merge $answer [qx::prompt::arguments::field $frames $variables]]
+        set found [qx::prompt::data::at $frames $variables]
+        set body [qx::prompt::data::maybe_body $frames]
+        if {$found eq {} && $body ne {}} {
+            return [at [string range $text $body end] $commands $variables]
+        }
+        return [dict merge $answer $found]
     }
     if {$kind eq "script" && $words ne {} && [string last \$ $word] < 1} {
         return [dict merge $answer [qx::prompt::arguments::next $words $word $variables]]

@@ -8,14 +8,14 @@ namespace eval qx::prompt {
     variable editing 0 ;# whether lines are edited
     # Commands of the package qx, which is loaded when one of them is called.
     variable lazy {
-        help apropos areas get set template diff json check why watch lint
+        help apropos areas call new with get set template diff json check why watch lint profile
     }
 }
 
 apply {{folder parts} {
     foreach part $parts { source [file join $folder $part.tcl] }
 }} $qx::prompt::folder {
-    cursor offers arguments history names editing
+    cursor locals offers subcommands arguments calls data history names editing
 }
 
 # Starts the prompt. Does nothing in a shell that is not interactive.
