@@ -3,7 +3,7 @@
 # measured here, as pairs of name and reason. Called by ./bench/run, which builds what is measured.
 
 set here [file dirname [file normalize [info script]]]
-foreach file {rows bounds counter scale sizes times machine} {
+foreach file {rows bounds counter scale sizes times machine ../library/qx/progress} {
     source [file join $here $file.tcl]
 }
 package require json
@@ -21,6 +21,7 @@ proc bench::judge {target row floor ours value {peers {}}} {
     variable over
     set verdict [bounds::verdict $row $target $value]
     if {$verdict eq "over bound"} { incr over }
+    qx::progress::hide
     puts [format "%-6s %-40s %9s  %s" $target [bounds::get $row title] \
         [bounds::show $row $value] $verdict]
     flush stdout
@@ -58,7 +59,9 @@ proc bench::numbers {dictionary} {
 # The loops, in instructions, including those of peers that are Tcl extensions.
 proc bench::loops {target peers} {
     set values {}
+    qx::progress::begin "qxsh: counting on $target" "[llength $rows::names] rows"
     foreach row $rows::names {
+        qx::progress::at [llength $values]
         set net [counter::row $target $row]
         set floor [dict get $net floor]
         set ours [dict get $net ours]
@@ -76,6 +79,7 @@ proc bench::loops {target peers} {
         }
         lappend values [judge $target $row $floor $ours $value $others]
     }
+    qx::progress::end
     return $values
 }
 

@@ -3,7 +3,9 @@
 # reproducible.
 
 set here [file dirname [file normalize [info script]]]
-foreach file {rows bounds counter scale sizes tables} { source [file join $here $file.tcl] }
+foreach file {rows bounds counter scale sizes tables ../library/qx/progress} {
+    source [file join $here $file.tcl]
+}
 
 proc measured {row target} {
     if {[regsub {^full_} $row {} table]} { return [tables::ratio $target $table] }
@@ -33,16 +35,24 @@ set format "%-8s %-38s %-12s %9s %9s  %s"
 puts [format $format target row unit measured bound {}]
 set passed 0
 set failed 0
+set wanted {}
 foreach target $argv {
     foreach row $bounds::names {
         if {[bounds::get $row gate] ne "yes" || [bounds::bound $row $target] eq "-"} continue
-        set value [measured $row $target]
-        set good [bounds::keeps $row $value [bounds::bound $row $target]]
-        incr [expr {$good ? "passed" : "failed"}]
-        puts [format $format $target [bounds::get $row title] [bounds::get $row unit] \
-            [bounds::show $row $value] [bounds::show $row [bounds::bound $row $target]] \
-            [expr {$good ? "ok" : "EXCEEDED"}]]
+        lappend wanted $target $row
     }
 }
+qx::progress::begin "qxsh: measuring" "[expr {[llength $wanted] / 2}] rows"
+foreach {target row} $wanted {
+    qx::progress::at [expr {$passed + $failed}]
+    set value [measured $row $target]
+    qx::progress::hide
+    set good [bounds::keeps $row $value [bounds::bound $row $target]]
+    incr [expr {$good ? "passed" : "failed"}]
+    puts [format $format $target [bounds::get $row title] [bounds::get $row unit] \
+        [bounds::show $row $value] [bounds::show $row [bounds::bound $row $target]] \
+        [expr {$good ? "ok" : "EXCEEDED"}]]
+}
+qx::progress::end
 puts "$passed rows keep their bounds, $failed do not"
 exit [expr {$failed > 0 || $passed == 0}]

@@ -66,7 +66,9 @@ proc times::measure {rounds peers} {
     foreach peer $peers {
         if {[dict exists $programs $peer]} { lappend others $peer } else { lappend tcl_peers $peer }
     }
+    qx::progress::begin "qxsh: measuring times" "$rounds rounds"
     for {set round 0} {$round < $rounds} {incr round} {
+        qx::progress::at $round
         foreach {row variant time} [tcl_round [counter::shell pc] $round {}] {
             lappend found($row,$variant) $time
         }
@@ -85,6 +87,7 @@ proc times::measure {rounds peers} {
             foreach {row time} [peer_round $peer] { lappend found($row,$peer) $time }
         }
     }
+    qx::progress::end
     set result {}
     foreach key [array names found] {
         lassign [split $key ,] row variant

@@ -30,7 +30,11 @@ proc qx::lint::file {name} {
     set text [read $channel]
     close $channel
     set result {}
-    foreach {line finding} [script_findings $text] { lappend result "$name:$line: $finding" }
+    qx::progress::begin "checking $name" "[regexp -all \n $text] lines"
+    set code [catch { script_findings $text } findings options]
+    qx::progress::end
+    if {$code} { return -options [dict replace $options -level 1] $findings }
+    foreach {line finding} $findings { lappend result "$name:$line: $finding" }
     return $result
 }
 
@@ -93,6 +97,7 @@ proc qx::lint::run {commands} {
     incr depth
     set value {}
     foreach words $commands {
+        qx::progress::at [dict get [lindex $words 0] line]
         set values {}
         foreach word $words { lappend values [value $word] }
         set value [command $words $values]

@@ -20,7 +20,7 @@ apply {{folder parts commands} {
     catalogue_data catalogue profile answers
     commands wording layout example topic help apropos pager
     handles records status why tables shown graph
-    script_parser lint lint_bodies lint_passing lint_calls lint_records lint_package
+    script_parser progress lint lint_bodies lint_passing lint_calls lint_records lint_package
     sim
 } {
     profile  profile::choose

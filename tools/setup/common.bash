@@ -97,7 +97,8 @@ logged() {
 
 # with_progress WHAT FILE COMMAND... : runs the command and appends its output to the file, where it
 # counts its steps as ninja ([2/9]) or ctest (2/9 Test) do. If standard error is a terminal, one
-# line there shows the last count until the command ends.
+# line there shows the last count until the command ends. Where the count is to be found elsewhere,
+# `progress_count` is a command that prints it, as 2/9.
 with_progress() {
     local what=$1 file=$2 watcher='' status=0
     shift 2
@@ -108,19 +109,28 @@ with_progress() {
     "$@" </dev/null >>"$file" 2>&1 8>&- 9>&- || status=$?
     if [[ $watcher ]]; then
         kill "$watcher" 2>/dev/null
-        wait "$watcher" 2>/dev/null
-        printf '\r\e[K' >&2
+        wait "$watcher" 2>/dev/null || true
+        progress_gone
     fi
     return $status
 }
+
+# progress WHAT DONE TOTAL : the same line, for a step at a time; progress_gone takes it away.
+progress() { [[ ! -t 2 ]] || printf '\r\e[Kqxsh: %s: %s of %s' "$@" >&2; }
+progress_gone() { [[ ! -t 2 ]] || printf '\r\e[K' >&2; }
 
 # show_progress WHAT FILE : until this shell ends or the process is killed.
 show_progress() {
     local what=$1 file=$2 count
     while sleep 0.2 && kill -0 $$ 2>/dev/null; do
-        count=$(tail -c 4000 "$file" | grep -oE '^ *\[?[0-9]+/[0-9]+[] ]' | tail -n 1 | tr -d '[] ')
-        [[ ! $count ]] || printf '\r\e[Kqxsh: %s: %s of %s' "$what" "${count%/*}" "${count#*/}" >&2
+        count=$("${progress_count:-last_count}" "$file") || true
+        [[ ! $count ]] || progress "$what" "${count%/*}" "${count#*/}"
     done
+}
+
+# last_count FILE : prints the last count in a log.
+last_count() {
+    tail -c 4000 "$1" | grep -oE '^ *\[?[0-9]+/[0-9]+[] ]' | tail -n 1 | tr -d '[] '
 }
 
 # configured PRESET : whether build/PRESET was configured from this folder; a moved project is

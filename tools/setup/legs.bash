@@ -49,13 +49,19 @@ leg_packages() {
     [[ $(dpkg --print-architecture) == amd64 ]] ||
         skipped "packages for amd64 can only be built on amd64" || return
     rm -rf "$project/build/package-armhf/packages"
-    logged "packaging/build amd64" "$log" "$build" amd64 || return
+    progress_count=package_count logged "packaging/build amd64" "$log" "$build" amd64 || return
     if need_armhf; then
-        logged "packaging/build armhf" "$log" "$build" armhf || return
+        progress_count=package_count logged "packaging/build armhf" "$log" "$build" armhf || return
     else
         reason="without armhf: $reason"
     fi
     build_preset release docs && run_tests release -C packages -L packages
+}
+# package_count : prints the last count in the log of the packages that are being built.
+package_count() {
+    local newest
+    newest=$(find "$project/build/log" -name 'package-*.log' -newer "$log" | head -n 1)
+    last_count "${newest:-$log}"
 }
 leg_valgrind() {
     need_packages valgrind || skipped "not installed: ${missing[*]}" || return
@@ -69,7 +75,12 @@ leg_speed() {
     local targets=(pc) results=${log%.log}.results status=0
     need_packages valgrind || skipped "not installed: ${missing[*]}" || return
     if need_armhf; then targets+=(armhf); fi
-    "$project/bench/gate" "${targets[@]}" >"$results" 2>&1 || status=1
+    # The terminal shows how far it is.
+    if [[ -t 2 ]]; then
+        "$project/bench/gate" "${targets[@]}" >"$results" || status=1
+    else
+        "$project/bench/gate" "${targets[@]}" >"$results" 2>&1 || status=1
+    fi
     cat "$results" >>"$log"
     cat "$results"
     counts="$(grep -c ' ok$' "$results" || true) $(grep -c ' EXCEEDED$' "$results" || true) 0"
@@ -90,7 +101,7 @@ leg_analysis() {
             cmake --build "$project/build/alone" -j "$jobs" || status=1
     clang_commands "$folder"
     mapfile -t files < <(shipped_sources)
-    tidy "$folder" "${files[@]}" >"$results" || status=1
+    tidy "$folder" "$results" "${files[@]}" || status=1
     cppcheck --project="$folder/compile_commands.json" --std=c++20 --quiet --error-exitcode=1 \
         --enable=warning,performance,portability --suppress='*:/usr/*' --suppress='*:*/tests/*' \
         -i/usr/src >>"$results" 2>&1 || status=1
@@ -182,7 +193,7 @@ run_tests() {
 
 # soak PRESET MINUTES : random scripts one after the other in one shell of build/PRESET.
 soak() {
-    local folder=$project/build/$1 minutes=$2 status=0 strict results=${log%.log}.results
+    local folder=$project/build/$1 minutes=$2 status=0 strict begun results=${log%.log}.results
     [[ $minutes =~ ^[1-9][0-9]{0,4}$ ]] || {
         echo "QXSH_SOAK_MINUTES is not a number of minutes: $minutes"
         return 1
@@ -190,9 +201,12 @@ soak() {
     build_preset "$1" qxsh && build_preset "$1" random_script || return
     # Strict memory counts the blocks that are live at the end.
     for strict in 0 1; do
-        QXSH_STRICT_MEMORY=$strict tclsh8.6 "$project/tests/random/soak.tcl" "$folder/bin/qxsh" \
-            "$folder/tests/random/random_script" "$minutes" "$folder/soak" \
-            </dev/null >"$results.$strict" 2>&1 8>&- || status=1
+        begun=$SECONDS
+        new_log "$results.$strict"
+        progress_count=soaked with_progress "soak, minutes" "$results.$strict" \
+            env QXSH_STRICT_MEMORY=$strict tclsh8.6 "$project/tests/random/soak.tcl" \
+            "$folder/bin/qxsh" "$folder/tests/random/random_script" "$minutes" "$folder/soak" ||
+            status=1
         echo "strict memory $strict:"
         tail -n 12 "$results.$strict"
     done
@@ -201,6 +215,9 @@ soak() {
         END { print run - failed, failed + 0, 0 }' "$results".[01])
     return $status
 }
+
+# soaked : prints how many minutes of a run are over.
+soaked() { echo "$(((SECONDS - begun) / 60))/$minutes"; }
 
 # fuzz_all SEED : every fuzz target with its executions (fuzz_runs), several at a time.
 fuzz_all() {
@@ -211,13 +228,8 @@ fuzz_all() {
     ((status == 0)) || return 1
     mapfile -t targets < <(fuzz_targets)
     echo "${#targets[@]} targets, seed $seed"
-    for target in "${targets[@]}"; do
-        while (($(jobs -rp | wc -l) >= jobs)); do wait -n || true; done
-        rm -f "$project/build/fuzz/$target.passed"
-        fuzz_once "$target" "$(fuzz_runs "$target")" "$seed" &&
-            touch "$project/build/fuzz/$target.passed" &
-    done
-    wait
+    rm -f "$project"/build/fuzz/*.{passed,finished}
+    progress_count=fuzzed with_progress "fuzzing" "$log" fuzz_each "$seed"
     for target in "${targets[@]}"; do
         cat "$project/build/fuzz/$target.log" >>"$log"
         if [[ -f $project/build/fuzz/$target.passed ]]; then
@@ -233,22 +245,45 @@ fuzz_all() {
     ((bad == 0))
 }
 
+# fuzz_each SEED : runs fuzz_all's targets; in a shell of its own, which waits for them only.
+fuzz_each() (
+    for target in "${targets[@]}"; do
+        while (($(jobs -rp | wc -l) >= jobs)); do wait -n || true; done
+        {
+            fuzz_once "$target" "$(fuzz_runs "$target")" "$1" &&
+                touch "$project/build/fuzz/$target.passed"
+            touch "$project/build/fuzz/$target.finished"
+        } &
+    done
+    wait
+)
+
+# fuzzed : prints how many of them have ended.
+fuzzed() {
+    printf '%s/%s\n' "$(find "$project/build/fuzz" -maxdepth 1 -name '*.finished' | wc -l)" \
+        "${#targets[@]}"
+}
+
 # The shell itself, with scripts that go through every area.
 leg_valgrind_scripts() {
-    local script results=${log%.log}.results passed=0 failed=0
+    local script scripts results=${log%.log}.results passed=0 failed=0
     need_packages valgrind || skipped "not installed: ${missing[*]}" || return
     build_preset release qxsh || return
-    for script in "$project"/examples/*.tcl; do
+    scripts=("$project"/examples/*.tcl)
+    for script in "${scripts[@]}"; do
+        progress "examples under valgrind" $((passed + failed)) ${#scripts[@]}
         if valgrind -q --error-exitcode=99 --child-silent-after-fork=yes \
             "$project/build/release/bin/qxsh" "$script" </dev/null >"$results" 2>&1; then
             ((++passed))
         else
+            progress_gone
             echo "examples/${script##*/} failed under valgrind:"
             grep '^==' "$results" | head -n 20
             ((++failed))
         fi
         cat "$results" >>"$log"
     done
+    progress_gone
     counts="$passed $failed 0"
     ((failed == 0 && passed > 0))
 }

@@ -4,15 +4,20 @@
 
 # check_style : every check; sets `counts`. Fails if one found something.
 check_style() {
-    local check good=0 bad=0
+    local check found failed good=0 bad=0
     for check in cpp_format shell_scripts lines changed_code; do
-        if (cd "$project" && "check_$check"); then
+        progress "checking style" $((good + bad)) 4
+        found=$(cd "$project" && "check_$check") && failed=0 || failed=1
+        progress_gone
+        [[ -z $found ]] || printf '%s\n' "$found"
+        if ((failed == 0)); then
             ((++good))
         else
             echo "style: $check"
             ((++bad))
         fi
     done
+    progress_gone
     counts="$good $bad 0"
     ((bad == 0))
 }
@@ -61,12 +66,17 @@ clang_commands() {
             "$project/build/release/compile_commands.json" >"$1/compile_commands.json"
 }
 
-# tidy FOLDER FILE... : clang-tidy, by the commands in FOLDER.
+# tidy FOLDER RESULTS FILE... : clang-tidy, by the commands in FOLDER; its output is in RESULTS.
 tidy() {
-    local folder=$1
-    shift
-    (cd "$project" && run-clang-tidy -p "$folder" -j "$jobs" -quiet "$@") 2>>"$log"
+    local folder=$1 results=$2 progress_count=tidied
+    shift 2
+    new_log "$results"
+    (cd "$project" &&
+        with_progress clang-tidy "$results" run-clang-tidy -p "$folder" -j "$jobs" -quiet "$@")
 }
+
+# tidied RESULTS : prints how many files clang-tidy has begun, of tidy's.
+tidied() { printf '%s/%s\n' "$(grep -c '^[^ ]*clang-tidy[^ ]* ' "$1")" "${#files[@]}"; }
 
 # What is shipped and has changed in the last 20 commits, or since QXSH_CHANGED_SINCE, a commit. At
 # most 30 files, the latest first: it is to take a minute.
@@ -92,7 +102,8 @@ check_changed_code() {
             --target qxsh_generate &&
         clang_commands "$folder" || return
     unlock_build
-    tidy "$folder" "${files[@]:0:30}" >"$log.tidy" || status=1
+    files=("${files[@]:0:30}")
+    tidy "$folder" "$log.tidy" "${files[@]}" || status=1
     cat "$log.tidy" >>"$log"
     ((status == 0)) || grep -E '(warning|error):' "$log.tidy"
     return $status
