@@ -34,7 +34,9 @@ proc qx::run::jobs {words} {
             }
             -- break
             default {
-                if {[string match -?* $word]} { refuse "there is no option $word; see qx-run --help" }
+                if {[string match -?* $word]} {
+                    refuse "there is no option $word; see qx-run --help"
+                }
                 set words [linsert $words 0 $word]
                 break
             }

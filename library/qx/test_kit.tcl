@@ -123,7 +123,9 @@ proc qx::test::expect_status {statuses script} {
         return -options [dict replace $options -level 1] $result
     }
     set names {}
-    foreach number $wanted { lappend names [string trim "$number [qx::catalogue::status_name $number]"] }
+    foreach number $wanted {
+        lappend names [string trim "$number [qx::catalogue::status_name $number]"]
+    }
     return -code error -errorcode {QX TEST STATUS} "$was; expected [join $names { or }]"
 }
 
