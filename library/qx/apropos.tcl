@@ -55,6 +55,9 @@ proc qx::apropos::rows {} {
             lappend rows [list $name [qx::wording::purpose $facts]]
         }
     }
+    foreach name [qx::catalogue::tables] {
+        lappend rows [list $name "table: [dict get [qx::catalogue::table $name] text]"]
+    }
     dict for {number status} [qx::catalogue::statuses] {
         lappend rows [list [lindex $status 0] "status $number: [lindex $status 1]"]
     }

@@ -11,8 +11,8 @@ namespace eval qx::commands {
             {describe a command, a record, a field, a status, a handle or one of these} {
                 The name may be that of a command, a record, an area, a status (also its number), a
                 field (qx_vlan_t.vlan_id, also by its path in a record), an argument
-                (qx_flow_add.p_flow), a command of this package, or a handle: its record is
-                described. Case does not count, and qx_, qx:: and _t may be left out: vlan, IPsec.
+                (qx_flow_add.p_flow), a table, a command of this package, or a handle: its record
+                is described. Case does not count, and qx_, qx:: and _t may be left out: vlan, IPsec.
 
                 % qx::help vlan
 
@@ -21,9 +21,9 @@ namespace eval qx::commands {
             }
             {qx::apropos word ?word ...?}
             {list everything with all of the words in its name or description} {
-                Found are areas, records, fields, SDK functions and other commands, statuses, and
-                the commands of this package. Those in which all words are whole come first. Case
-                does not count. Each name in the list is a topic of qx::help.
+                Found are areas, records, fields, SDK functions and other commands, tables,
+                statuses, and the commands of this package. Those in which all words are whole come
+                first. Case does not count. Each name in the list is a topic of qx::help.
 
                 % qx::apropos nat subnet
             }

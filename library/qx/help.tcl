@@ -246,6 +246,26 @@ proc qx::help::status_users {number} {
         [qx::layout::names $calls] \n]"
 }
 
+# A table of a device: how it is listed, or what can be asked instead.
+proc qx::help::table_text {name} {
+    set table [qx::catalogue::table $name]
+    set text "$name, table of area [dict get $table area]\n"
+    append text [qx::layout::wrapped [dict get $table text] {  } 2]
+    set calls {}
+    foreach part [dict get $table parts] { lappend calls [dict get $part call] }
+    if {$calls eq {}} {
+        append text "Not listed\n[qx::layout::wrapped [dict get $table instead] {  } 2]"
+    } else {
+        set words $name
+        foreach key [dict get $table keys] { append words " -$key n" }
+        append text "Listed by\n  qx::list $words\n  qx::show $words\n"
+        append text [qx::layout::section Calls [qx::layout::names $calls]]
+    }
+    set capacity [qx::catalogue::capacity $name]
+    if {$capacity ne {}} { append text "Capacity\n  $capacity\n" }
+    return [string trimright $text \n]
+}
+
 # ------------------------------------------------------------------------------------- areas
 
 proc qx::help::area_text {name} {
@@ -267,6 +287,12 @@ proc qx::help::area_text {name} {
         }
     }
     append text [qx::layout::section Commands [qx::layout::table $rows]]
+    set rows {}
+    foreach each [qx::catalogue::tables] {
+        set table [qx::catalogue::table $each]
+        if {[dict get $table area] eq $name} { lappend rows [list $each [dict get $table text]] }
+    }
+    append text [qx::layout::section Tables [qx::layout::table $rows]]
     return [string trimright $text \n]
 }
 

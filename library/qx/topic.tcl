@@ -18,7 +18,7 @@ proc qx::topic::names {} {
     dict for {number status} [qx::catalogue::statuses] { lappend statuses [lindex $status 0] }
     return [list area [qx::catalogue::areas] record [qx::catalogue::records] \
         command [qx::catalogue::commands] own [dict keys [qx::commands::all]] \
-        group [qx::commands::topics] status $statuses]
+        group [qx::commands::topics] table [qx::catalogue::tables] status $statuses]
 }
 
 proc qx::topic::made {kind name} {
