@@ -44,6 +44,10 @@ proc qx::profile::use {name} {
             if {$section ne "statuses"} { set says [dict merge [dict get $new $section] $says] }
             if {[dict size $says]} { dict set new $section $says }
         }
+        set families [dict get $new families]
+        if {[dict get $families ipv4] == [dict get $families ipv6]} {
+            refuse $name "the families ipv4 and ipv6 have the same number"
+        }
     }
     set file $name
     set content $new
@@ -56,14 +60,34 @@ proc qx::profile::default {} {
         capacities $qx::catalogue::capacity_data families $qx::catalogue::family_data]
 }
 
-# What a file says, a dict by section. Only the package's library reads profiles.
+# What a file says, a dict by section. Only the package's library knows how to read it.
 proc qx::profile::read_file {name} {
     if {![llength [info commands ::qx::profile::parse]]
             && [catch { qx::handle::load_library } message]} {
-        return -code error -errorcode [list QX PROFILE $name 0] \
-            "$name: profiles are read by the package's library, which cannot be loaded: $message"
+        refuse $name "profiles are read by the package's library, which cannot be loaded: $message"
     }
-    return [parse $name]
+    # A FIFO or a terminal would be waited for.
+    if {[file exists $name] && ![file isfile $name]} { refuse $name "not a file" }
+    if {[catch { open [file join [pwd] $name] rb } channel]} { refuse $name "cannot be read: [reason $channel]" }
+    set code [catch { ::read $channel } bytes]
+    close $channel
+    if {$code} { refuse $name "cannot be read: [reason $bytes]" }
+    return [parse $name $bytes]
+}
+
+# What the system says in the message of a command for files.
+proc qx::profile::reason {message} { regsub {.*": } $message {} }
+
+proc qx::profile::refuse {name text} {
+    return -level 2 -code error -errorcode [list QX PROFILE $name 0] "$name: $text"
+}
+
+# Whose statuses these are.
+proc qx::profile::owner {} {
+    content
+    variable file
+    if {$file eq {}} { return "the simulated device" }
+    return "the profile $file"
 }
 
 # For the library: the numbers of IPv4 and IPv6, then the places of codes and their words.

@@ -4,12 +4,14 @@
 //   qx::set HANDLE DICT | PATH VALUE ...          qx::call ?OPTION ...? FUNCTION ?WORD ...?
 //   qx::set HANDLE -json TEXT                     qx::apply FILE
 //   qx::json HANDLE ?OPTION ...?                  qx::diff HANDLE HANDLE ?OPTION ...?
+//   qx::profile::parse NAME BYTES   qx::profile::changed   another profile is in use
 //   qx::sim::flow_key FLOW        qx::sim::flow_slots FLOW
 //   qx::sim::make_folder PREFIX   makes a new folder, its owner's alone, and returns its name
 //
 // Relies on the package's scripts for words that only look like handles, and for nearest names.
 #include "library/qx/call_list.h"
 #include "library/qx/judged_calls.h"
+#include "library/qx/profile_file.h"
 #include "library/qx/record_difference.h"
 #include "library/qx/record_json.h"
 #include "library/qx/record_plan.h"
@@ -379,6 +381,7 @@ extern "C" __attribute__((visibility("default"))) int Qxmemory_Init(Tcl_Interp *
     Tcl_CreateObjCommand(interp, "::qx::json", json_command, data, nullptr);
     Tcl_CreateObjCommand(interp, "::qx::diff", diff_command, data, nullptr);
     create_judging_commands(interp);
+    Tcl_CreateObjCommand(interp, "::qx::profile::parse", parse_profile_command, nullptr, nullptr);
     Tcl_CreateObjCommand(interp, "::qx::profile::changed", profile_changed_command, data, nullptr);
     Tcl_CreateObjCommand(interp, "::qx::sim::flow_key", flow_key_command, data, nullptr);
     Tcl_CreateObjCommand(interp, "::qx::sim::flow_slots", flow_slots_command, data, nullptr);

@@ -29,22 +29,46 @@ Tcl_Obj *unknown_field_text(const record_session &session, const record_row &row
     return text;
 }
 
-// Takes the element's number off the end of a name such as tag(0). Returns false if what is in the
-// brackets is not a number; -1 stands for no brackets.
-static bool take_index(std::string_view &name, int &index)
+namespace {
+
+// What stands in brackets behind a name, as in tag(0).
+struct path_part
 {
-    index = -1;
-    if (!name.ends_with(')'))
-        return true;
-    const auto open = name.find('(');
-    if (open == name.npos)
-        return false;
-    const std::string_view digits = name.substr(open + 1, name.size() - open - 2);
+    std::string_view name;
+    int index = -1;     // -1: no brackets
+    bool good = true;   // whether the brackets hold a number
+    bool again = false; // whether there are more of them behind, as in tag(0)(1)
+};
+
+path_part split_part(std::string_view text)
+{
+    const auto open = text.find('(');
+    if (open == text.npos || !text.ends_with(')'))
+        return {text};
+    path_part part = {text.substr(0, open)};
+    const auto close = text.find(')', open);
+    const std::string_view digits = text.substr(open + 1, close - open - 1);
     const char *const end = digits.data() + digits.size();
-    const auto read = std::from_chars(digits.data(), end, index);
-    name = name.substr(0, open);
-    return read.ec == std::errc{} && read.ptr == end && index >= 0;
+    const auto read = std::from_chars(digits.data(), end, part.index);
+    part.good = read.ec == std::errc{} && read.ptr == end && part.index >= 0;
+    part.again = close + 1 != text.size();
+    return part;
 }
+
+// Why a field has no such element: a new object; null if it has.
+Tcl_Obj *index_mistake(const field_row &field, const path_part &part)
+{
+    const char *const name = field.name.text();
+    if (part.good && part.index < 0)
+        return nullptr;
+    if (field.count == 0)
+        return Tcl_ObjPrintf("%s is not an array", name);
+    if (!part.good || part.index >= field.count)
+        return Tcl_ObjPrintf("the elements of %s are 0 to %d", name, field.count - 1);
+    return part.again ? Tcl_ObjPrintf("%s(%d) is not an array", name, part.index) : nullptr;
+}
+
+} // namespace
 
 bool follow_path(const record_session &session, const record_row &record, Tcl_Obj *path,
                  path_target &target)
@@ -54,23 +78,19 @@ bool follow_path(const record_session &session, const record_row &record, Tcl_Ob
     target = {&record, nullptr, 0, -1};
     for (;;) {
         const auto dot = rest.find('.');
-        std::string_view name = rest.substr(0, dot);
-        const bool has_index = take_index(name, target.index);
+        const path_part part = split_part(rest.substr(0, dot));
+        target.index = part.index;
         const auto fields = fields_of(*target.row);
         const auto field = std::find_if(fields.begin(), fields.end(), [&](const field_row &each) {
-            return name == each.name.text();
+            return part.name == each.name.text();
         });
         if (field == fields.end())
             return refuse_place(
                 session.interp(), whole,
-                unknown_field_text(session, *target.row, std::string{name}.c_str()));
+                unknown_field_text(session, *target.row, std::string{part.name}.c_str()));
         target.field = &*field;
-        if (!has_index || (target.index >= 0 && target.index >= field->count))
-            return refuse_place(session.interp(), whole,
-                                field->count == 0
-                                    ? Tcl_ObjPrintf("%s is not an array", field->name.text())
-                                    : Tcl_ObjPrintf("the elements of %s are 0 to %d",
-                                                    field->name.text(), field->count - 1));
+        if (Tcl_Obj *const text = index_mistake(*field, part); text != nullptr)
+            return refuse_place(session.interp(), whole, text);
         if (dot == rest.npos)
             return true;
         if (field->record < 0 || (field->count != 0 && target.index < 0))

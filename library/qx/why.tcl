@@ -18,7 +18,14 @@ proc qx::why::explain {} {
     if {[regexp {^Wrong (number of arguments |# args\.):(\w+) } $result -> kind name]} {
         return [count_text $words $name]
     }
+    if {[regexp {^(\w+)[\w.()]*: } $result -> name] && [is_argument [lindex $words 0] $name]} {
+        return [value_text $words $name $result]
+    }
     return "[lindex $words 0]: $result"
+}
+
+proc qx::why::is_argument {call name} {
+    return [expr {![catch { qx::catalogue::call_argument $call $name }]}]
 }
 
 # Words, code and result of the last failure. Words from errorInfo are those of the script, before
@@ -65,7 +72,7 @@ proc qx::why::status_text {words status} {
     if {[qx::catalogue::status_name $status] ne {}} {
         append text " [qx::catalogue::status_name $status]: [qx::catalogue::status_meaning $status]"
     } else {
-        append text ", which the simulated device does not have"
+        append text ", which [qx::profile::owner] does not have"
     }
     return $text
 }
@@ -91,7 +98,41 @@ proc qx::why::wanted {facts argument type} {
     if {[qx::catalogue::is_pointer $type]} {
         return "a handle of type [qx::catalogue::native $type], or NULL"
     }
-    return "[qx::catalogue::native $type], [qx::wording::range $facts $argument $type]"
+    return [number_wanted $type [qx::wording::range $facts $argument $type] \
+        [qx::wording::argument_codes $facts $argument]]
+}
+
+proc qx::why::number_wanted {type range codes} {
+    set text "[qx::catalogue::native $type], $range"
+    if {$codes ne {}} { append text "; codes: $codes" }
+    return $text
+}
+
+# A value that qx::call has refused: the argument, and the field that the message names.
+proc qx::why::value_text {words name message} {
+    set facts [qx::catalogue::command [lindex $words 0]]
+    set at [lsearch [dict get $facts arguments] $name]
+    set what [lindex [dict get $facts argument_texts] [expr {$at / 2}]]
+    set type [lindex [dict get $facts arguments] $at+1]
+    set text "[dict get $facts usage]\n  argument [expr {$at / 2 + 1}] is $name: $what\n"
+    set wanted {}
+    if {![qx::catalogue::is_pointer $type]} { set wanted [wanted $facts $name $type] }
+    regexp {^[\w.()]+} $message place
+    set owner [string trimright $type *]
+    foreach part [lrange [split $place .] 1 end] {
+        set part [lindex [split $part (] 0]
+        if {[catch { qx::catalogue::field $owner $part } field]} break
+        append text "  $part: [dict get $field text]\n"
+        set wanted {}
+        set type [dict get $field type]
+        if {![qx::catalogue::is_record $type]} {
+            set wanted [number_wanted $type [qx::wording::between [qx::catalogue::field_range $field]] \
+                [qx::wording::codes $owner $part]]
+        }
+        set owner $type
+    }
+    if {$wanted ne {}} { append text "  wanted: $wanted\n" }
+    return "$text  given:  $message"
 }
 
 # Describes a word given for a type.

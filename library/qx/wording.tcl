@@ -151,6 +151,24 @@ proc qx::wording::argument_values {command name} {
     return [values $owner [dict get $field name]]
 }
 
+# The codes of a field, or of an argument of an SDK function, in the profile in use: 0 in, 1 out;
+# empty if it has none.
+proc qx::wording::codes {owner name} {
+    set codes {}
+    dict for {word number} [qx::catalogue::code_words $owner $name] {
+        lappend codes "$number $word"
+    }
+    return [join $codes {, }]
+}
+
+# The same for an argument of a command.
+proc qx::wording::argument_codes {command name} {
+    set owner [dict get $command owner]
+    if {[dict get $command shape] eq "call"} { return [codes $owner $name] }
+    set field [qx::catalogue::field_of $command $name]
+    if {$field ne {}} { return [codes $owner [dict get $field name]] }
+}
+
 # ------------------------------------------------------------------------------------- result
 
 proc qx::wording::result {command} {

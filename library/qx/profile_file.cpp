@@ -1,0 +1,90 @@
+// A profile as a dict; see profile_file.h. records/profile reads the lines.
+#include "library/qx/profile_file.h"
+
+#include "records/profile.h"
+
+namespace qxsh {
+
+namespace {
+
+// A new object of a text in UTF-8, which Tcl's own form is not for every character.
+Tcl_Obj *new_text(const std::string &text)
+{
+    Tcl_Encoding const encoding = Tcl_GetEncoding(nullptr, "utf-8");
+    Tcl_DString converted;
+    Tcl_ExternalToUtfDString(encoding, text.data(), static_cast<int>(text.size()), &converted);
+    Tcl_Obj *const object =
+        Tcl_NewStringObj(Tcl_DStringValue(&converted), Tcl_DStringLength(&converted));
+    Tcl_DStringFree(&converted);
+    Tcl_FreeEncoding(encoding);
+    return object;
+}
+
+Tcl_Obj *statuses_of(const profile &profile)
+{
+    Tcl_Obj *const dict = Tcl_NewDictObj();
+    for (const profile_status &status : profile.statuses) {
+        Tcl_Obj *const facts[] = {new_text(status.name), new_text(status.meaning)};
+        Tcl_DictObjPut(nullptr, dict, Tcl_NewWideIntObj(status.number), Tcl_NewListObj(2, facts));
+    }
+    return dict;
+}
+
+Tcl_Obj *codes_of(const profile &profile)
+{
+    Tcl_Obj *const dict = Tcl_NewDictObj();
+    for (const profile_number &code : profile.codes) {
+        Tcl_Obj *const path[] = {new_text(code.place), new_text(code.name)};
+        for (Tcl_Obj *const key : path)
+            Tcl_IncrRefCount(key);
+        Tcl_DictObjPutKeyList(nullptr, dict, 2, path, Tcl_NewWideIntObj(code.number));
+        for (Tcl_Obj *const key : path)
+            Tcl_DecrRefCount(key);
+    }
+    return dict;
+}
+
+Tcl_Obj *numbers_of(const std::vector<profile_number> &numbers)
+{
+    Tcl_Obj *const dict = Tcl_NewDictObj();
+    for (const profile_number &each : numbers)
+        Tcl_DictObjPut(nullptr, dict, new_text(each.name), Tcl_NewWideIntObj(each.number));
+    return dict;
+}
+
+void put(Tcl_Obj *dict, const char *name, Tcl_Obj *value)
+{
+    Tcl_DictObjPut(nullptr, dict, Tcl_NewStringObj(name, -1), value);
+}
+
+} // namespace
+
+int parse_profile_command(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
+{
+    if (objc != 3) {
+        Tcl_WrongNumArgs(interp, 1, objv, "name bytes");
+        return TCL_ERROR;
+    }
+    int length;
+    const auto *const bytes = Tcl_GetByteArrayFromObj(objv[2], &length);
+    profile read;
+    if (const auto mistake = read_profile(
+            {reinterpret_cast<const char *>(bytes), static_cast<unsigned>(length)}, read)) {
+        const char *const name = Tcl_GetString(objv[1]);
+        const std::string line = std::to_string(mistake->line);
+        Tcl_Obj *const text = Tcl_ObjPrintf("%s:%s: ", name, line.c_str());
+        Tcl_AppendObjToObj(text, new_text(mistake->text));
+        Tcl_SetObjResult(interp, text);
+        Tcl_SetErrorCode(interp, "QX", "PROFILE", name, line.c_str(), nullptr);
+        return TCL_ERROR;
+    }
+    Tcl_Obj *const dict = Tcl_NewDictObj();
+    put(dict, "statuses", statuses_of(read));
+    put(dict, "codes", codes_of(read));
+    put(dict, "capacities", numbers_of(read.sizes));
+    put(dict, "families", numbers_of(read.families));
+    Tcl_SetObjResult(interp, dict);
+    return TCL_OK;
+}
+
+} // namespace qxsh
