@@ -301,7 +301,7 @@ proc qx::catalogue::code_words {owner name} {
     if {![is_record $owner]} {
         call_argument $owner $name
     } elseif {[dict get [field $owner $name] holds] eq "family"} {
-        return [qx::profile::part families]
+        return [lrange [qx::profile::part families] 0 end]
     }
     return
 }

@@ -103,7 +103,8 @@ namespace eval qx::commands {
                 % qx::check -allow QX_EXISTS qx_flow_add 0 $flow
             }
             {qx::why} {explain the last command that failed} {}
-            {qx::profile ?file?} {read a profile of statuses and code words, or name the one in use} {
+            {qx::profile ?file?}
+            {read a profile of statuses and code words, or name the one in use} {
                 A profile says what statuses and codes of an SDK library mean; the default one is
                 that of the simulator, QX_PROFILE names another. An empty name returns to the
                 default. A wrong line is an error with the code QX PROFILE FILE LINE.

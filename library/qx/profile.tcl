@@ -68,7 +68,10 @@ proc qx::profile::read_file {name} {
     }
     # A FIFO or a terminal would be waited for.
     if {[file exists $name] && ![file isfile $name]} { refuse $name "not a file" }
-    if {[catch { open [file join [pwd] $name] rb } channel]} { refuse $name "cannot be read: [reason $channel]" }
+    # As an absolute name, lest it be a command for a pipe.
+    if {[catch { open [file join [pwd] $name] rb } channel]} {
+        refuse $name "cannot be read: [reason $channel]"
+    }
     set code [catch { ::read $channel } bytes]
     close $channel
     if {$code} { refuse $name "cannot be read: [reason $bytes]" }

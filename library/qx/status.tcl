@@ -1,6 +1,5 @@
 # Package qx: qx::check turns statuses into errors, qx::watch records the words of failing commands.
-# Relies on catalogue.tcl. Statuses have the names of the simulated device; in another SDK a number
-# may mean something else.
+# Relies on catalogue.tcl. Statuses have the names of the profile in use.
 #
 # While a block runs, the package's library checks the 83 SDK functions; qx::watch uses Tcl's
 # execution traces.

@@ -126,8 +126,8 @@ proc qx::why::value_text {words name message} {
         set wanted {}
         set type [dict get $field type]
         if {![qx::catalogue::is_record $type]} {
-            set wanted [number_wanted $type [qx::wording::between [qx::catalogue::field_range $field]] \
-                [qx::wording::codes $owner $part]]
+            set range [qx::wording::between [qx::catalogue::field_range $field]]
+            set wanted [number_wanted $type $range [qx::wording::codes $owner $part]]
         }
         set owner $type
     }
