@@ -7,6 +7,7 @@
 
 #include <charconv>
 #include <cstring>
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -61,6 +62,7 @@ private:
     bool take(Tcl_Obj *object, entry &taken);
     bool perform();
     bool perform(const entry &call);
+    void show_progress(std::initializer_list<std::string> words);
     Tcl_Obj *filled(Tcl_Obj *value);
     Tcl_Obj *saved(std::string_view text);
     bool refuse(const std::string &what);
@@ -293,16 +295,42 @@ bool call_list::perform(const entry &call)
     return good;
 }
 
+// Runs a command of qx::progress, and keeps the result or error that is there.
+void call_list::show_progress(std::initializer_list<std::string> words)
+{
+    Tcl_InterpState const state = Tcl_SaveInterpState(interp(), TCL_OK);
+    Tcl_Obj *const command = Tcl_NewListObj(0, nullptr);
+    Tcl_IncrRefCount(command);
+    for (const std::string &word : words)
+        Tcl_ListObjAppendElement(nullptr, command,
+                                 Tcl_NewStringObj(word.data(), static_cast<int>(word.size())));
+    Tcl_EvalObjEx(interp(), command, TCL_EVAL_GLOBAL | TCL_EVAL_DIRECT);
+    Tcl_DecrRefCount(command);
+    Tcl_RestoreInterpState(interp(), state);
+}
+
 bool call_list::perform()
 {
+    constexpr int calls_per_step = 256;
+    const bool is_long = entries_.size() > calls_per_step;
     bool has_saved = false;
+    bool good = true;
     number_ = 0;
+    if (is_long)
+        show_progress({"::qx::progress::begin", std::string{"applying "} + Tcl_GetString(file_),
+                       std::to_string(entries_.size()) + " calls"});
     for (const entry &call : entries_) {
-        ++number_;
+        if (++number_ % calls_per_step == 0)
+            show_progress({"::qx::progress::at", std::to_string(number_)});
         has_saved = has_saved || call.save != nullptr;
-        if (!perform(call))
-            return false;
+        good = perform(call);
+        if (!good)
+            break;
     }
+    if (is_long)
+        show_progress({"::qx::progress::end"});
+    if (!good)
+        return false;
     Tcl_SetObjResult(interp(), has_saved ? saved_ : Tcl_NewWideIntObj(entries_.size()));
     return true;
 }
