@@ -27,11 +27,16 @@ proc qx::prompt::editing::begin {} {
     variable ::qx::prompt::history::most
     set file [qx::prompt::history::file_name]
     qx::prompt::history::trim
-    # A file that cannot be read counts as missing. tclreadline gets the file only for reading here:
-    # it would overwrite the lines of other shells.
-    if {$file eq {} || [catch { close [open $file {RDWR CREAT} 0600] }]} { set file /dev/null }
+    # A file that cannot be read counts as missing. tclreadline does not get it: it would overwrite
+    # the lines of other shells, and knows no commands of several lines.
+    set readable [expr {$file ne {} && ![catch { close [open $file {RDWR CREAT} 0600] }]}]
     set ::tclreadline::historyLength $most
-    catch { ::tclreadline::readline initialize $file }
+    catch { ::tclreadline::readline initialize /dev/null }
+    if {$readable} {
+        foreach command [qx::prompt::history::commands] {
+            qx::prompt::readline::remember [qx::prompt::readline::entries] $command
+        }
+    }
     ::tclreadline::readline builtincompleter 0
     ::tclreadline::readline customcompleter ::qx::prompt::editing::complete
     set plain [expr {![info exists ::env(TERM)] || $::env(TERM) in {{} dumb unknown}}]
@@ -109,25 +114,29 @@ proc qx::prompt::editing::runs_when_read {name} {
 
 # ------------------------------------------------------------------------------- the commands
 
-# Reads a whole command. The prompts are those of a shell without editing; discarding a line
-# discards those before it, too.
+# Reads a whole command, which is then one entry of the history. The prompts are those of a shell
+# without editing; discarding a line discards those before it, too.
 proc qx::prompt::editing::read_command {} {
     variable earlier
     set earlier {}
     set prompt "% "
+    set first [qx::prompt::readline::entries]
     while {1} {
         qx::prompt::readline::expect
         set line [::tclreadline::readline read $prompt]
         if {[qx::prompt::readline::dropped]} {
             set earlier {}
             set prompt "% "
+            set first [qx::prompt::readline::entries]
             continue
         }
-        # A blank before a command keeps the whole command out of the file.
-        if {$earlier eq {}} { set kept [expr {![string match {[ \t]*} $line]}] }
-        if {$kept} { qx::prompt::history::add $line }
         set command $earlier$line
-        if {[info complete $command\n]} { return $command }
+        if {[info complete $command\n]} {
+            if {$earlier ne {}} { qx::prompt::readline::remember $first $command }
+            # A blank before a command keeps it out of the file.
+            if {![string match {[ \t]*} $command]} { qx::prompt::history::add $command }
+            return $command
+        }
         set earlier $command\n
         set prompt "> "
     }

@@ -1,9 +1,11 @@
-# Package qx::prompt, the history file: every typed line is written immediately, so that it survives
-# the shell. Several shells share the file, which keeps the last lines. Relies on nothing.
+# Package qx::prompt, the history file: every command is written before it is run, so that it
+# survives the shell. Several shells share the file, which keeps the last lines. Relies on nothing.
 
 namespace eval qx::prompt::history {
-    variable most 1000 ;# lines that are kept; the file is cut when it has a quarter more
-    variable last {}   ;# the line written last
+    variable most 1000   ;# lines that are kept; the file is cut when it has a quarter more
+    variable last {}     ;# the command written last
+    variable longest 200 ;# lines of a command that is read back as one
+    variable tries 20    ;# so many lines may begin a command that does not end within these
 }
 
 # The file's path, in the home folder; empty without a home folder.
@@ -12,8 +14,8 @@ proc qx::prompt::history::file_name {} {
     return [file join $::env(HOME) .qxsh_history]
 }
 
-# Adds a line, unless it is empty or repeats the last one. If the file cannot be written, the line
-# is dropped, as it is where there is no home folder.
+# Adds a command of one or more lines, unless it is empty or repeats the last one. If the file cannot
+# be written, it is dropped, as it is where there is no home folder.
 proc qx::prompt::history::add {line} {
     variable last
     if {$line eq $last || [string trim $line] eq {} || [file_name] eq {}} return
@@ -41,7 +43,41 @@ proc qx::prompt::history::open_to_others {name} {
     return [expr {[file attributes $name -permissions] & 0o77}]
 }
 
-# The line is written in one piece.
+# The commands in the file, each of one or more lines. A line that begins one without an end, as when
+# the file has been cut, is a command of its own.
+proc qx::prompt::history::commands {} {
+    variable longest
+    variable tries
+    set commands {}
+    if {[catch { read_lines } lines]} return
+    set left $tries
+    for {set at 0} {$at < [llength $lines]} {incr at} {
+        set command [lindex $lines $at]
+        set end $at
+        while {$left && ![info complete $command\n]} {
+            if {[incr end] == [llength $lines] || $end - $at == $longest} {
+                set command [lindex $lines $at]
+                set end $at
+                incr left -1
+                break
+            }
+            append command \n [lindex $lines $end]
+        }
+        if {[string trim $command] ne {}} { lappend commands $command }
+        set at $end
+    }
+    return $commands
+}
+
+proc qx::prompt::history::read_lines {} {
+    set channel [open [file_name]]
+    fconfigure $channel -encoding utf-8 -translation lf
+    set text [read $channel]
+    close $channel
+    return [split [string trimright $text \n] \n]
+}
+
+# The command is written in one piece.
 proc qx::prompt::history::append_line {line} {
     if {![ours_alone]} return
     set channel [open [file_name] {WRONLY APPEND CREAT} 0600]
@@ -61,10 +97,7 @@ proc qx::prompt::history::cut {} {
     # Follow links, so that a link stays a link.
     set name [file dirname [file normalize [file join [file_name] x]]]
     if {[file_name] eq {} || ![file isfile $name]} return
-    set channel [open $name]
-    fconfigure $channel -encoding utf-8 -translation lf
-    set lines [split [string trimright [read $channel] \n] \n]
-    close $channel
+    set lines [read_lines]
     if {[llength $lines] <= $most + $most / 4} return
     set new $name.[pid]
     set channel [open $new {WRONLY CREAT EXCL} 0600]

@@ -3,6 +3,10 @@
 //
 //   qx::prompt::readline::settle PLAIN   once, after tclreadline has been initialized
 //   qx::prompt::readline::files ON       whether file names complete where nothing else does
+//   qx::prompt::readline::entries        how many lines have been remembered so far
+//   qx::prompt::readline::remember FIRST TEXT   one line, which may be of several lines, in place
+//   of
+//                                        those from that number on
 //
 // The edited line itself is handled in typed_line.cpp.
 #include "library/prompt/typed_line.h"
@@ -93,6 +97,36 @@ int settle(ClientData, Tcl_Interp *interp, int count, Tcl_Obj *const words[])
     return TCL_OK;
 }
 
+int entries(ClientData, Tcl_Interp *interp, int count, Tcl_Obj *const words[])
+{
+    if (count != 1) {
+        Tcl_WrongNumArgs(interp, 1, words, nullptr);
+        return TCL_ERROR;
+    }
+    // Readline forgets the first ones when there are too many.
+    Tcl_SetObjResult(interp, Tcl_NewIntObj(history_base + history_length));
+    return TCL_OK;
+}
+
+int remember(ClientData, Tcl_Interp *interp, int count, Tcl_Obj *const words[])
+{
+    int first = 0;
+    if (count != 3) {
+        Tcl_WrongNumArgs(interp, 1, words, "first text");
+        return TCL_ERROR;
+    }
+    if (Tcl_GetIntFromObj(interp, words[1], &first) != TCL_OK)
+        return TCL_ERROR;
+    while (history_length > 0 && history_base + history_length > first)
+        free_history_entry(remove_history(history_length - 1));
+    Tcl_DString text;
+    Tcl_UtfToExternalDString(nullptr, Tcl_GetString(words[2]), -1, &text);
+    add_history(Tcl_DStringValue(&text));
+    Tcl_DStringFree(&text);
+    using_history();
+    return TCL_OK;
+}
+
 } // namespace
 
 extern "C" __attribute__((visibility("default"))) int Qxreadline_Init(Tcl_Interp *interp)
@@ -103,6 +137,8 @@ extern "C" __attribute__((visibility("default"))) int Qxreadline_Init(Tcl_Interp
         return TCL_ERROR;
     Tcl_CreateObjCommand(interp, "::qx::prompt::readline::settle", settle, nullptr, nullptr);
     Tcl_CreateObjCommand(interp, "::qx::prompt::readline::files", files, nullptr, nullptr);
+    Tcl_CreateObjCommand(interp, "::qx::prompt::readline::entries", entries, nullptr, nullptr);
+    Tcl_CreateObjCommand(interp, "::qx::prompt::readline::remember", remember, nullptr, nullptr);
     qx::prompt::create_line_commands(interp);
     return TCL_OK;
 }
