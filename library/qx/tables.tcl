@@ -6,8 +6,9 @@
 
 namespace eval qx::tables {}
 
-# qx::list TABLE ?-device n? ?-key value ...? ?-words? ?-raw? : the rows of a table, each a dict: the
-# arguments that lead to it, then what the call puts out. Without arguments: the tables and texts.
+# qx::list TABLE ?-device n? ?-key value ...? ?-words? ?-raw? : the rows of a table, each a dict:
+# the arguments that lead to it, then what the call puts out. Without arguments: the tables and
+# texts.
 proc qx::tables::list_rows {args} {
     if {$args eq {}} { return [texts] }
     return [rows [request qx::list $args {-words -raw}]]
@@ -94,7 +95,9 @@ proc qx::tables::number {option word {known {}}} {
         return [expr {$word + 0}]
     }
     set text "$option: \"$word\" is not a number"
-    if {$known ne {}} { set text "$option: \"$word\" is neither a number nor one of [join $known {, }]" }
+    if {$known ne {}} {
+        set text "$option: \"$word\" is neither a number nor one of [join $known {, }]"
+    }
     return -code error -errorcode {QX USAGE} $text
 }
 
@@ -224,8 +227,8 @@ proc qx::tables::intervals {request part path values} {
         }
     }
     return -level 3 -code error -errorcode [list QX TABLE [dict get $request name]] \
-        "[dict get $request command] [dict get $request name]: -[short $path] is missing; the profile\
-        does not say which values there are"
+        "[dict get $request command] [dict get $request name]: -[short $path] is missing; the\
+        profile does not say which values there are"
 }
 
 # The code words of an argument, or of a field of the record that it points to.

@@ -39,8 +39,8 @@ proc catalogue::table_call {place table words} {
             fail $place "several calls of a table need a part each, with a name of its own"
         }
     }
-    dict lappend table parts [dict create call $call part $part walk {} leads {} indexes {} empty {} \
-        ends {} bare {} absent {} place $place]
+    dict lappend table parts [dict create call $call part $part walk {} leads {} indexes {} \
+        empty {} ends {} bare {} absent {} place $place]
     return $table
 }
 
