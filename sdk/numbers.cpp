@@ -13,8 +13,7 @@ namespace qxsim {
 
 using qxsh::profile_number;
 
-constinit const profile_numbers default_numbers;
-constinit profile_numbers numbers;
+constinit profile_numbers numbers = default_numbers;
 
 static std::vector<qxsh::profile_status> named_statuses; ///< of the profile; empty by default
 

@@ -176,14 +176,12 @@ inline constexpr std::array<size_row, static_cast<std::size_t>(sized::count)> si
 
 constexpr std::size_t known_statuses = 256; ///< the numbers in qx_status.h are below it
 
-/// All numbers; those of the default profile unless it is changed.
+/// All numbers that a profile sets.
 struct profile_numbers
 {
     std::array<std::array<std::uint32_t, most_words>, place_rows.size()> codes{};
     std::array<std::uint32_t, size_rows.size()> sizes{};
     std::array<std::uint16_t, known_statuses> statuses{}; ///< by the number in qx_status.h
-
-    constexpr profile_numbers();
     bool operator==(const profile_numbers &) const = default;
 };
 
@@ -203,23 +201,27 @@ constexpr std::uint32_t default_size(sized what)
     return default_number(qxsh::default_sizes, {}, size_rows[static_cast<std::size_t>(what)].name);
 }
 
-constexpr profile_numbers::profile_numbers()
+constexpr profile_numbers numbers_by_default()
 {
+    profile_numbers made;
     for (std::size_t at = 0; at < place_rows.size(); ++at)
         for (std::size_t word = 0; word < place_rows[at].size(); ++word) {
             const auto &[owner, words] = place_rows[at];
-            codes[at][word] = owner.empty()
-                                  ? default_number(qxsh::default_families, owner, words[word])
-                                  : default_number(qxsh::default_codes, owner, words[word]);
+            made.codes[at][word] = owner.empty()
+                                       ? default_number(qxsh::default_families, owner, words[word])
+                                       : default_number(qxsh::default_codes, owner, words[word]);
         }
     for (std::size_t at = 0; at < size_rows.size(); ++at)
-        sizes[at] = default_size(static_cast<sized>(at));
+        made.sizes[at] = default_size(static_cast<sized>(at));
     for (std::size_t number = 0; number < known_statuses; ++number)
-        statuses[number] = static_cast<std::uint16_t>(number);
+        made.statuses[number] = static_cast<std::uint16_t>(number);
+    return made;
 }
 
-extern profile_numbers numbers; ///< in use
-extern const profile_numbers default_numbers;
+inline constexpr profile_numbers default_numbers = numbers_by_default();
+
+/// The numbers in use: those of the default profile, or of the one that use_profile was given.
+extern profile_numbers numbers;
 
 /// What a number means at a place; `unknown` if nothing.
 template <place At> std::uint32_t meaning(std::uint32_t number)

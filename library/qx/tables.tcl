@@ -302,7 +302,7 @@ proc qx::tables::follow {request part bound words rows_name} {
     set before {}
     ::qx::with place $record {
         lset words $at $place
-        for {set next 0} 1 {set next 1} {
+        for {set next [step $call start 0]} 1 {set next [step $call continue 1]} {
             if {[dict get $part walk] eq "next"} { lset words [place_of $call next] $next }
             set values [::qx::call -dict -status status $call {*}$words]
             if {$status in [dict get $part ends]} break
@@ -316,6 +316,12 @@ proc qx::tables::follow {request part bound words rows_name} {
         }
     }
     return 1
+}
+
+# The number of a step of a walk; `usual` if the profile has no word for it.
+proc qx::tables::step {call word usual} {
+    set number [qx::catalogue::code_number $call next $word]
+    return [expr {$number eq {} ? $usual : $number}]
 }
 
 # A row: its part, the arguments that lead to it, the values.
