@@ -117,7 +117,8 @@ proc counter::per_pass {target program script row variants libraries} {
 }
 
 proc counter::libraries {target peers} {
-    set files [list [file join [tools $target] floor.so]]
+    set files {}
+    foreach name {floor whole_flow} { lappend files [file join [tools $target] $name.so] }
     foreach peer $peers { lappend files [peer_library $target $peer] }
     return $files
 }

@@ -37,6 +37,7 @@ proc loops::define {name row variant before after} {
     variable host
     set row [rows::get $row]
     set command [as $variant [dict get $row command]]
+    if {$variant eq "floor" && [dict exists $row floor]} { set command [dict get $row floor] }
     set loop [string map [list %s $command] $body([dict get $row loop])]
     set setup [as [expr {$variant in {empty floor} ? $host : $variant}] [dict get $row setup]]
     proc $name {n} "$setup\n$before\n$loop\n$after"

@@ -2,6 +2,7 @@
 # and bounds, and a dictionary with
 #   setup    script before the loop, in the loop's procedure; `n` is the number of passes
 #   command  the loop's body; the floor has no_op in place of each command of the module
+#   floor    the loop's body for the floor, instead
 #   loop     `count` (for) or `texts` (foreach text $texts)          default count
 #   passes   passes of the shorter and of the longer counted loop    default 500 2500
 #   timed    passes of a timed loop                                  default 100000
@@ -109,3 +110,53 @@ rows::row dump {
     timed 4000
     peers {hand critcl}
 }
+
+# Whole records: the floor is what one would write by hand, or the other way to the same end.
+set whole_flow {
+    package require qx
+    set flow [qx_flow_create]
+    qx::set $flow {flow_id 7 flow_type 1 life_time 300 swid_array {1 2 3}
+        ingress_pkt {phy_port 1 da_mac 02:00:00:00:01:01 sa_mac 02:00:00:00:00:02 eth_type 2048
+            tag {{vlan_id 10} {vlan_id 20 priority 3}} sa_ip 192.168.1.23 da_ip 198.51.100.7
+            protocol 6 l4_header {tcp {sport 40123 dport 443}}}
+        egress_pkt {phy_port 2 da_mac 02:00:00:00:02:01 sa_mac 02:00:00:00:00:01 eth_type 34525
+            sa_ip 2001:db8::17/128 da_ip 2001:db8:1::7/64 protocol 17
+            l4_header {udp {sport 53 dport 4000}}}}
+    set value [qx::get $flow]
+    set by_hand [whole_flow_get $flow]
+    if {$value ne $by_hand} { error "by hand: $by_hand" }
+}
+rows::row whole_get {
+    command {qx::get $flow}
+    floor {whole_flow_get $flow}
+    passes {50 250}
+    timed 20000
+}
+rows::row whole_set {
+    command {qx::set $flow $value}
+    floor {whole_flow_set $flow $by_hand}
+    passes {50 250}
+    timed 20000
+}
+rows::row whole_json {
+    command {qx::json $flow}
+    floor {qx::get $flow}
+    passes {50 250}
+    timed 20000
+}
+rows::row whole_call {
+    command {qx::call qx_l3_route_get 0 $value}
+    floor {qx::set $route $value; qx_l3_route_get 0 $route; qx::get $route}
+    passes {50 250}
+    timed 20000
+}
+foreach row {whole_get whole_set whole_json} { dict set rows::all $row setup $whole_flow }
+dict set rows::all whole_call setup {
+    package require qx
+    set route [qx_l3_route_create]
+    qx::set $route {prefix 10.0.0.0/8 nexthop {nhid {nhop_type 1 addr 192.0.2.9/32 intf_id 4}
+        id {tunnel_id 5} encap {tunnel_cfg {type 1 src_addr 192.0.2.1/32 dest_addr 192.0.2.2/32
+            dir 1 tunnel {gre {tunnel_id 5}}}}}}
+    set value [qx::get $route]
+}
+unset whole_flow row

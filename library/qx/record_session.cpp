@@ -35,8 +35,9 @@ Tcl_Obj *list_of_one()
 record_session::record_session(Tcl_Interp *interp)
     : interp_(interp), names_(reinterpret_cast<Tcl_Obj **>(
                            Tcl_Alloc(static_cast<unsigned>(field_count * sizeof(Tcl_Obj *))))),
-      dict_type_(type_of(Tcl_NewDictObj())), list_type_(type_of(list_of_one())),
-      number_types_{type_of(Tcl_NewLongObj(0)), type_of(Tcl_NewWideIntObj(INT64_MAX))}
+      dict_type_(type_of(Tcl_NewDictObj())),
+      list_type_(type_of(list_of_one())), number_types_{type_of(Tcl_NewLongObj(0)),
+                                                        type_of(Tcl_NewWideIntObj(INT64_MAX))}
 {
     for (unsigned i = 0; i < field_count; ++i) {
         names_[i] = Tcl_NewStringObj(field_rows[i].name.text(), -1);

@@ -49,6 +49,9 @@ public:
     /// The bits in no field; see record_holes.h.
     hole_lists &holes() { return holes_; }
 
+    /// The names of a record's fields, in their order.
+    Tcl_Obj *const *names_of(const record_row &row) const { return names_ + row.first; }
+
     /// Whether the object already is a dict; reading it as a list would discard that form.
     bool is_dict(const Tcl_Obj *object) const { return object->typePtr == dict_type_; }
 
@@ -77,6 +80,17 @@ public:
 
     /// The code words of fields and arguments.
     code_book &codes() { return codes_; }
+
+    /// The same for an object that already is an integer; false if it is none, or out of range.
+    bool take_small(const Tcl_Obj *object, std::uint32_t greatest, std::uint32_t &value) const
+    {
+        const long number = object->internalRep.longValue;
+        if (object->typePtr != number_types_[0] || number < 0 ||
+            static_cast<unsigned long>(number) > greatest)
+            return false;
+        value = static_cast<std::uint32_t>(number);
+        return true;
+    }
 
     Tcl_Interp *interp() const { return interp_; }
 

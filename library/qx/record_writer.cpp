@@ -127,11 +127,15 @@ static const field_row *field_of(const record_session &session, const record_row
 
 bool record_writer::write(const record_row &row, Tcl_Obj *values)
 {
+    if (!is_strict_ && session_.codes().open() && quick(row, 0, values))
+        return true;
     return nested(row, 0, values, nullptr) && check_views();
 }
 
 bool record_writer::write(const record_row &row, Tcl_Obj *values, const char *argument, int index)
 {
+    if (!is_strict_ && session_.codes().open() && quick(row, 0, values))
+        return true;
     const place whole = {nullptr, argument, 0};
     const place element = {&whole, nullptr, index};
     return nested(row, 0, values, index < 0 ? &whole : &element) && check_views();
@@ -243,19 +247,25 @@ bool record_writer::fields(const record_row &row, unsigned at, entries &all, con
         }
     }
     version_ = 0; // an outer family does not apply to addresses in here
-    whole_ = row.is_union ? viewed != 0 : named == row.fields;
-    if (whole_ && row.is_union)
-        for (unsigned i = viewed; i < row.size; ++i)
-            zero(at + i, 255);
-    else if (whole_)
-        for (const hole &each : session_.holes().of_record(row))
-            zero(at + each.offset, each.bits);
+    zero_rest(row, at, row.is_union ? viewed != 0 : named == row.fields, viewed);
     const place there = {here, padding_name, 0};
     if (runs != nullptr && !padding(row, at, runs, there))
         return false;
     return family == nullptr || version == 0 ||
            check_family(row, read_field(bytes_ + at, *family), version, address_place,
                         address_text);
+}
+
+// Behind the fields of a record that may be whole; of a union, `viewed` bytes of a view are.
+void record_writer::zero_rest(const record_row &row, unsigned at, bool whole, unsigned viewed)
+{
+    whole_ = whole;
+    if (whole && row.is_union)
+        for (unsigned i = viewed; i < row.size; ++i)
+            zero(at + i, 255);
+    else if (whole)
+        for (const hole &each : session_.holes().of_record(row))
+            zero(at + each.offset, each.bits);
 }
 
 // Bytes in no field, by offset.

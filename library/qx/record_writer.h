@@ -48,6 +48,7 @@ private:
     bool value_at(const path_target &target, Tcl_Obj *value, const place &here);
     bool record(const record_row &row, unsigned at, Tcl_Obj *values, const place *here);
     bool fields(const record_row &row, unsigned at, entries &all, const place *here);
+    void zero_rest(const record_row &row, unsigned at, bool whole, unsigned viewed);
     bool padding(const record_row &row, unsigned at, Tcl_Obj *runs, const place &here);
     void zero(unsigned at, std::uint8_t bits);
     bool check_family(const record_row &row, std::uint32_t family, int version,
@@ -77,6 +78,13 @@ private:
                    const place *there);
     void store(unsigned at, unsigned size, std::uint32_t value, std::uint32_t mask = UINT32_MAX);
     void compare(unsigned at, unsigned size, std::uint32_t value, std::uint32_t mask);
+
+    // The quick way (record_quick.cpp): false where it cannot be gone, without an error.
+    bool quick(const record_row &row, unsigned at, Tcl_Obj *values);
+    bool quick_field(const field_row &field, unsigned at, Tcl_Obj *value);
+    bool quick_array(const field_row &field, unsigned at, Tcl_Obj *value);
+    bool quick_number(const field_row &field, unsigned at, Tcl_Obj *value);
+    bool quick_address(unsigned at, Tcl_Obj *value, holding holds);
 
     // A value for a message, which may end up in a log: not what is or may contain a key.
     const char *shown(Tcl_Obj *value) const { return secret_ ? "<key>" : Tcl_GetString(value); }
