@@ -50,7 +50,9 @@ proc statuses::read_answers {file known functions} {
             fail $file $line_number "$function already has a row"
         }
         foreach name $names {
-            if {$known ne "*" && $name ni $known} { fail $file $line_number "\"$name\" is not a status" }
+            if {$known ne "*" && $name ni $known} {
+                fail $file $line_number "\"$name\" is not a status"
+            }
         }
         dict set answers $function [list $names $when]
     }

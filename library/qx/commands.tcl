@@ -12,7 +12,8 @@ namespace eval qx::commands {
                 The name may be that of a command, a record, an area, a status (also its number), a
                 field (qx_vlan_t.vlan_id, also by its path in a record), an argument
                 (qx_flow_add.p_flow), a table, a command of this package, or a handle: its record
-                is described. Case does not count, and qx_, qx:: and _t may be left out: vlan, IPsec.
+                is described. Case does not count, and qx_, qx:: and _t may be left out: vlan,
+                IPsec.
 
                 % qx::help vlan
 
@@ -98,7 +99,8 @@ namespace eval qx::commands {
             {make a status other than 0 an error} {
                 With one word, a script, every SDK function is checked that runs while the script
                 does, also inside procedures and in events that it waits for. The error code is
-                QX_STATUS NUMBER NAME. -allow lists statuses, by name or number, that are returned as results.
+                QX_STATUS NUMBER NAME. -allow lists statuses, by name or number, that are returned
+                as results.
 
                 % qx::check -allow QX_EXISTS qx_flow_add 0 $flow
             }

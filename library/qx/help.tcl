@@ -88,7 +88,8 @@ proc qx::help::command_text {name} {
     foreach note [dict get $words notes] { append notes [qx::layout::wrapped $note {  } 2] }
     append text [qx::layout::section Notes $notes]
     append text [statuses_text [dict get $words statuses]]
-    append text [qx::layout::section Related [qx::layout::names [lrange [dict get $words related] 0 11]]]
+    set related [lrange [dict get $words related] 0 11]
+    append text [qx::layout::section Related [qx::layout::names $related]]
     set example [qx::example::shown $command [expr {[qx::layout::width] - 2}]]
     append text "Example\n[regsub -all -line {^(?=.)} $example {  }]"
     return [string trimright $text \n]
@@ -235,11 +236,10 @@ proc qx::help::status_text {number} {
 
 # The calls for which the simulated device has a reason of their own to answer a status.
 proc qx::help::status_users {number} {
+    set name [qx::catalogue::status_name $number]
     set calls {}
     foreach call [qx::catalogue::calls] {
-        if {[qx::catalogue::status_name $number] in [dict get [qx::catalogue::answers $call] statuses]} {
-            lappend calls $call
-        }
+        if {$name in [dict get [qx::catalogue::answers $call] statuses]} { lappend calls $call }
     }
     if {$calls eq {}} return
     return "\nCalls that the simulated device answers with it\n[string trimright \

@@ -20,8 +20,8 @@ proc qx::wording::field_type {field} {
 }
 
 # The description of a command, a dict: purpose, arguments (a list of dicts: name, type, range,
-# text, direction, values), result, notes (a list), statuses (empty, or as by `statuses`), related (a
-# list of command names).
+# text, direction, values), result, notes (a list), statuses (empty, or as by `statuses`), related
+# (a list of command names).
 proc qx::wording::describe {command} {
     set arguments {}
     foreach {name type} [dict get $command arguments] {
