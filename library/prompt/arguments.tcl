@@ -30,7 +30,7 @@ proc qx::prompt::arguments::next {words word variables} {
             set kind [dict get $::qx::prompt::arguments::behind $last]
             return [of_kind $kind $words $word $variables]
         }
-        if {$own && [string match -* $word]} { return [beginning $word [options $name]] }
+        if {$own && [string match -* $word]} { return [beginning $word [options $words]] }
         if {$name eq "qx::check"} {
             # The words after qx::check are those of the command it runs.
             if {[lindex $words 1] eq "-allow"} { set words [lreplace $words 1 2] }
@@ -69,7 +69,7 @@ proc qx::prompt::arguments::plain_word {name words word variables} {
         set offers [qx::prompt::offers::beginning $word [qx::prompt::subcommands::after $words]]
         if {$offers ne {}} { return [list offers $offers] }
         if {[string match qx::* $name] && [qx::prompt::have_catalogue]} {
-            return [beginning $word [options $name]]
+            return [beginning $word [options $words]]
         }
     }
     return [of_kind $kind $words $word $variables]
@@ -91,30 +91,32 @@ proc qx::prompt::arguments::of_kind {kind words word variables} {
         path    { return [path_word [lindex $words 1] $word $variables] }
         status  { return [beginning $word [statuses]] }
         view    { return [view_word $words $word $variables] }
-        table   { return [beginning $word [tables]] }
+        table   { return [beginning $word [qx::catalogue::tables]] }
         shown   {
             if {[string match {$*} $word]} { return [record_word $words $word $variables] }
-            return [beginning $word [tables]]
+            return [beginning $word [qx::catalogue::tables]]
         }
     }
 }
 
-# The options of one of the package's commands, from its usage.
-proc qx::prompt::arguments::options {name} {
+# The options of one of the package's commands, from its usage; for a table also what can be asked
+# of it.
+proc qx::prompt::arguments::options {words} {
+    set name [string trimleft [lindex $words 0] :]
     if {![dict exists [qx::commands::all] $name]} return
-    return [regexp -all -inline -- {-[a-z]+} [dict get [qx::commands::all] $name words]]
+    set usage [dict get [qx::commands::all] $name words]
+    set options [regexp -all -inline -- {-[a-z]+} $usage]
+    if {$name ni {qx::list qx::show}} { return $options }
+    set options [lsearch -all -inline -not -exact $options -key]
+    if {[catch { qx::catalogue::table [lindex $words 1] } table]} { return $options }
+    foreach path [qx::tables::asked $table] { lappend options -[qx::tables::short $path] }
+    return $options
 }
 
 proc qx::prompt::arguments::statuses {} {
     set names {}
     dict for {number status} [qx::catalogue::statuses] { lappend names [lindex $status 0] }
     return $names
-}
-
-# The tables of the device; none in a package without them.
-proc qx::prompt::arguments::tables {} {
-    if {![llength [info commands ::qx::catalogue::tables]]} return
-    return [qx::catalogue::tables]
 }
 
 proc qx::prompt::arguments::beginning {word names} {

@@ -14,8 +14,8 @@ proc qx::prompt::history::file_name {} {
     return [file join $::env(HOME) .qxsh_history]
 }
 
-# Adds a command of one or more lines, unless it is empty or repeats the last one. If the file cannot
-# be written, it is dropped, as it is where there is no home folder.
+# Adds a command of one or more lines, unless it is empty or repeats the last one. If the file
+# cannot be written, it is dropped, as it is where there is no home folder.
 proc qx::prompt::history::add {line} {
     variable last
     if {$line eq $last || [string trim $line] eq {} || [file_name] eq {}} return
@@ -43,8 +43,8 @@ proc qx::prompt::history::open_to_others {name} {
     return [expr {[file attributes $name -permissions] & 0o77}]
 }
 
-# The commands in the file, each of one or more lines. A line that begins one without an end, as when
-# the file has been cut, is a command of its own.
+# The commands in the file, each of one or more lines. A line that begins one without an end, as
+# when the file has been cut, is a command of its own.
 proc qx::prompt::history::commands {} {
     variable longest
     variable tries

@@ -8,7 +8,8 @@ namespace eval qx::prompt {
     variable editing 0 ;# whether lines are edited
     # Commands of the package qx, which is loaded when one of them is called.
     variable lazy {
-        help apropos areas call new with get set template diff json check why watch lint profile
+        help apropos areas call apply new with get set template diff json list show graph check why
+        watch lint profile
     }
 }
 

@@ -5,7 +5,7 @@ namespace eval qx::lint {
     # The procedure that checks a command's words.
     variable own_checks {
         qx::check check qx::call call_words qx::set set_words qx::get get_words qx::new new_words
-        qx::with with_words qx::template template_words
+        qx::with with_words qx::template template_words qx::list table_word qx::show table_word
     }
 }
 
@@ -162,6 +162,17 @@ proc qx::lint::new_words {line whole words values} {
 # qx::template record ?option ...?
 proc qx::lint::template_words {line whole words values} {
     record_named qx::template $line [lindex $values 1]
+    return
+}
+
+# qx::list table ?option ...?, qx::show with a table or a handle
+proc qx::lint::table_word {line whole words values} {
+    lassign [lindex $values 1] kind table
+    set name [string trimleft [dict get [lindex $words 0] text] :]
+    if {$kind ne "constant" || [string match _* $table]} return
+    set tables [qx::catalogue::tables]
+    if {$table in $tables} return
+    found $line "$name: there is no table \"$table\"[qx::catalogue::like $table $tables]"
     return
 }
 
