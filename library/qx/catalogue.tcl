@@ -49,8 +49,8 @@ proc qx::catalogue::records {} {
 # name, offset in bytes, type, bit and width of a bit-field (width 0: not a bit-field), count of an
 # array's elements (0: not an array), text, dumped, holds (mac, ipv4, ipv6, ip, family, key or
 # empty), set_as (the type of its setter, if different), range (least and greatest meaningful value,
-# if different from the type's), and view_by if a number of the record chooses its view (the number's
-# path, then numbers and views).
+# if different from the type's), and view_by if a number of the record chooses its view (the path of
+# the number, then numbers or code words, and views).
 proc qx::catalogue::record {type} {
     variable record_data
     return [entry record $record_data $type]
