@@ -1,52 +1,38 @@
 # RTP translations: a voice stream is relayed, and its source identifier, sequence numbers and
 # timestamps are shifted on the way. Each belongs to one flow, and counts what it relays.
 # Run it with:  ./run examples/rtp.tcl
-source [file join [file dirname [info script]] bringup.tcl]
+package require qx
 
 set device 0
+set relay 203.0.113.5
 
 # One direction of a call: UDP to an even port of the relay, on to the other party.
 proc voice_flow {id from to} {
-    set flow [qx_flow_create]
-    set_fields qx_flow $flow flow_id $id flow_type 3 life_time 30
-    foreach side {ingress egress} port {1 4} {
-        set packet [qx_flow_get_${side}_pkt $flow]
-        set_fields qx_pkt_info $packet phy_port $port eth_type 0x0800 tos 0xb8 protocol 17
-        qx_l4_udp_init [qx_l4_header_get_udp [qx_pkt_info_get_l4_header $packet]] 16384 16386
-    }
-    set_ip [qx_pkt_info_get_sa_ip [qx_flow_get_ingress_pkt $flow]] $from
-    set_ip [qx_pkt_info_get_da_ip [qx_flow_get_ingress_pkt $flow]] 203.0.113.5
-    set_ip [qx_pkt_info_get_sa_ip [qx_flow_get_egress_pkt $flow]] 203.0.113.5
-    set_ip [qx_pkt_info_get_da_ip [qx_flow_get_egress_pkt $flow]] $to
-    return $flow
+    global relay
+    set packet {eth_type 0x0800 tos 0xb8 protocol 17 l4_header {udp {sport 16384 dport 16386}}}
+    return [dict create flow_id $id flow_type 3 life_time 30 \
+        ingress_pkt [dict merge $packet [list phy_port 1 sa_ip $from da_ip $relay]] \
+        egress_pkt [dict merge $packet [list phy_port 4 sa_ip $relay da_ip $to]]]
 }
-
-set there [voice_flow 41 192.0.2.10 198.51.100.20]
-set back  [voice_flow 42 198.51.100.20 192.0.2.10]
 
 # What is added to sequence numbers and timestamps, and the identifier before and after.
-set there_cfg [qx_rtp_cfg_create]
-qx_rtp_cfg_init $there_cfg 1000 160000 0x11111111 0x22222222
-set back_cfg [qx_rtp_cfg_create]
-qx_rtp_cfg_init $back_cfg 2000 320000 0x33333333 0x44444444
+set there [qx::call qx_rtp_translate_add $device \
+    {seq_num_diff 1000 timestamp_diff 160000 input_ssrc 0x11111111 output_ssrc 0x22222222} \
+    [voice_flow 41 192.0.2.10 198.51.100.20]]
+set settings {seq_num_diff 2000 timestamp_diff 320000
+    input_ssrc 0x33333333 output_ssrc 0x44444444}
+set back [qx::call qx_rtp_translate_add $device $settings \
+    [voice_flow 42 198.51.100.20 192.0.2.10]]
 
 # Ids are unique over all devices: the statistics are asked for without naming one.
-set there_id [filled uint32 cell { must qx_rtp_translate_add $device $there_cfg $there $cell }]
-set back_id  [filled uint32 cell { must qx_rtp_translate_add $device $back_cfg $back $cell }]
-puts "translations $there_id and $back_id; the first one:"
-qx_rtp_cfg_dump $there_cfg
-
-set statistics [qx_rtp_stats_create]
-foreach id [list $there_id $back_id] {
-    must qx_rtp_statistics_get $id $statistics
-    puts "translation $id: [fields qx_rtp_stats $statistics seq_num timestamp pkt_cnt byte_cnt]"
+foreach id [list $there $back] {
+    puts "translation $id: [qx::call qx_rtp_statistics_get $id]"
 }
+puts [qx::show flows]
 
 # The flow belongs to its translation; deleting that takes it out as well.
-puts "deleting its flow: [expect QX_IN_USE qx_flow_delete $device 41]"
-must qx_rtp_translate_delete_by_id $device $there_id
-must qx_rtp_translate_delete $device $back_cfg ;# found by its configuration
-puts "deleted; statistics now: [expect QX_NO_RTP qx_rtp_statistics_get $there_id $statistics]"
-
-release $there $back $there_cfg $back_cfg $statistics
-puts done
+set status [qx::check -allow QX_IN_USE qx_flow_delete $device 41]
+puts "deleting its flow: [qx::catalogue::status_name $status]"
+qx::call qx_rtp_translate_delete_by_id $device $there
+qx::call qx_rtp_translate_delete $device $settings ;# found by its settings
+puts "left: [llength [qx::list flows]] flows"

@@ -49,7 +49,8 @@ void check_flows(const qxsim::device &device)
     check_index(device.translation_ids, device.translations, "IP translations by settings");
     std::map<std::uint32_t, std::uint32_t> flows_of_translation;
     for (const auto &[key, entry] : device.flows) {
-        expect(entry.slot < qxsim::size_of(qxsim::sized::flow_slots), "a flow's slot is in the table");
+        expect(entry.slot < qxsim::size_of(qxsim::sized::flow_slots),
+               "a flow's slot is in the table");
         const auto *const by_id = device.flow_ids.find(entry.flow->flow_id);
         expect(by_id != nullptr && *by_id == key, "a flow is found by its id");
         const auto *const by_slot = device.flow_slots.find(static_cast<std::uint16_t>(entry.slot));

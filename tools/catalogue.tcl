@@ -18,8 +18,8 @@ namespace eval catalogue {
     variable held_types {mac u8[6] ipv4 u32 ipv6 u32[4] ip u32[4] family u32 key u8[]}
     variable cell_operations {create get array_create array_get array_set}
     # Names that a field or an argument cannot have: keywords of C and C++, macros that a user of
-    # the header may have, and the names of arguments and locals in the generated functions; what dicts of records show beside
-    # their fields.
+    # the header may have, and the names of arguments and locals in the generated functions; what
+    # dicts of records show beside their fields.
     variable reserved_names {
         alignas alignof and and_eq asm auto bitand bitor bool break case catch char char8_t char16_t
         char32_t class co_await co_return co_yield compl concept const const_cast consteval

@@ -99,9 +99,9 @@ proc qx::catalogue::tables {} {
     return [dict keys $table_data]
 }
 
-# A table: area; text; parts, each a dict: call, part (its name where there are several), walk (next,
-# getnext or empty), indexes (argument -> {range LEAST GREATEST}, {ids KIND}, {capacity NAME} or
-# codes), and the statuses that mean an empty place (empty), the end (ends) and a row without values
+# A table: area; text; parts, each a dict: call, part (its name where there are several), walk
+# (next, getnext or empty), indexes (argument -> {range LEAST GREATEST}, {ids KIND}, {capacity NAME}
+# or codes), and the statuses that mean an empty place (empty), the end (ends) and a row without values
 # (bare), absent (the flag that is 0 for an empty place); keys (arguments that have to be given);
 # giver (the table whose rows have them, and a condition); instead (what can be asked if there is no
 # call); for the graph node (noun, paths) and holds. catalogue/README.md describes the lines.

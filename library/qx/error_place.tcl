@@ -89,12 +89,36 @@ proc qx::place::in_body {at number command {reach 1000}} {
     for {set start $first} {$start <= $end} {incr start} {
         set opening [lindex $lines [expr {$start - 1}]]
         if {$start > $first && ![regexp {\x7b|"} $opening]} continue
-        set line [expr {$start + $number - 1}]
-        if {[string first $command [lindex $lines [expr {$line - 1}]]] >= 0} {
+        set line [line_in $lines $start $number]
+        if {[string first $command [whole_line $lines $line]] >= 0} {
             return [list $file $line]
         }
     }
     return
+}
+
+# Whether a line goes on in the next one. Tcl joins them when it takes the body out of its braces,
+# so that they are one line of it.
+proc qx::place::goes_on {text} { regexp {(?:^|[^\\])(?:\\\\)*\\$} $text }
+
+# The file's line of the nth line of a body that begins on a line.
+proc qx::place::line_in {lines start number} {
+    set line $start
+    while {[incr number -1] > 0} {
+        while {[goes_on [lindex $lines [expr {$line - 1}]]]} { incr line }
+        incr line
+    }
+    return $line
+}
+
+# A line with those it goes on in, as Tcl joins them.
+proc qx::place::whole_line {lines number} {
+    set text [lindex $lines [expr {$number - 1}]]
+    while {[goes_on $text]} {
+        set text "[string range $text 0 end-1] [string trimleft [lindex $lines $number]]"
+        incr number
+    }
+    return $text
 }
 
 proc qx::place::lines_of {file} {

@@ -302,8 +302,10 @@ proc qx::tables::follow {request part bound words rows_name} {
     set before {}
     ::qx::with place $record {
         lset words $at $place
-        for {set next [step $call start 0]} 1 {set next [step $call continue 1]} {
-            if {[dict get $part walk] eq "next"} { lset words [place_of $call next] $next }
+        for {set step {start 0}} 1 {set step {continue 1}} {
+            if {[dict get $part walk] eq "next"} {
+                lset words [place_of $call next] [number_of_step $call {*}$step]
+            }
             set values [::qx::call -dict -status status $call {*}$words]
             if {$status in [dict get $part ends]} break
             if {$status} { fail $call $words $status }
@@ -319,7 +321,7 @@ proc qx::tables::follow {request part bound words rows_name} {
 }
 
 # The number of a step of a walk; `usual` if the profile has no word for it.
-proc qx::tables::step {call word usual} {
+proc qx::tables::number_of_step {call word usual} {
     set number [qx::catalogue::code_number $call next $word]
     return [expr {$number eq {} ? $usual : $number}]
 }

@@ -113,7 +113,9 @@ proc catalogue::check_views {record field} {
     }
     set most [expr {(1 << (8 * [type_size [dict get $number type]])) - 1}]
     foreach {value view} $pairs {
-        if {[string is digit $value] && $value > $most} { fail $place "-view-by $value exceeds $path, 0..$most" }
+        if {[string is digit $value] && $value > $most} {
+            fail $place "-view-by $value exceeds $path, 0..$most"
+        }
         if {[chooser $type $view] eq {} || [string match *.* $view]} {
             fail $place "-view-by \"$view\" is not a view of $type"
         }

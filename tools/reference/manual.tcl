@@ -1,6 +1,6 @@
 # The manual pages: one of section n for each area and for the package, and qxsh.1 from its
-# hand-written template. They use only the macros of man(7). Relies on the wording of the package qx,
-# and on the switches and statuses.
+# hand-written template. They use only the macros of man(7). Relies on the wording of the package
+# qx, and on the switches and statuses.
 
 namespace eval manual {
     variable switches {} ;# name and meaning, alternating

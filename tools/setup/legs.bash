@@ -173,7 +173,8 @@ run_tests() {
     new_log "$results"
     # One more than there are processors: tests at a terminal mostly wait.
     (cd "$project" && with_progress "testing preset '$preset'" "$results" \
-        ctest --preset "$preset" -j "$((jobs + 1))" --output-junit "$folder/results.xml" "$@") || status=1
+        ctest --preset "$preset" -j "$((jobs + 1))" \
+        --output-junit "$folder/results.xml" "$@") || status=1
     cat "$results" >>"$log"
     [[ ! -f $test_log ]] || cat "$test_log" >>"$log"
     counts=$(tclsh8.6 "$project/tools/setup/count_tests.tcl" "$folder/results.xml" \
