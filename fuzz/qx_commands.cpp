@@ -42,8 +42,8 @@ tally checked{"checked calls"};
 std::string folder;
 Tcl_Interp *interp;
 
-std::string printed;                  ///< by the dump that runs
-const std::string *interrupting_dump; ///< its handle; null: none, or it has begun
+std::string printed;           ///< by the dump that runs
+std::string interrupting_dump; ///< its handle; empty: none, or it has begun
 std::string printed_by_interrupting;
 
 std::string stem_of(const std::string &pointee)
@@ -88,8 +88,8 @@ std::string list_of(const std::vector<std::string> &words)
 // Receives what commands print.
 void receive(const char *bytes, std::size_t size)
 {
-    if (interrupting_dump != nullptr) {
-        const std::string handle = *std::exchange(interrupting_dump, nullptr);
+    if (!interrupting_dump.empty()) {
+        const std::string handle = std::exchange(interrupting_dump, {});
         std::string outer;
         outer.swap(printed);
         result_of({stem_of(type_in(handle)) + "_dump", handle});
@@ -336,10 +336,10 @@ void scene::interrupt_dump()
         return;
     const std::string alone = dump_of(outer);
     const std::string inner_alone = dump_of(inner);
-    interrupting_dump = &inner;
+    interrupting_dump = inner;
     printed_by_interrupting.clear();
     const std::string together = dump_of(outer);
-    expect(interrupting_dump == nullptr, "a dump prints");
+    expect(interrupting_dump.empty(), "a dump prints");
     expect_equal(together, alone, "an interrupted dump");
     expect_equal(printed_by_interrupting, inner_alone, "the dump that interrupts it");
     ++interrupted;

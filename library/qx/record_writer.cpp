@@ -144,10 +144,8 @@ bool record_writer::write(const record_row &row, Tcl_Obj *values, const char *ar
 bool record_writer::write(const path_target &target, Tcl_Obj *value, const char *path)
 {
     const place here = {nullptr, path, 0};
-    if (written_ == nullptr) {
-        std::memset(by_path_, 0, sizeof by_path_);
-        written_ = by_path_;
-    }
+    if (written_ == nullptr)
+        written_ = by_path_.emplace().data();
     if (!value_at(target, value, here))
         return false;
     if (contradiction_ && unions_ == nullptr)

@@ -6,6 +6,9 @@
 #include "records/address_text.h"
 #include "records/values.h"
 
+#include <array>
+#include <optional>
+
 namespace qxsh {
 
 class record_writer
@@ -103,7 +106,7 @@ private:
 
     // Views of one union that are written together must agree, and so must paths.
     unsigned char *written_ = nullptr; // inside such a union, and with paths: the bits written
-    unsigned char by_path_[most_record_bytes]; // these, with paths
+    std::optional<std::array<unsigned char, most_record_bytes>> by_path_; // these, with paths
     bool contradiction_ = false;
     Tcl_Obj *unions_ = nullptr; // text: the places of those unions
 };
