@@ -331,7 +331,9 @@ bool call_list::perform()
         show_progress({"::qx::progress::end"});
     if (!good)
         return false;
-    Tcl_SetObjResult(interp(), has_saved ? saved_ : Tcl_NewWideIntObj(entries_.size()));
+    Tcl_SetObjResult(interp(), has_saved
+                                   ? saved_
+                                   : Tcl_NewWideIntObj(static_cast<Tcl_WideInt>(entries_.size())));
     return true;
 }
 

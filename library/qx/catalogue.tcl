@@ -101,10 +101,11 @@ proc qx::catalogue::tables {} {
 
 # A table: area; text; parts, each a dict: call, part (its name where there are several), walk
 # (next, getnext or empty), indexes (argument -> {range LEAST GREATEST}, {ids KIND}, {capacity NAME}
-# or codes), and the statuses that mean an empty place (empty), the end (ends) and a row without values
-# (bare), absent (the flag that is 0 for an empty place); keys (arguments that have to be given);
-# giver (the table whose rows have them, and a condition); instead (what can be asked if there is no
-# call); for the graph node (noun, paths) and holds. catalogue/README.md describes the lines.
+# or codes), and the statuses that mean an empty place (empty), the end (ends) and a row without
+# values (bare), absent (the flag that is 0 for an empty place); keys (arguments that have to be
+# given); giver (the table whose rows have them, and a condition); instead (what can be asked if
+# there is no call); for the graph node (noun, paths) and holds. catalogue/README.md describes the
+# lines.
 proc qx::catalogue::table {name} {
     variable table_data
     return [entry table $table_data $name]
