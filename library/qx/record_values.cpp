@@ -60,8 +60,8 @@ bool record_writer::nested(const record_row &row, unsigned at, Tcl_Obj *value, c
 
 bool record_writer::records(const field_row &field, unsigned at, Tcl_Obj *value, const place &here)
 {
-    int count;
-    Tcl_Obj **each;
+    int count = 0;
+    Tcl_Obj **each = nullptr;
     if (!elements(value, field.count, each, count, here))
         return false;
     for (int i = 0; i < count; ++i) {
@@ -85,8 +85,8 @@ bool record_writer::array(const field_row &field, unsigned at, Tcl_Obj *value, c
 bool record_writer::mac(const field_row &field, unsigned at, Tcl_Obj *value, const place &here)
 {
     unsigned char bytes[6];
-    int count;
-    Tcl_Obj **each;
+    int count = 0;
+    Tcl_Obj **each = nullptr;
     if (parse_mac(Tcl_GetString(value), bytes)) {
         for (unsigned i = 0; i < sizeof bytes; ++i)
             store(at + i, 1, bytes[i]);
@@ -104,8 +104,8 @@ bool record_writer::mac(const field_row &field, unsigned at, Tcl_Obj *value, con
 bool record_writer::numbers_or_bytes(const field_row &field, unsigned at, Tcl_Obj *value,
                                      const place &here)
 {
-    int count;
-    Tcl_Obj **each;
+    int count = 0;
+    Tcl_Obj **each = nullptr;
     if (!elements(value, field.count, each, count, here))
         return false;
     if (field.size != 1 || count != 1)
@@ -114,7 +114,7 @@ bool record_writer::numbers_or_bytes(const field_row &field, unsigned at, Tcl_Ob
     if (!text.starts_with("0x") || text.size() == 2)
         return numbers(field, at, count, each, &here);
     unsigned char bytes[most_elements];
-    unsigned length;
+    unsigned length = 0;
     if (!hexadecimal(each[0], field.count, bytes, length, here))
         return false;
     for (unsigned i = 0; i < length; ++i)
@@ -148,7 +148,7 @@ bool record_writer::hexadecimal(Tcl_Obj *value, unsigned most, unsigned char *by
 
 bool record_writer::number(const field_row &field, unsigned at, Tcl_Obj *value, const place &here)
 {
-    std::uint32_t word;
+    std::uint32_t word = 0;
     if (field.holds == holding::ipv4 && parse_ipv4(Tcl_GetString(value), word)) {
         store(at, 4, word);
         return true;
@@ -169,7 +169,7 @@ bool record_writer::numbers(const field_row &field, unsigned at, int count,
 {
     const unsigned size = field.size;
     for (int i = 0; i < count; ++i) {
-        std::uint32_t word;
+        std::uint32_t word = 0;
         if (!take(&field, elements[i], bit_mask(0, 8 * size), word, here, i))
             return false;
         store(at + static_cast<unsigned>(i) * size, size, word);
@@ -180,7 +180,7 @@ bool record_writer::numbers(const field_row &field, unsigned at, int count,
 bool record_writer::address_numbers(unsigned at, Tcl_Obj *const elements[], const place *here)
 {
     for (int i = 0; i < 4; ++i) {
-        std::uint32_t word;
+        std::uint32_t word = 0;
         if (!take(nullptr, elements[i], UINT32_MAX, word, here, i))
             return false;
         store(at + 4 * static_cast<unsigned>(i), 4, word);
@@ -191,8 +191,8 @@ bool record_writer::address_numbers(unsigned at, Tcl_Obj *const elements[], cons
 // An address as four words or as text.
 bool record_writer::address(unsigned at, Tcl_Obj *value, holding holds, const place *here)
 {
-    int count;
-    Tcl_Obj **each;
+    int count = 0;
+    Tcl_Obj **each = nullptr;
     if (Tcl_ListObjGetElements(nullptr, value, &count, &each) == TCL_OK && count == 4)
         return address_numbers(at, each, here);
     address_words words;
