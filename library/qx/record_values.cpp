@@ -113,7 +113,7 @@ bool record_writer::numbers_or_bytes(const field_row &field, unsigned at, Tcl_Ob
     const std::string_view text = Tcl_GetString(each[0]);
     if (!text.starts_with("0x") || text.size() == 2)
         return numbers(field, at, count, each, &here);
-    unsigned char bytes[most_elements];
+    unsigned char bytes[most_elements] = {};
     unsigned length = 0;
     if (!hexadecimal(each[0], field.count, bytes, length, here))
         return false;
