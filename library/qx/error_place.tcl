@@ -125,7 +125,7 @@ proc qx::place::lines_of {file} {
     variable texts
     if {![dict exists $texts $file]} {
         set lines {}
-        if {![catch { open $file } channel]} {
+        if {![catch { open [file join [pwd] $file] } channel]} {
             set lines [split [read $channel] \n]
             close $channel
         }

@@ -1,5 +1,5 @@
 # Package qx, an example for every command: a few lines that run as they are on a fresh simulator.
-# Relies on catalogue.tcl and layout.tcl.
+# Relies on catalogue.tcl.
 
 namespace eval qx::example {}
 
@@ -52,12 +52,47 @@ proc qx::example::creation {type} {
 
 proc qx::example::number {argument} { expr {$argument in {idx index data} ? 0 : 1} }
 
-# The commands as they are shown: long ones on several lines, indented, within `room` columns.
+# The commands as they are shown, each within `room` columns.
 proc qx::example::shown {command room} {
     set text {}
-    foreach line [lines $command] {
-        set parts [qx::layout::wrapped $line {} 4 [expr {$room - 2}]]
-        append text [string map [list \n " \\\n"] [string trimright $parts \n]]\n
-    }
+    foreach line [lines $command] { append text [folded $line $room]\n }
     return $text
+}
+
+# A long command on several lines, indented. They end between its words, with a backslash; inside a
+# word only if it is too long for a line.
+proc qx::example::folded {command room} {
+    set room [expr {$room - [string length { \\}]}]
+    set margin [string repeat { } 4]
+    set text {}
+    set line {}
+    foreach word [words $command] {
+        set parts [list $word]
+        if {[string length $margin$word] > $room} { set parts [split $word { }] }
+        set end " \\\n"
+        foreach part $parts {
+            if {$line ne {} && [string length "$line $part"] > $room} {
+                append text $line $end
+                set line $margin$part
+            } else {
+                append line [expr {$line eq {} ? {} : { }}] $part
+            }
+            set end \n
+        }
+    }
+    return $text$line
+}
+
+# The words of a command as they are typed; a command in brackets is several words.
+proc qx::example::words {command} {
+    set words {}
+    set word {}
+    foreach part [split $command { }] {
+        append word [expr {$word eq {} ? {} : { }}] $part
+        if {[regexp -all {\{} $word] != [regexp -all {\}} $word]} continue
+        if {[regexp -all {"} $word] % 2} continue
+        lappend words $word
+        set word {}
+    }
+    return $words
 }

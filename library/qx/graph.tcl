@@ -27,7 +27,8 @@ proc qx::graph::draw {file args} {
         exec {*}[auto_execok dot] -Tsvg -o [file normalize $file] << $text
         return
     }
-    set channel [open $file w]
+    # As an absolute name, lest it be a command for a pipe.
+    set channel [open [file join [pwd] $file] w]
     puts -nonewline $channel $text
     close $channel
 }

@@ -25,7 +25,8 @@ namespace eval qx::lint {
 # The mistakes in a script file: a list of lines "<file>:<line>: <message>", empty if there are
 # none.
 proc qx::lint::file {name} {
-    set channel [open $name]
+    # As an absolute name, lest it be a command for a pipe.
+    set channel [open [::file join [pwd] $name]]
     fconfigure $channel -encoding utf-8
     set text [read $channel]
     close $channel

@@ -50,7 +50,8 @@ proc qx::run::jobs {words} {
 # Before anything runs, so that a wrong name does not end a task half-way.
 proc qx::run::need_readable {file} {
     if {[file isdirectory $file]} { refuse "cannot read $file: it is a folder" }
-    if {[catch { close [open $file] } message options]} {
+    # As an absolute name, lest it be a command for a pipe.
+    if {[catch { close [open [file join [pwd] $file]] } message options]} {
         refuse "cannot read $file: [lindex [dict get $options -errorcode] end]"
     }
 }
@@ -73,7 +74,7 @@ proc qx::run::job {kind what} {
             set source $what
             set ::argv0 $what
             if {$echo} {
-                set channel [open $what]
+                set channel [open [file join [pwd] $what]]
                 set script [read $channel]
                 close $channel
                 info script $what

@@ -127,15 +127,16 @@ proc qx::shown::is_zero {value} { regexp {^[0 .:]*$|^0x0*$} $value }
 proc qx::shown::record {handle args} {
     set options {all 0 json 0}
     set view {}
-    for {set i 0} {$i < [llength $args]} {incr i} {
-        switch -- [lindex $args $i] {
-            -all  { dict set options all 1 }
-            -json { dict set options json 1 }
-            -view { lappend view -view [lindex $args [incr i]] }
-            default {
-                return -code error -errorcode {QX USAGE} \
-                    "usage: qx::show handle ?-view views? ?-all? ?-json?"
-            }
+    while {$args ne {}} {
+        set args [lassign $args option]
+        if {$option in {-all -json}} {
+            dict set options [string range $option 1 end] 1
+        } elseif {$option eq "-view" && $args ne {}} {
+            set args [lassign $args views]
+            lappend view -view $views
+        } else {
+            return -code error -errorcode {QX USAGE} \
+                "usage: qx::show handle ?-view views? ?-all? ?-json?"
         }
     }
     if {[dict get $options json]} { return [::qx::json $handle {*}$view] }

@@ -8,7 +8,7 @@ namespace eval qx::tables {}
 
 # qx::list TABLE ?-device n? ?-key value ...? ?-words? ?-raw? : the rows of a table, each a dict:
 # the arguments that lead to it, then what the call puts out. Without arguments: the tables and
-# texts.
+# their texts.
 proc qx::tables::list_rows {args} {
     if {$args eq {}} { return [texts] }
     return [rows [request qx::list $args {-words -raw}]]
@@ -91,12 +91,14 @@ proc qx::tables::check_option {request option flags rest} {
 
 # The number that an option gives; `known` are the words that it may be, too.
 proc qx::tables::number {option word {known {}}} {
-    if {[string is wideinteger -strict $word] && $word >= 0 && $word <= 0xffffffff} {
-        return [expr {$word + 0}]
-    }
-    set text "$option: \"$word\" is not a number"
-    if {$known ne {}} {
+    if {[string is wideinteger -strict $word]} {
+        set range [qx::catalogue::range u32]
+        if {$word >= [lindex $range 0] && $word <= [lindex $range 1]} { return [expr {$word + 0}] }
+        set text "$option: $word is outside [qx::wording::between $range]"
+    } elseif {$known ne {}} {
         set text "$option: \"$word\" is neither a number nor one of [join $known {, }]"
+    } else {
+        set text "$option: \"$word\" is not a number"
     }
     return -code error -errorcode {QX USAGE} $text
 }
@@ -104,7 +106,9 @@ proc qx::tables::number {option word {known {}}} {
 # What an option gives: N, A..B, or a code word; as least and greatest number.
 proc qx::tables::interval {request option word} {
     if {[regexp {^(\d+|0[xX][0-9a-fA-F]+)\.\.(\d+|0[xX][0-9a-fA-F]+)$} $word -> least greatest]} {
-        return [list [number $option $least] [number $option $greatest]]
+        set interval [list [number $option $least] [number $option $greatest]]
+        if {[lindex $interval 0] <= [lindex $interval 1]} { return $interval }
+        return -code error -errorcode {QX USAGE} "$option: $word ends before it begins"
     }
     set known {}
     foreach part [dict get $request table parts] {
@@ -166,24 +170,27 @@ proc qx::tables::walk {request part rows_name} {
         set device [expr {[dict get $argument name] in {device_id dev_id}}]
         lappend words [expr {$device ? [dict get $request device] : {}}]
     }
-    nested $request [with_numbers $request $part] $loops {} $words rows
+    nested $request [with_numbers $part] $loops {} $words rows
 }
 
 # A part with the numbers of its statuses.
-proc qx::tables::with_numbers {request part} {
+proc qx::tables::with_numbers {part} {
     foreach fact {empty ends bare} {
         set numbers {}
-        foreach name [dict get $part $fact] {
-            if {[catch { qx::catalogue::status_number $name } number options]} {
-                return -level 3 -code error -errorcode [dict get $options -errorcode] \
-                    "[dict get $request command] [dict get $request name]: the profile has no\
-                    status $name"
-            }
-            lappend numbers $number
-        }
+        foreach name [dict get $part $fact] { lappend numbers {*}[status_number $name] }
         dict set part $fact $numbers
     }
     return $part
+}
+
+# The number of a status, as in the simulator: one that the profile does not have keeps its default
+# number; none if that is another's.
+proc qx::tables::status_number {name} {
+    if {![catch { qx::catalogue::status_number $name } number]} { return $number }
+    dict for {number status} [dict get [qx::profile::default] statuses] {
+        if {[lindex $status 0] ne $name} continue
+        return [expr {[qx::catalogue::status_name $number] eq {} ? $number : {}}]
+    }
 }
 
 # The arguments that a call reads.

@@ -13,7 +13,8 @@ proc qx::test::report::use_tap {} { variable tap 1 }
 
 # Opened at once: a run that dies leaves an empty file and not one of an earlier run.
 proc qx::test::report::use_junit {file} {
-    variable junit [open $file w]
+    # As an absolute name, lest it be a command for a pipe.
+    variable junit [open [file join [pwd] $file] w]
     fconfigure $junit -encoding utf-8
 }
 
