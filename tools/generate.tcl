@@ -34,6 +34,7 @@ proc generate::main {catalogue_folder profile_file output_folder} {
     variable folder $output_folder
     catalogue::load $catalogue_folder
     set profile [profile::read $profile_file]
+    catalogue::check_view_words [dict get $profile codes]
     record_table
     public_header
     status_header [dict get $profile statuses]

@@ -72,9 +72,11 @@ int parse_profile_command(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *con
             {reinterpret_cast<const char *>(bytes), static_cast<unsigned>(length)}, read)) {
         const char *const name = Tcl_GetString(objv[1]);
         const std::string line = std::to_string(mistake->line);
-        Tcl_Obj *const text = Tcl_ObjPrintf("%s:%s: ", name, line.c_str());
-        Tcl_AppendObjToObj(text, new_text(mistake->text));
-        Tcl_SetObjResult(interp, text);
+        Tcl_Obj *const what = new_text(mistake->text);
+        Tcl_IncrRefCount(what);
+        Tcl_SetObjResult(interp,
+                         Tcl_ObjPrintf("%s:%s: %s", name, line.c_str(), Tcl_GetString(what)));
+        Tcl_DecrRefCount(what);
         Tcl_SetErrorCode(interp, "QX", "PROFILE", name, line.c_str(), nullptr);
         return TCL_ERROR;
     }

@@ -17,7 +17,7 @@ apply {{folder parts commands} {
     }
     foreach {name procedure} $commands { interp alias {} ::qx::$name {} ::qx::$procedure }
 }} [file dirname [info script]] {
-    catalogue_data catalogue profile answers
+    catalogue_data catalogue nearest profile answers
     commands wording layout example topic help apropos pager
     handles records status why tables columns shown graph
     script_parser progress lint lint_bodies lint_passing lint_calls lint_records lint_package

@@ -122,6 +122,25 @@ proc catalogue::check_views {record field} {
     }
 }
 
+# The words of each -view-by are code words of a profile: a dict, OWNER.NAME -> word and number.
+proc catalogue::check_view_words {codes} {
+    variable model
+    foreach record $model(records) {
+        foreach field [dict get $model(record,$record) fields] {
+            if {![dict exists $field view_by]} continue
+            set pairs [lassign [dict get $field view_by] path]
+            set number [chooser $record $path]
+            set place [dict get $number owner].[dict get $number name]
+            foreach {value view} $pairs {
+                if {![string is digit $value] && ![dict exists $codes $place $value]} {
+                    fail [dict get $field place] \
+                        "-view-by \"$value\" is not a code word of $place in the profile"
+                }
+            }
+        }
+    }
+}
+
 # Every type that a field or an argument names must exist, and records must not contain themselves.
 proc catalogue::check_types {} {
     variable model
