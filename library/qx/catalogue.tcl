@@ -20,7 +20,6 @@ namespace eval qx::catalogue {
     # and those of the default profile, for profile.tcl: status_data, code_data, capacity_data,
     # family_data.
 
-    namespace export *
     namespace ensemble create
 }
 

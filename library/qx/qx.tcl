@@ -16,6 +16,10 @@ apply {{folder parts commands} {
         qx::handle::load_at_first_call ::qx::$name
     }
     foreach {name procedure} $commands { interp alias {} ::qx::$name {} ::qx::$procedure }
+    # The subcommands of the ensemble are those that have help.
+    foreach name [dict get [qx::commands::group qx::catalogue] commands] {
+        namespace eval ::qx::catalogue [list namespace export [namespace tail $name]]
+    }
 }} [file dirname [info script]] {
     catalogue_data catalogue nearest profile answers
     commands wording layout example topic help apropos pager
