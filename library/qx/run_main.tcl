@@ -119,15 +119,22 @@ proc qx::run::text {script} {
 proc qx::run::judged {script line} {
     variable echo
     set code [catch { uplevel #0 [list ::qx::check $script] } result options]
+    set returned [expr {$code == 2}]
+    # As `source` does: `return -code error` is an error.
+    if {$returned} { set code [dict get $options -code] }
     switch -- $code {
-        0 { if {$echo && $result ne {}} { puts $result } }
-        1 { fail $result [dict get $options -errorinfo] $line }
+        0 { if {$echo && !$returned && $result ne {}} { puts $result } }
+        1 {
+            set trace {}
+            if {[dict exists $options -errorinfo]} { set trace [dict get $options -errorinfo] }
+            fail $result $trace $line
+        }
         2 { return 1 }
         3 { fail "invoked \"break\" outside of a loop" {} $line }
         4 { fail "invoked \"continue\" outside of a loop" {} $line }
         default { fail "command returned the bad code $code" {} $line }
     }
-    return 0
+    return $returned
 }
 
 # Says where and what, in the form of a compiler's message, and ends the process.
