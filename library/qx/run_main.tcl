@@ -12,6 +12,7 @@ apply {{dir} {
 namespace eval qx::run {
     variable echo 0      ;# -e
     variable source {}   ;# what is being run: a file's name, -c or -
+    variable paths {}    ;# file -> its absolute name, as it was at the start
 }
 
 proc qx::run::refuse {message} {
@@ -51,9 +52,18 @@ proc qx::run::jobs {words} {
 proc qx::run::need_readable {file} {
     if {[file isdirectory $file]} { refuse "cannot read $file: it is a folder" }
     # As an absolute name, lest it be a command for a pipe.
-    if {[catch { close [open [file join [pwd] $file]] } message options]} {
+    variable paths
+    dict set paths $file [file join [pwd] $file]
+    if {[catch { close [open [dict get $paths $file]] } message options]} {
         refuse "cannot read $file: [lindex [dict get $options -errorcode] end]"
     }
+}
+
+# The file's name as given, unless an earlier script has changed the folder.
+proc qx::run::name_here {file} {
+    variable paths
+    set path [dict get $paths $file]
+    return [expr {[file join [pwd] $file] eq $path ? $file : $path}]
 }
 
 # ------------------------------------------------------------------------------------ running
@@ -61,6 +71,7 @@ proc qx::run::need_readable {file} {
 proc qx::run::job {kind what} {
     variable echo
     variable source
+    if {$kind eq "file"} { set what [name_here $what] }
     switch -- $kind {
         commands {
             set source -c
