@@ -169,5 +169,8 @@ foreach {qx::run::kind qx::run::what} [set qx::run::jobs [qx::run::jobs $argv]] 
 }
 set argv {}
 set argc 0
-foreach {qx::run::kind qx::run::what} $qx::run::jobs { qx::run::job $qx::run::kind $qx::run::what }
+foreach {qx::run::kind qx::run::what} $qx::run::jobs {
+    qx::run::job $qx::run::kind $qx::run::what
+    qx::status::report_events
+}
 exit 0

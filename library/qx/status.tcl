@@ -178,6 +178,22 @@ proc qx::status::left {words code result} {
     judge $words $result [lindex $blocks end 1]
 }
 
+# ------------------------------------------------------------------------------------- events
+
+# Reports errors of events that Tcl still holds back: one that has woken up its vwait is reported by
+# the next event loop only. What scripts wait to do themselves, they go on waiting for.
+proc qx::status::report_events {} {
+    set waiting {}
+    foreach id [after info] {
+        lassign [after info $id] script kind
+        if {$kind ne "idle"} continue
+        after cancel $id
+        lappend waiting $script
+    }
+    update idletasks
+    foreach script [lreverse $waiting] { after idle $script }
+}
+
 # ----------------------------------------------------------------------------------- watching
 
 # Switches recording the words of every failing command on or off; without an argument returns the
