@@ -65,10 +65,11 @@ private:
                 address = end;
                 continue;
             }
-            if (map_at(address, size)) {
-                ranges_.emplace(address, address + size);
+            // Noted first: without memory for the note there must be no mapping.
+            const auto range = ranges_.emplace(address, address + size).first;
+            if (map_at(address, size))
                 return reinterpret_cast<void *>(address);
-            }
+            ranges_.erase(range);
             address = round_up(address + 1, step);
         }
         throw std::bad_alloc{};

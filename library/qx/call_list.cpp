@@ -3,6 +3,7 @@
 // name for the result, which later entries write "$name" or "$name.path".
 #include "library/qx/call_list.h"
 
+#include "library/qx/held_object.h"
 #include "library/qx/json_reader.h"
 
 #include <charconv>
@@ -38,6 +39,8 @@ public:
     }
     ~call_list()
     {
+        if (shows_progress_)
+            show_progress({"::qx::progress::end"});
         Tcl_DecrRefCount(saved_);
         if (calls_ != nullptr)
             Tcl_DecrRefCount(calls_);
@@ -57,15 +60,16 @@ private:
     };
 
     bool read();
-    bool read_bytes(std::string &bytes);
+    bool read_bytes(Tcl_Obj *bytes);
     bool check();
     bool take(Tcl_Obj *object, entry &taken);
     bool perform();
     bool perform(const entry &call);
-    void show_progress(std::initializer_list<std::string> words);
+    void show_progress(std::initializer_list<const char *> words);
     Tcl_Obj *filled(Tcl_Obj *value);
-    Tcl_Obj *saved(std::string_view text);
-    bool refuse(const std::string &what);
+    Tcl_Obj *saved(const char *text);
+    bool refuse(Tcl_Obj *what);
+    bool refuse(const char *what) { return refuse(Tcl_NewStringObj(what, -1)); }
     bool refuse_call();
 
     Tcl_Interp *interp() const { return session_.interp(); }
@@ -75,6 +79,7 @@ private:
     Tcl_Obj *const file_;
     Tcl_Obj *const saved_; // a dict: name -> result
     Tcl_Obj *calls_ = nullptr;
+    bool shows_progress_ = false;
     std::vector<entry> entries_;
     std::size_t number_ = 0; // of the call, from 1; 0: the whole file
 };
@@ -88,18 +93,19 @@ bool call_list::refuse_call()
     return false;
 }
 
-bool call_list::refuse(const std::string &what)
+bool call_list::refuse(Tcl_Obj *what)
 {
-    Tcl_SetObjResult(interp(), Tcl_NewStringObj(what.data(), static_cast<int>(what.size())));
+    Tcl_SetObjResult(interp(), what);
     Tcl_SetErrorCode(interp(), "QX", "APPLY", Tcl_GetString(file_), std::to_string(number_).c_str(),
                      nullptr);
     if (number_ != 0)
         return refuse_call();
-    Tcl_SetObjResult(interp(), Tcl_ObjPrintf("%s: %s", Tcl_GetString(file_), what.c_str()));
+    Tcl_SetObjResult(interp(), Tcl_ObjPrintf("%s: %s", Tcl_GetString(file_), Tcl_GetString(what)));
     return false;
 }
 
-bool call_list::read_bytes(std::string &bytes)
+// Appends the file's bytes, as they are, to an empty text.
+bool call_list::read_bytes(Tcl_Obj *bytes)
 {
     Tcl_Channel const channel = Tcl_FSOpenFileChannel(interp(), file_, "r", 0);
     if (channel == nullptr)
@@ -108,19 +114,22 @@ bool call_list::read_bytes(std::string &bytes)
     char block[4096];
     int count;
     while ((count = Tcl_Read(channel, block, sizeof block)) > 0)
-        bytes.append(block, static_cast<std::size_t>(count));
+        Tcl_AppendToObj(bytes, block, count);
     const int error = Tcl_GetErrno();
     Tcl_Close(nullptr, channel);
     Tcl_SetErrno(error);
-    return count == 0 || refuse(std::string{"cannot be read: "} + Tcl_PosixError(interp()));
+    return count == 0 || refuse(Tcl_ObjPrintf("cannot be read: %s", Tcl_PosixError(interp())));
 }
 
 bool call_list::read()
 {
-    std::string bytes;
-    if (!read_bytes(bytes))
+    const held_object bytes{Tcl_NewObj()};
+    if (!read_bytes(bytes.get()))
         return false;
-    calls_ = read_json_text(interp(), Tcl_GetString(file_) + std::string{":"}, bytes);
+    int length;
+    const char *const text = Tcl_GetStringFromObj(bytes.get(), &length);
+    calls_ = read_json_text(interp(), Tcl_GetString(file_) + std::string{":"},
+                            {text, static_cast<unsigned>(length)});
     return calls_ != nullptr;
 }
 
@@ -130,7 +139,7 @@ bool call_list::take(Tcl_Obj *object, entry &taken)
     Tcl_Obj *key;
     Tcl_Obj *value;
     int done;
-    std::string unknown;
+    const char *unknown = nullptr;
     if (!session_.is_dict(object))
         return refuse("is not an object with a \"call\" and its \"args\"");
     Tcl_DictObjFirst(nullptr, object, &search, &key, &value, &done);
@@ -145,18 +154,18 @@ bool call_list::take(Tcl_Obj *object, entry &taken)
         else if (name == "save")
             taken.save = value;
         else
-            unknown = name;
+            unknown = Tcl_GetString(key);
     }
     Tcl_DictObjDone(&search);
-    if (!unknown.empty())
-        return refuse("\"" + unknown + "\" is none of call, args, allow and save");
+    if (unknown != nullptr)
+        return refuse(Tcl_ObjPrintf("\"%s\" is none of call, args, allow and save", unknown));
     if (taken.call == nullptr || session_.is_container(taken.call))
         return refuse("\"call\" has to name an SDK function");
     if (!caller_.knows(taken.call))
         return refuse_call();
     for (const auto &[list, name] : {std::pair{taken.args, "args"}, {taken.allow, "allow"}})
         if (list != nullptr && !session_.is_list(list))
-            return refuse(std::string{"\""} + name + "\" has to be a list");
+            return refuse(Tcl_ObjPrintf("\"%s\" has to be a list", name));
     if (taken.allow != nullptr && !session_.run_script("::qx::status::numbers", {taken.allow}))
         return refuse_call();
     if (taken.save != nullptr &&
@@ -180,32 +189,33 @@ bool call_list::check()
         for (const entry &earlier : entries_)
             if (taken.save != nullptr && earlier.save != nullptr &&
                 std::strcmp(Tcl_GetString(taken.save), Tcl_GetString(earlier.save)) == 0)
-                return refuse(std::string{"\""} + Tcl_GetString(taken.save) + "\" is saved twice");
+                return refuse(Tcl_ObjPrintf("\"%s\" is saved twice", Tcl_GetString(taken.save)));
         entries_.push_back(taken);
     }
     return true;
 }
 
 // The part of a saved result that "$name.path" stands for; null, with an error, if there is none.
-Tcl_Obj *call_list::saved(std::string_view text)
+Tcl_Obj *call_list::saved(const char *text)
 {
-    const auto refuse_part = [&](const std::string &what) -> Tcl_Obj * {
-        refuse(std::string{text} + ": " + what);
+    const auto refuse_part = [&](const char *what, const char *name) -> Tcl_Obj * {
+        Tcl_Obj *const refusal = Tcl_ObjPrintf("%s: ", text);
+        Tcl_AppendPrintfToObj(refusal, what, name);
+        refuse(refusal);
         return nullptr;
     };
-    std::string_view rest = text.substr(1);
+    std::string_view rest = text + 1;
     Tcl_Obj *value = saved_;
     for (bool is_first = true;; is_first = false) {
         const auto length = rest.find_first_of(".(");
-        const std::string name{rest.substr(0, length)};
-        Tcl_Obj *const key = Tcl_NewStringObj(name.data(), static_cast<int>(name.size()));
+        const std::string_view name = rest.substr(0, length);
+        const held_object key{Tcl_NewStringObj(name.data(), static_cast<int>(name.size()))};
         Tcl_Obj *found = nullptr;
-        Tcl_IncrRefCount(key);
-        Tcl_DictObjGet(nullptr, value, key, &found);
-        Tcl_DecrRefCount(key);
+        Tcl_DictObjGet(nullptr, value, key.get(), &found);
         if (found == nullptr)
-            return refuse_part(is_first ? "no call before has saved \"" + name + "\""
-                                        : "the result has no \"" + name + "\"");
+            return refuse_part(is_first ? "no call before has saved \"%s\""
+                                        : "the result has no \"%s\"",
+                               Tcl_GetString(key.get()));
         value = found;
         rest.remove_prefix(std::min(length, rest.size()));
         if (rest.starts_with('(')) {
@@ -216,14 +226,14 @@ Tcl_Obj *call_list::saved(std::string_view text)
             if (error == std::errc{} && end != rest.data() + rest.size() && *end == ')')
                 Tcl_ListObjIndex(nullptr, value, static_cast<int>(index), &element);
             if (element == nullptr)
-                return refuse_part("there is no such element");
+                return refuse_part("there is no such element", "");
             value = element;
             rest.remove_prefix(static_cast<std::size_t>(end + 1 - rest.data()));
         }
         if (rest.empty())
             return value;
         if (!rest.starts_with('.'))
-            return refuse_part("there is no such element");
+            return refuse_part("there is no such element", "");
         rest.remove_prefix(1);
     }
 }
@@ -296,14 +306,13 @@ bool call_list::perform(const entry &call)
 }
 
 // Runs a command of qx::progress, and keeps the result or error that is there.
-void call_list::show_progress(std::initializer_list<std::string> words)
+void call_list::show_progress(std::initializer_list<const char *> words)
 {
     Tcl_InterpState const state = Tcl_SaveInterpState(interp(), TCL_OK);
     Tcl_Obj *const command = Tcl_NewListObj(0, nullptr);
     Tcl_IncrRefCount(command);
-    for (const std::string &word : words)
-        Tcl_ListObjAppendElement(nullptr, command,
-                                 Tcl_NewStringObj(word.data(), static_cast<int>(word.size())));
+    for (const char *const word : words)
+        Tcl_ListObjAppendElement(nullptr, command, Tcl_NewStringObj(word, -1));
     Tcl_EvalObjEx(interp(), command, TCL_EVAL_GLOBAL | TCL_EVAL_DIRECT);
     Tcl_DecrRefCount(command);
     Tcl_RestoreInterpState(interp(), state);
@@ -312,25 +321,21 @@ void call_list::show_progress(std::initializer_list<std::string> words)
 bool call_list::perform()
 {
     constexpr int calls_per_step = 256;
-    const bool is_long = entries_.size() > calls_per_step;
     bool has_saved = false;
-    bool good = true;
     number_ = 0;
-    if (is_long)
-        show_progress({"::qx::progress::begin", std::string{"applying "} + Tcl_GetString(file_),
-                       std::to_string(entries_.size()) + " calls"});
+    if (entries_.size() > calls_per_step) {
+        const std::string what = std::string{"applying "} + Tcl_GetString(file_);
+        const std::string size = std::to_string(entries_.size()) + " calls";
+        show_progress({"::qx::progress::begin", what.c_str(), size.c_str()});
+        shows_progress_ = true;
+    }
     for (const entry &call : entries_) {
         if (++number_ % calls_per_step == 0)
-            show_progress({"::qx::progress::at", std::to_string(number_)});
+            show_progress({"::qx::progress::at", std::to_string(number_).c_str()});
         has_saved = has_saved || call.save != nullptr;
-        good = perform(call);
-        if (!good)
-            break;
+        if (!perform(call))
+            return false;
     }
-    if (is_long)
-        show_progress({"::qx::progress::end"});
-    if (!good)
-        return false;
     Tcl_SetObjResult(interp(), has_saved
                                    ? saved_
                                    : Tcl_NewWideIntObj(static_cast<Tcl_WideInt>(entries_.size())));

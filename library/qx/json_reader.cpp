@@ -75,6 +75,9 @@ public:
     value_builder(std::string_view text, json_mistake &mistake) : text_(text), mistake_(mistake) {}
     ~value_builder()
     {
+        for (int i = 0; i < depth_; ++i)
+            if (levels_[i].key != nullptr)
+                Tcl_DecrRefCount(levels_[i].key);
         if (root_ != nullptr)
             Tcl_DecrRefCount(root_);
     }
@@ -239,9 +242,6 @@ Tcl_Obj *value_builder::build()
     read_ = begin;
     const bool good =
         json::sax_parse(cursor{begin, &read_}, cursor{begin + text_.size(), &read_}, this);
-    for (int i = 0; i < depth_; ++i)
-        if (levels_[i].is_object && levels_[i].key != nullptr)
-            Tcl_DecrRefCount(levels_[i].key);
     Tcl_Obj *const value = root_;
     if (!good || value == nullptr)
         return nullptr;

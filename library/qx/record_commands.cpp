@@ -10,6 +10,8 @@
 //
 // Relies on the package's scripts for words that only look like handles, and for nearest names.
 #include "library/qx/call_list.h"
+#include "library/qx/checked_command.h"
+#include "library/qx/held_object.h"
 #include "library/qx/judged_calls.h"
 #include "library/qx/profile_file.h"
 #include "library/qx/record_difference.h"
@@ -162,7 +164,9 @@ int diff_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const
     const record_plan *const plan = data.plans.plan(*first.row, options);
     if (plan == nullptr)
         return TCL_ERROR;
-    Tcl_SetObjResult(interp, differences(*plan, first.memory, second.memory));
+    const held_object result{Tcl_NewListObj(0, nullptr)};
+    differences(*plan, first.memory, second.memory, result.get());
+    Tcl_SetObjResult(interp, result.get());
     return TCL_OK;
 }
 
@@ -356,6 +360,12 @@ int profile_changed_command(ClientData client, Tcl_Interp *, int, Tcl_Obj *const
     return TCL_OK;
 }
 
+template <Tcl_ObjCmdProc *command>
+void create(Tcl_Interp *interp, const char *name, package_data *data)
+{
+    Tcl_CreateObjCommand(interp, name, checked_command<command>, data, nullptr);
+}
+
 void release(ClientData client, Tcl_Interp *)
 {
     data_of(client).~package_data();
@@ -373,18 +383,18 @@ extern "C" __attribute__((visibility("default"))) int Qxmemory_Init(Tcl_Interp *
         return TCL_ERROR;
     auto *const data = new (Tcl_Alloc(sizeof(package_data))) package_data{interp};
     Tcl_CallWhenDeleted(interp, release, data);
-    Tcl_CreateObjCommand(interp, "::qx::get", get_command, data, nullptr);
-    Tcl_CreateObjCommand(interp, "::qx::set", set_command, data, nullptr);
-    Tcl_CreateObjCommand(interp, "::qx::call", call_command, data, nullptr);
-    Tcl_CreateObjCommand(interp, "::qx::apply", apply_command, data, nullptr);
-    Tcl_CreateObjCommand(interp, "::qx::template", template_command, data, nullptr);
-    Tcl_CreateObjCommand(interp, "::qx::json", json_command, data, nullptr);
-    Tcl_CreateObjCommand(interp, "::qx::diff", diff_command, data, nullptr);
+    create<get_command>(interp, "::qx::get", data);
+    create<set_command>(interp, "::qx::set", data);
+    create<call_command>(interp, "::qx::call", data);
+    create<apply_command>(interp, "::qx::apply", data);
+    create<template_command>(interp, "::qx::template", data);
+    create<json_command>(interp, "::qx::json", data);
+    create<diff_command>(interp, "::qx::diff", data);
     create_judging_commands(interp);
-    Tcl_CreateObjCommand(interp, "::qx::profile::parse", parse_profile_command, nullptr, nullptr);
-    Tcl_CreateObjCommand(interp, "::qx::profile::changed", profile_changed_command, data, nullptr);
-    Tcl_CreateObjCommand(interp, "::qx::sim::flow_key", flow_key_command, data, nullptr);
-    Tcl_CreateObjCommand(interp, "::qx::sim::flow_slots", flow_slots_command, data, nullptr);
-    Tcl_CreateObjCommand(interp, "::qx::sim::make_folder", make_folder_command, nullptr, nullptr);
+    create<parse_profile_command>(interp, "::qx::profile::parse", data);
+    create<profile_changed_command>(interp, "::qx::profile::changed", data);
+    create<flow_key_command>(interp, "::qx::sim::flow_key", data);
+    create<flow_slots_command>(interp, "::qx::sim::flow_slots", data);
+    create<make_folder_command>(interp, "::qx::sim::make_folder", data);
     return TCL_OK;
 }

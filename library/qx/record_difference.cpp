@@ -14,11 +14,11 @@ namespace {
 class comparison
 {
 public:
-    comparison(const unsigned char *first, const unsigned char *second)
-        : first_(first), second_(second)
+    comparison(const unsigned char *first, const unsigned char *second, Tcl_Obj *result)
+        : first_(first), second_(second), result_(result)
     {}
 
-    Tcl_Obj *run(const record_plan &plan);
+    void run(const record_plan &plan);
 
 private:
     void record(const record_plan &plan, unsigned at, const plan_step *chosen);
@@ -32,7 +32,7 @@ private:
     const unsigned char *const second_;
     unsigned char seen_[most_record_bytes] = {}; // the bits of the fields so far
     std::string path_;
-    Tcl_Obj *const result_ = Tcl_NewListObj(0, nullptr);
+    Tcl_Obj *const result_;
 };
 
 void comparison::append(const std::string &place, Tcl_Obj *before, Tcl_Obj *after)
@@ -116,6 +116,7 @@ void comparison::padding(unsigned size)
     for (unsigned i = 0; i < size; ++i)
         differs[i] = (first_[i] ^ second_[i]) & ~seen_[i];
     for_each_run(differs, size, [&](unsigned at, const unsigned char *, unsigned count) {
+        const std::string place = padding_name + ("(" + std::to_string(at) + ")");
         Tcl_Obj *values[2];
         for (unsigned i = 0; i < 2; ++i) {
             const unsigned char *const memory = i == 0 ? first_ : second_;
@@ -126,25 +127,24 @@ void comparison::padding(unsigned size)
             values[i] =
                 Tcl_NewStringObj(text, static_cast<int>(put_bytes(text, bytes, count) - text));
         }
-        append(padding_name + ("(" + std::to_string(at) + ")"), values[0], values[1]);
+        append(place, values[0], values[1]);
     });
 }
 
-Tcl_Obj *comparison::run(const record_plan &plan)
+void comparison::run(const record_plan &plan)
 {
     if (std::memcmp(first_, second_, plan.row->size) != 0) {
         record(plan, 0, nullptr);
         padding(plan.row->size);
     }
-    return result_;
 }
 
 } // namespace
 
-Tcl_Obj *differences(const record_plan &plan, const unsigned char *first,
-                     const unsigned char *second)
+void differences(const record_plan &plan, const unsigned char *first, const unsigned char *second,
+                 Tcl_Obj *result)
 {
-    return comparison{first, second}.run(plan);
+    comparison{first, second, result}.run(plan);
 }
 
 } // namespace qxsh

@@ -5,10 +5,10 @@
 
 namespace qxsh {
 
-/// A new dict (reference count 0): place -> its value in the first and in the second record. A
+/// Fills an empty list, as a dict: place -> its value in the first and in the second record. A
 /// difference in a union is reported once, in the view that the plan shows if that has it, else in
 /// the first view that has it; bytes in no field are padding(OFFSET). Both must be readable.
-Tcl_Obj *differences(const record_plan &plan, const unsigned char *first,
-                     const unsigned char *second);
+void differences(const record_plan &plan, const unsigned char *first, const unsigned char *second,
+                 Tcl_Obj *result);
 
 } // namespace qxsh

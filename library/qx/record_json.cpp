@@ -1,6 +1,7 @@
 // Writing JSON; see record_json.h. Field names and addresses have no characters that JSON escapes.
 #include "library/qx/record_json.h"
 
+#include "library/qx/held_object.h"
 #include "records/address_text.h"
 #include "records/values.h"
 
@@ -78,12 +79,10 @@ void json_writer::numbers(const unsigned char *memory, unsigned size, unsigned c
 // A code by its word, if it has one.
 void json_writer::code(const plan_step &step, std::uint32_t number)
 {
-    Tcl_Obj *const shown = step.codes->shown(number);
-    Tcl_IncrRefCount(shown);
-    const char *const text = Tcl_GetString(shown);
+    const held_object shown{step.codes->shown(number)};
+    const char *const text = Tcl_GetString(shown.get());
     const char *const quote = *text >= '0' && *text <= '9' ? "" : "\"";
     text_.append(quote).append(text).append(quote);
-    Tcl_DecrRefCount(shown);
 }
 
 void json_writer::codes(const plan_step &step, const unsigned char *record)

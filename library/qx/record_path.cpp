@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <string>
 #include <string_view>
 
 namespace qxsh {
@@ -18,13 +17,15 @@ bool refuse_place(Tcl_Interp *interp, const char *place, Tcl_Obj *text)
     return false;
 }
 
-Tcl_Obj *unknown_field_text(const record_session &session, const record_row &row, const char *name)
+Tcl_Obj *unknown_field_text(const record_session &session, const record_row &row,
+                            std::string_view name)
 {
     Tcl_Obj *const names = Tcl_NewListObj(0, nullptr);
     for (const field_row &field : fields_of(row))
         Tcl_ListObjAppendElement(nullptr, names, session.name(field));
     Tcl_Obj *const text = Tcl_ObjPrintf("%s has no such field", row.name.text());
-    if (session.run_script("::qx::catalogue::like", {Tcl_NewStringObj(name, -1), names}))
+    if (session.run_script("::qx::catalogue::like",
+                           {Tcl_NewStringObj(name.data(), static_cast<int>(name.size())), names}))
         Tcl_AppendObjToObj(text, Tcl_GetObjResult(session.interp()));
     return text;
 }
@@ -85,9 +86,8 @@ bool follow_path(const record_session &session, const record_row &record, Tcl_Ob
             return part.name == each.name.text();
         });
         if (field == fields.end())
-            return refuse_place(
-                session.interp(), whole,
-                unknown_field_text(session, *target.row, std::string{part.name}.c_str()));
+            return refuse_place(session.interp(), whole,
+                                unknown_field_text(session, *target.row, part.name));
         target.field = &*field;
         if (Tcl_Obj *const text = index_mistake(*field, part); text != nullptr)
             return refuse_place(session.interp(), whole, text);

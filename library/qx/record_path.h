@@ -3,6 +3,8 @@
 
 #include "library/qx/record_session.h"
 
+#include <string_view>
+
 namespace qxsh {
 
 /// A field, or one of its elements, within a record.
@@ -30,6 +32,7 @@ bool follow_path(const record_session &session, const record_row &record, Tcl_Ob
 bool refuse_place(Tcl_Interp *interp, const char *place, Tcl_Obj *text);
 
 /// The text that a record has no field of this name, and which names are nearest: a new object.
-Tcl_Obj *unknown_field_text(const record_session &session, const record_row &row, const char *name);
+Tcl_Obj *unknown_field_text(const record_session &session, const record_row &row,
+                            std::string_view name);
 
 } // namespace qxsh
