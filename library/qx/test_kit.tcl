@@ -69,8 +69,18 @@ proc qx::test::test {name description args} {
     dict set args -setup "[list ::qx::test::begin]\n$setup"
     dict set args -cleanup [list ::qx::test::finish $cleanup]
     report::begin $name $description
+    # tcltest would not count a test in another one.
+    set level $::tcltest::testLevel
+    set ::tcltest::testLevel 0
     # qx-run has a block around the file; here each test says what it expects.
-    uplevel 1 [list ::qx::status::unjudged [linsert $args 0 ::tcltest::test $name $description]]
+    set wrong [catch { uplevel 1 [list ::qx::status::unjudged \
+        [linsert $args 0 ::tcltest::test $name $description]] } result options]
+    set ::tcltest::testLevel $level
+    if {$wrong} {
+        report::drop
+        dict incr options -level
+        return -options $options $result
+    }
     report::end [unmet $constraints]
     return
 }

@@ -6,7 +6,7 @@ namespace eval qx::test::report {
     variable junit {}  ;# the channel of the JUnit file
     variable text {}   ;# the channel that tcltest writes to
     variable cases {}  ;# dicts: file name outcome (passed, failed, skipped, error) message text ms
-    variable running {}
+    variable running {} ;# the tests that run, the innermost last: name, counts and time at its start
 }
 
 proc qx::test::report::use_tap {} { variable tap 1 }
@@ -69,21 +69,28 @@ proc qx::test::report::counts {} {
 }
 
 proc qx::test::report::begin {name description} {
-    variable running [list "$name: [string trim $description]" [counts] [clock milliseconds]]
+    variable running
+    lappend running [list "$name: [string trim $description]" [counts] [clock milliseconds]]
 }
+
+# How many tests run, one in the other.
+proc qx::test::report::depth {} { variable running; return [llength $running] }
+
+# Forgets a test that is none.
+proc qx::test::report::drop {} { variable running [lrange $running 0 end-1] }
 
 proc qx::test::report::end {unmet} {
     variable running
     variable cases
     variable tap
-    lassign $running name before start
-    set outcome none
+    lassign [lindex $running end] name before start
+    drop
+    # What a test in another one counts is not the other one's.
+    if {[depth]} { lset running end 1 [counts] }
     foreach was $before is [counts] each {passed failed skipped} {
         if {$is > $was} { set outcome $each }
     }
     set written [written]
-    # A test within a test counts with that.
-    if {$outcome eq "none"} return
     set message {}
     if {$outcome eq "failed"} { set message [reason $written] }
     if {$outcome eq "skipped"} {
