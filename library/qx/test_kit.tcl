@@ -16,6 +16,13 @@ if {![llength [info commands ::qx_flow_create]]} { package require demo }
 namespace eval qx::test {
     variable folder {} ;# of the kit's own, for its files
     variable ended 1   ;# whether cleanupTests has come behind the last test
+    variable late {}   ;# errors in events of the test that runs
+    variable background [interp bgerror {}] ;# what is told of errors in other events
+}
+
+proc qx::test::refuse {message} {
+    puts stderr "[file tail $::argv0]: $message"
+    exit 2
 }
 
 # Takes our options out of the script's words, before tcltest reads its own.
@@ -27,9 +34,11 @@ proc qx::test::take_options {} {
         if {$word eq "-tap"} {
             report::use_tap
         } elseif {$word eq "-junit"} {
-            if {![llength $words]} { error "-junit needs the name of a file" }
+            if {![llength $words]} { refuse "-junit needs the name of a file" }
             set words [lassign $words file]
-            report::use_junit $file
+            if {[catch { report::use_junit $file } message options]} {
+                refuse "cannot write $file: [lindex [dict get $options -errorcode] end]"
+            }
         } else {
             lappend rest $word
         }
@@ -98,13 +107,33 @@ proc qx::test::unmet {constraints} {
 proc qx::test::begin {} { device::must_be_clean "the device was not clean before the test" }
 
 proc qx::test::finish {cleanup} {
+    variable late
     catch { uplevel 1 $cleanup } result options
+    qx::status::report_events
+    set found {}
+    if {[dict get $options -code] == 1} { lappend found $result }
+    foreach message $late { lappend found "in an event: $message" }
+    set code {QX TEST EVENT}
     if {[catch { device::must_be_clean "the test did not leave the device clean" } dirt]} {
-        if {[dict get $options -code] == 1} { set dirt $result\n$dirt }
-        return -code error -errorcode {QX TEST DEVICE} $dirt
+        lappend found $dirt
+        set code {QX TEST DEVICE}
+    } elseif {![llength $late]} {
+        dict incr options -level
+        return -options $options $result
     }
-    dict incr options -level
-    return -options $options $result
+    set late {}
+    return -code error -errorcode $code [join $found \n]
+}
+
+# An error in an event is one of the test that runs, unless the file has a bgerror of its own.
+proc qx::test::background {message options} {
+    variable late
+    variable background
+    if {[report::depth] && ![llength [info commands ::bgerror]]} {
+        lappend late $message
+    } else {
+        uplevel #0 [concat $background [list $message $options]]
+    }
 }
 
 # From now on the device is clean as it is: for what the tests of a file have in common.
@@ -181,4 +210,5 @@ namespace eval qx::test {
     ::tcltest::testConstraint board [expr {[device::kind] eq "board"}]
     rename ::exit ::qx::test::real_exit
     interp alias {} ::exit {} ::qx::test::leave
+    interp bgerror {} ::qx::test::background
 }
