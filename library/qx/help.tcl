@@ -257,7 +257,7 @@ proc qx::help::table_text {name} {
         append text "Not listed\n[qx::layout::wrapped [dict get $table instead] {  } 2]"
     } else {
         set words $name
-        foreach key [dict get $table keys] { append words " -$key n" }
+        foreach key [dict get $table keys] { append words " -[qx::tables::short $key] n" }
         append text "Listed by\n  qx::list $words\n  qx::show $words\n"
         append text [qx::layout::section Calls [qx::layout::names $calls]]
     }

@@ -17,7 +17,7 @@ proc qx::shown::show {args} {
     set request [qx::tables::request qx::show $args {-json -all}]
     set rows [qx::tables::rows $request]
     if {[dict get $request json]} { return [json $request $rows] }
-    if {$rows eq {}} { return "no [dict get $request name] on device [dict get $request device]" }
+    if {$rows eq {}} { return [nothing $request] }
     set texts {}
     foreach part [dict get $request table parts] {
         set mine {}
@@ -39,6 +39,17 @@ proc qx::shown::show {args} {
 }
 
 # -------------------------------------------------------------------------------------- leaves
+
+# What an empty listing says: also what was asked for.
+proc qx::shown::nothing {request} {
+    set text "no [dict get $request name]"
+    set word with
+    dict for {name interval} [dict get $request given] {
+        append text " $word $name [join [lsort -unique -integer $interval] ..]"
+        set word and
+    }
+    return "$text on device [dict get $request device]"
+}
 
 # The leaves of a record's dict.
 proc qx::shown::leaves {type dict {path {}}} {
@@ -89,10 +100,14 @@ proc qx::shown::is_dict {type value} {
 proc qx::shown::address {type value} {
     set fields [dict get [qx::catalogue::record $type] fields]
     if {[llength $fields] != 3 || [dict get [lindex $fields 0] holds] ne "family"} return
+    set name [dict get [lindex $fields 0] name]
+    set family [dict get $value $name]
     set text [dict get $value [dict get [lindex $fields 1] name]]
     set length [dict get $value [dict get [lindex $fields 2] name]]
-    if {[llength $text] != 1} {
-        return "[dict get $value [dict get [lindex $fields 0] name]] $text"
+    if {[llength $text] != 1} { return "$family $text" }
+    if {[string is integer -strict $family] &&
+            [qx::catalogue::code_word $type $name $family] eq {}} {
+        return "$family $text/$length"
     }
     if {$length == ([string match *:* $text] ? 128 : 32)} { return $text }
     return $text/$length

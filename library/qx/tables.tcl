@@ -166,11 +166,23 @@ proc qx::tables::walk {request part rows_name} {
         }
     }
     set words {}
+    set asks_device 0
     foreach argument [in_arguments [dict get $part call]] {
         set device [expr {[dict get $argument name] in {device_id dev_id}}]
+        if {$device} { set asks_device 1 }
         lappend words [expr {$device ? [dict get $request device] : {}}]
     }
+    if {!$asks_device} { check_device $request }
     nested $request [with_numbers $part] $loops {} $words rows
+}
+
+# A call without a device would not refuse a wrong one.
+proc qx::tables::check_device {request} {
+    set device [dict get $request device]
+    set count [qx::catalogue::capacity devices]
+    if {$count eq {} || $device < $count} return
+    return -level 2 -code error -errorcode {QX USAGE} \
+        "-device: there is no device $device; the profile has $count"
 }
 
 # A part with the numbers of its statuses.
@@ -226,8 +238,15 @@ proc qx::tables::intervals {request part path values} {
             if {$count ne {}} { return [list [list 0 [expr {$count - 1}]]] }
         }
         codes {
+            # A word without a line in the profile keeps its default number, as in the simulator.
+            lassign [code_place [dict get $part call] $path] owner name
+            set words [qx::catalogue::code_words $owner $name]
+            set defaults [dict get [qx::profile::default] codes]
+            if {[dict exists $defaults $owner.$name]} {
+                set words [dict merge [dict get $defaults $owner.$name] $words]
+            }
             set result {}
-            dict for {word number} [code_words [dict get $part call] $path] {
+            foreach number [lsort -integer -unique [dict values $words]] {
                 lappend result [list $number $number]
             }
             if {$result ne {}} { return $result }
@@ -241,14 +260,19 @@ proc qx::tables::intervals {request part path values} {
 # The code words of an argument, or of a field of the record that it points to.
 proc qx::tables::code_words {call path} {
     if {$path eq {}} return
+    return [qx::catalogue::code_words {*}[code_place $call $path]]
+}
+
+# What the code words of a path belong to: a call and its argument, or a record and its field.
+proc qx::tables::code_place {call path} {
     set names [split $path .]
-    if {[llength $names] == 1} { return [qx::catalogue::code_words $call $path] }
+    if {[llength $names] == 1} { return [list $call $path] }
     set argument [qx::catalogue::call_argument $call [lindex $names 0]]
     set record [qx::catalogue::target [dict get $argument type]]
     foreach name [lrange $names 1 end-1] {
         set record [dict get [qx::catalogue::field $record $name] type]
     }
-    return [qx::catalogue::code_words $record [lindex $names end]]
+    return [list $record [lindex $names end]]
 }
 
 # Runs through the values of the loops, outermost first; a status that ends a walk ends the
