@@ -18,7 +18,6 @@ proc qx::test::device::start {own_folder} {
         qx::sim::attach
     } elseif {$qx::sim::control eq {}} {
         if {[catch { qx::sim::attach $folder/control } message]} {
-            leave
             error "$message\nload qx::test before the first SDK call"
         }
     }

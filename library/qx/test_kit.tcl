@@ -16,6 +16,7 @@ if {![llength [info commands ::qx_flow_create]]} { package require demo }
 namespace eval qx::test {
     variable folder {} ;# of the kit's own, for its files
     variable ended 1   ;# whether cleanupTests has come behind the last test
+    variable called 0  ;# SDK functions, in expect_status
     variable late {}   ;# errors in events of the test that runs
     variable background [interp bgerror {}] ;# what is told of errors in other events
 }
@@ -147,12 +148,20 @@ proc qx::test::cleanupTests {args} {
 
 # ------------------------------------------------------------------------------- expectations
 
-# An error unless the script's SDK call ends with one of the statuses, given by name or number; 0
-# is success. -> the script's result, empty after another status.
+# An error unless the script makes an SDK call and that ends with one of the statuses, given by name
+# or number; 0 is success. -> the script's result, empty after another status.
 proc qx::test::expect_status {statuses script} {
+    variable called
     set wanted [qx::status::numbers $statuses]
     set call [string trim $script]
-    if {![catch { uplevel 1 [list ::qx::check $script] } result options]} {
+    set before $called
+    trace_calls add
+    set code [catch { uplevel 1 [list ::qx::check $script] } result options]
+    trace_calls remove
+    if {!$code} {
+        if {$called == $before} {
+            return -code error -errorcode {QX TEST STATUS} "$call: no SDK function was called"
+        }
         if {0 in $wanted} { return $result }
         set was "$call: status 0"
     } elseif {[lindex [dict get $options -errorcode] 0] eq "QX_STATUS"} {
@@ -167,6 +176,17 @@ proc qx::test::expect_status {statuses script} {
     }
     return -code error -errorcode {QX TEST STATUS} "$was; expected [join $names { or }]"
 }
+
+# Counts the SDK functions that a script calls in `called`.
+proc qx::test::trace_calls {operation} {
+    foreach name [qx::catalogue::calls] {
+        # A script may have renamed it.
+        if {![llength [info commands ::$name]]} continue
+        trace $operation execution ::$name enter ::qx::test::count_call
+    }
+}
+
+proc qx::test::count_call {args} { variable called; incr called }
 
 # ------------------------------------------------------------------------ the end of the process
 
@@ -204,8 +224,12 @@ namespace eval qx::test {
     ::tcltest::customMatch anything ::qx::test::report::any
     set folder [qx::sim::make_folder [file join \
         [expr {[info exists ::env(TMPDIR)] ? $::env(TMPDIR) : "/tmp"}] qx-test.]]
+    if {[catch { device::start $folder } message]} {
+        catch { device::leave }
+        file delete -- $folder
+        error $message
+    }
     report::open_text $folder
-    device::start $folder
     ::tcltest::testConstraint sim [expr {[device::kind] eq "sim"}]
     ::tcltest::testConstraint board [expr {[device::kind] eq "board"}]
     rename ::exit ::qx::test::real_exit

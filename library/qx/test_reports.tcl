@@ -6,7 +6,7 @@ namespace eval qx::test::report {
     variable junit {}  ;# the channel of the JUnit file
     variable text {}   ;# the channel that tcltest writes to
     variable cases {}  ;# dicts: file name outcome (passed, failed, skipped, error) message text ms
-    variable running {} ;# the tests that run, the innermost last: name, counts and time at its start
+    variable running {} ;# the tests that run, the innermost last: name, counts and time at start
 }
 
 proc qx::test::report::use_tap {} { variable tap 1 }
