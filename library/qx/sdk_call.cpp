@@ -147,7 +147,8 @@ bool sdk_caller::one_call::take(int count, Tcl_Obj *const words[])
     return true;
 }
 
-// The number of the array's elements, which may be left out unless the array is a handle.
+// The number of the array's elements, which may be left out unless the array is a handle. What is
+// given may be a record with a key: no error shows it.
 bool sdk_caller::one_call::take_count(int number)
 {
     int array = 0;
@@ -172,9 +173,9 @@ bool sdk_caller::one_call::take_count(int number)
              record_session::taken::number ||
          count != static_cast<std::uint32_t>(length)))
         return refuse(interp(), "VALUE", arguments_[number].name.text(),
-                      Tcl_ObjPrintf("%s is %s, but %s has %d elements",
-                                    arguments_[number].name.text(), Tcl_GetString(given_[number]),
-                                    name, length));
+                      Tcl_ObjPrintf("%s is wrong: %s has %d element%s",
+                                    arguments_[number].name.text(), name, length,
+                                    length == 1 ? "" : "s"));
     set_word(number, Tcl_NewIntObj(length));
     return true;
 }
