@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace qxsh {
 
@@ -129,7 +130,7 @@ bool record_writer::write(const record_row &row, Tcl_Obj *values)
 {
     if (!is_strict_ && session_.codes().open() && quick(row, 0, values))
         return true;
-    return nested(row, 0, values, nullptr) && check_views();
+    return nested(row, 0, values, nullptr);
 }
 
 bool record_writer::write(const record_row &row, Tcl_Obj *values, const char *argument, int index)
@@ -138,47 +139,7 @@ bool record_writer::write(const record_row &row, Tcl_Obj *values, const char *ar
         return true;
     const place whole = {nullptr, argument, 0};
     const place element = {&whole, nullptr, index};
-    return nested(row, 0, values, index < 0 ? &whole : &element) && check_views();
-}
-
-bool record_writer::write(const path_target &target, Tcl_Obj *value, const char *path)
-{
-    const place here = {nullptr, path, 0};
-    if (written_ == nullptr)
-        written_ = by_path_.emplace().data();
-    if (!value_at(target, value, here))
-        return false;
-    if (contradiction_ && unions_ == nullptr)
-        return refuse(&here, Tcl_NewStringObj("contradicts an earlier path", -1));
-    return check_views();
-}
-
-bool record_writer::value_at(const path_target &target, Tcl_Obj *value, const place &here)
-{
-    const field_row &field = *target.field;
-    if (target.index < 0)
-        return this->field(field, target.at + field.offset, value, here);
-    if (field.record >= 0)
-        return nested(record_rows[field.record], target.start(), value, &here);
-    std::uint32_t number;
-    secret_ = field.holds == holding::key;
-    if (!take(&field, value, bit_mask(0, 8u * field.size), number, &here))
-        return false;
-    store(target.start(), field.size, number);
-    return true;
-}
-
-bool record_writer::check_views()
-{
-    const bool good = !contradiction_;
-    if (!good)
-        refuse(nullptr, Tcl_ObjPrintf("%s: the views of the union contradict each other;"
-                                      " name one",
-                                      Tcl_GetString(unions_)));
-    if (unions_ != nullptr)
-        Tcl_DecrRefCount(unions_);
-    unions_ = nullptr;
-    return good;
+    return nested(row, 0, values, index < 0 ? &whole : &element);
 }
 
 bool record_writer::record(const record_row &row, unsigned at, Tcl_Obj *values, const place *here)
@@ -198,12 +159,17 @@ bool record_writer::record(const record_row &row, unsigned at, Tcl_Obj *values, 
         std::memset(written, 0, sizeof written);
         written_ = written;
     }
+    const bool earlier = std::exchange(contradiction_, false);
     const bool good = fields(row, at, all, here);
     if (outermost)
         written_ = nullptr;
-    if (good)
-        note_views(row, here);
-    return good;
+    if (!good || !contradiction_) {
+        contradiction_ = earlier;
+        return good;
+    }
+    constexpr const char *what = "the views of the union contradict each other; name one";
+    return refuse(here, here == nullptr ? Tcl_ObjPrintf("%s: %s", row.name.text(), what)
+                                        : Tcl_NewStringObj(what, -1));
 }
 
 // A record of which every field is named is written whole: its padding, too, and of a union all
@@ -249,8 +215,13 @@ bool record_writer::fields(const record_row &row, unsigned at, entries &all, con
     const place there = {here, padding_name, 0};
     if (runs != nullptr && !padding(row, at, runs, there))
         return false;
-    return family == nullptr || version == 0 ||
-           check_family(row, read_field(bytes_ + at, *family), version, address_place,
+    if (version == 0)
+        return true;
+    if (family == nullptr) {
+        note_address(row, at, version, address_place, address_text);
+        return true;
+    }
+    return check_family(row, read_field(bytes_ + at, *family), version, address_place,
                         address_text);
 }
 
@@ -319,20 +290,6 @@ bool record_writer::check_family(const record_row &row, std::uint32_t family, in
     return refuse(&address,
                   Tcl_ObjPrintf("%s is an IPv%d address, but %s says IPv%d", Tcl_GetString(text),
                                 version, fields_of(row)[row.family].name.text(), wanted));
-}
-
-void record_writer::note_views(const record_row &row, const place *here)
-{
-    if (unions_ == nullptr) {
-        unions_ = Tcl_NewObj();
-        Tcl_IncrRefCount(unions_);
-    } else {
-        Tcl_AppendToObj(unions_, ", ", -1);
-    }
-    if (here == nullptr)
-        Tcl_AppendToObj(unions_, row.name.text(), -1);
-    else
-        append_place(unions_, here);
 }
 
 // ------------------------------------------------------------------------------- stores

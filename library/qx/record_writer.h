@@ -8,6 +8,8 @@
 
 #include <array>
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace qxsh {
 
@@ -47,7 +49,6 @@ private:
     // The keys and values of a dict, or of a list that represents one.
     class entries;
 
-    bool check_views();
     bool value_at(const path_target &target, Tcl_Obj *value, const place &here);
     bool record(const record_row &row, unsigned at, Tcl_Obj *values, const place *here);
     bool fields(const record_row &row, unsigned at, entries &all, const place *here);
@@ -56,7 +57,9 @@ private:
     void zero(unsigned at, std::uint8_t bits);
     bool check_family(const record_row &row, std::uint32_t family, int version,
                       const place &address, Tcl_Obj *text);
-    void note_views(const record_row &row, const place *here);
+    void note_address(const record_row &row, unsigned at, int version, const place &address,
+                      Tcl_Obj *text);
+    bool check_families();
 
     bool field(const field_row &field, unsigned at, Tcl_Obj *value, const place &here);
     bool nested(const record_row &row, unsigned at, Tcl_Obj *value, const place *here);
@@ -108,7 +111,17 @@ private:
     unsigned char *written_ = nullptr; // inside such a union, and with paths: the bits written
     std::optional<std::array<unsigned char, most_record_bytes>> by_path_; // these, with paths
     bool contradiction_ = false;
-    Tcl_Obj *unions_ = nullptr; // text: the places of those unions
+
+    // An address that a path has written as text: another path may write its family.
+    struct noted_address
+    {
+        const record_row *row;
+        unsigned at; // of the record that has both
+        int version;
+        std::string place;
+        std::string text;
+    };
+    std::vector<noted_address> addresses_;
 };
 
 } // namespace qxsh
