@@ -14,6 +14,7 @@ namespace {
 using json = nlohmann::json;
 
 constexpr int most_depth = 32; // records nest six deep
+constexpr const char *no_integer = "the number is no integer, or too large";
 
 // Notes how far the parser has read, which its events do not say.
 class cursor
@@ -98,7 +99,7 @@ public:
     }
     bool number_float(json::number_float_t, const std::string &)
     {
-        return refuse_number("the number is no integer, or too large");
+        return refuse_number(no_integer);
     }
     bool string(const std::string &value)
     {
@@ -222,9 +223,12 @@ bool value_builder::key(const std::string &name)
     return earlier == nullptr || refuse("\"" + name + "\" is given twice");
 }
 
-// The parser's message, without what it has read.
+// The parser's message, without what it has read; of a number that no double can hold, our own.
 bool value_builder::parse_error(std::size_t, const std::string &, const json::exception &mistake)
 {
+    constexpr int number_overflow = 406;
+    if (mistake.id == number_overflow)
+        return refuse_number(no_integer);
     std::string what = mistake.what();
     if (const auto start = what.find(" - "); start != what.npos)
         what.erase(0, start + 3);
@@ -240,8 +244,12 @@ Tcl_Obj *value_builder::build()
 {
     const char *const begin = text_.data();
     read_ = begin;
-    const bool good =
-        json::sax_parse(cursor{begin, &read_}, cursor{begin + text_.size(), &read_}, this);
+    bool good = json::sax_parse(cursor{begin, &read_}, cursor{begin + text_.size(), &read_}, this);
+    // To the parser, a null character is the end of the text.
+    if (const auto null = text_.find('\0'); good && null != text_.npos) {
+        note(begin + null, "unexpected null character; expected end of input");
+        good = false;
+    }
     Tcl_Obj *const value = root_;
     if (!good || value == nullptr)
         return nullptr;
