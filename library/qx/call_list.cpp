@@ -6,7 +6,10 @@
 #include "library/qx/held_object.h"
 #include "library/qx/json_reader.h"
 
+#include <algorithm>
 #include <charconv>
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <initializer_list>
 #include <string>
@@ -68,6 +71,7 @@ private:
     void show_progress(std::initializer_list<const char *> words);
     Tcl_Obj *filled(Tcl_Obj *value);
     Tcl_Obj *saved(const char *text);
+    bool has_failed(std::string_view name) const;
     bool refuse(Tcl_Obj *what);
     bool refuse(const char *what) { return refuse(Tcl_NewStringObj(what, -1)); }
     bool refuse_call();
@@ -195,6 +199,16 @@ bool call_list::check()
     return true;
 }
 
+// Whether an earlier call should have saved this name; its failure was allowed.
+bool call_list::has_failed(std::string_view name) const
+{
+    return std::any_of(entries_.begin(),
+                       entries_.begin() + static_cast<std::ptrdiff_t>(number_ - 1),
+                       [name](const entry &each) {
+                           return each.save != nullptr && name == Tcl_GetString(each.save);
+                       });
+}
+
 // The part of a saved result that "$name.path" stands for; null, with an error, if there is none.
 Tcl_Obj *call_list::saved(const char *text)
 {
@@ -213,8 +227,9 @@ Tcl_Obj *call_list::saved(const char *text)
         Tcl_Obj *found = nullptr;
         Tcl_DictObjGet(nullptr, value, key.get(), &found);
         if (found == nullptr)
-            return refuse_part(is_first ? "no call before has saved \"%s\""
-                                        : "the result has no \"%s\"",
+            return refuse_part(!is_first          ? "the result has no \"%s\""
+                               : has_failed(name) ? "\"%s\" has no value: its call failed"
+                                                  : "no call before has saved \"%s\"",
                                Tcl_GetString(key.get()));
         value = found;
         rest.remove_prefix(std::min(length, rest.size()));
@@ -242,6 +257,12 @@ Tcl_Obj *call_list::saved(const char *text)
 // Null, with an error, if something is not saved.
 Tcl_Obj *call_list::filled(Tcl_Obj *value)
 {
+    int length;
+    if (session_.is_list(value) && Tcl_ListObjLength(nullptr, value, &length) == TCL_OK &&
+        length == 0) {
+        Tcl_IncrRefCount(value); // a copy would not have the type of lists
+        return value;
+    }
     if (!session_.is_container(value)) {
         const char *const text = Tcl_GetString(value);
         Tcl_Obj *const now = text[0] == '$' ? saved(text) : value;
@@ -296,9 +317,10 @@ bool call_list::perform(const entry &call)
         return false;
     if (args != nullptr)
         Tcl_ListObjGetElements(nullptr, args, &count, &arguments);
+    std::uint32_t status = 0;
     const bool good =
-        caller_.call(call.call, call.allow, count, arguments) == TCL_OK || refuse_call();
-    if (good && call.save != nullptr)
+        caller_.call(call.call, call.allow, count, arguments, status) == TCL_OK || refuse_call();
+    if (good && call.save != nullptr && status == 0)
         Tcl_DictObjPut(nullptr, saved_, call.save, Tcl_GetObjResult(interp()));
     if (args != nullptr)
         Tcl_DecrRefCount(args);

@@ -40,8 +40,10 @@ bool record_writer::nested(const record_row &row, unsigned at, Tcl_Obj *value, c
 {
     int count;
     Tcl_Obj **words;
-    if (is_strict_ && !session_.is_dict(value) &&
-        (session_.is_list(value) ? !is_address(row) : !is_address(row) && row.family < 0))
+    if (types_ != typing::none && !session_.is_container(value) && !is_address(row) &&
+        row.family < 0)
+        return refuse_dict(row, value, here);
+    if (types_ == typing::strict && session_.is_list(value) && !is_address(row))
         return refuse_dict(row, value, here);
     if (session_.is_dict(value) && !is_address(row))
         return record(row, at, value, here);
@@ -252,7 +254,7 @@ bool record_writer::elements(Tcl_Obj *value, int most, Tcl_Obj **&elements, int 
                              const place &here)
 {
     const bool has_type =
-        !is_strict_ || session_.is_list(value) ||
+        types_ == typing::none || session_.is_list(value) ||
         (!session_.is_dict(value) && std::string_view{Tcl_GetString(value)}.starts_with("0x"));
     if (!has_type || Tcl_ListObjGetElements(nullptr, value, &count, &elements) != TCL_OK)
         return refuse(&here, Tcl_ObjPrintf("\"%s\" is not a list", shown(value)));
@@ -265,7 +267,7 @@ bool record_writer::elements(Tcl_Obj *value, int most, Tcl_Obj **&elements, int 
 bool record_writer::take(const field_row *field, Tcl_Obj *value, std::uint32_t greatest,
                          std::uint32_t &number, const place *here, int index)
 {
-    const auto taken = is_strict_ && session_.is_container(value)
+    const auto taken = types_ != typing::none && session_.is_container(value)
                            ? record_session::taken::no_number
                            : session_.take_number(value, greatest, number);
     if (taken == record_session::taken::number)

@@ -128,14 +128,14 @@ static const field_row *field_of(const record_session &session, const record_row
 
 bool record_writer::write(const record_row &row, Tcl_Obj *values)
 {
-    if (!is_strict_ && session_.codes().open() && quick(row, 0, values))
+    if (types_ != typing::strict && session_.codes().open() && quick(row, 0, values))
         return true;
     return nested(row, 0, values, nullptr);
 }
 
 bool record_writer::write(const record_row &row, Tcl_Obj *values, const char *argument, int index)
 {
-    if (!is_strict_ && session_.codes().open() && quick(row, 0, values))
+    if (types_ != typing::strict && session_.codes().open() && quick(row, 0, values))
         return true;
     const place whole = {nullptr, argument, 0};
     const place element = {&whole, nullptr, index};

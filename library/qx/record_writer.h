@@ -16,12 +16,13 @@ namespace qxsh {
 class record_writer
 {
 public:
-    /// What values have to be: any, as in Tcl; or dicts, lists and others as read_json makes them.
-    enum class typing : bool { none, strict };
+    /// What values have to be: any, as in Tcl; no text for a dict or a list, unless it is an
+    /// address or bytes; or besides, dicts and lists as read_json makes them.
+    enum class typing : std::uint8_t { none, containers, strict };
 
     /// `bytes` is a copy of the record, which the caller owns: at most most_record_bytes.
     record_writer(record_session &session, unsigned char *bytes, typing types = typing::none)
-        : session_(session), bytes_(bytes), is_strict_(types == typing::strict)
+        : session_(session), bytes_(bytes), types_(types)
     {}
 
     /// Writes a dict, or the text of an address record, to a record of type `row`. On failure
@@ -102,7 +103,7 @@ private:
 
     record_session &session_;
     unsigned char *const bytes_;
-    const bool is_strict_;
+    const typing types_;
     bool secret_ = false; // the field being written is a key
     bool whole_ = false;  // the last record had all its fields
     int version_ = 0;     // of the last address, if it was written as text; else 0

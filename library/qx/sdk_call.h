@@ -2,6 +2,7 @@
 // data.
 #pragma once
 
+#include "library/qx/record_writer.h"
 #include "library/qx/sdk_caller.h"
 
 #include <span>
@@ -11,8 +12,8 @@ namespace qxsh {
 class sdk_caller::one_call
 {
 public:
-    one_call(sdk_caller &caller, const call_row &row)
-        : caller_(caller), row_(row), arguments_(arguments_of(row))
+    one_call(sdk_caller &caller, const call_row &row, origin from)
+        : caller_(caller), row_(row), from_(from), arguments_(arguments_of(row))
     {}
     ~one_call();
     one_call(const one_call &) = delete;
@@ -50,6 +51,7 @@ private:
     bool take_value(int number);
     Tcl_Obj *value_of(const argument_row &argument, const unsigned char *memory, bool words);
     bool take_elements(const argument_row &argument, const block &block, Tcl_Obj *list);
+    record_writer writer(unsigned char *memory) const;
     bool create(int number, int count);
     Tcl_Obj *creator(const argument_row &argument, bool array) const;
     const unsigned char *memory_of(int number);
@@ -59,6 +61,7 @@ private:
 
     sdk_caller &caller_;
     const call_row &row_;
+    const origin from_;
     const std::span<const argument_row> arguments_;
     Tcl_Obj *words_[1 + most_call_arguments] = {}; // of the command; each with a reference
     Tcl_Obj *given_[most_call_arguments] = {};     // by argument; null: left out

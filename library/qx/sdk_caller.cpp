@@ -109,19 +109,22 @@ int sdk_caller::run(int objc, Tcl_Obj *const objv[])
     call_options options;
     int first;
     const call_row *const row = take_function(objc, objv, first, options);
-    return row == nullptr ? TCL_ERROR : call(*row, options, objc - first, objv + first);
+    std::uint32_t status;
+    return row == nullptr ? TCL_ERROR
+                          : call(*row, options, origin::script, objc - first, objv + first, status);
 }
 
-int sdk_caller::call(Tcl_Obj *function, Tcl_Obj *allow, int count, Tcl_Obj *const words[])
+int sdk_caller::call(Tcl_Obj *function, Tcl_Obj *allow, int count, Tcl_Obj *const words[],
+                     std::uint32_t &status)
 {
     call_options options;
     options.allow = allow;
     const call_row *const row = find(function);
-    return row == nullptr ? TCL_ERROR : call(*row, options, count, words);
+    return row == nullptr ? TCL_ERROR : call(*row, options, origin::data, count, words, status);
 }
 
-int sdk_caller::call(const call_row &row, const call_options &options, int count,
-                     Tcl_Obj *const words[])
+int sdk_caller::call(const call_row &row, const call_options &options, origin from, int count,
+                     Tcl_Obj *const words[], std::uint32_t &status)
 {
     Tcl_Interp *const interp = session_.interp();
     if (options.allow != nullptr && !session_.run_script("::qx::status::numbers", {options.allow}))
@@ -129,8 +132,7 @@ int sdk_caller::call(const call_row &row, const call_options &options, int count
     // A profile that cannot be read is an error before the call, not behind it.
     if (!session_.codes().open())
         return TCL_ERROR;
-    one_call call{*this, row};
-    std::uint32_t status;
+    one_call call{*this, row, from};
     if (!call.take(count, words) || !call.perform(status)) {
         call.note_failure();
         return TCL_ERROR;

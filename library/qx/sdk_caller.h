@@ -23,12 +23,15 @@ public:
     /// Whether there is a function of this name; if not, leaves an error.
     bool knows(Tcl_Obj *function) const { return find(function) != nullptr; }
 
-    /// The same as `run`, for a function that is known and words that are separate. `allow` lists
-    /// statuses that are no errors, or is null.
-    int call(Tcl_Obj *function, Tcl_Obj *allow, int count, Tcl_Obj *const words[]);
+    /// The same as `run`, for a function that is known and words that come from data: of a record
+    /// they are dicts, lists or addresses, and the only handle is NULL. `allow` lists statuses that
+    /// are no errors, or is null. `status` is what the function has returned.
+    int call(Tcl_Obj *function, Tcl_Obj *allow, int count, Tcl_Obj *const words[],
+             std::uint32_t &status);
 
 private:
     class one_call;
+    enum class origin : bool { script, data }; // of a call's words
     struct call_options
     {
         Tcl_Obj *allow = nullptr;  ///< statuses that are not errors; null: none
@@ -38,7 +41,8 @@ private:
     };
 
     const call_row *find(Tcl_Obj *function) const;
-    int call(const call_row &row, const call_options &options, int count, Tcl_Obj *const words[]);
+    int call(const call_row &row, const call_options &options, origin from, int count,
+             Tcl_Obj *const words[], std::uint32_t &status);
     const call_row *take_function(int objc, Tcl_Obj *const objv[], int &first,
                                   call_options &options);
     bool keep_status(const call_options &options, std::uint32_t status) const;
