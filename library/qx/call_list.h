@@ -9,7 +9,7 @@
 namespace qxsh {
 
 /// The command `qx::apply FILE`. Sets the interpreter's result and returns TCL_OK or TCL_ERROR. The
-/// whole file is read and checked before the first call.
+/// whole file is read before the first call, and all but the words in `args` is checked.
 int apply_calls(record_session &session, sdk_caller &caller, int objc, Tcl_Obj *const objv[]);
 
 /// As read_json; a mistake is an error in the interpreter, error code {QX JSON <line> <column>},
