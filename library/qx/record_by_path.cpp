@@ -1,5 +1,6 @@
 // Writing values by their paths, for record_writer.cpp. What belongs together may come by several
 // paths: the views of a union, and an address and its family.
+#include "library/qx/held_object.h"
 #include "library/qx/record_writer.h"
 
 namespace qxsh {
@@ -40,11 +41,9 @@ void record_writer::note_address(const record_row &row, unsigned at, int version
 {
     if (!by_path_)
         return;
-    Tcl_Obj *const shown = Tcl_NewObj();
-    Tcl_IncrRefCount(shown);
-    append_place(shown, &address);
-    addresses_.push_back({&row, at, version, Tcl_GetString(shown), Tcl_GetString(text)});
-    Tcl_DecrRefCount(shown);
+    const held_object shown{Tcl_NewObj()};
+    append_place(shown.get(), &address);
+    addresses_.push_back({&row, at, version, Tcl_GetString(shown.get()), Tcl_GetString(text)});
 }
 
 // Addresses that paths have written match the families that paths have written.
@@ -55,12 +54,9 @@ bool record_writer::check_families()
         if (read_field(by_path_->data() + each.at, family) == 0)
             continue;
         const place address = {nullptr, each.place.c_str(), 0};
-        Tcl_Obj *const text = Tcl_NewStringObj(each.text.c_str(), -1);
-        Tcl_IncrRefCount(text);
-        const bool good = check_family(*each.row, read_field(bytes_ + each.at, family),
-                                       each.version, address, text);
-        Tcl_DecrRefCount(text);
-        if (!good)
+        const held_object text{Tcl_NewStringObj(each.text.c_str(), -1)};
+        if (!check_family(*each.row, read_field(bytes_ + each.at, family), each.version, address,
+                          text.get()))
             return false;
     }
     return true;
