@@ -218,6 +218,11 @@ TEST_F(package_memory, a_record_that_is_written)
     const std::string state = "qx::get $flow -raw -view *";
     EXPECT_EQ(fail_each(two_flows, "qx::set $flow {flow_id 7 ingress_pkt {phy_port 3}}", state), 0);
     EXPECT_EQ(fail_each(two_flows, "qx::set $flow ingress_pkt.tag(0).vlan_id 5", state), 0);
+    EXPECT_GT(fail_each(two_flows,
+                        "qx::set $flow ingress_pkt.da_ip.ip_addr 2001:db8::1"
+                        " ingress_pkt.da_ip.afi ipv6",
+                        state),
+              0);
     EXPECT_GT(fail_each(two_flows, R"(qx::set $flow -json {
         {"flow_id": 7, "ingress_pkt": {"phy_port": 3, "sa_mac": "02:00:00:00:00:01",
          "tag": [{"vlan_id": 5}, {}], "sa_ip": "2001:db8:1111:2222:3333:4444:5555:6666"}}})",
