@@ -95,15 +95,14 @@ void comparison::field(const record_plan &plan, const plan_step &step, unsigned 
 
 void comparison::record(const record_plan &plan, unsigned at, const plan_step *chosen)
 {
-    const plan_step *shown = chosen;
-    if (plan.row->is_union && shown == nullptr)
-        shown = plan.steps + plan.row->largest;
+    const auto shown = chosen != nullptr ? static_cast<unsigned>(chosen - plan.steps)
+                                         : static_cast<unsigned>(plan.row->largest);
     for (const bool now_shown : {true, false}) {
         if (now_shown && !plan.row->is_union)
             continue;
         for (unsigned i = 0; i < plan.count; ++i) {
             const plan_step &step = plan.steps[i];
-            const bool is_shown = plan.named ? step.named : &step == shown;
+            const bool is_shown = plan.named ? step.named : i == shown;
             if (!plan.row->is_union || is_shown == now_shown)
                 field(plan, step, at);
         }
