@@ -133,10 +133,22 @@ bool parse_mac(const char *text, unsigned char *bytes)
     return *text == '\0';
 }
 
+// Some C libraries take a zero in front of another digit, as in 01.2.3.4.
+static bool has_leading_zero(const char *text)
+{
+    bool first = true;
+    for (; *text != '\0'; ++text) {
+        if (first && *text == '0' && digit(text[1]) >= 0)
+            return true;
+        first = *text == '.';
+    }
+    return false;
+}
+
 bool parse_ipv4(const char *text, std::uint32_t &word)
 {
     unsigned char bytes[4];
-    if (inet_pton(AF_INET, text, bytes) != 1)
+    if (inet_pton(AF_INET, text, bytes) != 1 || has_leading_zero(text))
         return false;
     word = big_endian(bytes);
     return true;

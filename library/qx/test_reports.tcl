@@ -20,6 +20,7 @@ proc qx::test::report::use_junit {file} {
 
 proc qx::test::report::open_text {folder} {
     variable text [open $folder/text w+]
+    fconfigure $text -encoding utf-8
     file delete -- $folder/text
     ::tcltest::outputChannel
     set ::tcltest::outputChannel $text
