@@ -65,11 +65,10 @@ private:
                 address = end;
                 continue;
             }
-            // Noted first: without memory for the note there must be no mapping.
-            const auto range = ranges_.emplace(address, address + size).first;
-            if (map_at(address, size))
+            if (map_at(address, size)) {
+                note(address, size);
                 return reinterpret_cast<void *>(address);
-            ranges_.erase(range);
+            }
             address = round_up(address + 1, step);
         }
         throw std::bad_alloc{};
@@ -116,6 +115,17 @@ private:
         if (got != MAP_FAILED)
             munmap(got, size);
         return false;
+    }
+
+    // Without memory for the note there must be no mapping.
+    void note(std::uintptr_t address, std::size_t size)
+    {
+        try {
+            ranges_.emplace(address, address + size);
+        } catch (...) {
+            munmap(reinterpret_cast<void *>(address), size);
+            throw;
+        }
     }
 
     std::map<std::uintptr_t, std::uintptr_t> ranges_; // start -> end
