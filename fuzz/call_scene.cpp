@@ -137,7 +137,7 @@ made_call call_scene::next()
     const unsigned number = input_.byte() % qxsh::call_count;
     made.function = &qxsh::call_rows[number];
     const auto arguments = arguments_of(*made.function);
-    std::vector<qxsim::call_word> words;
+    std::vector<qxsh::call_word> words;
     std::vector<std::vector<unsigned char>> before(arguments.size());
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const qxsh::argument_row &argument = arguments[i];
@@ -156,7 +156,7 @@ made_call call_scene::next()
     for (std::size_t i = 0; i < arguments.size(); ++i)
         if (auto *const bytes = static_cast<unsigned char *>(words[i].pointer); bytes != nullptr)
             before[i].assign(bytes, bytes + arguments[i].size);
-    made.status = qxsim::perform(number, words.data());
+    made.status = qxsh::answer_call(number, words.data());
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const void *const bytes = words[i].pointer;
         if (bytes == nullptr)

@@ -1,7 +1,9 @@
 // The model of control.
 #include "fuzz/control_model.h"
 
-#include "sdk_calls.h"
+#include "default_profile.h"
+#include "record_numbers.h"
+#include "records/table.h"
 
 #include <nlohmann/json.hpp>
 
@@ -72,7 +74,7 @@ std::optional<std::uint32_t> decimal(std::string_view text, std::uint32_t least,
 
 std::optional<std::uint32_t> status_in(const std::string &word)
 {
-    for (const qxsim::status_description &each : qxsim::status_descriptions)
+    for (const qxsh::default_status &each : qxsh::default_statuses)
         if (word == each.name)
             return each.number == 0 ? std::optional<std::uint32_t>{} : each.number;
     return decimal(word, 1, 65535);

@@ -8,10 +8,14 @@
 
 namespace qxsh {
 
-std::string json_text::length_text(const unsigned char *, std::size_t size)
+static constexpr char hexadecimal_digits[] = "0123456789abcdef";
+
+static std::string length_of(const unsigned char *, std::size_t size, const void *)
 {
     return std::to_string(size) + " bytes";
 }
+
+constinit const hidden_text length_text{length_of, nullptr};
 
 void json_text::new_line()
 {
@@ -84,15 +88,14 @@ json_text &json_text::null()
 
 json_text &json_text::string(const char *text)
 {
-    static constexpr char digits[] = "0123456789abcdef";
     begin_value();
     text_ += '"';
     for (; *text != '\0'; ++text) {
         const auto byte = static_cast<unsigned char>(*text);
         if (byte < 0x20) {
             text_ += "\\u00";
-            text_ += digits[byte >> 4];
-            text_ += digits[byte & 15];
+            text_ += hexadecimal_digits[byte >> 4];
+            text_ += hexadecimal_digits[byte & 15];
             continue;
         }
         if (byte == '"' || byte == '\\')
@@ -121,7 +124,7 @@ void json_text::field(const unsigned char *bytes, const unsigned char *secret,
         secret += field.offset;
     if (inner == nullptr && secret != nullptr &&
         std::find(secret, secret + size, 1) != secret + size) {
-        string(hidden_(bytes + field.offset, size).c_str());
+        string(hidden_->make(bytes + field.offset, size, hidden_->context).c_str());
         return;
     }
     if (field.count != 0)
@@ -141,9 +144,43 @@ void json_text::fields(const unsigned char *bytes, const unsigned char *secret,
                        const record_row &row)
 {
     object();
+    members(bytes, secret, row);
+    end();
+}
+
+void json_text::members(const unsigned char *bytes, const unsigned char *secret,
+                        const record_row &row)
+{
     for (const field_row &one : fields_of(row))
         field(bytes, secret, one);
-    end();
+}
+
+// The text in hexadecimal, two digits a byte.
+static std::string hexadecimal(const unsigned char *bytes, std::size_t size)
+{
+    std::string text;
+    for (const unsigned char *byte = bytes; byte != bytes + size; ++byte) {
+        text += hexadecimal_digits[*byte >> 4];
+        text += hexadecimal_digits[*byte & 15];
+    }
+    return text;
+}
+
+void json_text::padding(const unsigned char *bytes, const record_row &row)
+{
+    unsigned char used[most_record_bytes];
+    std::memset(used, 0, row.size);
+    mark_fields(used, row);
+    for (unsigned start = 0; start < row.size; ++start) {
+        if (used[start] != 0 || bytes[start] == 0)
+            continue;
+        unsigned end = start;
+        while (end < row.size && used[end] == 0 && bytes[end] != 0)
+            ++end;
+        name(("padding(" + std::to_string(start) + ")").c_str());
+        string(hexadecimal(bytes + start, end - start).c_str());
+        start = end;
+    }
 }
 
 json_text &json_text::record(const void *bytes, int number)
@@ -154,8 +191,11 @@ json_text &json_text::record(const void *bytes, int number)
     std::memset(secret, 0, row.size);
     if (!keys_)
         mark_fields(secret, row, &key);
-    fields(static_cast<const unsigned char *>(bytes), keys_ ? nullptr : secret, row);
-    return *this;
+    const auto *const start = static_cast<const unsigned char *>(bytes);
+    object();
+    members(start, keys_ ? nullptr : secret, row);
+    padding(start, row);
+    return end();
 }
 
 } // namespace qxsh

@@ -10,6 +10,15 @@
 
 namespace qxsh {
 
+/// Makes the text in place of secret bytes.
+struct hidden_text
+{
+    std::string (*make)(const unsigned char *bytes, std::size_t size, const void *context);
+    const void *context;
+};
+
+extern const hidden_text length_text; ///< their length, such as "32 bytes"
+
 /// Builds one JSON value. Containers are written on one line, or with one line per element; commas,
 /// indentation and quoting are added here. May throw std::bad_alloc.
 class json_text
@@ -17,15 +26,11 @@ class json_text
 public:
     enum class layout : std::uint8_t { one_line, lines };
 
-    /// The text in place of secret bytes.
-    using hidden_text = std::string(const unsigned char *bytes, std::size_t size);
-
-    /// Unless `keys` is true, `hidden` is written in place of secret keys and of fields that
-    /// overlap them; by default it is their length, such as "32 bytes".
-    explicit json_text(bool keys, hidden_text *hidden = length_text) : hidden_(hidden), keys_(keys)
+    /// Unless `keys` is true, `hidden`, which must outlive this, is written in place of secret keys
+    /// and of fields that overlap them.
+    explicit json_text(bool keys, const hidden_text &hidden = length_text)
+        : hidden_(&hidden), keys_(keys)
     {}
-
-    static hidden_text length_text;
 
     json_text &object(layout style = layout::one_line) { return open('{', style); }
     json_text &array(layout style = layout::one_line) { return open('[', style); }
@@ -38,8 +43,9 @@ public:
     json_text &flag(bool value);
     json_text &null();
     json_text &string(const char *text);
-    /// All fields of a record by name, of a union all members. `number` is the record's index in
-    /// record_rows; `bytes` may have any alignment and must be readable.
+    /// All fields of a record by name, of a union all members; then the bytes that are in no field,
+    /// if they are not zero, as "padding(OFFSET)" with hexadecimal digits. `number` is the record's
+    /// index in record_rows; `bytes` may have any alignment and must be readable.
     json_text &record(const void *bytes, int number);
     /// A value that is already JSON, written as it is.
     json_text &raw(const std::string &text);
@@ -73,11 +79,13 @@ private:
     /// `secret` has a 1 for each byte that must not be shown; null if there are none.
     void fields(const unsigned char *bytes, const unsigned char *secret, const record_row &row);
     void field(const unsigned char *bytes, const unsigned char *secret, const field_row &field);
+    void members(const unsigned char *bytes, const unsigned char *secret, const record_row &row);
+    void padding(const unsigned char *bytes, const record_row &row);
 
     std::string text_;
     std::vector<level> levels_;
     bool named_ = false;
-    hidden_text *hidden_;
+    const hidden_text *hidden_;
     bool keys_;
 };
 

@@ -65,12 +65,12 @@ try {
     return QX_NO_MEMORY;
 }
 
-unsigned int perform(unsigned int number, const call_word *words) noexcept
-{
-    const call_row &call = qxsh::call_rows[number];
-    if (controlled()) [[unlikely]]
-        return perform_controlled(call, words, carry_out);
-    return number_of(carry_out(call, words));
-}
-
 } // namespace qxsim
+
+unsigned int qxsh::answer_call(unsigned int number, const call_word *words) noexcept
+{
+    const call_row &call = call_rows[number];
+    if (qxsim::controlled()) [[unlikely]]
+        return qxsim::perform_controlled(call, words, qxsim::carry_out);
+    return qxsim::number_of(qxsim::carry_out(call, words));
+}

@@ -1,12 +1,13 @@
 // What all SDK functions have in common: device and pointers are checked, records are copied in,
 // the behaviour runs on the copies, and only a successful call copies results out. So a failing
 // call writes nothing, and records need no alignment. The functions themselves are generated; each
-// passes its number and arguments to `perform`, which calls the behaviour in its area's file.
+// passes its words to `answer_call`, which calls the behaviour in its area's file.
 #pragma once
 
 #include "qx_status.h"
 #include "record.h"
 #include "record_numbers.h"
+#include "records/call_words.h"
 #include "records/table.h"
 
 #include <cstddef>
@@ -18,15 +19,7 @@ struct device;
 class call_frame;
 
 using qxsh::call_row;
-
-/// An argument as the caller passed it: a number or a pointer.
-struct call_word
-{
-    call_word(unsigned int number) : value(number) {}
-    call_word(void *address) : pointer(address) {}
-    std::uint32_t value = 0;
-    void *pointer = nullptr;
-};
+using qxsh::call_word;
 
 /// The copies of one call's records and cells. Arrays are not copied but read in place. Arguments
 /// are numbered from 0.
@@ -59,9 +52,5 @@ private:
     const call_word *words_;
     alignas(4) unsigned char copies_[qxsh::most_frame_bytes] = {};
 };
-
-/// Performs one call of the SDK function with this number (below qxsh::call_count) and returns its
-/// status. `words` holds one word for each argument.
-unsigned int perform(unsigned int number, const call_word *words) noexcept;
 
 } // namespace qxsim

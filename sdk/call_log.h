@@ -1,11 +1,12 @@
-// The call log: a line of JSON per call, with arguments by name, and records before and after it.
+// The call log: a file with the line of each call (records/call_line.h).
 #pragma once
 
 #include "call.h"
+#include "capacities.h"
+#include "records/call_line.h"
 
 #include <cstdint>
 #include <string>
-#include <vector>
 
 namespace qxsim {
 
@@ -18,7 +19,7 @@ public:
     /// the log. Returns what is wrong with the file; an empty text if nothing is.
     std::string use(const std::string &name);
     /// Unless keys are shown, only their lengths are written.
-    void show_keys(bool keys) { keys_ = keys; }
+    void show_keys(bool keys) { line_.show_keys(keys); }
     bool open() const { return file_ >= 0; }
 
     /// To be called before and after each call while the log is open, with the same call and words;
@@ -31,13 +32,8 @@ private:
 
     std::string name_;
     int file_ = -1;
-    bool keys_ = false;
-
-    // The current call.
-    std::uint32_t number_ = 0;
-    std::int64_t started_ = 0;          ///< microseconds since 1970
-    std::int64_t clock_ = 0;            ///< microseconds of the monotonic clock
-    std::vector<std::string> before_{}; ///< what pointer arguments point to, as JSON
+    std::uint32_t number_ = 0; ///< of the current call
+    qxsh::call_line line_{sa_bundle_limit};
 };
 
 } // namespace qxsim

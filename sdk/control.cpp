@@ -3,12 +3,13 @@
 #include "control.h"
 
 #include "call_log.h"
+#include "complaint.h"
 #include "control_file.h"
 #include "device.h"
-#include "files.h"
 #include "kept_state.h"
 #include "listing.h"
 #include "numbers.h"
+#include "records/files.h"
 #include "records/profile.h"
 #include "records/switches.h"
 #include "saved_devices.h"
@@ -64,11 +65,12 @@ std::string controls::obey(const control_action &action)
         reset_devices();
         break;
     case control_action::kind::snapshot:
-        return write_file(action.file, snapshot_text(keys()));
+        return qxsh::write_file(action.file, snapshot_text(keys()));
     case control_action::kind::state:
-        return write_file(action.file, state_text(keys(), counts, environment.faults, file.faults));
+        return qxsh::write_file(action.file,
+                                state_text(keys(), counts, environment.faults, file.faults));
     case control_action::kind::save:
-        return replace_file(action.file, saved_devices());
+        return qxsh::replace_file(action.file, saved_devices());
     case control_action::kind::restore:
         return restore_file(action.file);
     }
@@ -96,7 +98,7 @@ void controls::answer(const control_order &order)
     for (const control_settings *const set : {&environment, &file})
         for (const fault_rule &rule : set->faults)
             text += "fired " + std::to_string(rule.fired) + " " + rule.words + "\n";
-    const std::string mistake = write_new_file(order.answer, text);
+    const std::string mistake = qxsh::write_new_file(order.answer, text);
     if (!mistake.empty()) {
         complain("%s: %s", reader.name().c_str(), mistake.c_str());
         refused = true;
@@ -130,13 +132,13 @@ bool controls::read_environment(const std::array<const char *, 6> &values)
     const auto [control_name, faults, latencies, log_name, keys_word, state_name] = values;
     std::vector<std::string> mistakes;
     environment = {};
-    reader.name(control_name != nullptr ? absolute(control_name) : std::string{});
+    reader.name(control_name != nullptr ? qxsh::absolute(control_name) : std::string{});
     if (faults != nullptr)
         read_rules("QX_SIM_FAULT", "fault", faults, environment, mistakes);
     if (latencies != nullptr)
         read_rules("QX_SIM_LATENCY", "latency", latencies, environment, mistakes);
     if (log_name != nullptr)
-        environment.log = absolute(log_name);
+        environment.log = qxsh::absolute(log_name);
     std::string mistake = apply();
     if (!mistake.empty())
         mistakes.push_back("QX_SIM_LOG: " + std::move(mistake));
@@ -149,7 +151,7 @@ bool controls::read_environment(const std::array<const char *, 6> &values)
     environment.keys = keys_word != nullptr && qxsh::switched_on("QX_SIM_KEYS");
     log.show_keys(keys());
     if (state_name != nullptr) {
-        state.name(absolute(state_name));
+        state.name(qxsh::absolute(state_name));
         std::atexit([] { in_force->state.finish(); });
     }
     return true;
@@ -163,7 +165,7 @@ std::string begin_profile()
         return numbers == default_numbers ? std::string{} : use_profile({});
     const std::string name = value;
     std::string text;
-    const int error = read_file(absolute(name), text);
+    const int error = qxsh::read_file(qxsh::absolute(name), text);
     if (error != 0)
         return name + ": " + (error == EINVAL ? "not a regular file" : std::strerror(error));
     qxsh::profile profile;

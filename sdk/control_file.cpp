@@ -1,7 +1,7 @@
 // The control file. A line is words separated by blanks; a file name extends to the line's end.
 #include "control_file.h"
 
-#include "files.h"
+#include "records/files.h"
 #include "records/switches.h"
 
 #include <algorithm>
@@ -96,11 +96,11 @@ static std::string read_file_line(std::string_view word, std::string_view rest,
     if (rest.empty())
         return "expected: " + std::string{word} + " FILE";
     if (word == "log")
-        order.settings.log = absolute(rest);
+        order.settings.log = qxsh::absolute(rest);
     else if (word == "answer")
-        order.answer = absolute(rest);
+        order.answer = qxsh::absolute(rest);
     else
-        order.actions.push_back({action->second, absolute(rest)});
+        order.actions.push_back({action->second, qxsh::absolute(rest)});
     return {};
 }
 
@@ -184,12 +184,12 @@ bool control_file::read_if_changed(control_order &order)
 {
     if (name_.empty())
         return false;
-    file_mark now = mark_of(name_);
+    qxsh::file_mark now = qxsh::mark_of(name_);
     if (now == seen_)
         return false;
     std::string text;
     if (now.exists())
-        now.error = read_file(name_, text);
+        now.error = qxsh::read_file(name_, text);
     if (now.error == ENOENT) // removed meanwhile
         now = {};
     if (now == seen_)

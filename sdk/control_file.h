@@ -3,7 +3,7 @@
 #pragma once
 
 #include "call_rules.h"
-#include "files.h"
+#include "records/files.h"
 
 #include <cstdint>
 #include <optional>
@@ -79,7 +79,7 @@ public:
 
 private:
     std::string name_;
-    file_mark seen_;
+    qxsh::file_mark seen_;
 };
 
 } // namespace qxsim

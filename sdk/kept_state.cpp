@@ -1,5 +1,6 @@
 // Devices that outlive the process in a file.
 #include "kept_state.h"
+#include "complaint.h"
 
 #include "saved_devices.h"
 
@@ -16,27 +17,27 @@ void kept_state::name(const std::string &file)
 // A file that is not there is written at once, which shows whether it can be.
 void kept_state::read()
 {
-    const file_mark now = mark_of(name_);
+    const qxsh::file_mark now = qxsh::mark_of(name_);
     if (begun_ && now == seen_)
         return;
     const std::string mistake =
-        now.exists() ? restore_file(name_) : replace_file(name_, saved_devices());
+        now.exists() ? restore_file(name_) : qxsh::replace_file(name_, saved_devices());
     if (!mistake.empty() && (!broken_ || now.exists()))
         complain("QX_SIM_STATE: %s", mistake.c_str());
     broken_ = !mistake.empty();
     begun_ = !broken_ || now.exists();
-    seen_ = now.exists() ? now : mark_of(name_);
+    seen_ = now.exists() ? now : qxsh::mark_of(name_);
     if (!broken_)
         contents_ = device_contents();
 }
 
 void kept_state::write()
 {
-    const std::string mistake = replace_file(name_, saved_devices());
+    const std::string mistake = qxsh::replace_file(name_, saved_devices());
     if (!mistake.empty() && !failed_)
         complain("QX_SIM_STATE: %s", mistake.c_str());
     failed_ = !mistake.empty();
-    seen_ = mark_of(name_);
+    seen_ = qxsh::mark_of(name_);
 }
 
 bool kept_state::before()
@@ -67,7 +68,7 @@ void kept_state::finish()
 try {
     if (name_.empty() || broken_ || !begun_ || getpid() != process_ || !seen_.exists())
         return;
-    if (mark_of(name_) == seen_)
+    if (qxsh::mark_of(name_) == seen_)
         write();
 } catch (...) {
     complain("no memory to write %s", name_.c_str());

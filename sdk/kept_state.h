@@ -2,7 +2,7 @@
 // somebody else has written it, and written after a call that has changed a device.
 #pragma once
 
-#include "files.h"
+#include "records/files.h"
 
 #include <string>
 
@@ -30,7 +30,7 @@ private:
     void write();
 
     std::string name_;     ///< empty: nothing is kept
-    file_mark seen_;       ///< the file as last read or written
+    qxsh::file_mark seen_; ///< the file as last read or written
     std::string contents_; ///< of the devices then
     int process_ = 0;      ///< whose devices these are: a forked child writes nothing
     bool begun_ = false;

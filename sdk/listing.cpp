@@ -4,7 +4,7 @@
 #include "canonical.h"
 #include "numbering.h"
 #include "records/json.h"
-#include "sha256.h"
+#include "records/sha256.h"
 
 namespace qxsim {
 
@@ -240,19 +240,13 @@ void write_devices(json_text &json, bool renumber)
     json.end();
 }
 
-// Equal keys have equal texts, and a text does not tell the key.
-std::string fingerprint(const unsigned char *bytes, std::size_t size)
+// Equal keys have equal texts in all listings.
+std::string unsalted(const unsigned char *bytes, std::size_t size, const void *)
 {
-    static constexpr char digits[] = "0123456789abcdef";
-    constexpr std::size_t shown = 8;
-    std::string text = json_text::length_text(bytes, size) + ", ";
-    const auto digest = sha256(bytes, size);
-    for (std::size_t index = 0; index < shown; ++index) {
-        text += digits[digest[index] >> 4];
-        text += digits[digest[index] & 15];
-    }
-    return text;
+    return qxsh::fingerprint({}, bytes, size);
 }
+
+constexpr qxsh::hidden_text fingerprints{unsalted, nullptr};
 
 // --------------------------------------------------------------------- state that changes with use
 
@@ -304,7 +298,7 @@ void write_rules(json_text &json, const std::vector<fault_rule> &rules)
 
 std::string snapshot_text(bool keys)
 {
-    json_text json{keys, fingerprint};
+    json_text json{keys, fingerprints};
     json.object(layout::lines);
     write_devices(json, true);
     json.end();
@@ -315,7 +309,7 @@ std::string state_text(bool keys, const call_counts &counts,
                        const std::vector<fault_rule> &environment,
                        const std::vector<fault_rule> &file)
 {
-    json_text json{keys, fingerprint};
+    json_text json{keys, fingerprints};
     json.object(layout::lines).member("calls", counts.all());
     json.name("calls_by_function").object(layout::lines);
     for (std::size_t function = 0; function < call_count; ++function)

@@ -106,7 +106,7 @@ void settle_statuses(const qxsh::profile &profile, profile_numbers &made)
     for (const qxsh::profile_status &line : profile.statuses)
         lines.push_back({{}, line.name, line.number, line.line});
     settlement numbers_here{lines};
-    for (const status_description &status : status_descriptions) {
+    for (const qxsh::default_status &status : qxsh::default_statuses) {
         if (status.number == QX_OK)
             continue;
         for (const profile_number &line : lines)
@@ -142,7 +142,7 @@ const char *status_name(std::uint32_t number)
     for (const qxsh::profile_status &status : named_statuses)
         if (status.number == number)
             return status.name.c_str();
-    for (const status_description &status : status_descriptions)
+    for (const qxsh::default_status &status : qxsh::default_statuses)
         if (number_of(static_cast<qx_status>(status.number)) == number)
             return status.name;
     return "unknown";
@@ -156,7 +156,7 @@ bool status_number(std::string_view name, std::uint32_t &number)
             return true;
         }
     }
-    for (const status_description &status : status_descriptions) {
+    for (const qxsh::default_status &status : qxsh::default_statuses) {
         if (name == status.name) {
             number = number_of(static_cast<qx_status>(status.number));
             return true;

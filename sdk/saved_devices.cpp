@@ -3,8 +3,8 @@
 #include "saved_devices.h"
 
 #include "device.h"
-#include "files.h"
-#include "sha256.h"
+#include "records/files.h"
+#include "records/sha256.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -17,7 +17,7 @@ namespace qxsim {
 namespace {
 
 constexpr std::string_view title = "qx_sim devices 1\n";
-using digest = decltype(sha256(nullptr, 0));
+using digest = decltype(qxsh::sha256(nullptr, 0));
 
 template <class Part>
 concept table = requires(const Part &part)
@@ -33,7 +33,7 @@ concept list = requires(const Part &part)
 
 digest digest_of(std::string_view bytes)
 {
-    return sha256(bytes.data(), bytes.size());
+    return qxsh::sha256(bytes.data(), bytes.size());
 }
 
 // The sizes of all parts, and the profile's numbers, which are those in the saved records.
@@ -143,7 +143,7 @@ std::string restore_devices(const std::string &bytes)
 std::string restore_file(const std::string &name)
 {
     std::string bytes;
-    const int error = read_file(name, bytes);
+    const int error = qxsh::read_file(name, bytes);
     const std::string mistake = error == EINVAL ? "it is not a regular file"
                                 : error != 0    ? std::strerror(error)
                                                 : restore_devices(bytes);

@@ -11,8 +11,9 @@
 #   commands/, test_wrap.cpp   the wrappers and the command table
 #   libqx-sdk.map          the names a library of the SDK exports
 #   link_library.c         a library of these names to link with, but not to run
-#   sdk_calls.h, sdk_calls.cpp   the entry points of the simulated SDK, and the statuses
-#   default_profile.h      the other numbers of the profile, for C++
+#   entry_points.cpp, call_through.cpp   the functions of such a library, and calls of them
+#   sdk_calls.h, sdk_calls.cpp   what a call of the simulated SDK leads to
+#   default_profile.h      the profile, for C++
 #   catalogue_data.tcl     the facts that the script package qx answers from
 #
 # Generated bodies are simple: each calls one hand-written function of helpers/ or runtime/.
@@ -20,7 +21,7 @@
 
 foreach part {
     catalogue statuses profile generate/text generate/record_table generate/public_header generate/helpers
-    generate/wrappers generate/simulator generate/status_header generate/default_profile
+    generate/wrappers generate/entry_points generate/simulator generate/status_header generate/default_profile
     generate/package
 } {
     source [file join [file dirname [file normalize [info script]]] $part.tcl]
@@ -43,7 +44,8 @@ proc generate::main {catalogue_folder profile_file output_folder} {
     types
     wrappers
     export_map
-    simulator [dict get $profile statuses]
+    entry_points
+    simulator
     default_profile $profile
     package $profile
 }

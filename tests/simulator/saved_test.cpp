@@ -1,7 +1,7 @@
 // Snapshots that tell configurations and nothing else, and devices that are saved and restored.
 #include "simulated.h"
 
-#include "sha256.h"
+#include "records/sha256.h"
 
 #include <fstream>
 #include <functional>
@@ -164,7 +164,7 @@ TEST(sha256, has_the_digests_of_the_standard)
 {
     const auto hex = [](const std::string &text) {
         std::string digits;
-        for (const std::uint8_t byte : qxsim::sha256(text.data(), text.size())) {
+        for (const std::uint8_t byte : qxsh::sha256(text.data(), text.size())) {
             char pair[3];
             std::snprintf(pair, sizeof pair, "%02x", unsigned{byte});
             digits += pair;
@@ -231,7 +231,7 @@ TEST_F(saved, files_that_cannot_be_restored_are_told_and_change_nothing)
     // Another layout, with the right check sum.
     std::string other = good.substr(0, good.size() - 32);
     other[17] = static_cast<char>(other[17] ^ 1);
-    const auto digest = qxsim::sha256(other.data(), other.size());
+    const auto digest = qxsh::sha256(other.data(), other.size());
     other.append(reinterpret_cast<const char *>(digest.data()), digest.size());
     EXPECT_NE(std::string::npos, said_of(other).find("another version"));
     EXPECT_EQ(before.substr(before.find("activity")), [] {

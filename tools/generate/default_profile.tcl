@@ -1,14 +1,16 @@
 # The default profile for C++: default_profile.h, from which the simulator takes its numbers when it
-# is compiled, and the reader of profiles the names of what can be sized.
+# is compiled, and the reader of profiles the names of what can be sized and all that a file leaves
+# as it is.
 
 proc generate::default_profile {profile} {
     variable note
-    set text "// The default profile: codes, sizes and address families.\n// $note\n#pragma once\n\n"
+    set text "// The default profile.\n// $note\n#pragma once\n\n"
     append text "#include <cstdint>\n#include <string_view>\n\nnamespace qxsh \{\n\n"
     append text "struct default_number\n\{\n"
     append text "    std::string_view owner; ///< of a code, OWNER.NAME; otherwise empty\n"
     append text "    std::string_view name;  ///< of a code, its word\n"
     append text "    std::uint32_t number;\n\};\n"
+    append text [default_statuses [dict get $profile statuses]]
     set rows {}
     dict for {place words} [dict get $profile codes] {
         dict for {word number} $words { lappend rows [list $place $word $number] }
@@ -20,6 +22,15 @@ proc generate::default_profile {profile} {
         append text [default_numbers $array $rows]
     }
     write default_profile.h "$text\n\} // namespace qxsh\n"
+}
+
+proc generate::default_statuses {statuses} {
+    set text "\nstruct default_status\n\{\n    unsigned int number;\n    const char *name;\n"
+    append text "    const char *meaning;\n\};\n\ninline constexpr default_status default_statuses\[\] = \{\n"
+    foreach {name number meaning} $statuses {
+        append text "    \{$number, [quoted $name], [quoted $meaning]\},\n"
+    }
+    return "$text\};\n"
 }
 
 proc generate::default_numbers {array rows} {

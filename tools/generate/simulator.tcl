@@ -1,33 +1,23 @@
-# The entry points of the simulated SDK: each function is a single call of `perform`, which finds the
-# function's behaviour by its number. A behaviour has the function's name without the prefix. It
-# takes the device (if the function names one) and the function's arguments, with records and cells
-# by reference.
+# What a call of the simulated SDK leads to. A behaviour has the function's name without the prefix.
+# It takes the device (if the function names one) and the function's arguments, with records and
+# cells by reference.
 
-proc generate::simulator {statuses} {
+proc generate::simulator {} {
     variable note
-    set header "// Behaviours of the SDK functions, and the statuses.\n// $note\n#pragma once\n\n"
+    set header "// Behaviours of the SDK functions.\n// $note\n#pragma once\n\n"
     append header "#include \"call.h\"\n#include \"qx_sdk.h\"\n\nnamespace qxsim {\n\n"
     append header "/// By number of the call: its behaviour, on the frame's copies.\n"
     append header "extern qx_status (*const behaviours\[\])(call_frame &);\n\n"
-    append header "/// A status of qx_status.h.\nstruct status_description {\n"
-    append header "    unsigned int number;\n    const char *name;\n    const char *meaning;\n};\n"
-    append header "extern const std::span<const status_description> status_descriptions;\n\n"
-    set text "// The SDK functions, their behaviours by number, and the statuses.\n// $note\n"
-    append text "#include \"sdk_calls.h\"\n\n#include \"record_numbers.h\"\n\nnamespace qxsim {\n"
+    set text "// The behaviours of the SDK functions, by number.\n// $note\n"
+    append text "#include \"sdk_calls.h\"\n\nnamespace qxsim {\n"
     foreach call [catalogue::calls] {
         lassign [behaviour $call] declaration definition
         append header $declaration
         append text \n$definition
         append numbered "    behave_$call,\n"
-        append entries \n[entry $call]
     }
     append text "\nqx_status (*const behaviours\[\])(call_frame &) = \{\n$numbered\};\n"
-    append text "\nstatic constexpr status_description statuses\[\] = \{\n"
-    foreach {name number meaning} $statuses {
-        append text "    \{$number, \"$name\", \"$meaning\"\},\n"
-    }
-    append text "\};\nconst std::span<const status_description> status_descriptions = statuses;\n"
-    append text "\n} // namespace qxsim\n\nusing namespace qxsim;\n$entries"
+    append text "\n} // namespace qxsim\n"
     write sdk_calls.h "$header\n} // namespace qxsim\n"
     write sdk_calls.cpp $text
 }
@@ -67,17 +57,4 @@ proc generate::frame_argument {call argument number} {
     }
     set const [expr {[dict get $argument direction] eq "in" ? "const " : ""}]
     return [list "$const$native &$name" "frame.record<$native>($number)"]
-}
-
-# The SDK function itself.
-proc generate::entry {call} {
-    set parameters {}
-    set names {}
-    foreach argument [dict get [catalogue::call $call] arguments] {
-        lappend parameters [declarator [dict get $argument type] [dict get $argument name]]
-        lappend names [dict get $argument name]
-    }
-    set text "[wrapped "unsigned int $call\(" $parameters ")"]\n\{\n"
-    append text "[wrapped "    const call_word words\[\] = \{" $names "\};" 8]\n"
-    append text "    return perform(qxsh::call_$call, words);\n\}\n"
 }

@@ -1,4 +1,4 @@
-// The default profile: codes, sizes and address families.
+// The default profile.
 // Generated from the catalogue by tools/generate.tcl; changes belong there.
 #pragma once
 
@@ -12,6 +12,18 @@ struct default_number
     std::string_view owner; ///< of a code, OWNER.NAME; otherwise empty
     std::string_view name;  ///< of a code, its word
     std::uint32_t number;
+};
+
+struct default_status
+{
+    unsigned int number;
+    const char *name;
+    const char *meaning;
+};
+
+inline constexpr default_status default_statuses[] = {
+    {0, "QX_OK", "done"},
+    {7, "QX_FAILED", "not done"},
 };
 
 inline constexpr default_number default_codes[] = {

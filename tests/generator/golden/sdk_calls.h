@@ -1,4 +1,4 @@
-// Behaviours of the SDK functions, and the statuses.
+// Behaviours of the SDK functions.
 // Generated from the catalogue by tools/generate.tcl; changes belong there.
 #pragma once
 
@@ -9,14 +9,6 @@ namespace qxsim {
 
 /// By number of the call: its behaviour, on the frame's copies.
 extern qx_status (*const behaviours[])(call_frame &);
-
-/// A status of qx_status.h.
-struct status_description {
-    unsigned int number;
-    const char *name;
-    const char *meaning;
-};
-extern const std::span<const status_description> status_descriptions;
 
 qx_status lamp_add(device &here, const qx_lamp_t &lamp, unsigned int &lamp_id);
 qx_status lamp_tune(device &here, unsigned char channel, unsigned int level, qx_lamp_t &lamp);

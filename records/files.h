@@ -1,16 +1,13 @@
-// The simulator's files and error messages. Files are readable by their owner only, and writing
-// them neither waits for long nor sends a signal. Functions that can fail return what is wrong, in
-// words for people; an empty text if nothing is.
+// Files that logs, recordings and saved devices are kept in. They are readable by their owner only,
+// and writing them neither waits for long nor sends a signal. Functions that can fail return what
+// is wrong, in words for people; an empty text if nothing is.
 #pragma once
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 
-namespace qxsim {
-
-/// Prints one line on stderr: "qx_sim: ", then the message, formatted as by printf.
-[[gnu::format(printf, 1, 2)]] void complain(const char *format, ...);
+namespace qxsh {
 
 /// A file's name, a relative one starting from the folder in which the first name was asked for.
 std::string absolute(std::string_view name);
@@ -56,4 +53,4 @@ file_mark mark_of(const std::string &name);
 /// Reads a regular file; the error's number, EINVAL for a file of another kind, 0 on success.
 int read_file(const std::string &name, std::string &text);
 
-} // namespace qxsim
+} // namespace qxsh

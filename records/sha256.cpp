@@ -1,10 +1,10 @@
 // SHA-256 (FIPS 180-4).
-#include "sha256.h"
+#include "records/sha256.h"
 
 #include <bit>
 #include <cstring>
 
-namespace qxsim {
+namespace qxsh {
 
 namespace {
 
@@ -80,4 +80,19 @@ std::array<std::uint8_t, 32> sha256(const void *bytes, std::size_t size)
     return digest;
 }
 
-} // namespace qxsim
+std::string fingerprint(std::string_view salt, const unsigned char *key, std::size_t size)
+{
+    static constexpr char digits[] = "0123456789abcdef";
+    constexpr std::size_t shown = 8;
+    std::string all{salt};
+    all.append(reinterpret_cast<const char *>(key), size);
+    const auto digest = sha256(all.data(), all.size());
+    std::string text = std::to_string(size) + " bytes, ";
+    for (std::size_t index = 0; index < shown; ++index) {
+        text += digits[digest[index] >> 4];
+        text += digits[digest[index] & 15];
+    }
+    return text;
+}
+
+} // namespace qxsh

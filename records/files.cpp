@@ -1,9 +1,8 @@
-// The simulator's files and error messages. Relies on POSIX files and signals.
-#include "files.h"
+// Files, and the signals that writing them may send. Relies on POSIX.
+#include "records/files.h"
 
 #include <cerrno>
 #include <csignal>
-#include <cstdarg>
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
@@ -11,17 +10,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace qxsim {
-
-void complain(const char *format, ...)
-{
-    std::va_list words;
-    va_start(words, format);
-    std::fputs("qx_sim: ", stderr);
-    std::vfprintf(stderr, format, words);
-    std::fputc('\n', stderr);
-    va_end(words);
-}
+namespace qxsh {
 
 static std::string current_folder()
 {
@@ -228,4 +217,4 @@ int read_file(const std::string &name, std::string &text)
     return error;
 }
 
-} // namespace qxsim
+} // namespace qxsh
