@@ -1,0 +1,165 @@
+// Reading a file line by line.
+#include "replay/line_source.h"
+
+#include "replay/recorded_call.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#ifdef QXSH_ZLIB
+#include <zlib.h>
+#endif
+
+namespace qxsh {
+
+namespace {
+
+constexpr std::size_t block_size = 128 * 1024;
+// Many times the longest line of a call: 64 records before it and after it.
+constexpr std::size_t longest_line = 4 * 1024 * 1024;
+
+[[noreturn]] void fail(const std::string &what)
+{
+    throw recording_error{0, what};
+}
+
+[[noreturn]] void fail_with_errno(const char *what)
+{
+    fail(std::string{what} + ": " + std::strerror(errno));
+}
+
+} // namespace
+
+line_source::line_source(const std::string &name) : block_(block_size)
+{
+    const bool compressed = name.ends_with(".gz");
+#ifndef QXSH_ZLIB
+    if (compressed)
+        fail("this build has no zlib to read gzip with; gunzip the file first");
+#endif
+    file_ = open(name.c_str(), O_RDONLY | O_CLOEXEC);
+    if (file_ < 0)
+        fail_with_errno("cannot open it");
+    struct stat facts = {};
+    if (fstat(file_, &facts) == 0 && S_ISREG(facts.st_mode))
+        size_ = static_cast<std::uint64_t>(facts.st_size);
+#ifdef QXSH_ZLIB
+    if (compressed) {
+        gzip_ = gzdopen(file_, "rb");
+        if (gzip_ == nullptr) {
+            close(file_);
+            fail("no memory");
+        }
+    }
+#endif
+}
+
+line_source::~line_source()
+{
+#ifdef QXSH_ZLIB
+    if (gzip_ != nullptr) {
+        gzclose_r(static_cast<gzFile>(gzip_));
+        return;
+    }
+#endif
+    close(file_);
+}
+
+double line_source::done() const
+{
+    const off_t at = lseek(file_, 0, SEEK_CUR);
+    if (size_ == 0 || at < 0)
+        return 0;
+    return std::min(1.0, static_cast<double>(at) / static_cast<double>(size_));
+}
+
+void line_source::restart()
+{
+    bool good = false;
+#ifdef QXSH_ZLIB
+    if (gzip_ != nullptr)
+        good = gzrewind(static_cast<gzFile>(gzip_)) == 0;
+    else
+#endif
+        good = lseek(file_, 0, SEEK_SET) == 0;
+    if (!good)
+        fail("it cannot be read twice: it is no regular file");
+    begin_ = end_ = 0;
+    line_ = 0;
+}
+
+// At least one byte, or 0 at the end of the file.
+std::size_t line_source::read(char *to, std::size_t size)
+{
+#ifdef QXSH_ZLIB
+    if (gzip_ != nullptr) {
+        const auto file = static_cast<gzFile>(gzip_);
+        const int got = gzread(file, to, static_cast<unsigned>(size));
+        int code = Z_OK;
+        const char *const text = gzerror(file, &code);
+        if (got == 0 && code == Z_BUF_ERROR)
+            throw recording_error{line_ + 1, "the gzip data ends too early"};
+        if (got < 0 && code == Z_ERRNO)
+            fail_with_errno("cannot read it");
+        if (got < 0)
+            throw recording_error{line_ + 1, std::string{"damaged gzip data: "} + text};
+        return static_cast<std::size_t>(got);
+    }
+#endif
+    ssize_t got = 0;
+    do
+        got = ::read(file_, to, size);
+    while (got < 0 && errno == EINTR);
+    if (got < 0)
+        fail_with_errno("cannot read it");
+    return static_cast<std::size_t>(got);
+}
+
+// Reads behind the bytes that are left; false at the end of the file.
+bool line_source::fill()
+{
+    if (begin_ > 0) {
+        std::memmove(block_.data(), block_.data() + begin_, end_ - begin_);
+        end_ -= begin_;
+        begin_ = 0;
+    }
+    if (end_ == block_.size()) {
+        if (end_ >= longest_line)
+            throw recording_error{line_ + 1, "the line is longer than 4 MiB"};
+        block_.resize(2 * end_);
+    }
+    const std::size_t got = read(block_.data() + end_, block_.size() - end_);
+    end_ += got;
+    return got > 0;
+}
+
+bool line_source::next(std::string_view &line)
+{
+    std::size_t searched = 0;
+    for (;;) {
+        const char *const start = block_.data() + begin_;
+        const std::size_t left = end_ - begin_;
+        const void *const found = std::memchr(start + searched, '\n', left - searched);
+        if (found != nullptr) {
+            line = {start, static_cast<std::size_t>(static_cast<const char *>(found) - start)};
+            begin_ += line.size() + 1;
+            ++line_;
+            return true;
+        }
+        searched = left;
+        if (fill())
+            continue;
+        if (left == 0)
+            return false;
+        line = {block_.data(), left};
+        begin_ = end_;
+        ++line_;
+        return true;
+    }
+}
+
+} // namespace qxsh

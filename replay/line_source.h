@@ -1,0 +1,42 @@
+// The lines of a file, plain or, where zlib is, compressed: read in large blocks, in constant
+// memory. Relies on POSIX and zlib.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qxsh {
+
+/// An open file. A name that ends in ".gz" means gzip. Everything here throws recording_error.
+class line_source
+{
+public:
+    explicit line_source(const std::string &name);
+    ~line_source();
+    line_source(const line_source &) = delete;
+    line_source &operator=(const line_source &) = delete;
+
+    /// The next line, without its end; false at the end of the file. Valid until the next call.
+    bool next(std::string_view &line);
+
+    std::uint64_t line() const { return line_; } ///< the number of that line, from 1
+    double done() const;                         ///< the part of the file that was read, 0 to 1
+    void restart();                              ///< goes back to the first line
+
+private:
+    bool fill();
+    std::size_t read(char *to, std::size_t size);
+
+    int file_ = -1;
+    void *gzip_ = nullptr; ///< zlib's state, which then owns file_
+    std::uint64_t size_ = 0;
+    std::vector<char> block_;
+    std::size_t begin_ = 0; ///< of the bytes in block_ that no line has used yet
+    std::size_t end_ = 0;
+    std::uint64_t line_ = 0;
+};
+
+} // namespace qxsh
