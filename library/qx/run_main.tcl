@@ -43,7 +43,11 @@ proc qx::run::jobs {words} {
             }
         }
     }
-    foreach word $words { lappend jobs [expr {$word eq "-" ? "stdin" : "file"}] $word }
+    foreach word $words {
+        # To Tcl a tilde in front would be somebody's home.
+        if {[string match ~* $word]} { set word ./$word }
+        lappend jobs [expr {$word eq "-" ? "stdin" : "file"}] $word
+    }
     if {![llength $jobs]} { refuse "name a file, or give commands behind -c; see qx-run --help" }
     return $jobs
 }
