@@ -103,13 +103,32 @@ std::uint32_t greatest(unsigned bits)
     return bits >= 32 ? UINT32_MAX : (std::uint32_t{1} << bits) - 1;
 }
 
+// Why a field cannot have code words, as it is not shown as a number; empty if it is.
+std::string_view what_it_holds(const field_row &field)
+{
+    if (field.record >= 0)
+        return "a record, not a number";
+    switch (field.holds) {
+    case holding::number:
+        return {};
+    case holding::mac:
+        return "a MAC address, not a number";
+    case holding::family:
+        return "an address family, whose words are ipv4 and ipv6; their numbers are family lines";
+    case holding::key:
+        return "a key, not a number";
+    default:
+        return "an IP address, not a number";
+    }
+}
+
 std::uint32_t field_limit(const record_row &record, std::string_view place, std::string_view name)
 {
     const field_row *const field = row_named(fields_of(record), name);
     if (field == nullptr)
         throw mistake{quoted(record.name.text()) + " has no field " + quoted(name)};
-    if (field->record >= 0)
-        throw mistake{std::string{place} + " is a record, not a number"};
+    if (const std::string_view other = what_it_holds(*field); !other.empty())
+        throw mistake{std::string{place} + " is " + std::string{other}};
     return greatest(field->width != 0 ? field->width : field->size * 8u);
 }
 
@@ -156,6 +175,7 @@ private:
     void capacity();
     void size(std::string_view name);
     void family();
+    void check_families();
 
     profile result_;
     std::set<std::string> taken_;
@@ -260,6 +280,20 @@ void profile_reader::family()
     result_.families.push_back({{}, name, number, line_});
 }
 
+// A family without a line keeps its default number, which the other one must not have.
+void profile_reader::check_families()
+{
+    if (result_.families.size() != 1)
+        return;
+    const profile_number &only = result_.families.front();
+    for (const default_number &other : default_families)
+        if (other.name != only.name && other.number == only.number) {
+            line_ = only.line;
+            throw mistake{"the families ipv4 and ipv6 have the same number: " +
+                          std::string{other.name} + " needs a line, too"};
+        }
+}
+
 void profile_reader::read_line(std::string_view text)
 {
     check_text(text);
@@ -294,6 +328,7 @@ profile profile_reader::read(std::string_view text)
         ++line_;
         read_line(one);
     }
+    check_families();
     return std::move(result_);
 }
 

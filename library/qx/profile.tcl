@@ -44,10 +44,6 @@ proc qx::profile::use {name} {
             if {$section ne "statuses"} { set says [dict merge [dict get $new $section] $says] }
             if {[dict size $says]} { dict set new $section $says }
         }
-        set families [dict get $new families]
-        if {[dict get $families ipv4] == [dict get $families ipv6]} {
-            refuse $name "the families ipv4 and ipv6 have the same number"
-        }
     }
     set file $name
     set content $new

@@ -90,6 +90,14 @@ TEST(profile, names_line_and_mistake)
         {"code qx_tunnel_cfg_t. 5 ipsec", "\"qx_tunnel_cfg_t\" has no field \"\""},
         {"code qx_tunnel_cfg_t.dest_addr 5 x",
          "qx_tunnel_cfg_t.dest_addr is a record, not a number"},
+        {"code qx_vlan_t.priority 256 x", "\"256\" is not a number from 0 to 255"},
+        {"code qx_pkt_info_t.da_mac 5 x", "qx_pkt_info_t.da_mac is a MAC address, not a number"},
+        {"code qx_pptp_sa_t.key 5 x", "qx_pptp_sa_t.key is a key, not a number"},
+        {"code qx_l3_ip_addr.ipv4_addr 5 x",
+         "qx_l3_ip_addr.ipv4_addr is an IP address, not a number"},
+        {"code qx_ip_address_t.afi 5 ipx",
+         "qx_ip_address_t.afi is an address family, whose words are ipv4 and ipv6; their numbers "
+         "are family lines"},
         {"code qx_ipsec_spd_add.way 5 out", "\"qx_ipsec_spd_add\" has no argument \"way\""},
         {"code qx_flow_add.p_flow 5 x", "qx_flow_add.p_flow is a record, not a number"},
         {"code qx_ipsec_sa_t.sa_dir 2 out", "\"2\" is not a number from 0 to 1"},
@@ -136,6 +144,17 @@ TEST(profile, names_line_and_mistake)
         EXPECT_TRUE(read.statuses.empty()) << line;
         EXPECT_EQ(shown(read.sizes.at(0)), " ports 77 1") << line;
     }
+}
+
+TEST(profile, refuses_the_default_number_of_the_other_family)
+{
+    profile read = read_well("ports 77");
+    const auto mistake = read_profile("\nfamily ipv6 0\nports 3\n", read);
+    ASSERT_TRUE(mistake);
+    EXPECT_EQ(mistake->text,
+              "the families ipv4 and ipv6 have the same number: ipv4 needs a line, too");
+    EXPECT_EQ(mistake->line, 2u);
+    EXPECT_EQ(shown(read.sizes.at(0)), " ports 77 1");
 }
 
 TEST(profile, takes_what_utf8_has)
