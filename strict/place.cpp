@@ -5,17 +5,17 @@ namespace qxsh {
 
 namespace {
 
-// The `info frame` dict of the running command, or null. The command behind `info frame` is
-// evaluated as a list to give it a frame: a direct call fails if there is none below, as for a
-// command that C code calls outside any script. Returns null without evaluating anything if a
-// script has replaced that command.
-Tcl_Obj *describe_frame(Tcl_Interp *interp)
+// The `info frame` dict of the running command, at level -1, or of one around it, below; null if
+// there is none. The command behind `info frame` is evaluated as a list to give it a frame: a
+// direct call fails if there is none below, as for a command that C code calls outside any script.
+// Returns null without evaluating anything if a script has replaced that command.
+Tcl_Obj *describe_frame(Tcl_Interp *interp, int level)
 {
     static constexpr const char *name = "::tcl::info::frame";
     Tcl_CmdInfo frame;
     if (!Tcl_GetCommandInfo(interp, name, &frame) || !frame.isNativeObjectProc)
         return nullptr;
-    Tcl_Obj *const words[] = {Tcl_NewStringObj(name, -1), Tcl_NewIntObj(-1)};
+    Tcl_Obj *const words[] = {Tcl_NewStringObj(name, -1), Tcl_NewIntObj(level)};
     Tcl_Obj *const list = Tcl_NewListObj(2, words);
     Tcl_IncrRefCount(list);
     const int code = Tcl_EvalObjEx(interp, list, 0);
@@ -40,6 +40,25 @@ std::string text_of(Tcl_Obj *description, const char *name)
     return value != nullptr ? Tcl_GetString(value) : "";
 }
 
+void describe(Tcl_Obj *description, script_place &place)
+{
+    Tcl_Obj *const line = value_of(description, "line");
+    if (line == nullptr || Tcl_GetIntFromObj(nullptr, line, &place.line) != TCL_OK)
+        place.line = 0;
+    place.file = text_of(description, "file");
+    place.procedure = place.file.empty() ? text_of(description, "proc") : "";
+    // Typed or evaluated commands have line numbers in a text that no one can look up.
+    if (place.file.empty() && place.procedure.empty())
+        place.line = 0;
+}
+
+// The folder of package qx's scripts, with a slash behind it; empty if the package is not loaded.
+std::string folder_of_package(Tcl_Interp *interp)
+{
+    const char *const folder = Tcl_GetVar2(interp, "::qx::handle::folder", nullptr, 0);
+    return folder == nullptr ? std::string{} : folder + std::string{"/"};
+}
+
 } // namespace
 
 script_place current_place(Tcl_Interp *interp, const char *command)
@@ -47,16 +66,16 @@ script_place current_place(Tcl_Interp *interp, const char *command)
     script_place place;
     place.command = command;
     Tcl_ResetResult(interp);
-    if (Tcl_Obj *const description = describe_frame(interp); description != nullptr) {
-        Tcl_Obj *const line = value_of(description, "line");
-        if (line == nullptr || Tcl_GetIntFromObj(nullptr, line, &place.line) != TCL_OK)
-            place.line = 0;
-        place.file = text_of(description, "file");
-        if (place.file.empty())
-            place.procedure = text_of(description, "proc");
-        // Typed or evaluated commands have line numbers in a text that no one can look up.
-        if (place.file.empty() && place.procedure.empty())
-            place.line = 0;
+    const std::string package = folder_of_package(interp);
+    for (int level = -1;; --level) {
+        Tcl_Obj *const description = describe_frame(interp, level);
+        if (description == nullptr)
+            break;
+        describe(description, place);
+        // What package qx does, bodies that it runs included, is done where a script has called it.
+        if (package.empty() || !(place.file.empty() ? place.procedure.starts_with("::qx::")
+                                                    : place.file.starts_with(package)))
+            break;
     }
     Tcl_ResetResult(interp);
     return place;

@@ -18,7 +18,8 @@ struct script_place
     auto operator<=>(const script_place &) const = default;
 };
 
-/// The place of the running command, with `command` as its name. Resets the interpreter's result.
+/// The place of the running command, with `command` as its name; for scripts of package qx the
+/// place where they were called. Resets the interpreter's result.
 script_place current_place(Tcl_Interp *interp, const char *command);
 
 /// The place as messages show it, e.g. "'qx_flow_create' at setup.tcl:12". A file below the current
