@@ -126,7 +126,8 @@ namespace eval qx::commands {
                 A row has the arguments that lead to it, then what the SDK function puts out, by the
                 arguments' names. The device is 0 if none is given. An index or a key is an option:
                 a number, first..last, or a code word. A status that does not belong to the walk is
-                the error of qx::check. Without a table: all tables and what they hold.
+                the error of qx::check, and so is the end of the table if an option asks for what
+                lies behind it. Without a table: all tables and what they hold.
 
                 % qx::list l2tp_prefixes -tunnel_id 0x06000001 -session_id 17
 
@@ -135,8 +136,8 @@ namespace eval qx::commands {
             {qx::show ?table|handle? ?-device n? ?-key value ...? ?-view views? ?-all? ?-json?}
             {show a table in columns, or a record as a tree} {
                 Columns and fields that are zero are left out unless -all is given. Columns that do
-                not fit the terminal follow below. Keys are shown by their length. -json gives all
-                of it as JSON, keys included. -view is that of qx::get, for a record.
+                not fit the terminal, which counts as 40 columns at least, follow below. Keys are
+                shown by their length. -json gives all of it as JSON, keys included. -view is that of qx::get, for a record.
 
                 % qx::show flows -hash_index 0..100
             }

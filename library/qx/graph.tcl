@@ -194,7 +194,7 @@ proc qx::graph::label {name row} {
     set numbers [lrange [id $name $row] 1 end]
     set part [lindex [dict get [qx::catalogue::table $name] parts] 0]
     if {[dict get $part walk] ne {}} { set numbers [lrange $numbers 0 end-1] }
-    set lines [list [headline $noun $numbers]]
+    set lines [list [headline $noun $name $numbers]]
     foreach path $paths {
         set value [value_at $name $row $path]
         foreach {below text zero} [leaves $name $path $value] {
@@ -221,14 +221,22 @@ proc qx::graph::leaves {name path value} {
 
 proc qx::graph::unseen_label {id} {
     lassign [dict get [qx::catalogue::table [lindex $id 0]] node] noun
-    return [headline $noun [lrange $id 1 end]]
+    return [headline $noun [lindex $id 0] [lrange $id 1 end]]
 }
 
-# A noun with its numbers; ids in hexadecimal.
-proc qx::graph::headline {noun numbers} {
-    foreach number $numbers {
-        if {[string is wideinteger -strict $number]} { set number [qx::shown::id $number] }
-        append noun " $number"
+# A noun with the numbers that lead to a row of a table, as qx::show has them: codes are words, ids
+# hexadecimal.
+proc qx::graph::headline {noun name numbers} {
+    set paths [qx::tables::asked [qx::catalogue::table $name]]
+    foreach number $numbers path $paths {
+        set word {}
+        if {$path ne {}} {
+            set word [qx::catalogue::code_word \
+                {*}[qx::tables::code_place [call_of $name] $path] $number]
+        }
+        if {$word eq {}} { set word $number }
+        if {[string is wideinteger -strict $word]} { set word [qx::shown::id $word] }
+        append noun " $word"
     }
     return $noun
 }

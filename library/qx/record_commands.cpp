@@ -61,6 +61,12 @@ bool read_options(Tcl_Interp *interp, const char *command, const char *words, in
 {
     for (int i = 0; i < count; ++i) {
         const char *const word = Tcl_GetString(given[i]);
+        const bool again = std::strcmp(word, "-raw") == 0     ? options.raw
+                           : std::strcmp(word, "-words") == 0 ? options.words
+                           : std::strcmp(word, "-view") == 0  ? options.views != nullptr
+                                                              : false;
+        if (again)
+            return refuse_usage(interp, Tcl_ObjPrintf("%s: %s is given twice", command, word));
         if (std::strcmp(word, "-raw") == 0) {
             options.raw = true;
         } else if (std::strcmp(word, "-words") == 0) {

@@ -20,11 +20,16 @@ int number_of_arguments()
     return last.first + last.arguments;
 }
 
-bool refuse_usage(Tcl_Interp *interp)
+const call_row *refuse_usage(Tcl_Interp *interp, Tcl_Obj *text)
 {
-    Tcl_SetObjResult(interp, Tcl_ObjPrintf("usage: qx::call %s", usage));
+    Tcl_SetObjResult(interp, text);
     Tcl_SetErrorCode(interp, "QX", "USAGE", nullptr);
-    return false;
+    return nullptr;
+}
+
+const call_row *refuse_usage(Tcl_Interp *interp)
+{
+    return refuse_usage(interp, Tcl_ObjPrintf("usage: qx::call %s", usage));
 }
 
 } // namespace
@@ -66,21 +71,20 @@ const call_row *sdk_caller::take_function(int objc, Tcl_Obj *const objv[], int &
     int i = 1;
     for (; i < objc && Tcl_GetString(objv[i])[0] == '-'; ++i) {
         const std::string_view word = Tcl_GetString(objv[i]);
-        if (word == "-dict") {
-            options.dict = true;
-        } else if (word == "-words") {
-            options.words = true;
-        } else if ((word == "-allow" || word == "-status") && i + 1 < objc) {
-            (word == "-allow" ? options.allow : options.status) = objv[++i];
-        } else {
-            refuse_usage(interp);
-            return nullptr;
-        }
+        const bool has_value = word == "-allow" || word == "-status";
+        bool &flag = word == "-dict" ? options.dict : options.words;
+        Tcl_Obj *&value = word == "-allow" ? options.allow : options.status;
+        if (has_value ? i + 1 == objc : word != "-dict" && word != "-words")
+            return refuse_usage(interp);
+        if (has_value ? value != nullptr : flag)
+            return refuse_usage(interp, Tcl_ObjPrintf("qx::call: %s is given twice", word.data()));
+        if (has_value)
+            value = objv[++i];
+        else
+            flag = true;
     }
-    if (i == objc) {
-        refuse_usage(interp);
-        return nullptr;
-    }
+    if (i == objc)
+        return refuse_usage(interp);
     first = i + 1;
     return find(objv[i]);
 }

@@ -116,7 +116,6 @@ proc qx::shown::address {type value} {
 # A number or an array as its field means it. Keys are shown by their length, as in logs.
 proc qx::shown::text {owner field value} {
     if {[dict get $field holds] eq "key"} {
-        if {[is_zero $value]} { return 0 }
         return "[dict get $field count] bytes"
     }
     if {[dict get $field holds] ne {}} { return $value }
@@ -144,6 +143,7 @@ proc qx::shown::record {handle args} {
     set view {}
     while {$args ne {}} {
         set args [lassign $args option]
+        qx::tables::once qx::show $option taken
         if {$option in {-all -json}} {
             dict set options [string range $option 1 end] 1
         } elseif {$option eq "-view" && $args ne {}} {

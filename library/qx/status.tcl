@@ -20,6 +20,9 @@ proc qx::status::check {args} {
         if {[llength $args] < 3} { usage }
         set allow [numbers [lindex $args 1]]
         set args [lrange $args 2 end]
+        if {[lindex $args 0] eq "-allow"} {
+            return -code error -errorcode {QX USAGE} "qx::check: -allow is given twice"
+        }
     }
     if {$args eq {}} { usage }
     set name [string trimleft [lindex $args 0] :]

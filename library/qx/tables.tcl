@@ -48,6 +48,7 @@ proc qx::tables::request {command words flags} {
     set rest [lrange $words 1 end]
     while {$rest ne {}} {
         set rest [lassign $rest option]
+        once "$command $name" $option taken
         if {$option in $flags} {
             dict set request [string range $option 1 end] 1
             continue
@@ -62,6 +63,15 @@ proc qx::tables::request {command words flags} {
     }
     check_keys $request
     return $request
+}
+
+# An option that is given twice is a mistake; `taken` has those before, in the caller.
+proc qx::tables::once {call option taken_name} {
+    upvar 1 $taken_name taken
+    if {[info exists taken($option)]} {
+        return -level 2 -code error -errorcode {QX USAGE} "$call: $option is given twice"
+    }
+    set taken($option) {}
 }
 
 # The arguments of a table that may be given, or have to be.
@@ -309,7 +319,10 @@ proc qx::tables::visit {request part bound words rows_name} {
     set values [::qx::call -dict -status status $call {*}$words]
     if {$status} {
         if {$status in [dict get $part empty]} { return 0 }
-        if {$status in [dict get $part ends]} { return 1 }
+        # Whoever asks for a place behind the end has to know.
+        set innermost [short [lindex [dict keys [dict get $part indexes]] end]]
+        set asked_for [dict exists $request given $innermost]
+        if {$status in [dict get $part ends] && !$asked_for} { return 1 }
         if {$status ni [dict get $part bare]} { fail $call $words $status }
     }
     set absent [dict get $part absent]

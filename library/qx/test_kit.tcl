@@ -32,6 +32,8 @@ proc qx::test::take_options {} {
     set words $::argv
     while {[llength $words]} {
         set words [lassign $words word]
+        if {$word in {-tap -junit} && [info exists taken($word)]} { refuse "$word is given twice" }
+        set taken($word) {}
         if {$word eq "-tap"} {
             report::use_tap
         } elseif {$word eq "-junit"} {
