@@ -30,6 +30,17 @@ argument spd_handle      "handle of the SPD"
 argument tunnel_id       "tunnel id"
 argument usb_id          "number of the USB controller"
 
+# Numbers that the device assigns, by kind.
+ids rtp         { rtp_id p_rtp_id }
+ids spd         { spd_handle }
+ids policy      { policy_handle qx_l2tp_tunnel_cfg_t.ipsec_policy qx_ipsec_tunnel_cfg_t.ipsec_policy
+                  qx_etherip_tunnel_cfg_t.ipsec_policy qx_tunnel_union_overlay_t.enc_policy }
+ids association { sa_handle previous_sa_handle qx_l3_nexthop_intf_binding_t.ipsec_said }
+ids translation { ip_translate_id p_ip_translate_id }
+ids nexthop     { index qx_tunnel_cfg_t.nexthop_id }
+ids tunnel      { tunnel_id p_tunnel_id qx_l3_nexthop_intf_binding_t.tunnel_id
+                  qx_tunnel_mtu_t.tunnel_id }
+
 # Numbers that people read and write in hexadecimal: types and flags on the wire, ids, handles.
 hexadecimal {
     eth_type ppp_protocol qx_ppp_hdr_t.pro ver spi natt_4_bytes flag

@@ -36,7 +36,7 @@ std::string text_of(const std::string &file)
 }
 
 // By renaming, as docs/simulator.md requires.
-void qxsh::replace_file(const std::string &file, const std::string &text)
+void replace_file(const std::string &file, const std::string &text)
 {
     std::ofstream{file + ".new", std::ios::binary} << text;
     expect(std::rename((file + ".new").c_str(), file.c_str()) == 0, "a file is renamed");
@@ -102,7 +102,7 @@ void compare(const qxsim::control_settings &is, const model_settings &should)
 void check_file(const std::string &text)
 {
     const std::string name = folder + "/read";
-    qxsh::replace_file(name, text);
+    replace_file(name, text);
     qxsim::control_order order;
     qxsim::control_file reader;
     reader.name(name);
@@ -229,7 +229,7 @@ bool controlled_scene::cannot_be_obeyed(const model_settings &read) const
 // The call that makes the simulator check the file does not count as a call.
 void controlled_scene::put_in_force(const std::string &lines)
 {
-    qxsh::replace_file(folder + "/control", lines);
+    replace_file(folder + "/control", lines);
     model_settings read = read_control_text(lines);
     std::vector<bool> kept(model_.rules.size());
     for (model_rule &rule : read.rules) {

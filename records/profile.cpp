@@ -176,6 +176,7 @@ private:
     void size(std::string_view name);
     void family();
     void check_families();
+    void loose();
 
     profile result_;
     std::set<std::string> taken_;
@@ -294,6 +295,16 @@ void profile_reader::check_families()
         }
 }
 
+void profile_reader::loose()
+{
+    usage_ = "loose RECORD.FIELD, or loose FUNCTION.ARGUMENT";
+    const std::string place{needed_word()};
+    limit_of(place);
+    end_line();
+    once("loose " + place, place + " is given twice");
+    result_.loose.push_back(place);
+}
+
 void profile_reader::read_line(std::string_view text)
 {
     check_text(text);
@@ -312,9 +323,11 @@ void profile_reader::read_line(std::string_view text)
         size(kind);
     else if (kind == "family")
         family();
+    else if (kind == "loose")
+        loose();
     else
         throw mistake{quoted(kind) +
-                      " is not one of status, code, capacity, ports, devices, family"};
+                      " is not one of status, code, capacity, ports, devices, family, loose"};
 }
 
 profile profile_reader::read(std::string_view text)

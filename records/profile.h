@@ -35,6 +35,7 @@ struct profile
     std::vector<profile_number> codes;
     std::vector<profile_number> sizes; ///< each at least 1
     std::vector<profile_number> families;
+    std::vector<std::string> loose; ///< RECORD.FIELD or FUNCTION.ARGUMENT: change by themselves
 };
 
 struct profile_mistake
@@ -46,5 +47,19 @@ struct profile_mistake
 /// Reads a profile. Returns its first mistake, and then leaves `result` as it was. May throw
 /// std::bad_alloc.
 std::optional<profile_mistake> read_profile(std::string_view text, profile &result);
+
+/// The default profile; lines are 0.
+profile default_profile();
+
+/// What a program speaks when the environment's QX_PROFILE names a profile: the default profile
+/// with what the file replaces. Without QX_PROFILE, or if it is empty, the default profile. Throws
+/// profile_error.
+profile profile_in_use();
+
+/// The message "FILE:LINE: what is wrong", or "FILE: cannot be read: why".
+struct profile_error
+{
+    std::string text;
+};
 
 } // namespace qxsh

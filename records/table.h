@@ -41,6 +41,7 @@ struct field_row
     holding holds;
     bool dumped;         ///< whether dumps show it
     std::int16_t record; ///< index in record_rows of its elements; -1 for numbers
+    std::uint8_t id = 0; ///< which kind of id that the device assigns, an id_number; else id_none
 };
 
 struct record_row
@@ -79,6 +80,7 @@ struct argument_row
                          ///< a call is pointed to has its own, a multiple of 4
     std::int8_t count;   ///< of an array: index of the call's argument with its size; else -1
     std::int16_t record; ///< index in record_rows of what it points to; -1 for numbers
+    std::uint8_t id = 0; ///< as field_row::id, also of a number that is pointed to
 };
 
 struct call_row

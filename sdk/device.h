@@ -9,6 +9,7 @@
 #include "qx_sdk.h"
 #include "qx_status.h"
 #include "record.h"
+#include "record_numbers.h"
 #include "table.h"
 
 #include <array>
@@ -308,6 +309,9 @@ struct device
 
 /// The kinds of ids that devices assign.
 enum class id_kind : std::uint32_t { rtp, spd, policy, association, translation, nexthop, tunnel };
+
+static_assert(static_cast<int>(id_kind::tunnel) + 1 == qxsh::id_tunnel &&
+              qxsh::id_tunnel + 1 == qxsh::id_count);
 
 /// The base of a device's ids of a kind: ids of different kinds or devices never coincide.
 constexpr std::uint32_t id_base(id_kind kind, unsigned device)

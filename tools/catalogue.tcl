@@ -52,9 +52,9 @@ proc catalogue::load {folder} {
     variable model
     array unset model
     array set model {areas {} records {} calls {} cells {} pointers {} arguments {} groups {} \
-        examples {} tables {} hexadecimal {}}
+        examples {} tables {} hexadecimal {} ids {}}
     set index [file join $folder index.tcl]
-    read_file $index {areas argument hexadecimal}
+    read_file $index {areas argument hexadecimal ids}
     if {$model(areas) eq {}} { fail [list [shown $index] 1] "no areas are listed" }
     foreach area $model(areas) {
         set file [file join $folder $area.tcl]
@@ -80,6 +80,7 @@ proc catalogue::load {folder} {
     check_command_names
     check_examples
     mark_hexadecimal
+    check_ids
     check_tables
 }
 
@@ -120,6 +121,20 @@ proc catalogue::examples {} {
             [list [dict get $example example] [dict get $example result] [before $call {}]]
     }
     return $examples
+}
+
+# The kinds of ids that a device assigns, in their order.
+proc catalogue::id_kinds {} { variable model; return [dict keys $model(ids)] }
+
+# The number (from 1) of the kind of id that an argument, or a field as record.name, is; 0: none.
+proc catalogue::id_kind {name} {
+    variable model
+    set number 0
+    foreach {kind list} $model(ids) {
+        incr number
+        if {$name in [lindex $list 0]} { return $number }
+    }
+    return 0
 }
 
 # True if the call's first argument is a device.

@@ -5,10 +5,10 @@
 namespace eval profile {}
 
 # A dict: `statuses`, a list of name, number and meaning; `codes`, a dict from OWNER.NAME to a dict
-# from word to number; `capacities` and `families`, dicts from name to number. Ports and devices
-# are capacities. All is in the file's order.
+# from word to number; `capacities` and `families`, dicts from name to number; `loose`, a list of
+# OWNER.NAME. Ports and devices are capacities. All is in the file's order.
 proc profile::read {file} {
-    set found [dict create statuses {} codes {} capacities {} families {}]
+    set found [dict create statuses {} codes {} capacities {} families {} loose {}]
     set line_number 0
     foreach line [statuses::lines_of $file] {
         incr line_number
@@ -36,8 +36,10 @@ proc profile::add_line {line} {
         add capacities $word $value
     } elseif {[regexp "^family\\s+(ipv4|ipv6)\\s+$number\\s*$" $line -> word value]} {
         add families $word $value
+    } elseif {[regexp {^loose\s+(\w+\.\w+)\s*$} $line -> place]} {
+        dict lappend found loose $place
     } else {
-        error "expected: status, code, capacity, ports, devices or family"
+        error "expected: status, code, capacity, ports, devices, family or loose"
     }
 }
 

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 
@@ -37,7 +38,8 @@ TEST(profile, reads_each_kind_of_line)
                                    "code qx_ipsec_spd_add.direction 4294967295 out\n"
                                    "code qx_pm_pcie_state_get.state 5 out\n"
                                    "capacity flows 0X10\nports 8\ndevices 1\n"
-                                   "family ipv6 10\nfamily ipv4 2");
+                                   "family ipv6 10\nfamily ipv4 2\n"
+                                   "loose qx_rtp_stats_t.pkt_cnt\nloose qx_l3_nexthop_add.index");
     ASSERT_EQ(read.statuses.size(), 2u);
     EXPECT_EQ(read.statuses[0].number, 30u);
     EXPECT_EQ(read.statuses[0].name, "NP_GONE");
@@ -52,6 +54,48 @@ TEST(profile, reads_each_kind_of_line)
     EXPECT_EQ(shown(read.sizes[2]), " devices 1 11");
     ASSERT_EQ(read.families.size(), 2u);
     EXPECT_EQ(shown(read.families[0]), " ipv6 10 12");
+    EXPECT_EQ(read.loose,
+              (std::vector<std::string>{"qx_rtp_stats_t.pkt_cnt", "qx_l3_nexthop_add.index"}));
+}
+
+TEST(profile, a_file_replaces_lines_of_the_default_one)
+{
+    const std::string name = testing::TempDir() + "qxsh-profile-in-use";
+    std::ofstream{name} << "status 0 QX_OK done\nstatus 9 NP_GONE gone\n"
+                           "code qx_tunnel_cfg_t.type 5 ipsec\nfamily ipv4 2\nports 8\n";
+    setenv("QX_PROFILE", name.c_str(), 1);
+    const profile all = qxsh::profile_in_use();
+    unsetenv("QX_PROFILE");
+    const profile before = qxsh::profile_in_use();
+    EXPECT_EQ(all.statuses.size(), 2u);
+    EXPECT_EQ(before.statuses.size(), std::size(qxsh::default_statuses));
+    // One word for the type of a tunnel in place of four.
+    EXPECT_EQ(all.codes.size(), before.codes.size() - 3);
+    EXPECT_EQ(shown(all.codes.back()), "qx_tunnel_cfg_t.type ipsec 5 3");
+    EXPECT_EQ(all.sizes.size(), before.sizes.size());
+    EXPECT_EQ(shown(all.sizes.back()), " ports 8 5");
+    ASSERT_EQ(all.families.size(), 2u);
+    EXPECT_EQ(shown(all.families[0]), " ipv6 1 0");
+    EXPECT_EQ(all.loose, before.loose);
+    EXPECT_FALSE(all.loose.empty());
+}
+
+TEST(profile, a_file_in_use_that_is_wrong_is_named_with_its_line)
+{
+    const std::string name = testing::TempDir() + "qxsh-profile-in-use";
+    std::ofstream{name} << "# ours\nports\n";
+    for (const std::string &file : {name, name + ".gone"}) {
+        setenv("QX_PROFILE", file.c_str(), 1);
+        try {
+            qxsh::profile_in_use();
+            ADD_FAILURE() << file;
+        } catch (const qxsh::profile_error &wrong) {
+            EXPECT_EQ(wrong.text, file == name
+                                      ? name + ":2: expected: ports NUMBER"
+                                      : file + ": cannot be read: No such file or directory");
+        }
+    }
+    unsetenv("QX_PROFILE");
 }
 
 TEST(profile, an_empty_text_says_nothing)
@@ -65,8 +109,11 @@ TEST(profile, names_line_and_mistake)
 {
     static constexpr std::pair<const char *, const char *> cases[] = {
         {"statuses 1 A b",
-         "\"statuses\" is not one of status, code, capacity, ports, devices, family"},
+         "\"statuses\" is not one of status, code, capacity, ports, devices, family, loose"},
         {"status", "expected: status NUMBER NAME MEANING"},
+        {"loose", "expected: loose RECORD.FIELD, or loose FUNCTION.ARGUMENT"},
+        {"loose qx_vlan_t.vlan_id 3", "expected: loose RECORD.FIELD, or loose FUNCTION.ARGUMENT"},
+        {"loose qx_vlan_t.colour", "\"qx_vlan_t\" has no field \"colour\""},
         {"status 5", "expected: status NUMBER NAME MEANING"},
         {"status 5 A", "expected: status NUMBER NAME MEANING"},
         {"status A 5 b", "\"A\" is not a number from 0 to 65535"},

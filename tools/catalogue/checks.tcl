@@ -198,6 +198,34 @@ proc catalogue::mark_hexadecimal {} {
     }
 }
 
+# What the lists of ids name has to exist, to have 32 bits, and to be in one list only.
+proc catalogue::check_ids {} {
+    variable model
+    set known {}
+    foreach record $model(records) {
+        foreach field [dict get $model(record,$record) fields] {
+            set plain [expr {[dict get $field width] == 0 && [dict get $field count] == 0}]
+            dict set known $record.[dict get $field name] [list [dict get $field type] $plain]
+        }
+    }
+    foreach call $model(calls) {
+        foreach argument [dict get $model(call,$call) arguments] {
+            dict set known [dict get $argument name] \
+                [list [string trimright [dict get $argument type] *] 1]
+        }
+    }
+    set seen {}
+    foreach {kind list} $model(ids) {
+        lassign $list names place
+        foreach name $names {
+            if {![dict exists $known $name]} { fail $place "there is no field or argument $name" }
+            if {[dict get $known $name] ne {u32 1}} { fail $place "$name is not a u32" }
+            if {$name in $seen} { fail $place "$name is listed twice" }
+            lappend seen $name
+        }
+    }
+}
+
 # Places a record in the layout order, after the records it contains.
 proc catalogue::place_record {record outer} {
     variable model

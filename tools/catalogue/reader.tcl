@@ -102,6 +102,16 @@ proc catalogue::declare_hexadecimal {place words} {
     set model(hexadecimal) [list [as_list [lindex $words 0] $place] $place]
 }
 
+# The ids of one kind that a device assigns: arguments by name, fields as record.name.
+proc catalogue::declare_ids {place words} {
+    variable model
+    expect $place 2 $words "ids kind { arguments and fields }"
+    lassign $words kind places
+    check_name $place $kind "kind of id"
+    if {[dict exists $model(ids) $kind]} { fail $place "the ids of kind $kind are already listed" }
+    dict set model(ids) $kind [list [as_list $places $place] $place]
+}
+
 proc catalogue::declare_area {place words} {
     variable model
     expect $place 2 $words "area name description"

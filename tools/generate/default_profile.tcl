@@ -5,7 +5,8 @@
 proc generate::default_profile {profile} {
     variable note
     set text "// The default profile.\n// $note\n#pragma once\n\n"
-    append text "#include <cstdint>\n#include <string_view>\n\nnamespace qxsh \{\n\n"
+    append text "#include <array>\n#include <cstdint>\n#include <string_view>\n\n"
+    append text "namespace qxsh \{\n\n"
     append text "struct default_number\n\{\n"
     append text "    std::string_view owner; ///< of a code, OWNER.NAME; otherwise empty\n"
     append text "    std::string_view name;  ///< of a code, its word\n"
@@ -21,12 +22,17 @@ proc generate::default_profile {profile} {
         dict for {name number} [dict get $profile $kind] { lappend rows [list {} $name $number] }
         append text [default_numbers $array $rows]
     }
+    append text "\ninline constexpr std::array<std::string_view,"
+    append text " [llength [dict get $profile loose]]> default_loose\{\n"
+    foreach place [dict get $profile loose] { append text "    \"$place\",\n" }
+    append text "\};\n"
     write default_profile.h "$text\n\} // namespace qxsh\n"
 }
 
 proc generate::default_statuses {statuses} {
     set text "\nstruct default_status\n\{\n    unsigned int number;\n    const char *name;\n"
-    append text "    const char *meaning;\n\};\n\ninline constexpr default_status default_statuses\[\] = \{\n"
+    append text "    const char *meaning;\n\};\n\n"
+    append text "inline constexpr default_status default_statuses\[\] = \{\n"
     foreach {name number meaning} $statuses {
         append text "    \{$number, [quoted $name], [quoted $meaning]\},\n"
     }

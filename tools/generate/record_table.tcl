@@ -31,6 +31,9 @@ proc generate::record_numbers {} {
         foreach name $names { append text "    ${kind}_$name,\n" }
         append text "    ${kind}_count\n\};\n"
     }
+    append text "\nenum id_number \{\n    id_none,\n"
+    foreach kind [catalogue::id_kinds] { append text "    id_$kind,\n" }
+    append text "    id_count\n\};\n"
     append text "\nconstexpr unsigned field_count = $most(all);\n"
     append text "constexpr unsigned view_count = $most(views);\n"
     append text "constexpr unsigned most_record_bytes = $most(bytes);\n"
@@ -78,7 +81,7 @@ proc generate::record_rows {} {
         lappend records [record_row $name $most(all)]
         foreach field [dict get $record fields] {
             lappend views {*}[view_rows $name $field [llength $fields]]
-            lappend fields [field_row $field]
+            lappend fields [field_row $field [catalogue::id_kind $name.[dict get $field name]]]
             set most(elements) [expr {max($most(elements), [dict get $field count])}]
         }
         set count [llength [dict get $record fields]]
@@ -126,13 +129,13 @@ proc generate::field_index {record name} {
     }
 }
 
-proc generate::field_row {field} {
+proc generate::field_row {field id} {
     set type [dict get $field type]
     set holds [dict get $field holds]
     return [row [dict get $field name] [list [dict get $field offset] [catalogue::type_size $type] \
         [dict get $field count] [dict get $field bit] [dict get $field width] \
         [expr {$holds eq {} ? "number" : $holds}] [truth [dict get $field dumped]] \
-        [record_number $type]]]
+        [record_number $type] $id]]
 }
 
 proc generate::record_row {name first} {
@@ -177,7 +180,8 @@ proc generate::argument_rows {call} {
         set size [catalogue::type_size [string trimright $type *]]
         set count [catalogue::count_of $call [dict get $argument name]]
         lappend rows [row [dict get $argument name] [list [dict get $argument direction] \
-            [truth $pointer] $size $place $count [record_number $type]]]
+            [truth $pointer] $size $place $count [record_number $type] \
+            [catalogue::id_kind [dict get $argument name]]]]
         if {$pointer && $count < 0} { incr place [expr {($size + 3) / 4 * 4}] }
     }
     set most(arguments) [expr {max($most(arguments), [llength $rows])}]

@@ -2,6 +2,7 @@
 // Generated from the catalogue by tools/generate.tcl; changes belong there.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string_view>
 
@@ -39,6 +40,9 @@ inline constexpr default_number default_sizes[] = {
 
 inline constexpr default_number default_families[] = {
     {"", "ipv6", 9},
+};
+
+inline constexpr std::array<std::string_view, 0> default_loose{
 };
 
 } // namespace qxsh

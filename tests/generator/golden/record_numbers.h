@@ -17,6 +17,12 @@ enum call_number {
     call_count
 };
 
+enum id_number {
+    id_none,
+    id_lamp,
+    id_count
+};
+
 constexpr unsigned field_count = 16;
 constexpr unsigned view_count = 1;
 constexpr unsigned most_record_bytes = 56;

@@ -43,22 +43,22 @@ const record_row record_rows[] = {
 };
 
 const field_row field_rows[] = {
-    {{17}, 0, 1, 0, 0, 0, number, true, -1}, // hue
-    {{21}, 1, 2, 0, 0, 0, number, true, -1}, // level
-    {{42}, 0, 4, 0, 0, 0, number, true, -1}, // word
-    {{47}, 0, 3, 0, 0, 0, number, true, 0}, // colour
-    {{64}, 0, 2, 0, 0, 0, number, true, -1}, // id
-    {{67}, 2, 1, 0, 0, 3, number, true, -1}, // mode
-    {{72}, 2, 1, 0, 3, 5, number, true, -1}, // group
-    {{78}, 3, 1, 0, 0, 0, number, true, -1}, // flags
-    {{84}, 4, 4, 0, 0, 30, number, true, -1}, // serial
-    {{91}, 4, 4, 0, 30, 2, number, true, -1}, // kind
-    {{96}, 8, 1, 3, 0, 0, key, true, -1}, // name
-    {{101}, 12, 4, 2, 0, 0, number, true, -1}, // hours
-    {{108}, 20, 4, 0, 0, 0, number, true, 1}, // view
-    {{113}, 24, 3, 4, 0, 0, number, true, 0}, // palette
-    {{121}, 36, 4, 4, 0, 0, number, true, 1}, // program
-    {{129}, 52, 3, 0, 0, 0, number, false, 0}, // secret
+    {{17}, 0, 1, 0, 0, 0, number, true, -1, 0}, // hue
+    {{21}, 1, 2, 0, 0, 0, number, true, -1, 0}, // level
+    {{42}, 0, 4, 0, 0, 0, number, true, -1, 0}, // word
+    {{47}, 0, 3, 0, 0, 0, number, true, 0, 0}, // colour
+    {{64}, 0, 2, 0, 0, 0, number, true, -1, 0}, // id
+    {{67}, 2, 1, 0, 0, 3, number, true, -1, 0}, // mode
+    {{72}, 2, 1, 0, 3, 5, number, true, -1, 0}, // group
+    {{78}, 3, 1, 0, 0, 0, number, true, -1, 0}, // flags
+    {{84}, 4, 4, 0, 0, 30, number, true, -1, 0}, // serial
+    {{91}, 4, 4, 0, 30, 2, number, true, -1, 0}, // kind
+    {{96}, 8, 1, 3, 0, 0, key, true, -1, 0}, // name
+    {{101}, 12, 4, 2, 0, 0, number, true, -1, 0}, // hours
+    {{108}, 20, 4, 0, 0, 0, number, true, 1, 0}, // view
+    {{113}, 24, 3, 4, 0, 0, number, true, 0, 0}, // palette
+    {{121}, 36, 4, 4, 0, 0, number, true, 1, 0}, // program
+    {{129}, 52, 3, 0, 0, 0, number, false, 0, 0}, // secret
 };
 
 const view_row view_rows[] = {
@@ -72,13 +72,13 @@ const call_row call_rows[] = {
 };
 
 const argument_row argument_rows[] = {
-    {{136}, in, false, 2, 0, -1, -1}, // dev_id
-    {{143}, in, true, 56, 0, -1, 2}, // lamp
-    {{148}, out, true, 4, 56, -1, -1}, // lamp_id
-    {{136}, in, false, 2, 0, -1, -1}, // dev_id
-    {{168}, in, false, 1, 0, -1, -1}, // channel
-    {{21}, in, false, 4, 0, -1, -1}, // level
-    {{143}, inout, true, 56, 0, -1, 2}, // lamp
+    {{136}, in, false, 2, 0, -1, -1, 0}, // dev_id
+    {{143}, in, true, 56, 0, -1, 2, 0}, // lamp
+    {{148}, out, true, 4, 56, -1, -1, 1}, // lamp_id
+    {{136}, in, false, 2, 0, -1, -1, 0}, // dev_id
+    {{168}, in, false, 1, 0, -1, -1, 0}, // channel
+    {{21}, in, false, 4, 0, -1, -1, 0}, // level
+    {{143}, inout, true, 56, 0, -1, 2, 0}, // lamp
 };
 
 } // namespace qxsh

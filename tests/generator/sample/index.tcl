@@ -2,3 +2,4 @@
 areas lamp data
 argument dev_id "device number"
 hexadecimal { flags qx_lamp_t.serial }
+ids lamp { lamp_id }
