@@ -84,7 +84,8 @@ namespace eval qx::commands {
             {qx::diff handle handle ?-view views? ?-raw? ?-words?}
             {list where two records differ, byte by byte} {
                 The result is a dict, path to value in the first record and value in the second.
-                Bytes in no field are padding(OFFSET).
+                Bytes in no field are padding(OFFSET), which is also a path for qx::get and
+                qx::set.
             }
             {qx::json handle ?-view views? ?-raw? ?-words?} {return a record as JSON} {}
             {qx::apply file} {make the SDK calls that a JSON file lists} {

@@ -139,6 +139,7 @@ proc qx::lint::records::follow {type path} {
         set index {}
         set name [lindex $rest 0]
         set indexed [regexp {^([^(]*)\((.*)\)$} $name -> name index]
+        if {$indexed && $name eq "padding" && [llength $rest] == 1} return
         if {[set field [field_of $type [lreplace $path 1 1 $name] [lindex $path 1]]] eq {}} return
         set count [dict get $field count]
         if {$indexed && (![string is digit -strict $index] || [scan $index %d] >= $count)} {

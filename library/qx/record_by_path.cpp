@@ -11,11 +11,13 @@ bool record_writer::write(const path_target &target, Tcl_Obj *value, const char 
     if (written_ == nullptr)
         written_ = by_path_.emplace().data();
     version_ = 0;
-    if (!value_at(target, value, here))
+    if (!(target.field == nullptr ? padding_at(target, value, here)
+                                  : value_at(target, value, here)))
         return false;
     if (contradiction_)
         return refuse(&here, Tcl_NewStringObj("contradicts an earlier path", -1));
-    if (target.row->family >= 0 && target.field->record >= 0 && version_ != 0)
+    if (target.field != nullptr && target.row->family >= 0 && target.field->record >= 0 &&
+        version_ != 0)
         note_address(*target.row, target.at, version_, here, value);
     return check_families();
 }
@@ -32,6 +34,26 @@ bool record_writer::value_at(const path_target &target, Tcl_Obj *value, const pl
     if (!take(&field, value, bit_mask(0, 8u * field.size), number, &here))
         return false;
     store(target.start(), field.size, number);
+    return true;
+}
+
+// Bytes in no field, of any view and nested record.
+bool record_writer::padding_at(const path_target &target, Tcl_Obj *value, const place &here)
+{
+    unsigned char free[most_record_bytes];
+    unsigned char bytes[most_record_bytes];
+    unsigned count;
+    const auto from = static_cast<unsigned>(target.index);
+    secret_ = false;
+    if (!hexadecimal(value, target.row->size - from, bytes, count, here))
+        return false;
+    free_bits(*target.row, free);
+    for (unsigned i = 0; i < count; ++i) {
+        const unsigned char bits = free[from + i];
+        if ((bytes[i] & ~bits) != 0)
+            return refuse(&here, Tcl_ObjPrintf("byte %u belongs to a field", from + i));
+        store(target.at + from + i, 1, bytes[i], bits);
+    }
     return true;
 }
 

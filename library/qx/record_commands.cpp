@@ -105,6 +105,11 @@ int get_place(package_data &data, Tcl_Interp *interp, Tcl_Obj *handle, Tcl_Obj *
     path_target target;
     if (!data.session.find(handle, found) || !follow_path(data.session, *found.row, path, target))
         return TCL_ERROR;
+    if (target.field == nullptr) {
+        Tcl_SetObjResult(interp, read_padding(*target.row, static_cast<unsigned>(target.index),
+                                              found.memory + target.at));
+        return TCL_OK;
+    }
     const record_plan *const plan = data.plans.plan(*target.row, options);
     if (plan == nullptr)
         return TCL_ERROR;

@@ -29,7 +29,28 @@ void mark(unsigned char *bits, const field_row &field, bool deep)
     }
 }
 
+// The same for all fields of a record, of all views and nested records.
+void mark_all(unsigned char *bits, const record_row &row)
+{
+    for (const field_row &field : fields_of(row)) {
+        const record_row *const inner = record_in(field);
+        if (inner == nullptr)
+            mark(bits, field, false);
+        else
+            for (unsigned i = 0; i < elements_of(field); ++i)
+                mark_all(bits + field.offset + i * field.size, *inner);
+    }
+}
+
 } // namespace
+
+void free_bits(const record_row &row, unsigned char *bits)
+{
+    std::memset(bits, 0, row.size);
+    mark_all(bits, row);
+    for (unsigned i = 0; i < row.size; ++i)
+        bits[i] = static_cast<unsigned char>(~bits[i]);
+}
 
 struct hole_lists::list
 {

@@ -42,6 +42,10 @@ private:
     list *of_views_[field_count] = {};
 };
 
+/// Sets `bits`, a byte for each of the record's, to those in no field, counting all views of unions
+/// and the fields of nested records.
+void free_bits(const record_row &row, unsigned char *bits);
+
 /// Whether one of the bits is set in the record at `memory`.
 inline bool any_set(holes where, const unsigned char *memory)
 {

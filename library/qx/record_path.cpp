@@ -69,6 +69,19 @@ Tcl_Obj *index_mistake(const field_row &field, const path_part &part)
     return part.again ? Tcl_ObjPrintf("%s(%d) is not an array", name, part.index) : nullptr;
 }
 
+// Why a record has no padding that begins at a byte: a new object; null if it has.
+Tcl_Obj *padding_mistake(const record_row &row, const path_part &part)
+{
+    unsigned char free[most_record_bytes];
+    if (!part.good || part.index < 0 || part.again)
+        return Tcl_NewStringObj("name a byte of the record, as in padding(7)", -1);
+    if (part.index >= row.size)
+        return Tcl_ObjPrintf("the bytes of %s are 0 to %d", row.name.text(), row.size - 1);
+    free_bits(row, free);
+    return free[part.index] == 0 ? Tcl_ObjPrintf("byte %d belongs to a field", part.index)
+                                 : nullptr;
+}
+
 } // namespace
 
 bool follow_path(const record_session &session, const record_row &record, Tcl_Obj *path,
@@ -85,6 +98,11 @@ bool follow_path(const record_session &session, const record_row &record, Tcl_Ob
         const auto field = std::find_if(fields.begin(), fields.end(), [&](const field_row &each) {
             return part.name == each.name.text();
         });
+        if (field == fields.end() && dot == rest.npos && part.name == padding_name) {
+            target.field = nullptr;
+            Tcl_Obj *const text = padding_mistake(*target.row, part);
+            return text == nullptr || refuse_place(session.interp(), whole, text);
+        }
         if (field == fields.end())
             return refuse_place(session.interp(), whole,
                                 unknown_field_text(session, *target.row, part.name));

@@ -7,15 +7,15 @@
 
 namespace qxsh {
 
-/// A field, or one of its elements, within a record.
+/// A field, or one of its elements, or bytes in no field, within a record.
 struct path_target
 {
     const record_row *row;  ///< the record that has the field
-    const field_row *field; ///< what the path names
+    const field_row *field; ///< what the path names; null: padding
     unsigned at;            ///< bytes from the outermost record's start to `row`
-    int index;              ///< the element; -1: the whole field
+    int index;              ///< the element; -1: the whole field; of padding the first byte
 
-    /// Bytes from the outermost record's start to the field or element.
+    /// Bytes from the outermost record's start to the field or element, not of padding.
     unsigned start() const
     {
         return at + field->offset + (index < 0 ? 0 : static_cast<unsigned>(index) * field->size);

@@ -136,6 +136,10 @@ Tcl_Obj *read_record(const record_plan &plan, const unsigned char *memory);
 Tcl_Obj *read_field(const record_plan &plan, const field_row &field, int index,
                     const unsigned char *memory);
 
+/// A new object with the bytes of a record from one on, up to the next without a bit in no field:
+/// 0x and two digits for each. The bits of fields are 0.
+Tcl_Obj *read_padding(const record_row &row, unsigned from, const unsigned char *memory);
+
 /// The text of an address, and its end; null if the step is shown as numbers or as a record.
 char *put_address(char *text, const plan_step &step, const unsigned char *record);
 

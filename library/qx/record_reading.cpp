@@ -189,4 +189,16 @@ Tcl_Obj *read_field(const record_plan &plan, const field_row &field, int index,
     return new_number(read_number(element, field.size));
 }
 
+Tcl_Obj *read_padding(const record_row &row, unsigned from, const unsigned char *memory)
+{
+    unsigned char bits[most_record_bytes];
+    char text[2 + 2 * most_record_bytes];
+    unsigned end = from;
+    free_bits(row, bits);
+    for (; end < row.size && bits[end] != 0; ++end)
+        bits[end] &= memory[end];
+    const char *const last = put_bytes(text, bits + from, end - from);
+    return Tcl_NewStringObj(text, static_cast<int>(last - text));
+}
+
 } // namespace qxsh

@@ -251,9 +251,10 @@ bool record_writer::padding(const record_row &row, unsigned at, Tcl_Obj *runs, c
         std::uint32_t offset;
         unsigned char bytes[most_record_bytes];
         unsigned count;
-        const place run = {&here, Tcl_GetString(key), 0};
-        if (!take(nullptr, key, row.size - 1u, offset, &here) ||
-            !hexadecimal(value, row.size - offset, bytes, count, run))
+        if (!take(nullptr, key, row.size - 1u, offset, &here))
+            return false;
+        const place run = {&here, nullptr, static_cast<int>(offset)};
+        if (!hexadecimal(value, row.size - offset, bytes, count, run))
             return false;
         for (const hole &each : session_.holes().of_record(row)) {
             if (each.offset - offset >= count) // also if it lies before

@@ -50,6 +50,7 @@ private:
     // The keys and values of a dict, or of a list that represents one.
     class entries;
 
+    bool padding_at(const path_target &target, Tcl_Obj *value, const place &here);
     bool value_at(const path_target &target, Tcl_Obj *value, const place &here);
     bool record(const record_row &row, unsigned at, Tcl_Obj *values, const place *here);
     bool fields(const record_row &row, unsigned at, entries &all, const place *here);
