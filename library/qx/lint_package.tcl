@@ -1,11 +1,12 @@
 # Package qx, qx::lint on the package's own commands: records as data, paths, statuses, the words of
-# qx::call. Relies on lint.tcl, lint_records.tcl and status.tcl.
+# qx::call, options. Relies on lint.tcl, lint_records.tcl, lint_json.tcl and status.tcl.
 
 namespace eval qx::lint {
     # The procedure that checks a command's words.
     variable own_checks {
         qx::check check qx::call call_words qx::set set_words qx::get get_words qx::new new_words
         qx::with with_words qx::template template_words qx::list table_word qx::show table_word
+        qx::json json_words qx::diff diff_words
     }
 }
 
@@ -53,6 +54,42 @@ proc qx::lint::found_all {name line mistakes} {
 proc qx::lint::statuses {name line value} {
     if {[lindex $value 0] ne "constant"} return
     if {[catch { qx::status::numbers [lindex $value 1] } text]} { found $line "$name: $text" }
+}
+
+# The options behind a command's own words; `flags` have no value. Views are those of a record type,
+# if it is known.
+proc qx::lint::options {name line type flags values} {
+    while {$values ne {}} {
+        set values [lassign $values value]
+        lassign $value kind option
+        if {$kind ne "constant"} return
+        if {[info exists taken($option)]} { found $line "$name: $option is given twice" }
+        set taken($option) {}
+        if {$option in $flags} continue
+        set values [lassign $values given]
+        if {$option eq "-view" && $type ne {}} { views $name $line $type $given }
+    }
+}
+
+# The words behind -view.
+proc qx::lint::views {name line type value} {
+    if {[lindex $value 0] ne "constant" || [catch { llength [lindex $value 1] }]} return
+    foreach word [lindex $value 1] {
+        if {$word eq "*" || [has_view $type $word {}]} continue
+        found $line "$name: no union in $type has the view \"$word\""
+    }
+}
+
+# Whether a word is the end of the path of a view, in a record or below it.
+proc qx::lint::has_view {type word path} {
+    set record [qx::catalogue::record $type]
+    foreach field [dict get $record fields] {
+        set here "$path.[dict get $field name]"
+        if {[dict get $record kind] eq "union" && [string match *.$word $here]} { return 1 }
+        set inner [dict get $field type]
+        if {[qx::catalogue::is_record $inner] && [has_view $inner $word $here]} { return 1 }
+    }
+    return 0
 }
 
 # --------------------------------------------------------------------------- qx::check, qx::with
@@ -131,7 +168,8 @@ proc qx::lint::record_of {name line value} {
 proc qx::lint::set_words {line whole words values} {
     set type [record_of qx::set $line [lindex $values 1]]
     set rest [lrange $values 2 end]
-    if {$type eq {} || [lindex $rest 0 1] eq "-json"} return
+    if {$type eq {}} return
+    if {[lindex $rest 0 1] eq "-json"} { return [json_text $line $type [lindex $rest 1]] }
     if {[llength $rest] == 1 && $whole} {
         found_all qx::set $line [records::in_record $type [lindex $rest 0]]
     } elseif {[llength $rest] > 1} {
@@ -141,12 +179,49 @@ proc qx::lint::set_words {line whole words values} {
     return
 }
 
+# The text behind -json.
+proc qx::lint::json_text {line type value} {
+    lassign $value kind text first
+    if {$kind ne "constant"} return
+    if {[catch { json::read $text $first } read]} {
+        found $line "qx::set: $read"
+        return
+    }
+    found_all qx::set $line [records::in_record $type $read]
+    return
+}
+
 # qx::get handle ?path? ?option ...?
 proc qx::lint::get_words {line whole words values} {
     set type [record_of qx::get $line [lindex $values 1]]
     set path [lindex $values 2]
-    if {$type eq {} || [lindex $path 0] ne "constant" || [string match -* [lindex $path 1]]} return
-    found_all qx::get $line [records::in_path $type $path]
+    set first 2
+    if {[lindex $path 0] ne "constant"} return
+    if {![string match -* [lindex $path 1]]} {
+        set first 3
+        if {$type ne {}} {
+            found_all qx::get $line [records::in_path $type $path]
+            # The views are those of the record that has the field.
+            set type [lindex [records::follow $type $path] 0]
+        }
+    }
+    options qx::get $line $type {-raw -words} [lrange $values $first end]
+    return
+}
+
+# qx::json handle ?option ...?
+proc qx::lint::json_words {line whole words values} {
+    set type [record_of qx::json $line [lindex $values 1]]
+    options qx::json $line $type {-raw -words} [lrange $values 2 end]
+    return
+}
+
+# qx::diff handle handle ?option ...?
+proc qx::lint::diff_words {line whole words values} {
+    set type [record_of qx::diff $line [lindex $values 1]]
+    record_of qx::diff $line [lindex $values 2]
+    options qx::diff $line $type {-raw -words} [lrange $values 3 end]
+    return
 }
 
 # qx::new record ?dict?
@@ -161,7 +236,8 @@ proc qx::lint::new_words {line whole words values} {
 
 # qx::template record ?option ...?
 proc qx::lint::template_words {line whole words values} {
-    record_named qx::template $line [lindex $values 1]
+    set type [record_named qx::template $line [lindex $values 1]]
+    options qx::template $line $type {-raw -words} [lrange $values 2 end]
     return
 }
 
@@ -169,6 +245,8 @@ proc qx::lint::template_words {line whole words values} {
 proc qx::lint::table_word {line whole words values} {
     lassign [lindex $values 1] kind table
     set name [string trimleft [dict get [lindex $words 0] text] :]
+    set type [expr {$kind eq "handle" && [qx::catalogue::is_record $table] ? $table : {}}]
+    options $name $line $type {-words -raw -json -all} [lrange $values 2 end]
     if {$kind ne "constant" || [string match _* $table]} return
     set tables [qx::catalogue::tables]
     if {$table in $tables} return
@@ -183,6 +261,8 @@ proc qx::lint::call_words {line whole words values} {
     set at 1
     while {[string match -* [set option [lindex $values $at 1]]]} {
         set value [lindex $values $at+1]
+        if {[info exists taken($option)]} { found $line "qx::call: $option is given twice" }
+        set taken($option) {}
         switch -- $option {
             -allow  { statuses qx::call $line $value; incr at }
             -status { forget [lrange $words $at+1 $at+1]; incr at }

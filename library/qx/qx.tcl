@@ -24,8 +24,8 @@ apply {{folder parts commands} {
     catalogue_data catalogue nearest profile answers
     commands wording layout example topic help apropos pager
     handles records status why tables columns shown graph
-    script_parser progress lint lint_bodies lint_passing lint_calls lint_records lint_package
-    sim
+    script_parser progress lint lint_bodies lint_passing lint_calls lint_records lint_json
+    lint_package sim
 } {
     profile  profile::choose
     new      records::new
