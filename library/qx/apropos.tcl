@@ -61,7 +61,7 @@ proc qx::apropos::rows {} {
     dict for {number status} [qx::catalogue::statuses] {
         lappend rows [list [lindex $status 0] "status $number: [lindex $status 1]"]
     }
-    dict for {name facts} [qx::commands::all] {
+    dict for {name facts} [concat [qx::commands::all] [qx::commands::others]] {
         lappend rows [list $name [dict get $facts purpose]]
     }
     return $rows

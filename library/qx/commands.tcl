@@ -2,7 +2,8 @@
 # here. A command is three words: its usage, its purpose in a line, and what else there is to know.
 # That is paragraphs between empty lines, without markup; one that begins with "% " is a session and
 # keeps its lines. A group of commands is a topic of qx::help, a title and its commands; the names
-# of a group in a namespace of its own begin with its topic.
+# of a group in a namespace of its own begin with its topic. Packages and programs beside the package
+# have the same three words, the first being a name.
 
 namespace eval qx::commands {
     variable groups {
@@ -261,6 +262,26 @@ namespace eval qx::commands {
             {qx::catalogue::like word names} {the same for a message, or nothing} {}
         }
     }
+    variable beside {
+        qx::test {package: test a bring-up, with a clean device around each test} {
+            tcltest with constraints sim and board, TAP and JUnit reports, and a simulator that has
+            to be configured behind each test as before it. docs/testing.md describes the package.
+
+            % package require qx::test
+            % namespace import qx::test::*
+            % test none "no flow" { expect_status QX_NO_FLOW { qx_flow_delete 0 7 } }
+            % cleanupTests
+
+            Also: expect_record HANDLE|DICT FIELDS names each field with another value,
+            accept_device takes the device as it is for clean. Words of a test file: -tap,
+            -junit FILE, tcltest's options.
+        }
+        qx-run {program: run scripts for CI, up to the first error or failed status} {
+            qx-run ?--sim? ?-c COMMANDS? ?-e? ?--? ?FILE ...? is beside the shell. The exit status is
+            1 behind an error, and 2 if a file cannot be read. qx-run(1) and docs/testing.md
+            describe it.
+        }
+    }
 }
 
 # The topics of all groups.
@@ -280,6 +301,16 @@ proc qx::commands::group {topic} {
         foreach {usage purpose text} $entries { lappend names [lindex $usage 0] }
         return [dict create title $title commands $names]
     }
+}
+
+# What is beside the package, by name: a dict of usage (the name), purpose, text.
+proc qx::commands::others {} {
+    variable beside
+    set others {}
+    foreach {name purpose text} $beside {
+        dict set others $name [dict create usage $name purpose $purpose text [paragraphs $text]]
+    }
+    return $others
 }
 
 # All commands, by name: a dict of usage, words (the usage less the name), purpose, text, group.

@@ -28,6 +28,11 @@ proc qx::help::beginning {} {
             append text [group_table $topic]
         }
     }
+    set rows {}
+    dict for {name facts} [qx::commands::others] {
+        lappend rows [list $name [dict get $facts purpose]]
+    }
+    append text "\nBeside the package\n[qx::layout::table $rows]"
     append text "\nAreas\n[areas]"
     return $text
 }
@@ -299,7 +304,16 @@ proc qx::help::area_text {name} {
 # ------------------------------------------------------------------------- the package's own
 
 proc qx::help::own_text {name} {
-    set facts [dict get [qx::commands::all] $name]
+    set text [described [dict get [qx::commands::all] $name]]
+    if {$name in [qx::commands::topics]} { append text "\nCommands\n[group_table $name]" }
+    return [string trimright $text \n]
+}
+
+proc qx::help::other_text {name} {
+    return [string trimright [described [dict get [qx::commands::others] $name]] \n]
+}
+
+proc qx::help::described {facts} {
     set text [qx::layout::wrapped [dict get $facts usage] {} 4]
     append text [qx::layout::wrapped [dict get $facts purpose] {  } 2]
     foreach {kind content} [dict get $facts text] {
@@ -310,8 +324,7 @@ proc qx::help::own_text {name} {
             foreach line [split $content \n] { append text "  $line\n" }
         }
     }
-    if {$name in [qx::commands::topics]} { append text "\nCommands\n[group_table $name]" }
-    return [string trimright $text \n]
+    return $text
 }
 
 proc qx::help::group_text {topic} {

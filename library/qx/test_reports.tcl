@@ -1,8 +1,10 @@
 # Package qx::test, the reports: what tcltest writes, or TAP on standard output instead, and a JUnit
-# file; and the verdict on the whole run. Relies on tcltest.
+# file; and the verdict on the whole run. In TAP, what a script prints is a comment. Relies on tcltest.
 
 namespace eval qx::test::report {
     variable tap 0
+    variable puts ::puts ;# Tcl's, wherever it is
+    variable begun 0     ;# whether a script has printed a line without its end, in TAP
     variable junit {}  ;# the channel of the JUnit file
     variable text {}   ;# the channel that tcltest writes to
     variable cases {}  ;# dicts: file name outcome (passed, failed, skipped, error) message text ms
@@ -24,6 +26,8 @@ proc qx::test::report::open_text {folder} {
     file delete -- $folder/text
     ::tcltest::outputChannel
     set ::tcltest::outputChannel $text
+    variable tap
+    if {$tap} { comment_puts }
 }
 proc qx::test::report::close_text {} { variable text; close $text }
 
@@ -112,7 +116,10 @@ proc qx::test::report::reason {written} {
 }
 
 proc qx::test::report::print {written} {
-    puts -nonewline $written
+    variable puts
+    variable begun
+    $puts -nonewline [expr {$begun ? "\n" : {}}]$written
+    set begun 0
     flush stdout
 }
 
@@ -159,6 +166,39 @@ proc qx::test::report::count {cases outcome} {
 }
 
 # ------------------------------------------------------------------------------- TAP and JUnit
+
+# From now on `puts` writes comments to standard output: a reader must not take a line of a script
+# for one of TAP. An alias can be renamed, as tcltest does to collect the output of a test.
+proc qx::test::report::comment_puts {} {
+    variable puts ::qx::test::real_puts
+    rename ::puts $puts
+    interp alias {} ::puts {} ::qx::test::report::comment
+    set map [namespace ensemble configure ::chan -map]
+    namespace ensemble configure ::chan -map [dict replace $map puts ::puts]
+}
+
+proc qx::test::report::comment {args} {
+    variable puts
+    variable begun
+    set text [lindex $args end]
+    switch -glob -- [llength $args],$args {
+        1,* - {2,stdout *}                      { append text \n }
+        {2,-nonewline *} - {3,-nonewline stdout *} {}
+        default {
+            if {![catch { $puts {*}$args } message options]} return
+            return -code error -errorcode [dict get $options -errorcode] \
+                [string map [list $puts puts] $message]
+        }
+    }
+    if {$text eq {}} return
+    set lines [split $text \n]
+    set text [join $lines "\n# "]
+    if {!$begun} { set text "# $text" }
+    set begun [expr {[lindex $lines end] ne {}}]
+    if {!$begun} { set text [string range $text 0 end-2] }
+    $puts -nonewline $text
+    return
+}
 
 proc qx::test::report::tap_line {case} {
     variable cases

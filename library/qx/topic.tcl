@@ -18,6 +18,7 @@ proc qx::topic::names {} {
     dict for {number status} [qx::catalogue::statuses] { lappend statuses [lindex $status 0] }
     return [list area [qx::catalogue::areas] record [qx::catalogue::records] \
         command [qx::catalogue::commands] own [dict keys [qx::commands::all]] \
+        other [dict keys [qx::commands::others]] \
         group [qx::commands::topics] table [qx::catalogue::tables] status $statuses]
 }
 
@@ -82,7 +83,7 @@ proc qx::topic::loose {name} {
 # The names among which an unknown one may be meant.
 proc qx::topic::near {name} {
     foreach {kind each} [names] { set $kind $each }
-    if {[string match *::* $name]} { return $own }
+    if {[string match *::* $name]} { return [concat $own $other] }
     lassign [find [lindex [split $name .] 0]] kind owner
     if {[string match *.* $name] && $kind in {record command}} {
         set parts {}
