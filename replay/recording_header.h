@@ -1,8 +1,7 @@
 // The first line of a recording: where it was made, and how it tells keys. Relies on
-// records/json and records/sha256.
+// records/json.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -16,7 +15,7 @@ constexpr unsigned recording_version = 1;
 /// What stands in place of a key.
 enum class recorded_keys : std::uint8_t {
     clear,        ///< the key itself
-    fingerprints, ///< its length and fingerprint()
+    fingerprints, ///< fingerprint() of records/sha256.h
     lengths       ///< its length
 };
 
@@ -42,10 +41,6 @@ std::string header_line(const recording_header &header);
 /// Fills in date and processor and, for fingerprints, a new random salt. Without a source of random
 /// numbers keys become lengths.
 void describe_here_and_now(recording_header &header);
-
-/// What is written in place of secret bytes, at most 4096: "32 bytes, 0f1e2d3c4b5a6978", the first
-/// 8 bytes of the SHA-256 of the salt and the bytes.
-std::string fingerprint(std::string_view salt, const unsigned char *bytes, std::size_t size);
 
 /// Two lower-case digits a byte; and back, nothing if the text is anything else.
 std::string hexadecimal(std::string_view bytes);
