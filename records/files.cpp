@@ -32,7 +32,7 @@ std::string cannot_write(const std::string &name)
 }
 
 // Waiting for the reader of a FIFO is left out: without one, opening fails.
-static std::string open_file(const std::string &name, int flags, int &file)
+std::string open_for_writing(const std::string &name, int flags, int &file)
 {
     file = open(name.c_str(), flags | O_WRONLY | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK,
                 S_IRUSR | S_IWUSR);
@@ -47,6 +47,18 @@ static std::string open_file(const std::string &name, int flags, int &file)
     close(file);
     file = -1;
     return mistake;
+}
+
+int moved_away(int file)
+{
+    for (int lowest = 1000; lowest > 2; lowest /= 2) {
+        const int other = fcntl(file, F_DUPFD_CLOEXEC, lowest);
+        if (other >= 0) {
+            close(file);
+            return other;
+        }
+    }
+    return file;
 }
 
 // Whether a file with something in it ends inside a line.
@@ -68,7 +80,7 @@ static bool ends_inside_line(int file, const std::string &name)
 
 std::string open_log(const std::string &name, int &file)
 {
-    std::string mistake = open_file(name, O_APPEND, file);
+    std::string mistake = open_for_writing(name, O_APPEND, file);
     if (mistake.empty() && ends_inside_line(file, name) && !write_all(file, "\n")) {
         mistake = cannot_write(name);
         close(file);
@@ -112,27 +124,44 @@ static bool write_pieces(int file, const std::string &text)
     return true;
 }
 
-// The signals that a failing write sends are held back and taken away again.
-bool write_all(int file, const std::string &text)
+static constexpr int senders[] = {SIGPIPE, SIGXFSZ};
+
+// Takes the signals of a failing write away again, but not those that had come before.
+bool write_held(int file, const std::string &text, const sigset_t &before)
 {
-    constexpr int senders[] = {SIGPIPE, SIGXFSZ};
-    sigset_t held;
-    sigset_t mask;
+    sigset_t sent;
     sigset_t earlier;
-    sigemptyset(&held);
+    sigemptyset(&sent);
+    sigemptyset(&earlier);
     for (const int signal : senders)
-        sigaddset(&held, signal);
-    pthread_sigmask(SIG_BLOCK, &held, &mask);
-    sigpending(&earlier);
-    const bool written = write_pieces(file, text);
+        sigaddset(&sent, signal);
+    // A signal that was not held back cannot have been waiting.
+    if (sigismember(&before, SIGPIPE) == 1 || sigismember(&before, SIGXFSZ) == 1)
+        sigpending(&earlier);
+    if (write_pieces(file, text))
+        return true;
     const int error = errno;
     for (const int signal : senders)
         if (sigismember(&earlier, signal) == 1)
-            sigdelset(&held, signal);
+            sigdelset(&sent, signal);
     constexpr timespec at_once{};
-    while (!written && sigtimedwait(&held, nullptr, &at_once) > 0) {
+    while (sigtimedwait(&sent, nullptr, &at_once) > 0) {
     }
-    pthread_sigmask(SIG_SETMASK, &mask, nullptr);
+    errno = error;
+    return false;
+}
+
+bool write_all(int file, const std::string &text)
+{
+    sigset_t held;
+    sigset_t before;
+    sigemptyset(&held);
+    for (const int signal : senders)
+        sigaddset(&held, signal);
+    pthread_sigmask(SIG_BLOCK, &held, &before);
+    const bool written = write_held(file, text, before);
+    const int error = errno;
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
     errno = error;
     return written;
 }
@@ -147,7 +176,7 @@ static std::string write_and_close(int file, const std::string &name, const std:
 std::string write_file(const std::string &name, const std::string &text)
 {
     int file = -1;
-    std::string mistake = open_file(name, 0, file);
+    std::string mistake = open_for_writing(name, 0, file);
     if (!mistake.empty())
         return mistake;
     // A pipe has no length.
@@ -161,7 +190,7 @@ std::string write_file(const std::string &name, const std::string &text)
 std::string write_new_file(const std::string &name, const std::string &text)
 {
     int file = -1;
-    const std::string mistake = open_file(name, O_EXCL, file);
+    const std::string mistake = open_for_writing(name, O_EXCL, file);
     return mistake.empty() ? write_and_close(file, name, text) : mistake;
 }
 

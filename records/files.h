@@ -3,6 +3,7 @@
 // is wrong, in words for people; an empty text if nothing is.
 #pragma once
 
+#include <csignal>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -15,6 +16,11 @@ std::string absolute(std::string_view name);
 /// "cannot write NAME: " and the reason in errno.
 std::string cannot_write(const std::string &name);
 
+/// Opens a file for writing, with further flags of open(), creating it with mode 0600 or changing
+/// it to that; of a FIFO there must be a reader. Stores a descriptor that the caller closes; -1 on
+/// failure.
+std::string open_for_writing(const std::string &name, int flags, int &file);
+
 /// Opens a file for appending, creating it with mode 0600 or changing it to that. If the file ends
 /// with half a line, the line is ended. Stores a descriptor that the caller closes; -1 on failure.
 std::string open_log(const std::string &name, int &file);
@@ -22,9 +28,18 @@ std::string open_log(const std::string &name, int &file);
 /// True if this name no longer leads to the file that the descriptor is open on.
 bool has_moved(int file, const std::string &name);
 
+/// Moves a descriptor beyond those that a program gets, and lets no program that is started have
+/// it: the numbers of the process's own stay what they are, and a program that closes what it did
+/// not open hardly meets it. Returns the new one; the same if none is free.
+int moved_away(int file);
+
 /// Writes all of a text to a file descriptor; false, with errno set, if that fails, also if there
 /// is a pipe behind it that takes nothing for a second.
 bool write_all(int file, const std::string &text);
+
+/// The same for a caller that holds SIGPIPE and SIGXFSZ back; `before` is what the thread held back
+/// before that.
+bool write_held(int file, const std::string &text, const sigset_t &before);
 
 /// Replaces a file's content, creating it with mode 0600 or changing it to that.
 std::string write_file(const std::string &name, const std::string &text);

@@ -78,7 +78,7 @@ void begin()
 
 } // namespace
 
-unsigned int answer_call(unsigned int number, const call_word *words) noexcept
+unsigned int answer_call(unsigned int number, const call_word *words)
 try {
     const locked one;
     const call_row &call = call_rows[number];

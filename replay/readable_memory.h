@@ -1,0 +1,31 @@
+// Copies of memory that may not be there, without signals: the kernel copies, and says when it
+// cannot. Relies on POSIX.
+#pragma once
+
+#include <cstddef>
+
+namespace qxsh {
+
+/// A pipe that takes bytes from memory and gives them back at once. One thread at a time uses it.
+class readable_memory
+{
+public:
+    readable_memory() = default;
+    ~readable_memory() { close(); }
+    readable_memory(const readable_memory &) = delete;
+    readable_memory &operator=(const readable_memory &) = delete;
+
+    /// False, with errno set, if there is no pipe to be had.
+    bool open();
+
+    /// Copies `size` bytes; false if not all of them can be read, or there is no pipe any more.
+    bool copy(void *to, const void *from, std::size_t size);
+
+private:
+    void close();
+    bool take_back(unsigned char *to, std::size_t size) const;
+
+    int ends_[2] = {-1, -1};
+};
+
+} // namespace qxsh
