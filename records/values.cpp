@@ -22,6 +22,22 @@ void mark_fields(unsigned char *bytes, const record_row &record, const holding *
     }
 }
 
+void mark_bits(unsigned char *bytes, const field_row &field, bool deep)
+{
+    bytes += field.offset;
+    const record_row *const inner = record_in(field);
+    if (inner != nullptr && deep && !inner->is_union) {
+        for (unsigned i = 0; i < elements_of(field); ++i)
+            for (const field_row &each : fields_of(*inner))
+                mark_bits(bytes + i * field.size, each, deep);
+    } else if (field.width != 0) {
+        write_number(bytes, field.size,
+                     read_number(bytes, field.size) | bit_mask(field.bit, field.width));
+    } else {
+        std::memset(bytes, 255, elements_of(field) * field.size);
+    }
+}
+
 void clear_padding(void *bytes, const record_row &record)
 {
     unsigned char used[most_record_bytes];

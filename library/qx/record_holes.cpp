@@ -9,40 +9,18 @@
 
 namespace qxsh {
 
-namespace {
-
-// Sets the bits of a field at `bits`. A nested record counts as a whole unless `deep` is true; a
-// nested union always does.
-void mark(unsigned char *bits, const field_row &field, bool deep)
-{
-    bits += field.offset;
-    const record_row *const inner = record_in(field);
-    if (inner != nullptr && deep && !inner->is_union) {
-        for (unsigned i = 0; i < elements_of(field); ++i)
-            for (const field_row &each : fields_of(*inner))
-                mark(bits + i * field.size, each, deep);
-    } else if (field.width != 0) {
-        write_number(bits, field.size,
-                     read_number(bits, field.size) | bit_mask(field.bit, field.width));
-    } else {
-        std::memset(bits, 255, elements_of(field) * field.size);
-    }
-}
-
-// The same for all fields of a record, of all views and nested records.
-void mark_all(unsigned char *bits, const record_row &row)
+// Marks the bits of all fields of a record, of all views and nested records.
+static void mark_all(unsigned char *bits, const record_row &row)
 {
     for (const field_row &field : fields_of(row)) {
         const record_row *const inner = record_in(field);
         if (inner == nullptr)
-            mark(bits, field, false);
+            mark_bits(bits, field, false);
         else
             for (unsigned i = 0; i < elements_of(field); ++i)
                 mark_all(bits + field.offset + i * field.size, *inner);
     }
 }
-
-} // namespace
 
 void free_bits(const record_row &row, unsigned char *bits)
 {
@@ -73,7 +51,7 @@ holes hole_lists::kept(list *&list, const record_row &row, const field_row *view
         std::memset(used, 0, row.size);
         for (const field_row &field : fields_of(row))
             if (view == nullptr || &field == view)
-                mark(used, field, row.is_union);
+                mark_bits(used, field, row.is_union);
         unsigned count = 0;
         for (unsigned i = 0; i < row.size; ++i)
             count += used[i] != 255 ? 1 : 0;

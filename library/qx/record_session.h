@@ -14,9 +14,6 @@
 
 namespace qxsh {
 
-/// In dicts and JSON, the name of the bytes that are in no field. No field has this name.
-inline constexpr const char *padding_name = "padding";
-
 /// A record in readable memory.
 struct found_record
 {
