@@ -42,6 +42,7 @@ struct field_row
     bool dumped;         ///< whether dumps show it
     std::int16_t record; ///< index in record_rows of its elements; -1 for numbers
     std::uint8_t id = 0; ///< which kind of id that the device assigns, an id_number; else id_none
+    bool hexadecimal = false; ///< whether people read it in hexadecimal
 };
 
 struct record_row

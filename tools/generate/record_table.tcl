@@ -135,7 +135,7 @@ proc generate::field_row {field id} {
     return [row [dict get $field name] [list [dict get $field offset] [catalogue::type_size $type] \
         [dict get $field count] [dict get $field bit] [dict get $field width] \
         [expr {$holds eq {} ? "number" : $holds}] [truth [dict get $field dumped]] \
-        [record_number $type] $id]]
+        [record_number $type] $id [truth [dict exists $field hex]]]]
 }
 
 proc generate::record_row {name first} {

@@ -43,22 +43,22 @@ const record_row record_rows[] = {
 };
 
 const field_row field_rows[] = {
-    {{17}, 0, 1, 0, 0, 0, number, true, -1, 0}, // hue
-    {{21}, 1, 2, 0, 0, 0, number, true, -1, 0}, // level
-    {{42}, 0, 4, 0, 0, 0, number, true, -1, 0}, // word
-    {{47}, 0, 3, 0, 0, 0, number, true, 0, 0}, // colour
-    {{64}, 0, 2, 0, 0, 0, number, true, -1, 0}, // id
-    {{67}, 2, 1, 0, 0, 3, number, true, -1, 0}, // mode
-    {{72}, 2, 1, 0, 3, 5, number, true, -1, 0}, // group
-    {{78}, 3, 1, 0, 0, 0, number, true, -1, 0}, // flags
-    {{84}, 4, 4, 0, 0, 30, number, true, -1, 0}, // serial
-    {{91}, 4, 4, 0, 30, 2, number, true, -1, 0}, // kind
-    {{96}, 8, 1, 3, 0, 0, key, true, -1, 0}, // name
-    {{101}, 12, 4, 2, 0, 0, number, true, -1, 0}, // hours
-    {{108}, 20, 4, 0, 0, 0, number, true, 1, 0}, // view
-    {{113}, 24, 3, 4, 0, 0, number, true, 0, 0}, // palette
-    {{121}, 36, 4, 4, 0, 0, number, true, 1, 0}, // program
-    {{129}, 52, 3, 0, 0, 0, number, false, 0, 0}, // secret
+    {{17}, 0, 1, 0, 0, 0, number, true, -1, 0, false}, // hue
+    {{21}, 1, 2, 0, 0, 0, number, true, -1, 0, false}, // level
+    {{42}, 0, 4, 0, 0, 0, number, true, -1, 0, false}, // word
+    {{47}, 0, 3, 0, 0, 0, number, true, 0, 0, false}, // colour
+    {{64}, 0, 2, 0, 0, 0, number, true, -1, 0, false}, // id
+    {{67}, 2, 1, 0, 0, 3, number, true, -1, 0, false}, // mode
+    {{72}, 2, 1, 0, 3, 5, number, true, -1, 0, false}, // group
+    {{78}, 3, 1, 0, 0, 0, number, true, -1, 0, true}, // flags
+    {{84}, 4, 4, 0, 0, 30, number, true, -1, 0, true}, // serial
+    {{91}, 4, 4, 0, 30, 2, number, true, -1, 0, false}, // kind
+    {{96}, 8, 1, 3, 0, 0, key, true, -1, 0, false}, // name
+    {{101}, 12, 4, 2, 0, 0, number, true, -1, 0, false}, // hours
+    {{108}, 20, 4, 0, 0, 0, number, true, 1, 0, false}, // view
+    {{113}, 24, 3, 4, 0, 0, number, true, 0, 0, false}, // palette
+    {{121}, 36, 4, 4, 0, 0, number, true, 1, 0, false}, // program
+    {{129}, 52, 3, 0, 0, 0, number, false, 0, 0, false}, // secret
 };
 
 const view_row view_rows[] = {
