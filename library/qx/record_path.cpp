@@ -1,6 +1,8 @@
 // Following paths; see record_path.h.
 #include "library/qx/record_path.h"
 
+#include "records/values.h"
+
 #include <algorithm>
 #include <charconv>
 #include <string_view>
