@@ -5,7 +5,6 @@
 
 #include <cstring>
 #include <ctime>
-#include <unistd.h>
 
 namespace qxsh {
 
@@ -19,9 +18,12 @@ static std::int64_t microseconds(clockid_t clock)
 // Microseconds as seconds with six decimals.
 static std::string seconds(std::int64_t time)
 {
-    std::string fraction = std::to_string(time % 1'000'000);
-    return std::to_string(time / 1'000'000) + "." + std::string(6 - fraction.size(), '0') +
-           fraction;
+    std::string text;
+    append_number(text, static_cast<std::uint64_t>(time / 1'000'000));
+    text += '.';
+    for (std::int64_t unit = 100'000; unit != 0; unit /= 10)
+        text += static_cast<char>('0' + time / unit % 10);
+    return text;
 }
 
 bool call_line::plain_copy(void *to, const void *from, std::size_t size)
@@ -36,28 +38,41 @@ void call_line::take(image &into, const argument_row &argument, const call_word 
 {
     const std::uint32_t count = argument.count < 0 ? 1 : words[argument.count].value;
     into.read = count <= most_elements_;
-    if (!into.read)
-        return;
-    into.bytes.resize(std::size_t{count} * argument.size);
-    into.read = copy_(into.bytes.data(), word.pointer, into.bytes.size());
+    into.bytes.resize(into.read ? std::size_t{count} * argument.size : 0);
+    into.read = into.read && copy_(into.bytes.data(), word.pointer, into.bytes.size());
 }
 
-void call_line::describe(image &all, const argument_row &argument) const
+void call_line::write(const image &all, const argument_row &argument)
 {
-    json_text json{keys_, *hidden_};
-    if (!all.read)
-        json.string("not read");
-    else if (argument.count >= 0)
-        json.array();
-    for (std::size_t at = 0; all.read && at < all.bytes.size(); at += argument.size) {
-        if (argument.record >= 0)
-            json.record(all.bytes.data() + at, argument.record);
-        else
-            json.number(read_number(all.bytes.data() + at, argument.size));
+    if (!all.read) {
+        json_.string("not read");
+        return;
     }
-    if (all.read && argument.count >= 0)
-        json.end();
-    all.text = json.text();
+    if (argument.count >= 0)
+        json_.array();
+    for (std::size_t at = 0; at < all.bytes.size(); at += argument.size) {
+        if (argument.record >= 0)
+            json_.record(all.bytes.data() + at, argument.record);
+        else
+            json_.number(read_number(all.bytes.data() + at, argument.size));
+    }
+    if (argument.count >= 0)
+        json_.end();
+}
+
+// Most calls leave most of what they get as it was: its text is copied.
+void call_line::write_both(const image &before, const argument_row &argument)
+{
+    json_.object().name("before");
+    const std::size_t start = json_.text().size();
+    write(before, argument);
+    const std::size_t end = json_.text().size();
+    json_.name("after");
+    if (after_ == before)
+        json_.raw(text_.assign(json_.text(), start, end - start));
+    else
+        write(after_, argument);
+    json_.end();
 }
 
 void call_line::start(const call_row &call, const call_word *words)
@@ -75,36 +90,27 @@ const std::string &call_line::finish(const call_row &call, const call_word *word
                                      const outcome &came)
 {
     const std::int64_t taken = microseconds(CLOCK_MONOTONIC) - clock_;
-    json_text json{keys_, *hidden_};
-    json.object().member("call", came.number);
-    json.member("process", static_cast<std::uint64_t>(getpid()));
-    json.name("time").raw(seconds(started_));
-    json.name("function").string(call.name.text()).name("arguments").object();
+    json_.clear();
+    json_.object().member("call", came.number).member("process", came.process);
+    json_.name("time").raw(seconds(started_));
+    json_.name("function").string(call.name.text()).name("arguments").object();
     const auto arguments = arguments_of(call);
     for (std::size_t index = 0; index < arguments.size(); ++index) {
         const argument_row &argument = arguments[index];
-        json.name(argument.name.text());
+        json_.name(argument.name.text());
         if (!argument.pointer) {
-            json.number(words[index].value);
+            json_.number(words[index].value);
         } else if (words[index].pointer == nullptr) {
-            json.null();
+            json_.null();
         } else {
             take(after_, argument, words, words[index]);
-            describe(before_[index], argument);
-            const bool same =
-                after_.read == before_[index].read && after_.bytes == before_[index].bytes;
-            if (!same)
-                describe(after_, argument);
-            json.object().name("before").raw(before_[index].text);
-            json.name("after").raw(same ? before_[index].text : after_.text).end();
+            write_both(before_[index], argument);
         }
     }
-    json.end().member("status", came.status).name("name").string(came.name);
-    json.name("fault").flag(came.fault);
-    json.member("microseconds", static_cast<std::uint64_t>(taken)).end();
-    line_ = json.text();
-    line_ += '\n';
-    return line_;
+    json_.end().member("status", came.status).name("name").string(came.name);
+    json_.name("fault").flag(came.fault);
+    json_.member("microseconds", static_cast<std::uint64_t>(taken)).end();
+    return json_.line();
 }
 
 } // namespace qxsh

@@ -28,8 +28,7 @@ public:
     /// Whether keys are written, and what is in their place if not. `hidden` must outlive the use.
     void show_keys(bool keys, const hidden_text &hidden = length_text)
     {
-        keys_ = keys;
-        hidden_ = &hidden;
+        json_ = json_text{keys, hidden};
     }
 
     /// To be called before and after a call, with the same call and words. May throw
@@ -39,6 +38,7 @@ public:
     struct outcome
     {
         std::uint64_t number; ///< of the call, from 1
+        std::uint32_t process;
         std::uint32_t status;
         const char *name; ///< of the status
         bool fault;       ///< whether the status was injected
@@ -47,28 +47,29 @@ public:
     const std::string &finish(const call_row &call, const call_word *words, const outcome &came);
 
 private:
-    /// What an argument points to, as bytes and as JSON.
+    /// What an argument points to.
     struct image
     {
         std::string bytes;
-        std::string text;
         bool read = false;
+
+        bool operator==(const image &) const = default;
     };
     void take(image &into, const argument_row &argument, const call_word *words,
               const call_word &word) const;
-    void describe(image &all, const argument_row &argument) const;
+    void write(const image &all, const argument_row &argument);
+    void write_both(const image &before, const argument_row &argument);
 
     copy_function *copy_;
-    const hidden_text *hidden_ = &length_text;
     unsigned most_elements_;
-    bool keys_ = false;
+    json_text json_{false};
 
     // The current call.
     std::int64_t started_ = 0;    ///< microseconds since 1970
     std::int64_t clock_ = 0;      ///< microseconds of the monotonic clock
     std::vector<image> before_{}; ///< by argument
     image after_{};
-    std::string line_{};
+    std::string text_{}; ///< of what was before
 };
 
 } // namespace qxsh

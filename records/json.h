@@ -1,7 +1,7 @@
 // A JSON writer for call logs, snapshots and listings.
 #pragma once
 
-#include "records/table.h"
+#include "records/record_text.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -9,15 +9,6 @@
 #include <vector>
 
 namespace qxsh {
-
-/// Makes the text in place of secret bytes.
-struct hidden_text
-{
-    std::string (*make)(const unsigned char *bytes, std::size_t size, const void *context);
-    const void *context;
-};
-
-extern const hidden_text length_text; ///< their length, such as "32 bytes"
 
 /// Builds one JSON value. Containers are written on one line, or with one line per element; commas,
 /// indentation and quoting are added here. May throw std::bad_alloc.
@@ -43,9 +34,7 @@ public:
     json_text &flag(bool value);
     json_text &null();
     json_text &string(const char *text);
-    /// All fields of a record by name, of a union all members; then the bytes that are in no field,
-    /// if they are not zero, as "padding(OFFSET)" with hexadecimal digits. `number` is the record's
-    /// index in record_rows; `bytes` may have any alignment and must be readable.
+    /// A record as record_text writes it. `number` is its type's index in record_rows.
     json_text &record(const void *bytes, int number);
     /// A value that is already JSON, written as it is.
     json_text &raw(const std::string &text);
@@ -64,6 +53,15 @@ public:
     }
 
     const std::string &text() const noexcept { return text_; }
+    /// The value as a line, with a newline at its end; clear() must follow.
+    const std::string &line() { return text_ += '\n'; }
+    /// Begins another value, in the memory of the last one.
+    void clear()
+    {
+        text_.clear();
+        levels_.clear();
+        named_ = false;
+    }
 
 private:
     struct level
@@ -76,11 +74,6 @@ private:
     json_text &open(char bracket, layout style);
     void begin_value(); ///< writes the separator before a value
     void new_line();
-    /// `secret` has a 1 for each byte that must not be shown; null if there are none.
-    void fields(const unsigned char *bytes, const unsigned char *secret, const record_row &row);
-    void field(const unsigned char *bytes, const unsigned char *secret, const field_row &field);
-    void members(const unsigned char *bytes, const unsigned char *secret, const record_row &row);
-    void padding(const unsigned char *bytes, const record_row &row);
 
     std::string text_;
     std::vector<level> levels_;

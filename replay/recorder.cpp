@@ -283,7 +283,8 @@ void end(unsigned int number, const call_word *words, std::uint32_t status, std:
     mine->frame = nullptr;
     try {
         const std::string &line = mine->line.finish(
-            call_rows[number], words, {here->calls + 1, status, name_of_status(status), false});
+            call_rows[number], words,
+            {here->calls + 1, here->process, status, name_of_status(status), false});
         const std::string mistake = here->writer.append(line, &held.before());
         if (!mistake.empty())
             end_recording(mistake);

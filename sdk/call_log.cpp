@@ -37,8 +37,9 @@ try {
 void call_log::finish(const call_row &call, const call_word *words, std::uint32_t status,
                       bool fault)
 try {
-    if (!qxsh::write_all(
-            file_, line_.finish(call, words, {number_, status, status_name(status), fault}))) {
+    if (!qxsh::write_all(file_, line_.finish(call, words,
+                                             {number_, static_cast<std::uint32_t>(getpid()), status,
+                                              status_name(status), fault}))) {
         complain("%s; the call log ends here", qxsh::cannot_write(name_).c_str());
         close();
     }

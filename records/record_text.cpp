@@ -1,0 +1,209 @@
+// A record as a JSON object; see record_text.h.
+#include "records/record_text.h"
+
+#include "record_numbers.h"
+#include "records/values.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstring>
+
+namespace qxsh {
+
+// Constant texts are copied in pieces of this size, which is faster than to their exact length.
+static constexpr std::size_t piece = 16;
+static constexpr std::size_t digits_of_number = 10;
+static constexpr char hexadecimal_digits[] = "0123456789abcdef";
+
+static std::string length_of(const unsigned char *, std::size_t size, const void *)
+{
+    return std::to_string(size) + " bytes";
+}
+
+constinit const hidden_text length_text{length_of, nullptr};
+
+void append_number(std::string &to, std::uint64_t value)
+{
+    char digits[20];
+    to.append(digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
+}
+
+const record_text &record_text::of(int record)
+{
+    static const record_text *prepared[record_count]; // never released
+    const record_text *&one = prepared[record];
+    if (one == nullptr)
+        one = new record_text(record);
+    return *one;
+}
+
+record_text::record_text(int record)
+{
+    const record_row &row = record_rows[record];
+    static constexpr holding key = holding::key;
+    unsigned char secret[most_record_bytes] = {};
+    mark_fields(secret, row, &key);
+    text_ = "{";
+    add_record(row, 0, secret);
+    add_padding(row);
+    text_ += '}';
+    add_step({});
+    most_ = text_.size() + steps_.size() * digits_of_number + piece;
+    text_.append(piece, ' ');
+}
+
+void record_text::add_step(step one)
+{
+    one.text = static_cast<std::uint32_t>(text_.size());
+    steps_.push_back(one);
+}
+
+void record_text::add_record(const record_row &row, unsigned offset, const unsigned char *secret)
+{
+    for (const field_row &field : fields_of(row)) {
+        if (&field != fields_of(row).data())
+            text_ += ", ";
+        text_ += std::string{"\""} + field.name.text() + "\": ";
+        add_field(field, offset + field.offset, secret);
+    }
+}
+
+void record_text::add_field(const field_row &field, unsigned offset, const unsigned char *secret)
+{
+    const unsigned count = elements_of(field);
+    const record_row *const inner = record_in(field);
+    const unsigned char *const end = secret + offset + count * field.size;
+    std::size_t hider = 0;
+    if (inner == nullptr && std::find(secret + offset, end, 1) != end) {
+        add_step({.text = 0,
+                  .offset = static_cast<std::uint16_t>(offset),
+                  .size = static_cast<std::uint16_t>(count * field.size),
+                  .what = step::value::secret});
+        hider = steps_.size();
+    }
+    if (field.count != 0)
+        text_ += '[';
+    for (unsigned index = 0; index < count; ++index) {
+        const unsigned place = offset + index * field.size;
+        if (index != 0)
+            text_ += ", ";
+        if (inner == nullptr) {
+            add_step({.text = 0,
+                      .offset = static_cast<std::uint16_t>(place),
+                      .size = field.size,
+                      .what = step::value::number,
+                      .bit = field.bit,
+                      .width = field.width});
+            continue;
+        }
+        text_ += '{';
+        add_record(*inner, place, secret);
+        text_ += '}';
+    }
+    if (field.count != 0)
+        text_ += ']';
+    if (hider != 0) {
+        add_step({});
+        steps_[hider - 1].rest = static_cast<std::uint16_t>(steps_.size() - hider);
+    }
+}
+
+// A step for each run of bytes that are in no field.
+void record_text::add_padding(const record_row &row)
+{
+    unsigned char used[most_record_bytes] = {};
+    mark_fields(used, row);
+    const unsigned char *const end = used + row.size;
+    for (const unsigned char *at = std::find<const unsigned char *>(used, end, 0); at != end;) {
+        const unsigned char *const next = std::find(at, end, 1);
+        add_step({.text = 0,
+                  .offset = static_cast<std::uint16_t>(at - used),
+                  .size = static_cast<std::uint16_t>(next - at),
+                  .what = step::value::padding});
+        at = std::find(next, end, 0);
+    }
+}
+
+// The longest pieces of padding without a zero.
+static void append_padding(std::string &to, const unsigned char *bytes, unsigned start,
+                           unsigned size)
+{
+    for (unsigned at = start; at < start + size;) {
+        if (bytes[at] == 0) {
+            ++at;
+            continue;
+        }
+        to += ", \"padding(";
+        append_number(to, at);
+        to += ")\": \"";
+        for (; at < start + size && bytes[at] != 0; ++at) {
+            to += hexadecimal_digits[bytes[at] >> 4];
+            to += hexadecimal_digits[bytes[at] & 15];
+        }
+        to += '"';
+    }
+}
+
+static char *put_number(char *to, std::uint32_t value)
+{
+    if (value < 10) {
+        *to = static_cast<char>('0' + value);
+        return to + 1;
+    }
+    return std::to_chars(to, to + digits_of_number, value).ptr;
+}
+
+static char *put_text(char *to, const char *from, std::size_t size)
+{
+    std::size_t done = 0;
+    do
+        std::memcpy(to + done, from + done, piece);
+    while ((done += piece) < size);
+    return to + size;
+}
+
+void record_text::append(std::string &to, const unsigned char *bytes,
+                         const hidden_text *hidden) const
+{
+    std::size_t used = to.size();
+    to.resize(used + most_);
+    char *at = to.data() + used;
+    const char *from = text_.data();
+    const step *const end = steps_.data() + steps_.size();
+    for (const step *one = steps_.data(); one != end; ++one) {
+        const char *const until = text_.data() + one->text;
+        at = put_text(at, from, static_cast<std::size_t>(until - from));
+        from = until;
+        if (one->what == step::value::number) {
+            const std::uint32_t value = read_number(bytes + one->offset, one->size);
+            at = put_number(at,
+                            one->width == 0 ? value : value >> one->bit & bit_mask(0, one->width));
+            continue;
+        }
+        const unsigned char *const start = bytes + one->offset;
+        const bool hides = one->what == step::value::secret && hidden != nullptr;
+        const bool pads = one->what == step::value::padding &&
+                          std::find_if(start, start + one->size, [](unsigned char byte) {
+                              return byte != 0;
+                          }) != start + one->size;
+        if (!hides && !pads)
+            continue;
+        // Texts of any length, so there must be room again behind them.
+        to.resize(static_cast<std::size_t>(at - to.data()));
+        if (hides) {
+            to += '"';
+            to += hidden->make(start, one->size, hidden->context);
+            to += '"';
+            one += one->rest;
+            from = text_.data() + one->text;
+        } else {
+            append_padding(to, bytes, one->offset, one->size);
+        }
+        used = to.size();
+        to.resize(used + most_);
+        at = to.data() + used;
+    }
+    to.resize(static_cast<std::size_t>(at - to.data()));
+}
+
+} // namespace qxsh
