@@ -108,37 +108,41 @@ void record_text::add_field(const field_row &field, unsigned offset, const unsig
     }
 }
 
-// A step for each run of bytes that are in no field.
+// A step for each run of bytes with bits that are in no field.
 void record_text::add_padding(const record_row &row)
 {
-    unsigned char used[most_record_bytes] = {};
-    mark_fields(used, row);
-    const unsigned char *const end = used + row.size;
-    for (const unsigned char *at = std::find<const unsigned char *>(used, end, 0); at != end;) {
-        const unsigned char *const next = std::find(at, end, 1);
-        add_step({.text = 0,
-                  .offset = static_cast<std::uint16_t>(at - used),
-                  .size = static_cast<std::uint16_t>(next - at),
-                  .what = step::value::padding});
-        at = std::find(next, end, 0);
+    unused_.assign(row.size, 0);
+    mark_bits(unused_.data(), row);
+    for (unsigned char &one : unused_)
+        one = static_cast<unsigned char>(~one);
+    for (unsigned at = 0; at < row.size; ++at) {
+        const unsigned start = at;
+        while (at < row.size && unused_[at] != 0)
+            ++at;
+        if (at > start)
+            add_step({.text = 0,
+                      .offset = static_cast<std::uint16_t>(start),
+                      .size = static_cast<std::uint16_t>(at - start),
+                      .what = step::value::padding});
     }
 }
 
 // The longest pieces of padding without a zero.
-static void append_padding(std::string &to, const unsigned char *bytes, unsigned start,
-                           unsigned size)
+void record_text::append_padding(std::string &to, const unsigned char *bytes, const step &run) const
 {
-    for (unsigned at = start; at < start + size;) {
-        if (bytes[at] == 0) {
+    const auto value = [&](unsigned at) { return bytes[at] & unused_[at]; };
+    const unsigned end = run.offset + run.size;
+    for (unsigned at = run.offset; at < end;) {
+        if (value(at) == 0) {
             ++at;
             continue;
         }
         to += ", \"padding(";
         append_number(to, at);
         to += ")\": \"";
-        for (; at < start + size && bytes[at] != 0; ++at) {
-            to += hexadecimal_digits[bytes[at] >> 4];
-            to += hexadecimal_digits[bytes[at] & 15];
+        for (; at < end && value(at) != 0; ++at) {
+            to += hexadecimal_digits[value(at) >> 4];
+            to += hexadecimal_digits[value(at) & 15];
         }
         to += '"';
     }
@@ -182,6 +186,7 @@ void record_text::append(std::string &to, const unsigned char *bytes,
         }
         const unsigned char *const start = bytes + one->offset;
         const bool hides = one->what == step::value::secret && hidden != nullptr;
+        // Most padding is all zero.
         const bool pads = one->what == step::value::padding &&
                           std::find_if(start, start + one->size, [](unsigned char byte) {
                               return byte != 0;
@@ -197,7 +202,7 @@ void record_text::append(std::string &to, const unsigned char *bytes,
             one += one->rest;
             from = text_.data() + one->text;
         } else {
-            append_padding(to, bytes, one->offset, one->size);
+            append_padding(to, bytes, *one);
         }
         used = to.size();
         to.resize(used + most_);

@@ -27,7 +27,7 @@ public:
     /// Of the type with this index in record_rows. The first call for a type is not thread-safe.
     static const record_text &of(int record);
 
-    /// Appends all fields of a record by name, of a union all members; then the bytes that are in
+    /// Appends all fields of a record by name, of a union all members; then the bits that are in
     /// no field, if they are not zero, as "padding(OFFSET)" with hexadecimal digits. `hidden` is
     /// null, or stands in place of secret keys and of fields that overlap them. `bytes` may have
     /// any alignment and must be readable.
@@ -41,7 +41,7 @@ private:
             none,
             number,
             secret, ///< `rest` steps follow for its numbers, or its hidden text
-            padding ///< bytes of no field
+            padding ///< bytes with bits of no field
         };
         std::uint32_t text; ///< where the constant text ends; it begins where the last one ended
         std::uint16_t offset = 0;
@@ -57,9 +57,11 @@ private:
     void add_field(const field_row &field, unsigned offset, const unsigned char *secret);
     void add_padding(const record_row &row);
     void add_step(step one);
+    void append_padding(std::string &to, const unsigned char *bytes, const step &run) const;
 
     std::string text_{}; ///< all constant texts
     std::vector<step> steps_{};
+    std::vector<unsigned char> unused_; ///< of each byte the bits that are in no field
     std::size_t most_ = 0; ///< bytes of the longest text without hidden ones and padding
 };
 

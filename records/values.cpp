@@ -22,6 +22,7 @@ void mark_fields(unsigned char *bytes, const record_row &record, const holding *
     }
 }
 
+<<<<<<< HEAD
 void mark_bits(unsigned char *bytes, const field_row &field, bool deep)
 {
     bytes += field.offset;
@@ -35,6 +36,21 @@ void mark_bits(unsigned char *bytes, const field_row &field, bool deep)
                      read_number(bytes, field.size) | bit_mask(field.bit, field.width));
     } else {
         std::memset(bytes, 255, elements_of(field) * field.size);
+=======
+void mark_bits(unsigned char *bits, const record_row &record)
+{
+    for (const field_row &field : fields_of(record)) {
+        unsigned char *const place = bits + field.offset;
+        if (const record_row *const inner = record_in(field); inner != nullptr) {
+            for (unsigned index = 0; index < elements_of(field); ++index)
+                mark_bits(place + index * field.size, *inner);
+        } else if (field.width != 0) {
+            const std::uint32_t mask = bit_mask(field.bit, field.width);
+            write_number(place, field.size, read_number(place, field.size) | mask);
+        } else {
+            std::memset(place, 255, elements_of(field) * field.size);
+        }
+>>>>>>> 82ee9c6 (Test that each changed byte of each function's inputs is found; record bits that are in no field)
     }
 }
 

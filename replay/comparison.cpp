@@ -84,7 +84,7 @@ private:
     bool record(const record_row &row, unsigned at);
     bool field(const field_row &field, unsigned at);
     bool key(const field_row &field, unsigned at);
-    bool padding(unsigned size);
+    bool padding(const record_row &row);
     bool report(const std::string &place, const std::string &recorded, const std::string &now)
     {
         return taker_({argument_.name.text(), path_ + place, recorded, now});
@@ -234,17 +234,22 @@ bool element_comparison::key(const field_row &field, unsigned at)
 }
 
 // What still differs is in no field.
-bool element_comparison::padding(unsigned size)
+bool element_comparison::padding(const record_row &row)
 {
-    for (unsigned start = 0; start < size; ++start) {
+    unsigned char used[most_record_bytes];
+    std::memset(used, 0, row.size);
+    mark_bits(used, row);
+    for (unsigned start = 0; start < row.size; ++start) {
         unsigned end = start;
-        while (end < size && differs_[end] != 0)
+        while (end < row.size && differs_[end] != 0)
             ++end;
         if (end == start)
             continue;
         const auto digits = [&](const side &one) {
-            const auto *const bytes = reinterpret_cast<const char *>(one.bytes);
-            return hexadecimal({bytes + start, end - start});
+            std::string bytes;
+            for (unsigned at = start; at < end; ++at)
+                bytes += static_cast<char>(one.bytes[at] & ~used[at]);
+            return hexadecimal(bytes);
         };
         if (!report(".padding(" + std::to_string(start) + ")", digits(recorded_), digits(now_)))
             return false;
@@ -263,7 +268,7 @@ bool element_comparison::run()
     const record_row &row = record_rows[argument_.record];
     std::memset(shown_keys_, 0, row.size);
     forget_loose(row, 0);
-    return record(row, 0) && padding(row.size);
+    return record(row, 0) && padding(row);
 }
 
 // The salt with which fingerprints of a recording can be made again, or null.

@@ -217,7 +217,7 @@ bool recorded_line::field_key(const std::string &name)
     return refuse(std::string{top.record->name.text()} + " has no field " + quoted(name));
 }
 
-// "padding(12)", of bytes that are in no field.
+// "padding(12)", of bits that are in no field.
 bool recorded_line::padding_key(const std::string &name)
 {
     static constexpr std::string_view start = "padding(";
@@ -466,17 +466,22 @@ bool recorded_line::padding(const std::string &text)
     const std::optional<std::string> bytes = from_hexadecimal(text);
     if (!bytes || bytes->empty())
         return refuse("expected pairs of hexadecimal digits, in lower case");
+    if (padding_at_ >= top.record->size || bytes->size() > top.record->size - padding_at_)
+        return refuse("is not in the record");
     unsigned char used[most_record_bytes];
     std::memset(used, 0, top.record->size);
-    mark_fields(used, *top.record);
-    if (padding_at_ >= top.record->size || bytes->size() > top.record->size - padding_at_ ||
-        std::memchr(used + padding_at_, 1, bytes->size()) != nullptr)
-        return refuse("these bytes are not all padding");
+    mark_bits(used, *top.record);
     const std::uint32_t at = top.at + padding_at_;
-    if (std::memchr(told_.data() + at, 255, bytes->size()) != nullptr)
-        return refuse("is given twice");
-    std::memcpy(memory().bytes.data() + at, bytes->data(), bytes->size());
-    std::memset(told_.data() + at, 255, bytes->size());
+    for (std::size_t i = 0; i < bytes->size(); ++i) {
+        const auto value = static_cast<unsigned char>((*bytes)[i]);
+        const unsigned char field_bits = used[padding_at_ + i];
+        if (field_bits == 255 || (value & field_bits) != 0)
+            return refuse("these bits are not all in no field");
+        if ((told_[at + i] & ~field_bits) != 0)
+            return refuse("is given twice");
+        memory().bytes[at + i] |= value;
+        told_[at + i] |= static_cast<unsigned char>(~field_bits);
+    }
     return true;
 }
 

@@ -21,8 +21,8 @@ using qxsh::field_row;
 using qxsh::record_row;
 
 made_call::made_call(const qxsh::call_row &call, std::mt19937 &random)
-    : status(random() % 100), values(call.arguments), null(call.arguments),
-      before(call.arguments), after(call.arguments), row_(&call)
+    : status(random() % 100), values(call.arguments), null(call.arguments), before(call.arguments),
+      after(call.arguments), row_(&call)
 {
     const auto fill = [&random](std::vector<unsigned char> &bytes) {
         for (unsigned char &one : bytes)
@@ -115,8 +115,8 @@ place place_of(const record_row &record, const std::string &path)
     const std::string first = path.substr(0, path.find('.'));
     const std::string name = first.substr(0, first.find('('));
     const bool indexed = name.size() < first.size();
-    const unsigned index = indexed ? static_cast<unsigned>(std::stoul(first.substr(name.size() + 1)))
-                                   : 0;
+    const unsigned index =
+        indexed ? static_cast<unsigned>(std::stoul(first.substr(name.size() + 1))) : 0;
     if (name == "padding")
         return {index, 1};
     for (const field_row &field : fields_of(record)) {
