@@ -198,7 +198,7 @@ table nexthops "next hops, in the order of type, address and interface" {
 
 table nexthop_indexes "next hops, by index" {
     call   qx_l3_nexthop_get
-    index  index  ids 5
+    index  index  ids
     empty  QX_NO_NEXTHOP
     node   "next hop"  nexthop.nhid
     holds  nexthop.id.tunnel_id tunnels

@@ -99,14 +99,14 @@ call qx_ip_translate_flow_del "take a flow off an IP translation" {
 
 table rtp_translations "counters of the RTP translations, by id" {
     call   qx_rtp_statistics_get
-    index  rtp_id  ids 0
+    index  rtp_id  ids
     empty  QX_NO_RTP
     node   "RTP translation"
 }
 
 table ip_translations "settings of the IP translations, by id" {
     call   qx_ip_translate_get
-    index  ip_translate_id  ids 4
+    index  ip_translate_id  ids
     empty  QX_NO_TRANSLATION
     node   "IP translation"  p_ip_translate_cfg.v6_pkt.sa_ip p_ip_translate_cfg.v6_pkt.da_ip
 }

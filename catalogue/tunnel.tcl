@@ -99,7 +99,7 @@ call qx_tunnel_mtu_set "set the MTU of a tunnel" {
 
 table tunnels "tunnels, by id" {
     call   qx_tunnel_get
-    index  tunnel_id  ids 6
+    index  tunnel_id  ids
     empty  QX_NO_TUNNEL
     node   tunnel  p_tunnel_cfg.type p_tunnel_cfg.src_addr p_tunnel_cfg.dest_addr
     holds  p_tunnel_cfg.nexthop_id nexthop_indexes

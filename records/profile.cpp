@@ -90,6 +90,14 @@ std::uint32_t number_in(std::string_view word, std::uint32_t least, std::uint32_
     return number;
 }
 
+// FIRST..LAST, or one number.
+number_range range_in(std::string_view word, std::uint32_t least, std::uint32_t limit)
+{
+    const std::size_t dots = word.find("..");
+    const std::uint32_t first = number_in(word.substr(0, dots), least, limit);
+    return {first, dots == word.npos ? first : number_in(word.substr(dots + 2), first, limit)};
+}
+
 // The row with this name; null if there is none.
 template <class Rows> auto *row_named(const Rows &rows, std::string_view name)
 {
@@ -176,6 +184,7 @@ private:
     void size(std::string_view name);
     void family();
     void check_families();
+    void ids();
     void loose();
 
     profile result_;
@@ -295,6 +304,26 @@ void profile_reader::check_families()
         }
 }
 
+void profile_reader::ids()
+{
+    usage_ = "ids TABLE FIRST..LAST ...";
+    const std::string name{needed_word()};
+    const auto table = std::find_if(id_tables.begin(), id_tables.end(),
+                                    [&](const auto &each) { return each.name == name; });
+    if (table == id_tables.end())
+        throw mistake{"there is no table " + quoted(name) + " that is listed by ids"};
+    profile_ids ids{name, {}, line_};
+    std::string_view word = needed_word();
+    for (std::uint32_t least = 0; !word.empty(); word = next_word()) {
+        if (!ids.ranges.empty() && ids.ranges.back().last == table->number)
+            throw mistake{"there is no id behind " + std::to_string(table->number)};
+        ids.ranges.push_back(range_in(word, least, table->number));
+        least = ids.ranges.back().last + 1;
+    }
+    once("ids " + name, "the ids of " + name + " are given twice");
+    result_.ids.push_back(std::move(ids));
+}
+
 void profile_reader::loose()
 {
     usage_ = "loose RECORD.FIELD, or loose FUNCTION.ARGUMENT";
@@ -323,11 +352,13 @@ void profile_reader::read_line(std::string_view text)
         size(kind);
     else if (kind == "family")
         family();
+    else if (kind == "ids")
+        ids();
     else if (kind == "loose")
         loose();
     else
         throw mistake{quoted(kind) +
-                      " is not one of status, code, capacity, ports, devices, family, loose"};
+                      " is not one of status, code, capacity, ports, devices, family, ids, loose"};
 }
 
 profile profile_reader::read(std::string_view text)

@@ -28,6 +28,21 @@ struct profile_number
     unsigned line; ///< counted from 1
 };
 
+/// The numbers from the first to the second.
+struct number_range
+{
+    std::uint32_t first;
+    std::uint32_t last;
+};
+
+/// Where the entries of a table are that has no list of its own, in ascending order.
+struct profile_ids
+{
+    std::string table;
+    std::vector<number_range> ranges;
+    unsigned line; ///< counted from 1
+};
+
 /// What a profile says, in its order.
 struct profile
 {
@@ -35,6 +50,7 @@ struct profile
     std::vector<profile_number> codes;
     std::vector<profile_number> sizes; ///< each at least 1
     std::vector<profile_number> families;
+    std::vector<profile_ids> ids;   ///< of these tables; of others those of the simulated device
     std::vector<std::string> loose; ///< RECORD.FIELD or FUNCTION.ARGUMENT: change by themselves
 };
 

@@ -56,6 +56,7 @@ static void replace_with(profile &all, const profile &file)
     replace(all.codes, file.codes, same_place);
     replace(all.sizes, file.sizes, same_name);
     replace(all.families, file.families, same_name);
+    all.ids = file.ids;
     if (!file.loose.empty())
         all.loose = file.loose;
 }

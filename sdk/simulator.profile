@@ -158,6 +158,8 @@ loose qx_rtp_stats_t.timestamp
 loose qx_rtp_stats_t.pkt_cnt
 loose qx_rtp_stats_t.byte_cnt
 
+# A board's ids are given here, such as "ids tunnels 1..64"; the simulated device assigns its own.
+
 # Address families.
 family ipv4 0
 family ipv6 1

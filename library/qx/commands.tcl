@@ -129,7 +129,9 @@ namespace eval qx::commands {
                 arguments' names. The device is 0 if none is given. An index or a key is an option:
                 a number, first..last, or a code word. A status that does not belong to the walk is
                 the error of qx::check, and so is the end of the table if an option asks for what
-                lies behind it. Without a table: all tables and what they hold.
+                lies behind it. Where the SDK reads entries only by ids that it has assigned, all
+                ids of the profile are tried, or those of the simulated device; qx::help of the
+                table says which. Without a table: all tables and what they hold.
 
                 % qx::list l2tp_prefixes -tunnel_id 0x06000001 -session_id 17
 

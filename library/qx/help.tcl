@@ -265,6 +265,10 @@ proc qx::help::table_text {name} {
         foreach key [dict get $table keys] { append words " -[qx::tables::short $key] n" }
         append text "Listed by\n  qx::list $words\n  qx::show $words\n"
         append text [qx::layout::section Calls [qx::layout::names $calls]]
+        set tried [qx::tables::tried $name 0]
+        if {$tried ne {}} {
+            append text "Ids that are tried on device 0\n  [join $tried { }]\n"
+        }
     }
     set capacity [qx::catalogue::capacity $name]
     if {$capacity ne {}} { append text "Capacity\n  $capacity\n" }

@@ -4,7 +4,7 @@
 
 namespace eval qx::profile {
     variable file {} ;# the one in use; empty: the default
-    # content: what it says, a dict: statuses, codes, capacities, families, each a dict; does not
+    # content: what it says, a dict: statuses, codes, capacities, families, ids, each a dict; does not
     # exist before it is first needed, nor after a failure to read what QX_PROFILE names
 }
 
@@ -53,7 +53,7 @@ proc qx::profile::use {name} {
 
 proc qx::profile::default {} {
     return [dict create statuses $qx::catalogue::status_data codes $qx::catalogue::code_data \
-        capacities $qx::catalogue::capacity_data families $qx::catalogue::family_data]
+        capacities $qx::catalogue::capacity_data families $qx::catalogue::family_data ids {}]
 }
 
 # What a file says, a dict by section. Only the package's library knows how to read it.

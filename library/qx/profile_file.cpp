@@ -52,6 +52,21 @@ Tcl_Obj *numbers_of(const std::vector<profile_number> &numbers)
     return dict;
 }
 
+// By table a list of ranges, each a list of two numbers.
+Tcl_Obj *ids_of(const profile &profile)
+{
+    Tcl_Obj *const dict = Tcl_NewDictObj();
+    for (const profile_ids &ids : profile.ids) {
+        Tcl_Obj *const list = Tcl_NewListObj(0, nullptr);
+        for (const number_range &range : ids.ranges) {
+            Tcl_Obj *const ends[] = {Tcl_NewWideIntObj(range.first), Tcl_NewWideIntObj(range.last)};
+            Tcl_ListObjAppendElement(nullptr, list, Tcl_NewListObj(2, ends));
+        }
+        Tcl_DictObjPut(nullptr, dict, new_text(ids.table), list);
+    }
+    return dict;
+}
+
 void put(Tcl_Obj *dict, const char *name, Tcl_Obj *value)
 {
     Tcl_DictObjPut(nullptr, dict, Tcl_NewStringObj(name, -1), value);
@@ -85,6 +100,7 @@ int parse_profile_command(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *con
     put(dict, "codes", codes_of(read));
     put(dict, "capacities", numbers_of(read.sizes));
     put(dict, "families", numbers_of(read.families));
+    put(dict, "ids", ids_of(read));
     Tcl_SetObjResult(interp, dict);
     return TCL_OK;
 }

@@ -40,12 +40,17 @@ proc qx::shown::show {args} {
 
 # -------------------------------------------------------------------------------------- leaves
 
-# What an empty listing says: also what was asked for.
+# What an empty listing says: also what was asked for, and which ids were tried.
 proc qx::shown::nothing {request} {
     set text "no [dict get $request name]"
     set word with
+    set shown {}
     dict for {name interval} [dict get $request given] {
-        append text " $word $name [join [lsort -unique -integer $interval] ..]"
+        dict set shown $name [qx::tables::interval_text $interval]
+    }
+    set tried [qx::tables::tried [dict get $request name] [dict get $request device]]
+    dict for {name ids} [dict merge $tried $shown] {
+        append text " $word $name $ids"
         set word and
     }
     return "$text on device [dict get $request device]"

@@ -15,6 +15,31 @@ namespace eval qx::sim {
 
 # ---------------------------------------------------------------------------------- control
 
+# Whether the SDK library in this process is the simulator.
+proc qx::sim::is_loaded {} {
+    variable loaded
+    if {![info exists loaded]} { set loaded [is_simulator [library]] }
+    return $loaded
+}
+
+# The file of the SDK library in this process; empty if that cannot be found out.
+proc qx::sim::library {} {
+    if {[catch { open /proc/self/maps } channel]} return
+    set maps [read $channel]
+    close $channel
+    regexp -line {(/.*/libqx-sdk\.so[^/]*?)(?: \(deleted\))?$} $maps -> file
+    return [expr {[info exists file] ? $file : {}}]
+}
+
+# The simulator is known by the switch that it reads. A call would tell, too, but who knows what an
+# SDK makes of a device that is not there.
+proc qx::sim::is_simulator {library} {
+    if {[catch { open $library rb } channel]} { return 0 }
+    set found [string first QX_SIM_CONTROL [read $channel]]
+    close $channel
+    return [expr {$found >= 0}]
+}
+
 # Starts controlling the simulator through this file, or the one named by QX_SIM_CONTROL, or the one
 # attached last. Takes the variable out of the environment, so that child processes have no faults.
 # After an error the file and the variable are as before, and so is what was attached.

@@ -233,16 +233,54 @@ proc qx::tables::place_of {call name} {
     }
 }
 
+# The ids that the profile says a table has, as intervals; empty if it says none. Those that the
+# simulated device assigns are its own, whatever the board's are.
+proc qx::tables::ids_of_profile {name path values} {
+    set ids [qx::profile::part ids]
+    set parts [dict get [qx::catalogue::table $name] parts]
+    if {![dict exists $ids $name] || [lindex [dict get [lindex $parts 0] indexes] 0] ne $path} {
+        return
+    }
+    if {[lindex $values 0] eq "ids" && [qx::sim::is_loaded]} return
+    return [dict get $ids $name]
+}
+
+# The ids of a kind that the simulated device assigns: kind, device, and a number from 1.
+proc qx::tables::assigned {kind device} {
+    set start [expr {($kind << 24) + (($device & 255) << 16)}]
+    return [list [expr {$start + 1}] [expr {$start + 65535}]]
+}
+
+# What a table that is walked by ids tries on a device: a name, and intervals as text; else nothing.
+proc qx::tables::tried {name device} {
+    lassign [dict get [qx::catalogue::table $name] parts] part
+    if {$part eq {}} return
+    lassign [dict get $part indexes] path values
+    set intervals [ids_of_profile $name $path $values]
+    if {$intervals eq {} && [lindex $values 0] eq "ids"} {
+        set intervals [list [assigned [lindex $values 1] $device]]
+    }
+    set texts {}
+    foreach interval $intervals { lappend texts [interval_text $interval] }
+    if {$texts eq {}} return
+    return [list [short $path] [join $texts {, }]]
+}
+
+# An interval as an option takes it.
+proc qx::tables::interval_text {interval} {
+    set ends {}
+    foreach number [lsort -unique -integer $interval] { lappend ends [qx::shown::id $number] }
+    return [join $ends ..]
+}
+
 # The numbers to try for an index: a list of least and greatest ones.
 proc qx::tables::intervals {request part path values} {
+    set said [ids_of_profile [dict get $request name] $path $values]
+    if {$said ne {}} { return $said }
     lassign $values kind first second
     switch -- $kind {
         range { return [list [list $first $second]] }
-        ids {
-            # The ids of the simulated device: kind, device, and a number from 1.
-            set start [expr {($first << 24) + (([dict get $request device] & 255) << 16)}]
-            return [list [list [expr {$start + 1}] [expr {$start + 65535}]]]
-        }
+        ids { return [list [assigned $first [dict get $request device]]] }
         capacity {
             set count [qx::catalogue::capacity $first]
             if {$count ne {}} { return [list [list 0 [expr {$count - 1}]]] }

@@ -11,7 +11,7 @@ namespace eval qx::test::device {
 proc qx::test::device::kind {} { variable kind; return $kind }
 
 proc qx::test::device::start {own_folder} {
-    variable kind [told_by [library]]
+    variable kind [expr {[qx::sim::is_loaded] ? "sim" : "board"}]
     variable folder $own_folder
     if {$kind ne "sim"} return
     if {[info exists ::env(QX_SIM_CONTROL)]} {
@@ -22,24 +22,6 @@ proc qx::test::device::start {own_folder} {
         }
     }
     accept
-}
-
-# The file of the SDK library in this process; empty if that cannot be found out.
-proc qx::test::device::library {} {
-    if {[catch { open /proc/self/maps } channel]} return
-    set maps [read $channel]
-    close $channel
-    regexp -line {(/.*/libqx-sdk\.so[^/]*?)(?: \(deleted\))?$} $maps -> file
-    return [expr {[info exists file] ? $file : {}}]
-}
-
-# The simulator is known by the switch that it reads. A call would tell, too, but who knows what an
-# SDK makes of a device that is not there.
-proc qx::test::device::told_by {library} {
-    if {[catch { open $library rb } channel]} { return board }
-    set found [string first QX_SIM_CONTROL [read $channel]]
-    close $channel
-    return [expr {$found >= 0 ? "sim" : "board"}]
 }
 
 proc qx::test::device::accept {} {

@@ -39,7 +39,8 @@ TEST(profile, reads_each_kind_of_line)
                                    "code qx_pm_pcie_state_get.state 5 out\n"
                                    "capacity flows 0X10\nports 8\ndevices 1\n"
                                    "family ipv6 10\nfamily ipv4 2\n"
-                                   "loose qx_rtp_stats_t.pkt_cnt\nloose qx_l3_nexthop_add.index");
+                                   "loose qx_rtp_stats_t.pkt_cnt\nloose qx_l3_nexthop_add.index\n"
+                                   "ids tunnels 1..0x40 77 4294967295..4294967295");
     ASSERT_EQ(read.statuses.size(), 2u);
     EXPECT_EQ(read.statuses[0].number, 30u);
     EXPECT_EQ(read.statuses[0].name, "NP_GONE");
@@ -56,6 +57,14 @@ TEST(profile, reads_each_kind_of_line)
     EXPECT_EQ(shown(read.families[0]), " ipv6 10 12");
     EXPECT_EQ(read.loose,
               (std::vector<std::string>{"qx_rtp_stats_t.pkt_cnt", "qx_l3_nexthop_add.index"}));
+    ASSERT_EQ(read.ids.size(), 1u);
+    EXPECT_EQ(read.ids[0].table, "tunnels");
+    EXPECT_EQ(read.ids[0].line, 16u);
+    ASSERT_EQ(read.ids[0].ranges.size(), 3u);
+    EXPECT_EQ(read.ids[0].ranges[0].first, 1u);
+    EXPECT_EQ(read.ids[0].ranges[0].last, 64u);
+    EXPECT_EQ(read.ids[0].ranges[1].last, 77u);
+    EXPECT_EQ(read.ids[0].ranges[2].first, 4294967295u);
 }
 
 TEST(profile, a_file_replaces_lines_of_the_default_one)
@@ -109,7 +118,7 @@ TEST(profile, names_line_and_mistake)
 {
     static constexpr std::pair<const char *, const char *> cases[] = {
         {"statuses 1 A b",
-         "\"statuses\" is not one of status, code, capacity, ports, devices, family, loose"},
+         "\"statuses\" is not one of status, code, capacity, ports, devices, family, ids, loose"},
         {"status", "expected: status NUMBER NAME MEANING"},
         {"loose", "expected: loose RECORD.FIELD, or loose FUNCTION.ARGUMENT"},
         {"loose qx_vlan_t.vlan_id 3", "expected: loose RECORD.FIELD, or loose FUNCTION.ARGUMENT"},
@@ -172,6 +181,16 @@ TEST(profile, names_line_and_mistake)
         {"family ipv6 2 3", "expected: family ipv4 NUMBER, or family ipv6 NUMBER"},
         {"family ipv4 3", "family ipv4 is given twice"},
         {"family ipv6 2", "family number 2 is given twice"},
+        {"ids", "expected: ids TABLE FIRST..LAST ..."},
+        {"ids tunnels", "expected: ids TABLE FIRST..LAST ..."},
+        {"ids routes 1..9", "there is no table \"routes\" that is listed by ids"},
+        {"ids tunnels 1..x", "\"x\" is not a number from 1 to 4294967295"},
+        {"ids tunnels ..3", "\"\" is not a number from 0 to 4294967295"},
+        {"ids tunnels 9..3", "\"3\" is not a number from 9 to 4294967295"},
+        {"ids tunnels 1..9 9..12", "\"9\" is not a number from 10 to 4294967295"},
+        {"ids tunnels 1..4294967295 7", "there is no id behind 4294967295"},
+        {"ids pptp_sessions 1..65536", "\"65536\" is not a number from 1 to 65535"},
+        {"ids pppoe_ports 7", "the ids of pppoe_ports are given twice"},
         {"# \xff", "not UTF-8"},
         {"# \xc3", "not UTF-8"},
         {"# \xe0\x80\x80", "not UTF-8"},
@@ -181,10 +200,11 @@ TEST(profile, names_line_and_mistake)
     };
     for (const auto &[line, text] : cases) {
         profile read = read_well("ports 77");
-        const auto mistake = read_profile("status 9 TAKEN a\ncode qx_tunnel_cfg_t.dir 7 in\n"
-                                          "capacity rules 2\nports 2\nfamily ipv4 2\n\n" +
-                                              std::string{line} + "\nnonsense\n",
-                                          read);
+        const auto mistake =
+            read_profile("status 9 TAKEN a\ncode qx_tunnel_cfg_t.dir 7 in\n"
+                         "capacity rules 2\nports 2\nfamily ipv4 2\nids pppoe_ports 1..9\n" +
+                             std::string{line} + "\nnonsense\n",
+                         read);
         ASSERT_TRUE(mistake) << line;
         EXPECT_EQ(mistake->text, text) << line;
         EXPECT_EQ(mistake->line, 7u) << line;

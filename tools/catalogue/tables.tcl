@@ -63,16 +63,14 @@ proc catalogue::table_leads {place table words} {
 }
 
 # An index: its argument and its values, one of {range LEAST GREATEST}, {ids KIND}, codes,
-# {capacity NAME}.
+# {capacity NAME}. The kind of ids is the place of their list in index.tcl, from 0.
 proc catalogue::table_index {place table words} {
-    lassign $words argument values kind
-    if {[llength $words] ni {2 3} || ([llength $words] == 3) != ($values eq "ids")} {
-        fail $place "expected: index argument least..greatest|codes|capacity, or: argument ids kind"
-    }
+    expect $place 2 $words "index argument least..greatest|codes|ids|capacity"
+    lassign $words argument values
     if {$values eq "ids"} {
-        check_number $place kind $kind 0
-        if {$kind > 127} { fail $place "kind $kind of an id is above 127" }
-        set values [list ids $kind]
+        set kind [id_kind $argument]
+        if {!$kind} { fail $place "$argument is in no list of ids" }
+        set values [list ids [expr {$kind - 1}]]
     } elseif {[string match *..* $values]} {
         set values [concat range [read_range $place $values {}]]
     } elseif {$values ne "codes"} {
@@ -221,6 +219,22 @@ proc catalogue::check_part {table part} {
             fail $place "absent names a number that $call puts out, and $absent is none"
         }
     }
+}
+
+# The tables whose first index may be given as ids of a board: name and greatest number, alternating.
+proc catalogue::id_tables {} {
+    variable model
+    set result {}
+    foreach name $model(tables) {
+        set parts [dict get $model(table,$name) parts]
+        set part [lindex $parts 0]
+        if {[llength $parts] != 1 || [dict get $part walk] ne {}} continue
+        lassign [dict get $part indexes] path values
+        if {[lindex $values 0] ni {ids range}} continue
+        set type [type_of_path [dict get $part place] [dict get $part call] $path]
+        lappend result $name [expr {(1 << (8 * [type_size $type])) - 1}]
+    }
+    return $result
 }
 
 # The type of a number in a call's argument, or in a record that one points to.

@@ -25,7 +25,12 @@ proc generate::default_profile {profile} {
     append text "\ninline constexpr std::array<std::string_view,"
     append text " [llength [dict get $profile loose]]> default_loose\{\n"
     foreach place [dict get $profile loose] { append text "    \"$place\",\n" }
-    append text "\};\n"
+    append text "\};\n\n// Tables of which a file may say the ids, and the greatest number of each.\n"
+    set tables [catalogue::id_tables]
+    append text "inline constexpr std::array<default_number,"
+    append text " [expr {[llength $tables] / 2}]> id_tables\{\{\n"
+    foreach {name greatest} $tables { append text "    \{\"\", \"$name\", ${greatest}u\},\n" }
+    append text "\}\};\n"
     write default_profile.h "$text\n\} // namespace qxsh\n"
 }
 

@@ -45,4 +45,9 @@ inline constexpr default_number default_families[] = {
 inline constexpr std::array<std::string_view, 0> default_loose{
 };
 
+// Tables of which a file may say the ids, and the greatest number of each.
+inline constexpr std::array<default_number, 1> id_tables{{
+    {"", "chosen", 65535u},
+}};
+
 } // namespace qxsh

@@ -77,7 +77,7 @@ const argument_row argument_rows[] = {
     {{148}, out, true, 4, 56, -1, -1, 1}, // lamp_id
     {{136}, in, false, 2, 0, -1, -1, 0}, // dev_id
     {{168}, in, false, 1, 0, -1, -1, 0}, // channel
-    {{21}, in, false, 4, 0, -1, -1, 0}, // level
+    {{21}, in, false, 4, 0, -1, -1, 1}, // level
     {{143}, inout, true, 56, 0, -1, 2, 0}, // lamp
 };
 

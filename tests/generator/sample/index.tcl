@@ -2,4 +2,4 @@
 areas lamp data
 argument dev_id "device number"
 hexadecimal { flags qx_lamp_t.serial }
-ids lamp { lamp_id }
+ids lamp { lamp_id level }

@@ -57,9 +57,9 @@ table lamps "lamps, by channel and level" {
 
 table numbered "lamps, by id and flags" {
     call   qx_lamp_tune  first
-    index  lamp.id     ids 3
+    index  level       ids
     index  lamp.flags  codes
-    index  level       0..1
+    index  lamp.id     0..1
     index  channel     0..1
     empty  QX_DARK
     bare   QX_DIM
