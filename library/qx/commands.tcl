@@ -2,8 +2,8 @@
 # here. A command is three words: its usage, its purpose in a line, and what else there is to know.
 # That is paragraphs between empty lines, without markup; one that begins with "% " is a session and
 # keeps its lines. A group of commands is a topic of qx::help, a title and its commands; the names
-# of a group in a namespace of its own begin with its topic. Packages and programs beside the package
-# have the same three words, the first being a name.
+# of a group in a namespace of its own begin with its topic. What is beside the package, packages
+# and programs, has the same three words.
 
 namespace eval qx::commands {
     variable groups {
@@ -267,7 +267,7 @@ namespace eval qx::commands {
     variable beside {
         qx::test {package: test a bring-up, with a clean device around each test} {
             tcltest with constraints sim and board, TAP and JUnit reports, and a simulator that has
-            to be configured behind each test as before it. docs/testing.md describes the package.
+            to be configured after each test as it was before. docs/testing.md describes the package.
 
             % package require qx::test
             % namespace import qx::test::*
@@ -279,8 +279,8 @@ namespace eval qx::commands {
             -junit FILE, tcltest's options.
         }
         qx-run {program: run scripts for CI, up to the first error or failed status} {
-            qx-run ?--sim? ?-c COMMANDS? ?-e? ?--? ?FILE ...? is beside the shell. The exit status is
-            1 behind an error, and 2 if a file cannot be read. qx-run(1) and docs/testing.md
+            qx-run ?--sim? ?-c COMMANDS? ?-e? ?--? ?FILE ...? is beside the shell. The exit status
+            is 1 after an error, and 2 if a file cannot be read. qx-run(1) and docs/testing.md
             describe it.
         }
     }

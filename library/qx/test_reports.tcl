@@ -1,5 +1,6 @@
 # Package qx::test, the reports: what tcltest writes, or TAP on standard output instead, and a JUnit
-# file; and the verdict on the whole run. In TAP, what a script prints is a comment. Relies on tcltest.
+# file; and the verdict on the whole run. In TAP, what a script prints is a comment. Relies on
+# tcltest.
 
 namespace eval qx::test::report {
     variable tap 0
