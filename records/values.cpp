@@ -22,7 +22,6 @@ void mark_fields(unsigned char *bytes, const record_row &record, const holding *
     }
 }
 
-<<<<<<< HEAD
 void mark_bits(unsigned char *bytes, const field_row &field, bool deep)
 {
     bytes += field.offset;
@@ -36,21 +35,18 @@ void mark_bits(unsigned char *bytes, const field_row &field, bool deep)
                      read_number(bytes, field.size) | bit_mask(field.bit, field.width));
     } else {
         std::memset(bytes, 255, elements_of(field) * field.size);
-=======
+    }
+}
+
 void mark_bits(unsigned char *bits, const record_row &record)
 {
     for (const field_row &field : fields_of(record)) {
-        unsigned char *const place = bits + field.offset;
-        if (const record_row *const inner = record_in(field); inner != nullptr) {
-            for (unsigned index = 0; index < elements_of(field); ++index)
-                mark_bits(place + index * field.size, *inner);
-        } else if (field.width != 0) {
-            const std::uint32_t mask = bit_mask(field.bit, field.width);
-            write_number(place, field.size, read_number(place, field.size) | mask);
-        } else {
-            std::memset(place, 255, elements_of(field) * field.size);
-        }
->>>>>>> 82ee9c6 (Test that each changed byte of each function's inputs is found; record bits that are in no field)
+        const record_row *const inner = record_in(field);
+        if (inner == nullptr)
+            mark_bits(bits, field, false);
+        else
+            for (unsigned i = 0; i < elements_of(field); ++i)
+                mark_bits(bits + field.offset + i * field.size, *inner);
     }
 }
 

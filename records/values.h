@@ -64,17 +64,15 @@ inline std::uint32_t read_field(const void *record, const field_row &field, unsi
 /// null, just those of fields that hold `*only`. The others keep their values.
 void mark_fields(unsigned char *bytes, const record_row &record, const holding *only = nullptr);
 
-<<<<<<< HEAD
-/// Sets the bits of a field of the record at `bytes`. A nested record counts as a whole unless `deep`
-/// is true; a nested union always does.
+/// Sets the bits of a field of the record at `bytes`. A nested record counts as a whole unless
+/// `deep` is true; a nested union always does.
 void mark_bits(unsigned char *bytes, const field_row &field, bool deep);
+
+/// Sets the bits of all fields of the record at `bits`, of nested ones and views too.
+void mark_bits(unsigned char *bits, const record_row &record);
 
 /// In dicts and JSON, the name of the bytes that are in no field. No field has this name.
 inline constexpr const char *padding_name = "padding";
-=======
-/// Sets the bits in `bits` (record.size bytes) that belong to a field. The others keep their values.
-void mark_bits(unsigned char *bits, const record_row &record);
->>>>>>> 82ee9c6 (Test that each changed byte of each function's inputs is found; record bits that are in no field)
 
 /// Zeroes the bytes of a record that belong to no field, so that records with equal fields are
 /// equal byte by byte.

@@ -9,23 +9,10 @@
 
 namespace qxsh {
 
-// Marks the bits of all fields of a record, of all views and nested records.
-static void mark_all(unsigned char *bits, const record_row &row)
-{
-    for (const field_row &field : fields_of(row)) {
-        const record_row *const inner = record_in(field);
-        if (inner == nullptr)
-            mark_bits(bits, field, false);
-        else
-            for (unsigned i = 0; i < elements_of(field); ++i)
-                mark_all(bits + field.offset + i * field.size, *inner);
-    }
-}
-
 void free_bits(const record_row &row, unsigned char *bits)
 {
     std::memset(bits, 0, row.size);
-    mark_all(bits, row);
+    mark_bits(bits, row);
     for (unsigned i = 0; i < row.size; ++i)
         bits[i] = static_cast<unsigned char>(~bits[i]);
 }
