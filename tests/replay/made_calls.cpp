@@ -85,7 +85,7 @@ std::string recording_of(const qxsh::recording_header &header, std::vector<made_
         const auto saved = one.before;
         for (std::size_t i = 0; i < words.size(); ++i)
             std::copy(one.after[i].begin(), one.after[i].end(), one.before[i].begin());
-        text += line.finish(one.row(), words.data(), {++number, one.status, "QX_ANY", false});
+        text += line.finish(one.row(), words.data(), {++number, 77, one.status, "QX_ANY", false});
         for (std::size_t i = 0; i < words.size(); ++i)
             std::copy(saved[i].begin(), saved[i].end(), one.before[i].begin());
     }
