@@ -4,8 +4,8 @@
 
 namespace eval qx::profile {
     variable file {} ;# the one in use; empty: the default
-    # content: what it says, a dict: statuses, codes, capacities, families, ids, each a dict; does not
-    # exist before it is first needed, nor after a failure to read what QX_PROFILE names
+    # content: what it says, a dict: statuses, codes, capacities, families, ids, each a dict; does
+    # not exist before it is first needed, nor after a failure to read what QX_PROFILE names
 }
 
 # qx::profile ?file? : reads a profile, {} for the default; or returns the name of the one in use.

@@ -221,7 +221,7 @@ proc catalogue::check_part {table part} {
     }
 }
 
-# The tables whose first index may be given as ids of a board: name and greatest number, alternating.
+# The tables whose first index may be given as ids of a board: name and greatest number by turns.
 proc catalogue::id_tables {} {
     variable model
     set result {}
