@@ -141,8 +141,8 @@ namespace eval qx::commands {
             {show a table in columns, or a record as a tree} {
                 Columns and fields that are zero are left out unless -all is given. Columns that do
                 not fit the terminal, which counts as 40 columns at least, follow below. Keys are
-                shown by their length. -json gives all of it as JSON, keys included. -view is that of
-                qx::get, for a record.
+                shown by their length. -json gives all of it as JSON, keys included. -view is that
+                of qx::get, for a record.
 
                 % qx::show flows -hash_index 0..100
             }

@@ -1,6 +1,7 @@
 # Package qx, qx::lint on JSON texts for qx::set: reads one as a value that lint_records.tcl can
-# check. Pure Tcl, because a script is checked without the package's library. docs/qx.md says what a
-# text may have in it; a mistake is an error with the message of qx::set, or "not JSON" at its place.
+# check. Pure Tcl, because a script is checked without the package's library. docs/qx.md says what
+# a text may have in it; a mistake is an error with the message of qx::set, or "not JSON" at its
+# place.
 
 namespace eval qx::lint::json {
     variable deepest 32
