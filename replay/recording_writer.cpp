@@ -138,7 +138,10 @@ std::string recording_writer::write(const std::string &bytes, const sigset_t *he
         return {};
     }
     std::string mistake = cannot_write(name_);
-    if (regular_ && ftruncate(file_, static_cast<off_t>(size_)) != 0)
+    struct stat is
+    {};
+    if (regular_ && fstat(file_, &is) == 0 && static_cast<std::uint64_t>(is.st_size) != size_ &&
+        ftruncate(file_, static_cast<off_t>(size_)) != 0)
         mistake += ", and its last line is cut";
     abandon();
     return mistake;
