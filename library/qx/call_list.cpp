@@ -66,11 +66,14 @@ private:
     bool read_bytes(Tcl_Obj *bytes);
     bool check();
     bool take(Tcl_Obj *object, entry &taken);
+    bool check_args(const entry &call);
     bool perform();
     bool perform(const entry &call);
     void show_progress(std::initializer_list<const char *> words);
     Tcl_Obj *filled(Tcl_Obj *value);
     Tcl_Obj *saved(const char *text);
+    Tcl_Obj *saved_later(const char *text);
+    bool is_unknown(Tcl_Obj *value) const;
     bool has_failed(std::string_view name) const;
     bool refuse(Tcl_Obj *what);
     bool refuse(const char *what) { return refuse(Tcl_NewStringObj(what, -1)); }
@@ -81,7 +84,9 @@ private:
     record_session &session_;
     sdk_caller &caller_;
     Tcl_Obj *const file_;
-    Tcl_Obj *const saved_; // a dict: name -> result
+    Tcl_Obj *const saved_;                                // a dict: name -> result
+    const held_object unknown_{Tcl_NewStringObj("$", 1)}; // before the first call: what is saved
+    bool drafting_ = true;                                // no call is made yet
     Tcl_Obj *calls_ = nullptr;
     bool shows_progress_ = false;
     std::vector<entry> entries_;
@@ -195,8 +200,27 @@ bool call_list::check()
                 std::strcmp(Tcl_GetString(taken.save), Tcl_GetString(earlier.save)) == 0)
                 return refuse(Tcl_ObjPrintf("\"%s\" is saved twice", Tcl_GetString(taken.save)));
         entries_.push_back(taken);
+        if (!check_args(taken))
+            return false;
     }
+    drafting_ = false;
     return true;
+}
+
+// The words of a call, as far as they are known before any call is made.
+bool call_list::check_args(const entry &call)
+{
+    int count = 0;
+    Tcl_Obj **words = nullptr;
+    Tcl_Obj *const args = call.args != nullptr ? filled(call.args) : nullptr;
+    if (call.args != nullptr && args == nullptr)
+        return false;
+    if (args != nullptr)
+        Tcl_ListObjGetElements(nullptr, args, &count, &words);
+    const bool good = caller_.check(call.call, count, words) || refuse_call();
+    if (args != nullptr)
+        Tcl_DecrRefCount(args);
+    return good;
 }
 
 // Whether an earlier call should have saved this name; its failure was allowed.
@@ -253,8 +277,31 @@ Tcl_Obj *call_list::saved(const char *text)
     }
 }
 
-// A value with saved results in place of their names, with a reference that the caller releases.
-// Null, with an error, if something is not saved.
+// What stands for a saved result before the calls; null, with an error, if none will save it.
+Tcl_Obj *call_list::saved_later(const char *text)
+{
+    const std::string name{text + 1, std::strcspn(text + 1, ".(")};
+    if (has_failed(name))
+        return unknown_.get();
+    refuse(Tcl_ObjPrintf("%s: no call before has saved \"%s\"", text, name.c_str()));
+    return nullptr;
+}
+
+// Whether a value is a saved result, or a list that has one.
+bool call_list::is_unknown(Tcl_Obj *value) const
+{
+    Tcl_Obj *element = nullptr;
+    for (int i = 0; session_.is_list(value); ++i) {
+        Tcl_ListObjIndex(nullptr, value, i, &element);
+        if (element == nullptr || is_unknown(element))
+            return element != nullptr;
+    }
+    return value == unknown_.get();
+}
+
+// A value with saved results in place of their names; before the calls without the members of
+// objects that need one. It has a reference that the caller releases. Null, with an error, if
+// something is not saved.
 Tcl_Obj *call_list::filled(Tcl_Obj *value)
 {
     int length;
@@ -265,7 +312,7 @@ Tcl_Obj *call_list::filled(Tcl_Obj *value)
     }
     if (!session_.is_container(value)) {
         const char *const text = Tcl_GetString(value);
-        Tcl_Obj *const now = text[0] == '$' ? saved(text) : value;
+        Tcl_Obj *const now = text[0] != '$' ? value : drafting_ ? saved_later(text) : saved(text);
         if (now != nullptr)
             Tcl_IncrRefCount(now);
         return now;
@@ -283,10 +330,10 @@ Tcl_Obj *call_list::filled(Tcl_Obj *value)
         for (; done == 0 && good; Tcl_DictObjNext(&search, &key, &inner, &done)) {
             Tcl_Obj *const now = filled(inner);
             good = now != nullptr;
-            if (good) {
+            if (good && !(drafting_ && is_unknown(now)))
                 Tcl_DictObjPut(nullptr, copy, key, now);
+            if (good)
                 Tcl_DecrRefCount(now);
-            }
         }
         Tcl_DictObjDone(&search);
     } else {

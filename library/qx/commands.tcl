@@ -92,8 +92,9 @@ namespace eval qx::commands {
             {qx::apply file} {make the SDK calls that a JSON file lists} {
                 The file is a list of objects: the function in call, its words as for qx::call in
                 args, statuses that are no failure in allow, a name for the result in save; later
-                calls write "$name" or "$name.path". The first failure ends it. The result is the
-                number of calls, or a dict of what was saved.
+                calls write "$name" or "$name.path". All words that do not depend on results are
+                checked before the first call. The first failure ends it. The result is the number
+                of calls, or a dict of what was saved.
             }
         }
         statuses {Statuses and mistakes} {

@@ -113,12 +113,20 @@ bool sdk_caller::one_call::is_handle(Tcl_Obj *word) const
     if (caller_.session_.is_structured(word))
         return false;
     const char *const text = Tcl_GetString(word);
-    if (from_ == origin::data)
+    if (from_ != origin::script)
         return !caller_.session_.is_list(word) && std::strcmp(text, "NULL") == 0;
     if (text[0] == '\0' || std::strpbrk(text, " \t\r\n{") != nullptr)
         return false;
     return text[0] == '_' || std::strcmp(text, "NULL") == 0 ||
            Tcl_FindCommand(interp(), text, nullptr, TCL_GLOBAL_ONLY) != nullptr;
+}
+
+// Whether a word of a draft is, or may have in it, what another call has to put out first.
+bool sdk_caller::one_call::is_unknown(Tcl_Obj *word) const
+{
+    if (from_ != origin::draft || word == nullptr || caller_.session_.is_dict(word))
+        return false;
+    return caller_.session_.is_list(word) || Tcl_GetString(word)[0] == '$';
 }
 
 bool sdk_caller::one_call::take(int count, Tcl_Obj *const words[])
@@ -156,6 +164,8 @@ bool sdk_caller::one_call::take_count(int number)
     int array = 0;
     while (arguments_[array].count != number)
         ++array;
+    if (!caller_.session_.is_list(given_[array]) && is_unknown(given_[array]))
+        return true;
     const char *const name = arguments_[array].name.text();
     const bool by_handle = is_handle(given_[array]);
     if (by_handle && given_[number] == nullptr)
@@ -167,11 +177,11 @@ bool sdk_caller::one_call::take_count(int number)
         return true;
     }
     int length;
-    if ((from_ == origin::data && !caller_.session_.is_list(given_[array])) ||
+    if ((from_ != origin::script && !caller_.session_.is_list(given_[array])) ||
         Tcl_ListObjLength(nullptr, given_[array], &length) != TCL_OK)
         return refuse(interp(), "VALUE", name, Tcl_ObjPrintf("%s is not a list", name));
     std::uint32_t count;
-    if (given_[number] != nullptr &&
+    if (given_[number] != nullptr && !is_unknown(given_[number]) &&
         (caller_.session_.take_number(given_[number], UINT32_MAX, count) !=
              record_session::taken::number ||
          count != static_cast<std::uint32_t>(length)))
@@ -188,6 +198,10 @@ bool sdk_caller::one_call::take_count(int number)
 bool sdk_caller::one_call::take_value(int number)
 {
     Tcl_Obj *const word = given_[number];
+    if (is_unknown(word))
+        return true;
+    if (from_ == origin::draft && !check_value(number))
+        return false;
     if (caller_.session_.is_number(word) || !begins_like_word(Tcl_GetString(word))) {
         set_word(number, word);
         return true;
@@ -205,10 +219,32 @@ bool sdk_caller::one_call::take_value(int number)
     return true;
 }
 
+// What the function's command will refuse: a number that is too large, a word where there are none.
+bool sdk_caller::one_call::check_value(int number)
+{
+    const argument_row &argument = arguments_[number];
+    const std::uint32_t greatest = bit_mask(0, 8u * argument.size);
+    const char *const text = Tcl_GetString(given_[number]);
+    std::uint32_t value;
+    if (caller_.session_.is_container(given_[number]))
+        return true; // it may have a key in it, which the command's error does not show
+    const auto taken = caller_.session_.take_number(given_[number], greatest, value);
+    if (taken == record_session::taken::outside)
+        return refuse_place(
+            interp(), argument.name.text(),
+            Tcl_ObjPrintf("%s is outside 0 to %s", text, std::to_string(greatest).c_str()));
+    return taken == record_session::taken::number || !begins_like_word(text) ||
+           caller_.session_.codes().of(argument) != nullptr ||
+           refuse_place(interp(), argument.name.text(),
+                        Tcl_ObjPrintf("\"%s\" is not a number", text));
+}
+
 bool sdk_caller::one_call::take_pointer(int number)
 {
     const argument_row &argument = arguments_[number];
     Tcl_Obj *const word = given_[number];
+    if (is_unknown(word) && (argument.count < 0 || !caller_.session_.is_list(word)))
+        return true;
     if (word != nullptr && (argument.record < 0 || is_handle(word))) {
         set_word(number, word);
         return true;
@@ -237,6 +273,8 @@ bool sdk_caller::one_call::take_elements(const argument_row &argument, const blo
             return false;
         if (element == nullptr)
             return true;
+        if (is_unknown(element))
+            continue;
         unsigned char *const memory = block.memory + static_cast<std::size_t>(i) * record.size;
         if (from_ == origin::script && is_handle(element)) {
             found_record found;
@@ -256,8 +294,8 @@ bool sdk_caller::one_call::take_elements(const argument_row &argument, const blo
 record_writer sdk_caller::one_call::writer(unsigned char *memory) const
 {
     return {caller_.session_, memory,
-            from_ == origin::data ? record_writer::typing::containers
-                                  : record_writer::typing::none};
+            from_ != origin::script ? record_writer::typing::containers
+                                    : record_writer::typing::none};
 }
 
 // Creates the block of an argument: an array if a count is given, else one record or cell.

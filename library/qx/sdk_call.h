@@ -46,6 +46,8 @@ private:
     };
 
     bool is_handle(Tcl_Obj *word) const;
+    bool is_unknown(Tcl_Obj *word) const;
+    bool check_value(int number);
     bool take_count(int number);
     bool take_pointer(int number);
     bool take_value(int number);

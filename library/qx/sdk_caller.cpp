@@ -127,6 +127,18 @@ int sdk_caller::call(Tcl_Obj *function, Tcl_Obj *allow, int count, Tcl_Obj *cons
     return row == nullptr ? TCL_ERROR : call(*row, options, origin::data, count, words, status);
 }
 
+bool sdk_caller::check(Tcl_Obj *function, int count, Tcl_Obj *const words[])
+{
+    const call_row *const row = find(function);
+    if (row == nullptr || !session_.codes().open())
+        return false;
+    one_call call{*this, *row, origin::draft};
+    if (call.take(count, words))
+        return true;
+    call.note_failure();
+    return false;
+}
+
 int sdk_caller::call(const call_row &row, const call_options &options, origin from, int count,
                      Tcl_Obj *const words[], std::uint32_t &status)
 {

@@ -29,9 +29,13 @@ public:
     int call(Tcl_Obj *function, Tcl_Obj *allow, int count, Tcl_Obj *const words[],
              std::uint32_t &status);
 
+    /// Whether `call` would take these words. What is not known yet is a word that begins with `$`,
+    /// for an argument or an element of an array, and is not checked. If not, leaves an error.
+    bool check(Tcl_Obj *function, int count, Tcl_Obj *const words[]);
+
 private:
     class one_call;
-    enum class origin : bool { script, data }; // of a call's words
+    enum class origin : std::uint8_t { script, data, draft }; // of a call's words
     struct call_options
     {
         Tcl_Obj *allow = nullptr;  ///< statuses that are not errors; null: none
