@@ -30,6 +30,8 @@ constexpr const char *line_members[] = {"call",   "process", "time",  "function"
                                         "status", "name",    "fault", "microseconds"};
 constexpr line_member required[] = {line_call, line_function, line_arguments, line_status};
 
+constexpr const char *too_large = "a number that is no integer, or too large";
+
 constexpr const char *memory_members[] = {"before", "after"};
 
 static_assert(most_fields <= 64, "a level has a bit for each");
@@ -83,6 +85,8 @@ bool recorded_line::refuse(const std::string &what)
 bool recorded_line::refuse_syntax(std::size_t at, const char *what)
 {
     mistake_ = what;
+    if (mistake_.find("number overflow") != mistake_.npos)
+        return unexpected(too_large);
     if (const auto start = mistake_.find(" - "); start != mistake_.npos)
         mistake_.erase(0, start + 3);
     else if (const auto colon = mistake_.find("] "); colon != mistake_.npos)
@@ -181,10 +185,12 @@ bool recorded_line::line_key(const std::string &name)
     for (unsigned i = 0; i < std::size(line_members); ++i) {
         if (name != line_members[i])
             continue;
-        if (i == line_arguments && call_->row == nullptr)
-            return refuse("\"function\" has to stand before \"arguments\"");
-        return now_comes(i);
+        if (i != line_arguments || call_->row != nullptr)
+            return now_comes(i);
+        levels_.back().member = UINT_MAX;
+        return refuse("\"function\" has to stand before \"arguments\"");
     }
+    levels_.back().member = UINT_MAX;
     return refuse("a call has no member " + quoted(name));
 }
 
@@ -197,6 +203,7 @@ bool recorded_line::argument_key(const std::string &name)
         argument_ = i;
         return now_comes(i);
     }
+    levels_.back().member = UINT_MAX;
     return refuse(std::string{call_->row->name.text()} + " has no argument " + quoted(name));
 }
 
@@ -284,9 +291,10 @@ bool recorded_line::fits(std::uint64_t value, unsigned bits)
 {
     if (value >> bits == 0)
         return true;
-    return refuse("the number is too large for " + (bits % 8 != 0
-                                                        ? std::to_string(bits) + " bits"
-                                                        : std::to_string(bits / 8) + " bytes"));
+    const bool whole = bits % 8 == 0;
+    const unsigned count = whole ? bits / 8 : bits;
+    return refuse("the number is too large for " + std::to_string(count) +
+                  (whole ? " byte" : " bit") + (count == 1 ? "" : "s"));
 }
 
 // Sets bits of the memory. Members of a union tell the same bits several times.
@@ -380,7 +388,7 @@ bool recorded_line::number_integer(std::int64_t)
 bool recorded_line::number_float(double, const std::string &text)
 {
     if (levels_.empty() || levels_.back().what != kind::line || levels_.back().member != line_time)
-        return unexpected("a number that is no integer, or too large");
+        return unexpected(too_large);
     call_->time_us.emplace();
     return read_seconds(text, *call_->time_us) ||
            refuse("expected seconds since 1970 with at most six decimals");
