@@ -55,8 +55,8 @@ void describe(Tcl_Obj *description, script_place &place)
 // The folder of package qx's scripts, with a slash behind it; empty if the package is not loaded.
 std::string folder_of_package(Tcl_Interp *interp)
 {
-    const char *const folder = Tcl_GetVar2(interp, "::qx::handle::folder", nullptr, 0);
-    return folder == nullptr ? std::string{} : folder + std::string{"/"};
+    Tcl_Obj *const folder = Tcl_GetVar2Ex(interp, "::qx::handle::folder", nullptr, 0);
+    return folder == nullptr ? std::string{} : Tcl_GetString(folder) + std::string{"/"};
 }
 
 } // namespace

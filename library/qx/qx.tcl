@@ -23,7 +23,7 @@ apply {{folder parts commands} {
 }} [file dirname [info script]] {
     catalogue_data catalogue nearest profile answers
     commands wording layout example topic help apropos pager
-    handles records status why tables columns shown graph
+    handles records status why tables table_requests columns shown graph
     script_parser progress lint lint_bodies lint_passing lint_calls lint_records lint_json
     lint_package sim
 } {
