@@ -183,85 +183,136 @@ void seen_numbers::inputs(const recorded_call &call)
 
 // ------------------------------------------------------------------------------- lines
 
-// Appends a section of a profile; returns false if some numbers cannot be told.
-bool seen_numbers::section(std::string &text, const std::string &head, const place &of,
-                           const std::vector<entry> &old, bool whole)
+namespace {
+
+std::string plural(std::uint64_t count, const char *what)
 {
-    std::string comments;
-    std::set<std::uint32_t> taken;            // by names whose number is clear
-    std::map<std::uint32_t, unsigned> wanted; // names by the number that they would get
-    for (const entry &each : old)
-        if (const auto seen = of.seen.find(each.number); seen != of.seen.end())
-            for (const auto &[number, count] : seen->second)
-                ++wanted[number];
-    std::map<std::string, std::uint32_t> clear;
-    bool differs = false;
-    for (const entry &each : old) {
-        const auto seen = of.seen.find(each.number);
-        if (seen == of.seen.end())
-            continue;
-        const std::uint32_t number = seen->second.begin()->first;
-        differs = differs || seen->second.size() > 1 || number != each.number;
-        if (seen->second.size() == 1 && wanted[number] == 1) {
-            clear[each.name] = number;
-            taken.insert(number);
-            continue;
-        }
-        comments += "# " + each.name + " is not clear:";
-        for (const auto &[other, count] : seen->second)
-            comments += " " + std::to_string(other) + " in " + std::to_string(count) + " calls";
-        comments += "\n";
-    }
-    for (const auto &[number, seen] : of.seen)
-        if (std::none_of(old.begin(), old.end(),
-                         [&](const entry &each) { return each.number == number; }))
-            comments += "# The library's " + std::to_string(number) + " has no name here.\n";
-    for (const auto &[number, count] : of.unknown)
-        comments += "# " + of.name + ": no word has " + std::to_string(number) + ", given in " +
-                    std::to_string(count) + " calls, first in call " +
-                    std::to_string(of.first_unknown) + "\n";
-    text += comments;
-    if (!differs && !whole)
-        return comments.empty();
-    std::uint32_t free = of.limit;
-    for (const entry &each : old)
-        if (clear.count(each.name) == 0 && taken.count(each.number) == 0)
-            taken.insert(each.number);
-    std::set<std::uint32_t> used;
-    for (const entry &each : old) {
-        std::uint32_t number = each.number;
-        if (const auto found = clear.find(each.name); found != clear.end()) {
-            number = found->second;
-        } else if (std::any_of(clear.begin(), clear.end(),
-                               [&](const auto &one) { return one.second == each.number; })) {
-            while (taken.count(free) != 0)
-                --free;
-            number = free;
-            taken.insert(free);
-            text += "# " + each.name + " was not seen, and " + std::to_string(each.number) +
-                    " is another's:\n";
-        }
-        text += head + std::to_string(number) + " " + each.name;
-        text += each.meaning.empty() ? "\n" : " " + each.meaning + "\n";
-    }
-    return comments.empty();
+    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
-seen_numbers::proposal seen_numbers::propose(bool whole) const
+} // namespace
+
+// The numbers that the names of one section of a profile get.
+class seen_numbers::renumbering
 {
-    proposal result{{}, true};
+public:
+    renumbering(const place &of, const std::vector<entry> &old);
+
+    bool is_clear() const { return clear_all_; }
+    bool has_changes() const { return changes_; }
+    const std::string &comments() const { return comments_; }
+
+    /// The number of a name, behind a comment if it is made up.
+    std::uint32_t number_of(const entry &each, std::string &text);
+
+private:
+    void take(const entry &each, const std::map<std::uint32_t, std::uint64_t> &numbers);
+
+    std::map<std::uint32_t, unsigned> wanted_{}; // names, by the number that they came as
+    std::map<std::string, std::uint32_t> clear_{};
+    std::set<std::uint32_t> taken_{};
+    std::set<std::uint32_t> given_{}; // to names that are clear
+    std::uint32_t free_;              // from here down numbers are looked for
+    std::string comments_{};
+    bool changes_ = false;
+    bool clear_all_ = true;
+};
+
+seen_numbers::renumbering::renumbering(const place &of, const std::vector<entry> &old)
+    : free_(of.limit)
+{
+    for (const auto &[now, numbers] : of.seen)
+        for (const auto &[number, count] : numbers)
+            ++wanted_[number];
+    std::set<std::uint32_t> named;
+    for (const entry &each : old) {
+        named.insert(each.number);
+        taken_.insert(each.number);
+        if (const auto seen = of.seen.find(each.number); seen != of.seen.end())
+            take(each, seen->second);
+    }
+    for (const auto &[now, numbers] : of.seen)
+        if (named.count(now) == 0 && (numbers.size() > 1 || numbers.begin()->first != now)) {
+            comments_ += "# The library's " + std::to_string(now) + " has no name here.\n";
+            clear_all_ = false;
+        }
+    for (const auto &[number, count] : of.unknown)
+        comments_ += "# " + of.name + ": no word has " + std::to_string(number) + ", given in " +
+                     plural(count, "call") + ", first in call " + std::to_string(of.first_unknown) +
+                     ".\n";
+}
+
+// A name is clear if it came as one number, and no other name came as that.
+void seen_numbers::renumbering::take(const entry &each,
+                                     const std::map<std::uint32_t, std::uint64_t> &numbers)
+{
+    const std::uint32_t number = numbers.begin()->first;
+    if (numbers.size() == 1 && wanted_[number] == 1) {
+        changes_ = changes_ || number != each.number;
+        clear_[each.name] = number;
+        given_.insert(number);
+        taken_.insert(number);
+        return;
+    }
+    clear_all_ = false;
+    comments_ += "# " + each.name + " is not clear: the recording has";
+    for (const auto &[other, count] : numbers)
+        comments_ +=
+            (other == number ? " " : ", ") + std::to_string(other) + " in " + plural(count, "call");
+    comments_ += ".\n";
+}
+
+std::uint32_t seen_numbers::renumbering::number_of(const entry &each, std::string &text)
+{
+    if (const auto found = clear_.find(each.name); found != clear_.end())
+        return found->second;
+    if (given_.count(each.number) == 0)
+        return each.number;
+    while (taken_.count(free_) != 0)
+        --free_;
+    taken_.insert(free_);
+    text += "# " + each.name + " was not seen, and " + std::to_string(each.number) +
+            " is another's: this number is made up.\n";
+    return free_;
+}
+
+void seen_numbers::section(proposal &result, const std::string &head, const place &of,
+                           const std::vector<entry> &old) const
+{
+    renumbering numbers{of, old};
+    result.lines += numbers.comments();
+    result.is_clear = result.is_clear && numbers.is_clear();
+    if (!numbers.has_changes())
+        return;
+    result.replaced.push_back(head);
+    for (const entry &each : old) {
+        const std::uint32_t number = numbers.number_of(each, result.lines);
+        if (&of == &families_)
+            result.lines += head + " " + each.name + " " + std::to_string(number);
+        else
+            result.lines += head + " " + std::to_string(number) + " " + each.name;
+        result.lines += each.meaning.empty() ? "\n" : " " + each.meaning + "\n";
+    }
+}
+
+seen_numbers::proposal seen_numbers::propose() const
+{
+    proposal result;
     std::vector<entry> old;
     for (const profile_status &each : used_.statuses)
         old.push_back({each.number, each.name, each.meaning});
-    result.is_clear = section(result.lines, "status ", statuses_, old, whole);
+    section(result, "status", statuses_, old);
     for (const auto &of : codes_) {
         old.clear();
         for (const profile_number &each : used_.codes)
             if (each.place == of->name)
                 old.push_back({each.number, each.name});
-        if (!section(result.lines, "code " + of->name + " ", *of, old, whole))
-            result.is_clear = false;
+        section(result, "code " + of->name, *of, old);
     }
+    old.clear();
+    for (const profile_number &each : used_.families)
+        old.push_back({each.number, each.name});
+    section(result, "family", families_, old);
     return result;
 }
 

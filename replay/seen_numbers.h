@@ -25,16 +25,16 @@ public:
     void outputs(const qxsh::argument_row &argument, const qxsh::recorded_memory &recorded,
                  unsigned char *now);
 
-    /// Looks at what a call is given, for codes that no word has.
+    /// Looks at what a successful call was given, for codes that no word has.
     void inputs(const qxsh::recorded_call &call);
 
     struct proposal
     {
-        std::string lines; ///< of a profile, with comments on what cannot be told
-        bool is_clear;     ///< whether each number that differed has got its line
+        std::string lines{};                 ///< of a profile; comments on what cannot be told
+        std::vector<std::string> replaced{}; ///< the sections that the lines are: "status"
+        bool is_clear = true;                ///< whether each number that differed has got its line
     };
-    /// `whole` repeats what has not changed, too: the profile in use is not the default one.
-    proposal propose(bool whole) const;
+    proposal propose() const;
 
 private:
     /// How often each number of a recording came for one of the library's.
@@ -53,21 +53,21 @@ private:
         std::string name;
         std::string meaning{};
     };
-    struct walk;
+    class renumbering;
 
     place *place_of(const qxsh::field_row &field) const;
     place *place_of(const qxsh::argument_row &argument) const;
     place *code_place(const std::string &name);
     bool is_named(const qxsh::field_row &field, std::uint32_t number) const;
     void input(place &at, std::uint32_t number, std::uint64_t call);
-    static bool section(std::string &text, const std::string &head, const place &of,
-                        const std::vector<entry> &old, bool whole);
+    void section(proposal &result, const std::string &head, const place &of,
+                 const std::vector<entry> &old) const;
 
     const qxsh::profile used_;
     const qxsh::shown_names names_;
     place statuses_{"", 65535};
     place families_{"", UINT32_MAX};
-    std::vector<std::unique_ptr<place>> codes_{}; ///< in the profile's order
+    std::vector<std::unique_ptr<place>> codes_{}; ///< in the table's order
     std::vector<place *> fields_;                 ///< by number of the field; null: no codes
     std::vector<place *> arguments_;              ///< by number of the argument
 };

@@ -8,11 +8,13 @@
 #include "replay/trace.h"
 
 #include "record_numbers.h"
+#include "records/files.h"
 #include "records/switches.h"
 #include "records/values.h"
 
-#include <cstring>
+#include <algorithm>
 #include <optional>
+#include <sstream>
 
 namespace qxtrace {
 
@@ -201,6 +203,28 @@ int checking::run(const call_pipe &pipe)
     return finish();
 }
 
+// The lines of the profile that QX_PROFILE names, without the sections that are replaced.
+std::string kept_lines(const std::vector<std::string> &replaced)
+{
+    const char *const name = environment_value("QX_PROFILE");
+    std::string text;
+    if (name == nullptr || read_file(name, text) != 0)
+        return {};
+    std::istringstream lines{text};
+    std::string kept;
+    for (std::string line; std::getline(lines, line);) {
+        std::istringstream words{line};
+        std::string section;
+        std::string word;
+        words >> section;
+        if (section == "code" && words >> word)
+            section += " " + word;
+        if (std::find(replaced.begin(), replaced.end(), section) == replaced.end())
+            kept += line + "\n";
+    }
+    return kept;
+}
+
 std::string count_of(std::uint64_t count, const char *what)
 {
     return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
@@ -221,11 +245,9 @@ int checking::finish() const
         print(text + "\n");
         return all == 0 ? 0 : differs;
     }
+    const seen_numbers::proposal proposed = seen_->propose();
     print("# From " + from_.name() + ", by qx-trace check -profile. Beside the numbers here:\n# " +
-          text + ".\n");
-    const seen_numbers::proposal proposed =
-        seen_->propose(environment_value("QX_PROFILE") != nullptr);
-    print(proposed.lines);
+          text + ".\n" + kept_lines(proposed.replaced) + proposed.lines);
     return all == 0 && proposed.is_clear ? 0 : differs;
 }
 

@@ -4,7 +4,7 @@
 # Paths and times.
 without_transcript
 
-# Words NAME=VALUE that put the recorder in front of the simulator. A sanitizer's library comes first.
+# Words NAME=VALUE that put the recorder in front of the simulator, behind a sanitizer's library.
 proc recording_to {file args} {
     set lib [file join $::env(QXSH_BUILD) lib]
     set first [regsub {^LD_PRELOAD=(.+)} $::env(QXSH_TCLSH_PRELOAD) {\1:}]
