@@ -211,8 +211,9 @@ std::string script_text::head(const recording &from, std::uint64_t calls) const
     text += "package require qx\n\n";
     if (variables_.keys().empty())
         return text;
-    text += "# What the recording does not tell, because it is a key or shares bytes with one. Fill it "
-            "in:\n# a key as 0x00112233, an address as an address.\n";
+    text +=
+        "# What the recording does not tell, because it is a key or shares bytes with one. Fill it "
+        "in:\n# a key as 0x00112233, an address as an address.\n";
     for (const auto &key : variables_.keys())
         text += "set " + key.name + " {} ;# " + key.comment + "\n";
     std::string all = "foreach key {";
