@@ -237,6 +237,7 @@ try {
         return;
     }
     const bool replace = switched_on("QX_RECORD_FORCE");
+    errno = 0;
     const std::string mistake = start_recording(name, replace, switched_on("QX_RECORD_KEYS"));
     unsetenv("QX_RECORD");
     now = mistake.empty() ? phase::on : phase::off;

@@ -60,6 +60,15 @@ static void *one_that_stays(void *)
     return nullptr;
 }
 
+// From further down in the stack, where what is left there stays as it is.
+static void enter_below(unsigned short device)
+{
+    volatile char room[16384];
+    room[0] = 1;
+    qx_pm_system_suspend_enter(device);
+    room[1] = room[0];
+}
+
 static void add(void *flow)
 {
     std::printf("add %u\n", qx_flow_add(0, static_cast<qx_flow_t *>(flow)));
@@ -103,6 +112,12 @@ static void try_step(const char *step, const char *word)
         signal(SIGUSR2, leave);
         if (sigsetjmp(way_out, 1) == 0)
             qx_pm_system_suspend_enter(small(word));
+        else
+            std::printf("jumped\n");
+    } else if (name == "below") {
+        signal(SIGUSR2, leave);
+        if (sigsetjmp(way_out, 1) == 0)
+            enter_below(small(word));
         else
             std::printf("jumped\n");
     } else if (name == "deep") { // from further down in the stack than the calls before
