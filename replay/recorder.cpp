@@ -13,6 +13,7 @@
 #include "replay/recording_writer.h"
 #include "replay/sdk_library.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <csignal>
@@ -121,13 +122,19 @@ bool copy_memory(void *to, const void *from, std::size_t size)
     return here->memory.copy(to, from, size);
 }
 
+// What a recorded call leaves in its stack: its serial number, often enough that whatever uses this
+// part of the stack later overwrites some of it.
+struct stack_mark
+{
+    std::uint64_t serials[32];
+};
+
 // A thread's call that is being recorded. A call can be left without returning, by longjmp or an
-// exception. So it leaves a mark in its stack, which is looked up when another one comes.
+// exception. So its mark is looked up when another one comes.
 struct caller
 {
-    const void *frame = nullptr; ///< where in the stack it began; null: none is running
-    const volatile std::uint64_t *mark = nullptr;
-    std::uint64_t serial = 0; ///< what the mark says
+    const volatile stack_mark *mark = nullptr; ///< null: none is running
+    std::uint64_t serial = 0;                  ///< what the mark says
     call_line line{most_recorded_elements, copy_memory};
 };
 
@@ -159,13 +166,17 @@ bool on_signal_stack()
 }
 
 // Whether the thread's recorded call still runs: the library calls itself, or a signal's handler
-// calls it. Stacks grow down; a call from above has left the other one behind.
-bool still_runs(const caller &mine, const void *frame)
+// calls it. Stacks grow down; `top` is where the new call begins, and what is below belongs to it.
+bool still_runs(const caller &mine, const void *top)
 {
-    std::uint64_t mark = 0;
-    return mine.frame != nullptr && (frame < mine.frame || on_signal_stack()) &&
-           copy_memory(&mark, const_cast<const std::uint64_t *>(mine.mark), sizeof mark) &&
-           mark == mine.serial;
+    stack_mark found{};
+    if (mine.mark == nullptr ||
+        (const_cast<const stack_mark *>(mine.mark) < top && !on_signal_stack()))
+        return false;
+    if (!copy_memory(&found, const_cast<const stack_mark *>(mine.mark), sizeof found))
+        return false;
+    return std::all_of(std::begin(found.serials), std::end(found.serials),
+                       [&](std::uint64_t serial) { return serial == mine.serial; });
 }
 
 const char *name_of_status(std::uint32_t number)
@@ -249,28 +260,28 @@ try {
     complain("no memory for a recording; nothing is recorded");
 }
 
-// Begins a call, whose frame has `mark`. False if it is not to be recorded.
-bool begin(unsigned int number, const call_word *words, const void *frame,
-           volatile std::uint64_t &mark)
+// Begins a call, whose frame has `mark`. Returns its serial number; 0 if it is not to be recorded.
+std::uint64_t begin(unsigned int number, const call_word *words, volatile stack_mark &mark)
 {
     const quiet_turn held;
     if (now == phase::before_first_call)
         start();
     if (now != phase::on)
-        return false;
+        return 0;
     caller *const mine = this_caller();
-    if (mine == nullptr || still_runs(*mine, frame))
-        return false;
-    mine->frame = frame;
+    if (mine == nullptr || still_runs(*mine, words + call_rows[number].arguments))
+        return 0;
     mine->mark = &mark;
-    mark = mine->serial = ++here->serial;
+    mine->serial = ++here->serial;
+    for (volatile std::uint64_t &serial : mark.serials)
+        serial = mine->serial;
     try {
         mine->line.start(call_rows[number], words);
     } catch (const std::bad_alloc &) {
         end_recording("no memory for a call");
-        return false;
+        return 0;
     }
-    return true;
+    return mine->serial;
 }
 
 void end(unsigned int number, const call_word *words, std::uint32_t status, std::uint64_t serial)
@@ -279,9 +290,9 @@ void end(unsigned int number, const call_word *words, std::uint32_t status, std:
         return;
     const quiet_turn held;
     caller *const mine = this_caller();
-    if (now != phase::on || mine == nullptr || mine->frame == nullptr || mine->serial != serial)
+    if (now != phase::on || mine == nullptr || mine->serial != serial)
         return;
-    mine->frame = nullptr;
+    mine->mark = nullptr;
     try {
         const std::string &line = mine->line.finish(
             call_rows[number], words,
@@ -299,11 +310,11 @@ void end(unsigned int number, const call_word *words, std::uint32_t status, std:
 // Nothing here is undone when a call is left by longjmp or an exception: see `caller`.
 unsigned int recorded(unsigned int number, any_function function, const call_word *words)
 {
-    volatile std::uint64_t mark = 0;
-    const bool begun = begin(number, words, __builtin_frame_address(0), mark);
+    volatile stack_mark mark;
+    const std::uint64_t serial = begin(number, words, mark);
     const unsigned int status = call_through(number, function, words);
-    if (begun)
-        end(number, words, status, mark);
+    if (serial != 0)
+        end(number, words, status, serial);
     return status;
 }
 

@@ -69,6 +69,14 @@ static void enter_below(unsigned short device)
     room[1] = room[0];
 }
 
+// The same, with use for the stack.
+static void delete_below(unsigned short flow)
+{
+    char room[16384];
+    std::memset(room, 1, sizeof room);
+    std::printf("delete %u\n%.*s", qx_flow_delete(0, flow), room[flow] - 1, room);
+}
+
 static void add(void *flow)
 {
     std::printf("add %u\n", qx_flow_add(0, static_cast<qx_flow_t *>(flow)));
@@ -120,11 +128,8 @@ static void try_step(const char *step, const char *word)
             enter_below(small(word));
         else
             std::printf("jumped\n");
-    } else if (name == "deep") { // from further down in the stack than the calls before
-        volatile char room[4096];
-        room[0] = 1;
-        try_step("delete", word);
-        room[1] = room[0];
+    } else if (name == "deep") {
+        delete_below(small(word));
     } else if (name == "stay") {
         pthread_t one;
         pthread_create(&one, nullptr, one_that_stays, nullptr);
