@@ -1,12 +1,14 @@
-# Runs inside the shell, words COUNT SEED: each SDK function with success and with failures as
+# Runs inside the shell, words COUNT SEED ?ODD?: each SDK function with success and with failures as
 # every_call.tcl has it, then COUNT calls in random order. Their words are those that were seen
-# before, some replaced; records have random bytes, padding included. Prints each call with its
-# status, every byte of its records and its cells. Says the same in every build.
+# before, some replaced; records have random bytes, padding included; unless ODD is 0, there are null
+# pointers and long arrays. Prints each call with its status, every byte of its records and its cells.
+# Says the same in every build.
 package require qx
 
 set folder [file dirname [file normalize [info script]]]
 source [file join $folder .. qx every_call.tcl]
-lassign $argv count seed
+lassign $argv count seed odd
+if {$odd eq {}} { set odd 1 }
 
 # The same numbers with every version of Tcl: 0 to limit - 1.
 proc random {limit} {
@@ -59,7 +61,7 @@ proc call_again {number function} {
         foreach key {name type direction} { set $key [dict get $argument $key] }
         set target [string trimright $type *]
         if {$name eq "sa_count"} {
-            set size [expr {[random 50] ? [llength [lindex $usual [expr {$place + 1}]]] : 70}]
+            set size [expr {[random 50] || !$::odd ? [llength [lindex $usual [expr {$place + 1}]]] : 70}]
             lappend words $size
             continue
         }
@@ -69,7 +71,7 @@ proc call_again {number function} {
             lappend words [number $type $value]
             continue
         }
-        if {[random 100] == 0} {
+        if {[random 100] == 0 && $::odd} {
             lappend words NULL
             continue
         }
