@@ -14,7 +14,7 @@ fuzz_environment=(
 # fuzz_targets : prints the names of all targets, the slowest first.
 fuzz_targets() {
     printf '%s\n' simulator_calls simulator_control commands qx_commands wild_handles \
-        catalogue_reader handle_text argument_formats number_words
+        recording catalogue_reader handle_text argument_formats number_words
 }
 
 # fuzz_runs TARGET : prints how many executions the leg makes.
