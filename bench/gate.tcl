@@ -3,7 +3,7 @@
 # reproducible.
 
 set here [file dirname [file normalize [info script]]]
-foreach file {rows bounds counter scale sizes tables ../library/qx/progress} {
+foreach file {rows bounds counter recorded scale sizes tables ../library/qx/progress} {
     source [file join $here $file.tcl]
 }
 
@@ -22,6 +22,7 @@ proc measured {row target} {
             set found [scale::handle_memory $target]
             return [expr {double([dict get $found bytes]) / [dict get $found object]}]
         }
+        recorded_call { return [recorded::cost $target] }
         code_per_command { return [dict get [sizes::functions $target] per_command] }
         shell_file   { return [sizes::file_size $target [counter::shell $target]] }
         package_file { return [sizes::file_size $target [counter::package_library $target]] }
