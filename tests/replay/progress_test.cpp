@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <fcntl.h>
+#include <poll.h>
 #include <string>
 #include <unistd.h>
 
@@ -19,12 +20,19 @@ template <class Work> std::string written_to(int stderr_end, int other_end, cons
     work();
     dup2(saved, STDERR_FILENO);
     close(saved);
-    fcntl(other_end, F_SETFL, O_NONBLOCK);
-    char text[4096];
-    const ssize_t size = read(other_end, text, sizeof text);
+    // A terminal's text arrives some time after it was written.
+    std::string text;
+    pollfd waiting{other_end, POLLIN, 0};
+    char piece[4096];
+    while (poll(&waiting, 1, 1000) > 0) {
+        const ssize_t size = read(other_end, piece, sizeof piece);
+        if (size <= 0)
+            break;
+        text.append(piece, static_cast<std::size_t>(size));
+    }
     close(stderr_end);
     close(other_end);
-    return size > 0 ? std::string{text, static_cast<std::size_t>(size)} : std::string{};
+    return text;
 }
 
 // Steps for so many milliseconds.
