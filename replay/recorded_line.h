@@ -50,6 +50,23 @@ private:
         numbers, // of a field
         records, // of a field
     };
+    enum line_member : unsigned {
+        line_call,
+        line_process,
+        line_time,
+        line_function,
+        line_arguments,
+        line_status,
+        line_name,
+        line_fault,
+        line_microseconds,
+    };
+    static constexpr const char *line_members[] = {"call",     "process",   "time",
+                                                   "function", "arguments", "status",
+                                                   "name",     "fault",     "microseconds"};
+    static constexpr const char *memory_members[] = {"before", "after"};
+    static constexpr const char *too_large = "a number that is no integer, or too large";
+
     // A container that is open.
     struct level
     {
@@ -68,6 +85,7 @@ private:
     bool unexpected(const char *what);
     const char *expected() const;
     std::string path() const;
+    static std::string quoted(const std::string &text);
 
     bool line_key(const std::string &name);
     bool argument_key(const std::string &name);
