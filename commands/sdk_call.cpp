@@ -1,22 +1,63 @@
 // Before and after SDK calls; see sdk_call.h.
 #include "commands/sdk_call.h"
 
+#include "commands/call_watching.h"
 #include "commands/sdk_output.h"
+#include "record_numbers.h"
+#include "runtime/command_words.h"
 #include "runtime/results.h"
 
 namespace qxsh {
 
 constinit call_history history = {};
 
-// A channel of a script may run commands when it is flushed, which begin and end calls as well.
-[[gnu::noinline]] static void flush_before_call()
+static constinit const call_watcher *watcher = nullptr;
+
+// The words of the current call, which are ready.
+struct ready_words
+{
+    ready_words()
+    {
+        for (int i = 1; i < history.objc; ++i) {
+            const Tcl_Obj *const word = history.objv[i];
+            unsigned int number;
+            if (ready(word, words[i - 1].pointer))
+                continue;
+            words[i - 1].pointer = nullptr;
+            if (ready(word, number))
+                words[i - 1].value = number;
+        }
+    }
+    call_word words[most_call_arguments];
+};
+
+// A script may run commands meanwhile, which begin and end calls as well.
+template <class Action> static void keep_call(Action action)
 {
     Tcl_Interp *const interp = history.interp;
     const char *const usage = history.usage;
     const int objc = history.objc;
     Tcl_Obj *const *const objv = history.objv;
-    flush_tcl_output();
+    action();
     begin_call(interp, objc, objv, usage);
+}
+
+// A channel of a script may run commands when it is flushed.
+[[gnu::noinline]] static void prepare_call()
+{
+    keep_call(flush_tcl_output);
+    if (watcher != nullptr)
+        watcher->before(history.usage, ready_words{}.words);
+}
+
+static void tell_watcher(unsigned int status)
+{
+    keep_call([status] {
+        const char *const usage = history.usage;
+        const ready_words given;
+        end_call();
+        watcher->after(usage, given.words, status);
+    });
 }
 
 // A library that changes something of the process's does so early as a rule.
@@ -34,9 +75,11 @@ static void inspect(const char *usage)
 
 // Not inlined, which would make every call save more registers. Where C's stdout has to be flushed
 // after every call, the process is not inspected more often.
-[[gnu::noinline]] static void inspect_after_call()
+[[gnu::noinline]] static void inspect_after_call(unsigned int status)
 {
     static unsigned int next = 0;
+    if (watcher != nullptr)
+        tell_watcher(status);
     if (history.count == next) {
         inspect(history.usage);
         next = history.count + 1;
@@ -45,7 +88,21 @@ static void inspect(const char *usage)
     } else {
         keep_c_output_in_order();
     }
-    history.next_inspection = stdout_now.c_stdout_is_direct ? next : history.count + 1;
+    const bool each = !stdout_now.c_stdout_is_direct || watcher != nullptr;
+    history.next_inspection = each ? history.count + 1 : next;
+}
+
+static void watch(const call_watcher *wanted)
+{
+    watcher = wanted;
+    prepare_each_call(wanted != nullptr);
+    history.next_inspection = history.count;
+}
+
+void offer_call_watching(Tcl_Interp *interp)
+{
+    static constinit call_watching watching = {watch};
+    Tcl_SetAssocData(interp, call_watching_name, nullptr, &watching);
 }
 
 void inspect_after_sdk_calls(void (*inspect)(const char *usage))
@@ -66,13 +123,13 @@ void begin_sdk_call(Tcl_Interp *interp, int objc, Tcl_Obj *const objv[], const c
 {
     begin_call(interp, objc, objv, usage);
     if (stdout_now.tcl_stdout == nullptr || Tcl_OutputBuffered(stdout_now.tcl_stdout) > 0)
-        flush_before_call();
+        prepare_call();
 }
 
 int end_sdk_call(unsigned int status)
 {
     if (history.count == history.next_inspection) [[unlikely]]
-        inspect_after_call();
+        inspect_after_call(status);
     history.calls[history.count % call_history::length] = {history.usage, status};
     ++history.count;
     Tcl_Interp *const interp = history.interp;

@@ -11,20 +11,35 @@ namespace qxsh {
 
 constinit stdout_state stdout_now = {nullptr, false};
 
+static constinit Tcl_Channel open_stdout = nullptr; // null: not known yet, or none
+static constinit bool calls_are_prepared = false;
+
+static void use_stdout(Tcl_Channel channel)
+{
+    open_stdout = channel;
+    stdout_now.tcl_stdout = calls_are_prepared ? nullptr : channel;
+}
+
+void prepare_each_call(bool on)
+{
+    calls_are_prepared = on;
+    use_stdout(open_stdout);
+}
+
 static void forget_channel(ClientData)
 {
-    stdout_now.tcl_stdout = nullptr;
+    use_stdout(nullptr);
 }
 
 // Cached, because looking up the channel takes longer than flushing it.
 static Tcl_Channel tcl_stdout()
 {
-    if (stdout_now.tcl_stdout == nullptr) {
-        stdout_now.tcl_stdout = Tcl_GetStdChannel(TCL_STDOUT);
-        if (stdout_now.tcl_stdout != nullptr)
-            Tcl_CreateCloseHandler(stdout_now.tcl_stdout, forget_channel, nullptr);
+    if (open_stdout == nullptr) {
+        use_stdout(Tcl_GetStdChannel(TCL_STDOUT));
+        if (open_stdout != nullptr)
+            Tcl_CreateCloseHandler(open_stdout, forget_channel, nullptr);
     }
-    return stdout_now.tcl_stdout;
+    return open_stdout;
 }
 
 // Texts from this size on bypass Tcl's buffer: copying them takes longer than a system call.
@@ -55,7 +70,7 @@ static std::size_t write_directly(Tcl_Channel channel, const char *bytes, std::s
         (Tcl_OutputBuffered(channel) > 0 && Tcl_Flush(channel) != TCL_OK))
         return 0;
     std::size_t written = 0;
-    while (written < size && stdout_now.tcl_stdout == channel) {
+    while (written < size && open_stdout == channel) {
         const int count = Tcl_WriteRaw(channel, bytes + written, static_cast<int>(size - written));
         if (count <= 0)
             break;

@@ -17,10 +17,13 @@ void unbuffer_c_output();
 /// What SDK calls check.
 struct stdout_state
 {
-    Tcl_Channel tcl_stdout;  ///< while it is open; null: not known yet, or none
+    Tcl_Channel tcl_stdout;  ///< while it is open; null: not known yet, none, or calls are prepared
     bool c_stdout_is_direct; ///< C's stdout is unbuffered
 };
 extern stdout_state stdout_now;
+
+/// Whether something else is to be done before each SDK call: then tcl_stdout is always null.
+void prepare_each_call(bool on);
 
 /// Flushes Tcl's stdout, if it is open and holds anything.
 void flush_tcl_output();

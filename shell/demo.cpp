@@ -1,6 +1,7 @@
 // Module start-up: package, types, commands, constants. Relies on the generated tables.
 #include "shell/demo.h"
 
+#include "commands/call_watching.h"
 #include "commands/command_table.h"
 #include "commands/memory_access.h"
 #include "commands/sdk_output.h"
@@ -71,6 +72,7 @@ int Demo_Init(Tcl_Interp *interp)
     qxsh::send_output_to_tcl();
     qxsh::offer_memory_access(interp,
                               qxsh::strict_memory_is_on() ? qxsh::strictly_allows : nullptr);
+    qxsh::offer_call_watching(interp);
     return TCL_OK;
 }
 

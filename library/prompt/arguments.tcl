@@ -14,7 +14,7 @@ namespace eval qx::prompt::arguments {
         qx::template {1 record} qx::new {1 record} qx::with {2 record}
         qx::get {1 handle 2 path} qx::json {1 handle} qx::set {1 handle}
         qx::diff {1 handle 2 handle} qx::check {1 call}
-        qx::list {1 table} qx::show {1 shown}
+        qx::list {1 table} qx::show {1 shown} qx::record {1 file} qx::trace {1 tracing 2 call}
     }
     # The kinds of words behind options of the package's commands.
     variable behind {-allow status -status variable -view view -device none}
@@ -80,6 +80,7 @@ proc qx::prompt::arguments::of_kind {kind words word variables} {
         {} - none { return }
         file      { return [list files 1] }
         switch    { return [beginning $word {on off}] }
+        tracing   { return [beginning $word {on off stat}] }
         variable  { return [beginning $word [names_of_variables $word $variables]] }
     }
     if {![qx::prompt::have_catalogue]} return

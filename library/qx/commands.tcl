@@ -123,6 +123,31 @@ namespace eval qx::commands {
                 arguments, constants out of range, handles of the wrong type and released handles.
             }
         }
+        recording {SDK calls while they happen} {
+            {qx::trace ?on|off|stat? ?pattern?}
+            {print a line for each SDK call, and count them} {
+                The line goes to stderr: the call's number, the arguments by name, codes as the
+                words of the profile, of a record the fields that are not zero, behind the arrow the
+                status, what the call has put out, and microseconds. Keys are shown by their
+                length. The pattern chooses functions by name, * being any letters. A call that
+                the command has refused was none.
+
+                % qx::trace on qx_l3_*
+
+                stat returns calls, failures and times by function, since the trace was switched on
+                last. Without a word: whether it is on, and the pattern.
+            }
+            {qx::record ?file|off? ?-force? ?-keys?}
+            {write each SDK call to a recording, or end that} {
+                What scripts call from now on is written as qxsh-record does it, for qx-trace and
+                qxsh-replay. A file that is there already is an error, and replaced with -force.
+                Keys are fingerprints, with -keys themselves. A name that ends in .gz is compressed,
+                where that was built in. off ends the recording and returns the number of calls in
+                it. Without a word: the file that is being written.
+
+                % qx::record board.jsonl
+            }
+        }
         tables {Tables of a device} {
             {qx::list ?table? ?-device n? ?-key value ...? ?-words? ?-raw?}
             {list the rows of a table as dicts} {

@@ -1,7 +1,7 @@
 // A profile as a dict; see profile_file.h. records/profile reads the lines.
 #include "library/qx/profile_file.h"
 
-#include "records/profile.h"
+#include "library/qx/held_object.h"
 
 namespace qxsh {
 
@@ -67,6 +67,31 @@ Tcl_Obj *ids_of(const profile &profile)
     return dict;
 }
 
+// Calls take(key, value) for each entry of a dict, as long as that returns true.
+template <class Take> bool take_each(Tcl_Interp *interp, Tcl_Obj *dict, Take take)
+{
+    Tcl_DictSearch search;
+    Tcl_Obj *key;
+    Tcl_Obj *value;
+    int done;
+    if (Tcl_DictObjFirst(interp, dict, &search, &key, &value, &done) != TCL_OK)
+        return false;
+    bool good = true;
+    for (; good && done == 0; Tcl_DictObjNext(&search, &key, &value, &done))
+        good = take(key, value);
+    Tcl_DictObjDone(&search);
+    return good;
+}
+
+bool take_number(Tcl_Interp *interp, Tcl_Obj *object, std::uint32_t &number)
+{
+    Tcl_WideInt wide;
+    if (Tcl_GetWideIntFromObj(interp, object, &wide) != TCL_OK)
+        return false;
+    number = static_cast<std::uint32_t>(wide);
+    return true;
+}
+
 void put(Tcl_Obj *dict, const char *name, Tcl_Obj *value)
 {
     Tcl_DictObjPut(nullptr, dict, Tcl_NewStringObj(name, -1), value);
@@ -103,6 +128,41 @@ int parse_profile_command(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *con
     put(dict, "ids", ids_of(read));
     Tcl_SetObjResult(interp, dict);
     return TCL_OK;
+}
+
+bool take_profile(Tcl_Interp *interp, profile &in_use)
+{
+    const auto take_status = [&](Tcl_Obj *number, Tcl_Obj *facts) {
+        Tcl_Obj *name;
+        profile_status &status = in_use.statuses.emplace_back();
+        if (Tcl_ListObjIndex(interp, facts, 0, &name) != TCL_OK || name == nullptr)
+            return false;
+        status.name = Tcl_GetString(name);
+        return take_number(interp, number, status.number);
+    };
+    const auto take_family = [&](Tcl_Obj *name, Tcl_Obj *number) {
+        profile_number &family = in_use.families.emplace_back();
+        family.name = Tcl_GetString(name);
+        return take_number(interp, number, family.number);
+    };
+    const auto take_codes = [&](Tcl_Obj *place, Tcl_Obj *words) {
+        return take_each(interp, words, [&](Tcl_Obj *word, Tcl_Obj *number) {
+            profile_number &code = in_use.codes.emplace_back();
+            code.place = Tcl_GetString(place);
+            code.name = Tcl_GetString(word);
+            return take_number(interp, number, code.number);
+        });
+    };
+    const auto take_part = [&](const char *name, auto take) {
+        const std::string script = std::string{"::qx::profile::part "} + name;
+        if (Tcl_EvalEx(interp, script.c_str(), -1, TCL_EVAL_GLOBAL) != TCL_OK)
+            return false;
+        const held_object part{Tcl_GetObjResult(interp)};
+        Tcl_ResetResult(interp);
+        return take_each(interp, part.get(), take);
+    };
+    return take_part("statuses", take_status) && take_part("codes", take_codes) &&
+           take_part("families", take_family);
 }
 
 } // namespace qxsh

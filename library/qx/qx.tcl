@@ -12,7 +12,8 @@ namespace eval qx {}
 apply {{folder parts commands} {
     foreach part $parts { source [file join $folder $part.tcl] }
     foreach name {get set call apply template json diff status::judge_calls sim::flow_key
-            sim::flow_slots sim::make_folder} {
+            sim::flow_slots sim::make_folder record::begin record::end record::now trace::begin
+            trace::end trace::pattern trace::counts} {
         qx::handle::load_at_first_call ::qx::$name
     }
     foreach {name procedure} $commands { interp alias {} ::qx::$name {} ::qx::$procedure }
@@ -23,7 +24,7 @@ apply {{folder parts commands} {
 }} [file dirname [info script]] {
     catalogue_data catalogue nearest profile answers
     commands wording layout example topic help apropos pager
-    handles records status why tables table_requests columns shown graph
+    handles records status trace why tables table_requests columns shown graph
     script_parser progress lint lint_bodies lint_passing lint_calls lint_records lint_json
     lint_package sim
 } {
@@ -36,6 +37,8 @@ apply {{folder parts commands} {
     page     pager::show
     check    status::check
     watch    status::watch
+    record   record::choose
+    trace    trace::choose
     why      why::explain
     lint     lint::file
     list     tables::list_rows

@@ -5,6 +5,7 @@
 //   qx::set HANDLE -json TEXT                     qx::apply FILE
 //   qx::json HANDLE ?OPTION ...?                  qx::diff HANDLE HANDLE ?OPTION ...?
 //   qx::profile::parse NAME BYTES   qx::profile::changed   another profile is in use
+//   qx::record::... qx::trace::...               see observed_calls.h
 //   qx::sim::flow_key FLOW        qx::sim::flow_slots FLOW
 //   qx::sim::make_folder PREFIX   makes a new folder, its owner's alone, and returns its name
 //
@@ -13,6 +14,7 @@
 #include "library/qx/checked_command.h"
 #include "library/qx/held_object.h"
 #include "library/qx/judged_calls.h"
+#include "library/qx/observed_calls.h"
 #include "library/qx/profile_file.h"
 #include "library/qx/record_difference.h"
 #include "library/qx/record_json.h"
@@ -364,10 +366,11 @@ int make_folder_command(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const
 }
 
 // Another profile is in use.
-int profile_changed_command(ClientData client, Tcl_Interp *, int, Tcl_Obj *const[])
+int profile_changed_command(ClientData client, Tcl_Interp *interp, int, Tcl_Obj *const[])
 {
     data_of(client).plans.clear();
     data_of(client).session.codes().close();
+    rename_observed(interp);
     return TCL_OK;
 }
 
@@ -402,6 +405,7 @@ extern "C" __attribute__((visibility("default"))) int Qxmemory_Init(Tcl_Interp *
     create<json_command>(interp, "::qx::json", data);
     create<diff_command>(interp, "::qx::diff", data);
     create_judging_commands(interp);
+    create_observing_commands(interp);
     create<parse_profile_command>(interp, "::qx::profile::parse", data);
     create<profile_changed_command>(interp, "::qx::profile::changed", data);
     create<flow_key_command>(interp, "::qx::sim::flow_key", data);

@@ -312,4 +312,29 @@ TEST(block_memory_without_memory, loses_no_place)
     EXPECT_GT(failures, UINTPTR_MAX > UINT32_MAX ? 2 : 1);
 }
 
+// A recording or a trace is not worth a call.
+TEST_F(package_memory, a_call_goes_on_without_memory_for_its_line)
+{
+    const held_object call{"qx_flow_delete 0 1"};
+    for (int number = 1;; ++number) {
+        tcl_.value("qx::trace on; qx::record $folder/calls.rec -force");
+        tcl_.value("qx_flow_delete 0 2"); // what is made once
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(without(number, call), TCL_OK) << number;
+        EXPECT_EQ(tcl_.result(), "30") << number;
+        const std::string said = testing::internal::GetCapturedStderr();
+        const std::string state = tcl_.value("list [qx::trace] [qx::record]");
+        if (!has_failed) {
+            EXPECT_GT(number, 1);
+            EXPECT_EQ(state, "on " + folder_ + "/calls.rec");
+            break;
+        }
+        EXPECT_EQ(state, "off {}") << number;
+        EXPECT_EQ(said, "qx::record: no memory for a call; the recording ends here\n"
+                        "qx::trace: no memory for a call; the trace ends here\n")
+            << number;
+    }
+    tcl_.value("qx::trace off; qx::record off");
+}
+
 } // namespace

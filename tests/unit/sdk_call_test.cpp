@@ -1,6 +1,9 @@
 // What stands around SDK calls: the status as a result, and the history of the latest calls.
+#include "commands/call_watching.h"
 #include "commands/sdk_call.h"
 #include "commands/sdk_output.h"
+#include "runtime/command_words.h"
+#include "runtime/known_objects.h"
 #include "tests/unit/interpreter.h"
 
 #include <climits>
@@ -64,6 +67,112 @@ TEST_F(sdk_calls, a_stdout_that_is_flushed_after_each_call_does_not_have_each_in
     stdout_now.c_stdout_is_direct = direct;
     EXPECT_GE(inspections, 3u);
     EXPECT_LE(inspections, 64u + 3u);
+}
+
+// What watchers have seen.
+std::string seen;
+const call_watching *watching;
+
+void see(const char *usage, const call_word *words)
+{
+    seen += usage;
+    for (int i = 0; i < 3; ++i)
+        seen += std::to_string(words[i].value) + (words[i].pointer != nullptr ? "* " : " ");
+}
+
+void see_end(const char *usage, const call_word *words, unsigned int status)
+{
+    see(usage, words);
+    seen += "-> " + std::to_string(status) + "\n";
+}
+
+TEST_F(sdk_calls, a_watcher_gets_words_and_whole_statuses)
+{
+    static constexpr call_watcher watcher = {see, see_end};
+    static constexpr char usage[] = "ooo:qx_sample number other pointer ";
+    learn_known_objects();
+    offer_call_watching(tcl_);
+    watching =
+        static_cast<const call_watching *>(Tcl_GetAssocData(tcl_, call_watching_name, nullptr));
+    Tcl_Obj converted; // as the wrappers have it
+    converted.typePtr = &converted_number;
+    converted.internalRep.wideValue = 0xfffffffe;
+    Tcl_Obj handle;
+    handle.typePtr = &handle_type;
+    handle.internalRep.twoPtrValue.ptr1 = &seen;
+    const held_object number{Tcl_NewIntObj(7)};
+    Tcl_Obj *const words[] = {nullptr, number, &converted, &handle};
+    const auto call = [&](unsigned int status) {
+        begin_sdk_call(tcl_, 4, words, usage);
+        end_sdk_call(status);
+    };
+    seen.clear();
+    call(1);
+    EXPECT_EQ(seen, "");
+    watching->watch(&watcher);
+    call(0x12345678);
+    handle.internalRep.twoPtrValue.ptr1 = nullptr;
+    call(2);
+    EXPECT_EQ(seen, std::string{usage} + "7 4294967294 0* " + usage +
+                        "7 4294967294 0* -> 305419896\n" + usage + "7 4294967294 0 " + usage +
+                        "7 4294967294 0 -> 2\n");
+    EXPECT_EQ(latest(1).status, 0x12345678u);
+    watching->watch(nullptr);
+    seen.clear();
+    call(3);
+    EXPECT_EQ(seen, "");
+}
+
+// A watcher's output may run a script with calls of its own.
+void call_within(const char *, const call_word *, unsigned int)
+{
+    static constexpr call_watcher inner = {see, see_end};
+    Tcl_Interp *const interp = Tcl_CreateInterp();
+    watching->watch(&inner);
+    begin_sdk_call(interp, 1, nullptr, "o:qx_inner ");
+    end_sdk_call(9);
+    watching->watch(nullptr);
+    Tcl_DeleteInterp(interp);
+}
+
+TEST_F(sdk_calls, calls_of_a_watcher_leave_the_call_as_it_is)
+{
+    static constexpr call_watcher outer = {see, call_within};
+    offer_call_watching(tcl_);
+    watching =
+        static_cast<const call_watching *>(Tcl_GetAssocData(tcl_, call_watching_name, nullptr));
+    watching->watch(&outer);
+    seen.clear();
+    EXPECT_EQ(result_of(5, "o:qx_outer "), "5");
+    EXPECT_EQ(seen, "o:qx_outer 0 0 0 o:qx_inner 0 0 0 o:qx_inner 0 0 0 -> 9\n");
+    EXPECT_STREQ(latest(0).usage, "o:qx_outer ");
+    EXPECT_EQ(latest(0).status, 5u);
+    EXPECT_STREQ(latest(1).usage, "o:qx_inner ");
+    EXPECT_EQ(latest(1).status, 9u);
+}
+
+// Both ends of a call take their slow way only while somebody watches.
+TEST_F(sdk_calls, calls_that_nobody_watches_are_not_prepared)
+{
+    static constexpr call_watcher watcher = {see, see_end};
+    offer_call_watching(tcl_);
+    watching =
+        static_cast<const call_watching *>(Tcl_GetAssocData(tcl_, call_watching_name, nullptr));
+    const auto direct = stdout_now.c_stdout_is_direct;
+    stdout_now.c_stdout_is_direct = true;
+    for (int i = 0; i < 100; ++i)
+        result_of(0);
+    EXPECT_NE(stdout_now.tcl_stdout, nullptr);
+    EXPECT_GT(history.next_inspection, history.count);
+    watching->watch(&watcher);
+    result_of(0);
+    EXPECT_EQ(stdout_now.tcl_stdout, nullptr);
+    EXPECT_EQ(history.next_inspection, history.count);
+    watching->watch(nullptr);
+    result_of(0);
+    EXPECT_NE(stdout_now.tcl_stdout, nullptr);
+    EXPECT_GT(history.next_inspection, history.count);
+    stdout_now.c_stdout_is_direct = direct;
 }
 
 TEST_F(sdk_calls, block_memory_is_noted_too)
