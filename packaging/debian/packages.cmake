@@ -71,6 +71,9 @@ if(QXSH_LINE_EDITING)
     string(APPEND libraries ", tcl-tclreadline (>= 2.3.8), tcl-tclreadline (<< 2.3.9~)"
                             ", libreadline8 (>= 6.0), libncurses6 (>= 6), libtinfo6 (>= 6)")
 endif()
+if(QXSH_ZLIB)
+    string(APPEND libraries ", zlib1g (>= 1:1.2.0)")
+endif()
 
 package(shell qxsh SECTION interpreters
     DEPENDS "${libraries}" SUGGESTS "tcl, qxsh-sim (${this_version}), qxsh-doc"
@@ -80,7 +83,8 @@ of a network-processor SDK field by field in native memory, print them and
 call its 83 functions. The commands are also the Tcl package demo. The
 package qx adds help, records as dicts and a script checker, which is also
 the command qx-lint; that command needs a tclsh. The command qx-run runs
-scripts for CI.
+scripts for CI. The commands qxsh-record, qxsh-replay and qx-trace record
+calls of the SDK, answer from a recording, and show and compare recordings.
 .
 The SDK itself, libqx-sdk.so, belongs to the board: no package contains it.
 Without it the shell does not start. The package qxsh-sim has a simulated
