@@ -1,7 +1,9 @@
 # What board.rec has the answers for, and board.txt what it prints. They were made by the build
 # `board`, whose programs `launch` runs on a PC:
-#     launch board LD_PRELOAD=<build>/lib/libqx-record.so QX_RECORD=board.rec <build>/bin/qxsh board.tcl
-# A recording of a real board's library may take its place whenever there is one.
+#     launch board LD_PRELOAD=<build>/lib/libqx-record.so QX_RECORD=board.rec \
+#         <build>/bin/qxsh board.tcl
+# with the SDK library in /opt/qx/lib, named in LD_LIBRARY_PATH. A recording of a real board's library
+# may take its place.
 package require qx
 
 proc show {function args} {
@@ -27,11 +29,13 @@ show qx_flow_add 1 $flow
 show qx_flow_add 1 $flow
 show qx_flow_get_lastuse_tickcount 1 65535
 show qx_flow_delete 1 65535
-set settings {translate_type 3 copy_tos 1 port_set_id 9 v6_pkt {sa_ip 2001:db8::/64 da_ip 2001:db8:1::/64}}
+set settings {translate_type 3 copy_tos 1 port_set_id 9
+    v6_pkt {sa_ip 2001:db8::/64 da_ip 2001:db8:1::/64}}
 set id [show qx_ip_translate_add 1 $settings]
 show qx_ip_translate_get 1 $id
 show qx_ip_translate_del 1 $id
-set route {prefix 10.1.0.0/16 nexthop {nhid {addr 10.0.0.1 intf_id 4} da_mac 02:00:00:00:00:01 id {port_id 5}}}
+set route {prefix 10.1.0.0/16 nexthop {nhid {addr 10.0.0.1 intf_id 4}
+    da_mac 02:00:00:00:00:01 id {port_id 5}}}
 show qx_l3_route_add 1 $route
 show qx_l3_route_get 1 {prefix 10.1.2.3}
 show qx_l3_route_show 1 {} 0
