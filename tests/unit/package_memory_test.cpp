@@ -1,6 +1,7 @@
 // Package qx without memory: each allocation that a command's library, or the block memory behind
 // it, makes fails once, in turn. The command then fails as commands do, nothing is lost or half
 // written, and the same command works again. Tcl's own memory is not part of it.
+#include "commands/sdk_output.h"
 #include "helpers/block_memory.h"
 #include "shell/demo.h"
 #include "tests/unit/interpreter.h"
@@ -333,8 +334,12 @@ TEST_F(package_memory, a_call_goes_on_without_memory_for_its_line)
         EXPECT_EQ(said, "qx::record: no memory for a call; the recording ends here\n"
                         "qx::trace: no memory for a call; the trace ends here\n")
             << number;
+        tcl_.value("qx_flow_delete 0 2");
+        EXPECT_NE(stdout_now.tcl_stdout, nullptr) << "calls are prepared though nobody watches";
     }
-    tcl_.value("qx::trace off; qx::record off");
+    EXPECT_EQ(stdout_now.tcl_stdout, nullptr);
+    tcl_.value("qx::trace off; qx::record off; qx_flow_delete 0 2");
+    EXPECT_NE(stdout_now.tcl_stdout, nullptr);
 }
 
 } // namespace
