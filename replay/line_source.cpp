@@ -21,6 +21,7 @@ namespace {
 constexpr std::size_t block_size = 128 * 1024;
 // Many times the longest line of a call: 64 records before it and after it.
 constexpr std::size_t longest_line = 4 * 1024 * 1024;
+constexpr const char *cut_off = "the gzip data ends too early";
 
 [[noreturn]] void fail(const std::string &what)
 {
@@ -33,6 +34,39 @@ constexpr std::size_t longest_line = 4 * 1024 * 1024;
 }
 
 } // namespace
+
+#ifdef QXSH_ZLIB
+
+struct line_source::gzip
+{
+    gzip() : usable(inflateInit2(&stream, gzip_window) == Z_OK) {}
+    ~gzip()
+    {
+        if (usable)
+            inflateEnd(&stream);
+    }
+    gzip(const gzip &) = delete;
+    gzip &operator=(const gzip &) = delete;
+
+    void restart()
+    {
+        inflateReset(&stream);
+        inside = false;
+    }
+
+    static constexpr int gzip_window = 15 + 16;
+    z_stream stream{};
+    bool usable;
+    bool inside = false; ///< a member that is not ended
+    unsigned char packed[64 * 1024];
+};
+
+#else
+
+struct line_source::gzip
+{};
+
+#endif
 
 line_source::line_source(const std::string &name) : block_(block_size)
 {
@@ -48,24 +82,17 @@ line_source::line_source(const std::string &name) : block_(block_size)
     if (fstat(file_, &facts) == 0 && S_ISREG(facts.st_mode))
         size_ = static_cast<std::uint64_t>(facts.st_size);
 #ifdef QXSH_ZLIB
-    if (compressed) {
-        gzip_ = gzdopen(file_, "rb");
-        if (gzip_ == nullptr) {
-            close(file_);
-            fail("no memory");
-        }
+    if (compressed)
+        gzip_ = std::make_unique<gzip>();
+    if (compressed && !gzip_->usable) {
+        close(file_);
+        fail("no memory");
     }
 #endif
 }
 
 line_source::~line_source()
 {
-#ifdef QXSH_ZLIB
-    if (gzip_ != nullptr) {
-        gzclose_r(static_cast<gzFile>(gzip_));
-        return;
-    }
-#endif
     close(file_);
 }
 
@@ -79,37 +106,27 @@ double line_source::done() const
 
 void line_source::restart()
 {
-    bool good = false;
-#ifdef QXSH_ZLIB
-    if (gzip_ != nullptr)
-        good = gzrewind(static_cast<gzFile>(gzip_)) == 0;
-    else
-#endif
-        good = lseek(file_, 0, SEEK_SET) == 0;
-    if (!good)
+    if (lseek(file_, 0, SEEK_SET) != 0)
         fail("it cannot be read twice: it is no regular file");
+#ifdef QXSH_ZLIB
+    if (gzip_) {
+        gzip_->stream.avail_in = 0;
+        gzip_->restart();
+    }
+#endif
     begin_ = end_ = 0;
     line_ = 0;
+    cut_ = false;
 }
 
 // At least one byte, or 0 at the end of the file.
 std::size_t line_source::read(char *to, std::size_t size)
 {
-#ifdef QXSH_ZLIB
-    if (gzip_ != nullptr) {
-        const auto file = static_cast<gzFile>(gzip_);
-        const int got = gzread(file, to, static_cast<unsigned>(size));
-        int code = Z_OK;
-        const char *const text = gzerror(file, &code);
-        if (got == 0 && code == Z_BUF_ERROR)
-            throw recording_error{line_ + 1, "the gzip data ends too early"};
-        if (got < 0 && code == Z_ERRNO)
-            fail_with_errno("cannot read it");
-        if (got < 0)
-            throw recording_error{line_ + 1, std::string{"damaged gzip data: "} + text};
-        return static_cast<std::size_t>(got);
-    }
-#endif
+    return gzip_ ? unpack(to, size) : read_file(to, size);
+}
+
+std::size_t line_source::read_file(void *to, std::size_t size) const
+{
     ssize_t got = 0;
     do
         got = ::read(file_, to, size);
@@ -118,6 +135,47 @@ std::size_t line_source::read(char *to, std::size_t size)
         fail_with_errno("cannot read it");
     return static_cast<std::size_t>(got);
 }
+
+#ifdef QXSH_ZLIB
+
+// A recorder that was killed leaves data without their end: what came out of them counts.
+std::size_t line_source::unpack(char *to, std::size_t size)
+{
+    z_stream &stream = gzip_->stream;
+    stream.next_out = reinterpret_cast<Bytef *>(to);
+    stream.avail_out = static_cast<uInt>(size);
+    while (stream.avail_out == size) {
+        if (stream.avail_in == 0) {
+            stream.next_in = gzip_->packed;
+            stream.avail_in = static_cast<uInt>(read_file(gzip_->packed, sizeof gzip_->packed));
+        }
+        const bool at_end = stream.avail_in == 0;
+        if (at_end && !gzip_->inside)
+            return 0;
+        gzip_->inside = true;
+        const int code = inflate(&stream, Z_NO_FLUSH);
+        if (code == Z_STREAM_END)
+            gzip_->restart();
+        else if (code == Z_BUF_ERROR && at_end)
+            break;
+        else if (code != Z_OK && stream.avail_out == size) // else it is said next time
+            throw recording_error{line_ + 1, std::string{"damaged gzip data: "} +
+                                                 (stream.msg ? stream.msg : zError(code))};
+    }
+    cut_ = stream.avail_out == size;
+    if (cut_ && stream.total_out == 0)
+        throw recording_error{line_ + 1, cut_off};
+    return size - stream.avail_out;
+}
+
+#else
+
+std::size_t line_source::unpack(char *, std::size_t)
+{
+    return 0;
+}
+
+#endif
 
 // Reads behind the bytes that are left; false at the end of the file.
 bool line_source::fill()
@@ -155,6 +213,8 @@ bool line_source::next(std::string_view &line)
             continue;
         if (left == 0)
             return false;
+        if (cut_)
+            throw recording_error{line_ + 1, cut_off};
         line = {block_.data(), left};
         begin_ = end_;
         ++line_;

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,9 +30,14 @@ public:
 private:
     bool fill();
     std::size_t read(char *to, std::size_t size);
+    std::size_t read_file(void *to, std::size_t size) const;
+    std::size_t unpack(char *to, std::size_t size);
+
+    struct gzip;
 
     int file_ = -1;
-    void *gzip_ = nullptr; ///< zlib's state, which then owns file_
+    std::unique_ptr<gzip> gzip_; ///< null for a plain file
+    bool cut_ = false;           ///< gzip data that ended without its end
     std::uint64_t size_ = 0;
     std::vector<char> block_;
     std::size_t begin_ = 0; ///< of the bytes in block_ that no line has used yet

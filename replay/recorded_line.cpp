@@ -16,6 +16,11 @@ static_assert(most_call_arguments <= 64);
 
 // ------------------------------------------------------------------------- members, elements
 
+static std::string elements(std::uint32_t count)
+{
+    return std::to_string(count) + (count == 1 ? " element" : " elements");
+}
+
 bool recorded_line::now_comes(unsigned member)
 {
     level &top = levels_.back();
@@ -128,7 +133,7 @@ bool recorded_line::next_element(std::uint32_t most)
     if (top.count++ < most)
         return true;
     top.count = 0;
-    return refuse("expected " + std::to_string(most) + " elements, not more");
+    return refuse("expected " + elements(most) + ", not more");
 }
 
 // ------------------------------------------------------------------------- objects, arrays
@@ -216,7 +221,7 @@ bool recorded_line::end_array()
     levels_.pop_back();
     if (done.what == kind::elements || done.count == done.field->count)
         return true;
-    return refuse("expected " + std::to_string(done.field->count) + " elements, not " +
+    return refuse("expected " + elements(done.field->count) + ", not " +
                   std::to_string(done.count));
 }
 
@@ -283,7 +288,7 @@ bool recorded_line::end_arguments()
                 continue;
             argument_ = i;
             top.member = i;
-            return refuse("expected " + std::to_string(count) + " elements, not " +
+            return refuse("expected " + elements(count) + ", not " +
                           std::to_string(memory->bytes.size() / rows[i].size));
         }
     }

@@ -65,7 +65,7 @@ private:
                                                    "function", "arguments", "status",
                                                    "name",     "fault",     "microseconds"};
     static constexpr const char *memory_members[] = {"before", "after"};
-    static constexpr const char *too_large = "a number that is no integer, or too large";
+    static constexpr const char *too_large = "a fraction or a number beyond 64 bits";
 
     // A container that is open.
     struct level

@@ -74,7 +74,8 @@ std::string recorded_line::path() const
         const bool named = one.member != UINT_MAX;
         switch (one.what) {
         case kind::line:
-            if (named && one.member != line_arguments)
+            // An argument's place begins with its own name.
+            if (named && (one.member != line_arguments || &one == &levels_.back()))
                 add(line_members[one.member]);
             break;
         case kind::arguments:

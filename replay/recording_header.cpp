@@ -2,6 +2,7 @@
 #include "replay/recording_header.h"
 
 #include "records/json.h"
+#include "records/utf8.h"
 
 #include <algorithm>
 #include <ctime>
@@ -54,14 +55,41 @@ std::optional<std::string> from_hexadecimal(std::string_view text)
     return bytes;
 }
 
+// Also those of ISO 8859, which begin a terminal's commands as well.
+static bool is_control(std::string_view character)
+{
+    const auto first = static_cast<unsigned char>(character[0]);
+    return first < 0x20 || first == 0x7f ||
+           (first == 0xc2 && static_cast<unsigned char>(character[1]) < 0xa0);
+}
+
+std::string header_text(std::string_view text)
+{
+    std::string result;
+    while (!text.empty()) {
+        const std::size_t size = sequence_length(text);
+        const std::string_view next = text.substr(0, std::max<std::size_t>(size, 1));
+        if (size != 0 && !is_control(next))
+            result += next;
+        else
+            for (const char byte : next)
+                result += "\\x" + hexadecimal({&byte, 1});
+        text.remove_prefix(next.size());
+    }
+    return result;
+}
+
 std::string header_line(const recording_header &header)
 {
+    const auto text = [](json_text &to, const char *name, const std::string &of) -> json_text & {
+        return to.name(name).string(header_text(of).c_str());
+    };
     json_text json{true};
     json.object().member("recording", recording_version);
-    json.name("library").string(header.library.c_str()).member("size", header.size);
-    json.name("build_id").string(header.build_id.c_str());
-    json.name("date").string(header.date.c_str());
-    json.name("processor").string(header.processor.c_str());
+    text(json, "library", header.library).member("size", header.size);
+    text(json, "build_id", header.build_id);
+    text(json, "date", header.date);
+    text(json, "processor", header.processor);
     json.name("keys").string(word_of(header.keys));
     json.name("salt").string(hexadecimal(header.salt).c_str()).end();
     return json.text() + "\n";

@@ -35,6 +35,10 @@ struct recording_header
                         ///< that can be made again
 };
 
+/// A text as headers have it: in UTF-8, without control characters. "\xNN" stands in place of each
+/// byte of anything else.
+std::string header_text(std::string_view text);
+
 /// The header's line, with a newline at its end.
 std::string header_line(const recording_header &header);
 

@@ -24,7 +24,10 @@ std::string text_of(const json &header, const char *name)
         fail(std::string{"\""} + name + "\" is missing in the header");
     if (!found->is_string())
         fail(std::string{name} + ": expected a text");
-    return found->get<std::string>();
+    auto text = found->get<std::string>();
+    if (text != header_text(text))
+        fail(std::string{name} + ": a text with control characters");
+    return text;
 }
 
 void check_version(const json &header)
@@ -129,6 +132,8 @@ bool recording_reader::next(recorded_call &call)
     const std::string mistake = state_->parser.read(line, call);
     if (!mistake.empty())
         throw recording_error{call.line, mistake};
+    if (call.number == 0)
+        throw recording_error{call.line, "call: calls are numbered from 1"};
     if (call.number <= state_->last)
         throw recording_error{call.line, "call: " + std::to_string(call.number) +
                                              " does not follow " + std::to_string(state_->last)};

@@ -111,9 +111,14 @@ int show(const words &all)
     const qxsh::shown_names names{used_profile()};
     recording from{given[0], recording::printing::each_call};
     recorded_call call;
-    while (from.next(call) && call.number <= wanted.last)
+    bool has_any = around.empty();
+    while (from.next(call) && call.number <= wanted.last) {
+        has_any = has_any || call.number >= wanted.first;
         if (wanted.takes(call))
             print(qxsh::shown_line(call, names) + "\n");
+    }
+    if (!has_any)
+        throw trace_error{given[0] + " has no call around " + around};
     return 0;
 }
 

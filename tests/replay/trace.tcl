@@ -23,6 +23,10 @@ proc recorded {name script args} {
 # Runs qx-trace -> list: status, stdout and stderr, with the folder of the run as FOLDER.
 proc tool {args} { tool_with {} {*}$args }
 proc tool_with {environment args} {
+    # Under a sanitizer the tool's own place for libraries is not looked at.
+    if {[testConstraint sanitized]} {
+        set environment [concat LD_LIBRARY_PATH=[file join $::env(QXSH_BUILD) lib] $environment]
+    }
     set tool [file join [file dirname $::env(QXSH_SHELL)] qx-trace]
     set run [run_sh {exec "$@" > out.txt 2> err.txt < /dev/null} {*}[launcher $environment] $tool \
         {*}$args]
