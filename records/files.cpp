@@ -49,6 +49,15 @@ std::string open_for_writing(const std::string &name, int flags, int &file)
     return mistake;
 }
 
+file_identity identity_of(int file)
+{
+    struct stat is
+    {};
+    if (fstat(file, &is) != 0)
+        return {};
+    return {static_cast<std::uint64_t>(is.st_dev), static_cast<std::uint64_t>(is.st_ino)};
+}
+
 int moved_away(int file)
 {
     for (int lowest = 1000; lowest > 2; lowest /= 2) {

@@ -28,6 +28,16 @@ std::string open_log(const std::string &name, int &file);
 /// True if this name no longer leads to the file that the descriptor is open on.
 bool has_moved(int file, const std::string &name);
 
+/// Which file a descriptor is open on; all zero, with errno set, if on none. A program may close
+/// descriptors that are not its own, and open others under their numbers.
+struct file_identity
+{
+    std::uint64_t device = 0;
+    std::uint64_t node = 0;
+    bool operator==(const file_identity &) const = default;
+};
+file_identity identity_of(int file);
+
 /// Moves a descriptor beyond those that a program gets, and lets no program that is started have
 /// it: the numbers of the process's own stay what they are, and a program that closes what it did
 /// not open hardly meets it. Returns the new one; the same if none is free.

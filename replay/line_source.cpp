@@ -68,16 +68,32 @@ struct line_source::gzip
 
 #endif
 
-line_source::line_source(const std::string &name) : block_(block_size)
+void line_source::open_file()
+{
+    file_ = open(name_.c_str(), O_RDONLY | O_CLOEXEC);
+    if (file_ < 0)
+        fail_with_errno("cannot open it");
+    file_ = moved_away(file_);
+}
+
+void line_source::open_again()
+{
+    open_file();
+    if (identity_of(file_) != identity_)
+        fail("the program has closed it, and another file has its name now");
+    if (lseek(file_, static_cast<off_t>(place_), SEEK_SET) < 0)
+        fail_with_errno("the program has closed it");
+}
+
+line_source::line_source(const std::string &name) : name_(absolute(name)), block_(block_size)
 {
     const bool compressed = name.ends_with(".gz");
 #ifndef QXSH_ZLIB
     if (compressed)
         fail("this build has no zlib to read gzip with; gunzip the file first");
 #endif
-    file_ = open(name.c_str(), O_RDONLY | O_CLOEXEC);
-    if (file_ < 0)
-        fail_with_errno("cannot open it");
+    open_file();
+    identity_ = identity_of(file_);
     struct stat facts = {};
     if (fstat(file_, &facts) == 0 && S_ISREG(facts.st_mode))
         size_ = static_cast<std::uint64_t>(facts.st_size);
@@ -117,6 +133,7 @@ void line_source::restart()
     begin_ = end_ = 0;
     line_ = 0;
     cut_ = false;
+    place_ = 0;
 }
 
 // At least one byte, or 0 at the end of the file.
@@ -125,14 +142,17 @@ std::size_t line_source::read(char *to, std::size_t size)
     return gzip_ ? unpack(to, size) : read_file(to, size);
 }
 
-std::size_t line_source::read_file(void *to, std::size_t size) const
+std::size_t line_source::read_file(void *to, std::size_t size)
 {
+    if (identity_of(file_) != identity_)
+        open_again();
     ssize_t got = 0;
     do
         got = ::read(file_, to, size);
     while (got < 0 && errno == EINTR);
     if (got < 0)
         fail_with_errno("cannot read it");
+    place_ += static_cast<std::uint64_t>(got);
     return static_cast<std::size_t>(got);
 }
 

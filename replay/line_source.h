@@ -2,6 +2,8 @@
 // memory. Relies on POSIX and zlib.
 #pragma once
 
+#include "records/files.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -11,7 +13,9 @@
 
 namespace qxsh {
 
-/// An open file. A name that ends in ".gz" means gzip. Everything here throws recording_error.
+/// An open file. A name that ends in ".gz" means gzip. Where the program closes the descriptor, or
+/// opens another file under its number, reading goes on with one of its own. Everything here throws
+/// recording_error.
 class line_source
 {
 public:
@@ -28,14 +32,19 @@ public:
     void restart();                              ///< goes back to the first line
 
 private:
+    void open_file();
+    void open_again();
     bool fill();
     std::size_t read(char *to, std::size_t size);
-    std::size_t read_file(void *to, std::size_t size) const;
+    std::size_t read_file(void *to, std::size_t size);
     std::size_t unpack(char *to, std::size_t size);
 
     struct gzip;
 
+    std::string name_;
     int file_ = -1;
+    file_identity identity_{};
+    std::uint64_t place_ = 0;    ///< in the file: what was read
     std::unique_ptr<gzip> gzip_; ///< null for a plain file
     bool cut_ = false;           ///< gzip data that ended without its end
     std::uint64_t size_ = 0;

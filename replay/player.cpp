@@ -4,6 +4,7 @@
 #include "records/call_words.h"
 #include "records/profile.h"
 #include "records/switches.h"
+#include "replay/quiet_turn.h"
 #include "replay/replay.h"
 
 #include <cstdio>
@@ -20,19 +21,10 @@ namespace {
 
 enum exit_status { bad_recording = 2, other_call = 3 };
 
-pthread_mutex_t lock = PTHREAD_MUTEX_INITIALIZER;
+pthread_mutex_t turn = PTHREAD_MUTEX_INITIALIZER;
 replay *running = nullptr; // from the first call to the end of the process
 pid_t owner = 0;           // the process that made the first call
 std::string file;
-
-class locked
-{
-public:
-    locked() { pthread_mutex_lock(&lock); }
-    ~locked() { pthread_mutex_unlock(&lock); }
-    locked(const locked &) = delete;
-    locked &operator=(const locked &) = delete;
-};
 
 void say(const std::string &what)
 {
@@ -48,10 +40,11 @@ void say(const std::string &what)
     _exit(status);
 }
 
-// At the end of the process.
+// At the end of the process. Destructors that run later may still call, and are answered: then the
+// line has come too early.
 void say_rest()
 try {
-    const locked one;
+    const quiet_turn held{turn};
     if (running == nullptr || owner != getpid())
         return;
     if (const auto rest = running->rest())
@@ -80,7 +73,7 @@ void begin()
 
 unsigned int answer_call(unsigned int number, const call_word *words)
 try {
-    const locked one;
+    const quiet_turn held{turn};
     const call_row &call = call_rows[number];
     if (running == nullptr)
         begin();

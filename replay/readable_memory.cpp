@@ -1,8 +1,6 @@
 // Copies of memory that may not be there; see readable_memory.h.
 #include "replay/readable_memory.h"
 
-#include "records/files.h"
-
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
@@ -20,6 +18,7 @@ bool readable_memory::open()
         fcntl(end, F_SETFD, FD_CLOEXEC);
         fcntl(end, F_SETFL, O_NONBLOCK);
     }
+    identity_ = identity_of(ends_[0]);
     return true;
 }
 
@@ -30,6 +29,13 @@ void readable_memory::close()
             ::close(end);
         end = -1;
     }
+}
+
+void readable_memory::forget_foreign()
+{
+    for (int &end : ends_)
+        if (identity_of(end) != identity_)
+            end = -1;
 }
 
 bool readable_memory::take_back(unsigned char *to, std::size_t size) const

@@ -2,6 +2,8 @@
 // cannot. Relies on POSIX.
 #pragma once
 
+#include "records/files.h"
+
 #include <cstddef>
 
 namespace qxsh {
@@ -18,6 +20,10 @@ public:
     /// False, with errno set, if there is no pipe to be had.
     bool open();
 
+    /// Forgets the pipe where the program has closed it and opened other files under its numbers.
+    /// To be called before a row of copies, or these might end in the program's files.
+    void forget_foreign();
+
     /// Copies `size` bytes; false if not all of them can be read, or there is no pipe any more.
     bool copy(void *to, const void *from, std::size_t size);
 
@@ -26,6 +32,7 @@ private:
     bool take_back(unsigned char *to, std::size_t size) const;
 
     int ends_[2] = {-1, -1};
+    file_identity identity_{}; ///< of both ends
 };
 
 } // namespace qxsh

@@ -8,6 +8,7 @@
 #include "records/profile.h"
 #include "records/sha256.h"
 #include "records/switches.h"
+#include "replay/quiet_turn.h"
 #include "replay/readable_memory.h"
 #include "replay/recorded_call.h"
 #include "replay/recording_writer.h"
@@ -21,6 +22,7 @@
 #include <new>
 #include <pthread.h>
 #include <string>
+#include <string_view>
 #include <unistd.h>
 #include <vector>
 
@@ -83,39 +85,6 @@ struct recording
 
 // Never destroyed: a call may come while the process ends.
 recording *here = nullptr;
-
-// While it lives, this thread has its turn, and neither a signal's handler nor a cancellation makes
-// it leave. Signals of crashes are not held back: a crash here is one.
-class quiet_turn
-{
-public:
-    quiet_turn() : error_(errno)
-    {
-        sigset_t all;
-        sigfillset(&all);
-        for (const int crash : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGTRAP})
-            sigdelset(&all, crash);
-        pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &cancelled_);
-        pthread_sigmask(SIG_BLOCK, &all, &before_);
-        pthread_mutex_lock(&turn);
-    }
-    ~quiet_turn()
-    {
-        pthread_mutex_unlock(&turn);
-        pthread_sigmask(SIG_SETMASK, &before_, nullptr);
-        pthread_setcancelstate(cancelled_, nullptr);
-        errno = error_;
-    }
-    quiet_turn(const quiet_turn &) = delete;
-    quiet_turn &operator=(const quiet_turn &) = delete;
-
-    const sigset_t &before() const { return before_; }
-
-private:
-    sigset_t before_;
-    int cancelled_ = 0;
-    int error_;
-};
 
 bool copy_memory(void *to, const void *from, std::size_t size)
 {
@@ -218,6 +187,37 @@ try {
     here->statuses = default_profile().statuses;
 }
 
+// The programs that this one starts are not recorded, and may be of another processor, for which
+// the loader would complain. Other entries stay as they are.
+void leave_preload()
+try {
+    constexpr std::string_view separators = ": ";
+    constexpr std::string_view mine = "libqx-record.so";
+    const char *const set = environment_value("LD_PRELOAD");
+    const std::string all = set != nullptr ? set : "";
+    std::string others;
+    for (std::size_t at = 0, next = 0; at < all.size(); at = next) {
+        const std::size_t end = std::min(all.find_first_of(separators, at), all.size());
+        next = std::min(end + 1, all.size());
+        const std::string_view entry = std::string_view{all}.substr(at, end - at);
+        if (entry.substr(entry.rfind('/') + 1) != mine)
+            others += all.substr(at, next - at);
+    }
+    if (others.empty())
+        unsetenv("LD_PRELOAD");
+    else if (others != all)
+        setenv("LD_PRELOAD", others.c_str(), 1);
+} catch (const std::bad_alloc &) {
+    complain("no memory to take libqx-record.so out of LD_PRELOAD");
+}
+
+// A process without an SDK library, such as a shell, only starts the one that is to be recorded.
+__attribute__((constructor)) void load()
+{
+    if (is_behind(call_rows[0].name.text()))
+        leave_preload();
+}
+
 // Makes the file. Returns what is wrong; an empty text if nothing is.
 std::string start_recording(const char *name, bool replace, bool keys)
 {
@@ -247,6 +247,7 @@ try {
         now = phase::off;
         return;
     }
+    leave_preload();
     const bool replace = switched_on("QX_RECORD_FORCE");
     errno = 0;
     const std::string mistake = start_recording(name, replace, switched_on("QX_RECORD_KEYS"));
@@ -263,11 +264,12 @@ try {
 // Begins a call, whose frame has `mark`. Returns its serial number; 0 if it is not to be recorded.
 std::uint64_t begin(unsigned int number, const call_word *words, volatile stack_mark &mark)
 {
-    const quiet_turn held;
+    const quiet_turn held{turn};
     if (now == phase::before_first_call)
         start();
     if (now != phase::on)
         return 0;
+    here->memory.forget_foreign();
     caller *const mine = this_caller();
     if (mine == nullptr || still_runs(*mine, words + call_rows[number].arguments))
         return 0;
@@ -288,11 +290,12 @@ void end(unsigned int number, const call_word *words, std::uint32_t status, std:
 {
     if (now != phase::on)
         return;
-    const quiet_turn held;
+    const quiet_turn held{turn};
     caller *const mine = this_caller();
     if (now != phase::on || mine == nullptr || mine->serial != serial)
         return;
     mine->mark = nullptr;
+    here->memory.forget_foreign();
     try {
         const std::string &line = mine->line.finish(
             call_rows[number], words,
@@ -330,7 +333,7 @@ __attribute__((destructor)) void end_process()
 {
     if (now != phase::on)
         return;
-    const quiet_turn held;
+    const quiet_turn held{turn};
     here->writer.finish();
 }
 

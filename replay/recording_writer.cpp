@@ -1,8 +1,6 @@
 // A recording that is being written; see recording_writer.h.
 #include "replay/recording_writer.h"
 
-#include "records/files.h"
-
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -99,6 +97,7 @@ std::string recording_writer::make(const std::string &name, bool replace)
     if (!mistake.empty())
         return mistake;
     file_ = moved_away(file_);
+    identity_ = identity_of(file_);
     struct stat is
     {};
     regular_ = fstat(file_, &is) == 0 && S_ISREG(is.st_mode);
@@ -133,6 +132,11 @@ std::string recording_writer::open(const std::string &name, bool replace,
 // Half a line at the end would make the whole recording a damaged one.
 std::string recording_writer::write(const std::string &bytes, const sigset_t *held)
 {
+    if (!is_mine()) {
+        file_ = -1;
+        errno = EBADF;
+        return cannot_write(name_);
+    }
     if (held != nullptr ? write_held(file_, bytes, *held) : write_all(file_, bytes)) {
         size_ += bytes.size();
         return {};
@@ -168,7 +172,7 @@ void recording_writer::close()
 
 void recording_writer::abandon()
 {
-    if (is_open())
+    if (is_open() && is_mine())
         ::close(file_);
     file_ = -1;
 }

@@ -3,6 +3,7 @@
 // where it is, on zlib.
 #pragma once
 
+#include "records/files.h"
 #include "replay/recording_header.h"
 
 #include <csignal>
@@ -30,8 +31,9 @@ public:
     bool is_open() const { return file_ >= 0; }
 
     /// Writes a line with its newline. After a failure the file is closed and, if it is a regular
-    /// one, ends with the last whole line. A caller that holds SIGPIPE and SIGXFSZ back saves the
-    /// time to do so here with `held`, what the thread held back before that.
+    /// one, ends with the last whole line. A descriptor that the program has closed, and maybe
+    /// opened on another file, is left alone. A caller that holds SIGPIPE and SIGXFSZ back saves
+    /// the time to do so here with `held`, what the thread held back before that.
     std::string append(const std::string &line, const sigset_t *held = nullptr);
     /// Brings what is written into its final form; lines may follow nevertheless.
     std::string finish();
@@ -42,11 +44,13 @@ public:
 private:
     struct gzip;
 
+    bool is_mine() const { return identity_of(file_) == identity_; }
     std::string make(const std::string &name, bool replace);
     std::string write(const std::string &bytes, const sigset_t *held);
 
     std::string name_;
     int file_ = -1;
+    file_identity identity_{};
     bool regular_ = false;
     std::uint64_t size_ = 0; ///< bytes that are whole lines
     std::unique_ptr<gzip> gzip_;

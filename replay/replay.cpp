@@ -169,7 +169,7 @@ const std::string *replay::key_of(const std::string &text, std::size_t size)
     return is_zero ? &zeros_ : nullptr;
 }
 
-// Writes the keys of an argument; unknown ones become zeros.
+// Writes the keys of an argument that the call has changed; unknown ones become zeros.
 void replay::give_keys(const recorded_call &recorded, unsigned number, unsigned char *to,
                        std::size_t size)
 {
@@ -179,11 +179,11 @@ void replay::give_keys(const recorded_call &recorded, unsigned number, unsigned 
             continue;
         const recorded_memory::hidden *const before =
             hidden_at(argument.before, one.offset, one.size);
-        const bool untouched = before != nullptr && before->text == one.text;
-        const direction way = arguments_of(*recorded.row)[number].way;
-        if (untouched &&
-            (way == direction::in ||
-             (way == direction::inout && reader_.header().keys == recorded_keys::fingerprints)))
+        // Lengths are always equal; then the rest of the memory tells.
+        if (before != nullptr && before->text == one.text &&
+            (arguments_of(*recorded.row)[number].way == direction::in ||
+             reader_.header().keys == recorded_keys::fingerprints ||
+             argument.before.bytes == argument.after.bytes))
             continue;
         if (const std::string *const key = key_of(one.text, one.size); key != nullptr) {
             std::memcpy(to + one.offset, key->data(), one.size);

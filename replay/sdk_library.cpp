@@ -129,6 +129,11 @@ any_function find_behind(const char *name)
     return reinterpret_cast<any_function>(found);
 }
 
+bool is_behind(const char *name)
+{
+    return dlsym(RTLD_NEXT, name) != nullptr;
+}
+
 std::string build_id_in(const std::string &path)
 {
     const open_file file{path};

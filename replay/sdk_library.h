@@ -13,6 +13,9 @@ namespace qxsh {
 /// one that the loader would have taken without it. Null if there is none.
 any_function find_behind(const char *name);
 
+/// Whether the loader has one behind this library: one that was loaded with the program.
+bool is_behind(const char *name);
+
 /// A file with code.
 struct library_file
 {

@@ -2,10 +2,14 @@
 #include "made_calls.h"
 #include "qx_sdk.h"
 #include "record_numbers.h"
+#include "replay/recording_writer.h"
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <cstdlib>
+#include <fcntl.h>
+#include <sys/time.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -52,6 +56,39 @@ public:
         std::exit(0);
     }
 
+    static void handle(int)
+    {
+        if (make(*first) != first->status)
+            _exit(90);
+        handled = handled + 1;
+    }
+    void call_beside_a_handler()
+    {
+        alarm(60);
+        make(*first);
+        signal(SIGPROF, handle);
+        const itimerval often{{0, 1000}, {0, 1000}};
+        setitimer(ITIMER_PROF, &often, nullptr);
+        for (int count = 0; count < 10'000; ++count)
+            make(*first);
+        _exit(handled > 0 ? 0 : 91);
+    }
+
+    static void call_and_close(const std::vector<made_call> &all, const std::string &other)
+    {
+        make(all[0]);
+        for (int number = 3; number < 1024; ++number)
+            close(number);
+        for (int number = 3; number < 1024; ++number)
+            open(other.c_str(), O_RDONLY);
+        for (std::size_t i = 1; i < all.size(); ++i)
+            if (make(all[i]) != all[i].status)
+                _exit(90);
+        std::exit(0);
+    }
+
+    static inline const made_call *first = nullptr;
+    static inline volatile sig_atomic_t handled = 0;
     std::vector<made_call> calls = calls_of(200);
     const file recording{"process", text_of(calls)};
     const int named = setenv("QX_REPLAY", recording.name.c_str(), 1);
@@ -109,6 +146,38 @@ TEST_F(player, says_what_was_not_called)
         },
         testing::ExitedWithCode(5),
         "^qx-replay: the recording goes on with call 2, qx_qos_map_mode_set\n$");
+}
+
+// More than one block of the file is to be read then.
+TEST_F(player, reads_on_where_the_program_closes_its_file)
+{
+    std::vector<made_call> same(5'000, calls[0]);
+    const std::string text = text_of(same);
+    const file other{"other", "no recording\n"};
+    for (const std::string name : {"closed", "closed.gz"}) {
+        if (name.ends_with(".gz") && !qxsh::can_compress())
+            continue;
+        const file recording_file{name, text};
+        if (name.ends_with(".gz")) {
+            qxsh::recording_writer writer;
+            qxsh::recording_header header;
+            header.keys = qxsh::recorded_keys::clear;
+            ASSERT_EQ(writer.open(recording_file.name, true, header), "");
+            ASSERT_EQ(writer.append(text.substr(text.find('\n') + 1)), "");
+        }
+        setenv("QX_REPLAY", recording_file.name.c_str(), 1);
+        EXPECT_EXIT(call_and_close(same, other.name), testing::ExitedWithCode(0), "^$") << name;
+    }
+}
+
+// One that came while a call runs would wait for its own thread.
+TEST_F(player, answers_a_handler_of_signals)
+{
+    std::vector<made_call> same(20'000, calls[0]);
+    const file many{"handler", text_of(same)};
+    setenv("QX_REPLAY", many.name.c_str(), 1);
+    first = &same[0];
+    EXPECT_EXIT(call_beside_a_handler(), testing::ExitedWithCode(0), "^$");
 }
 
 // Whichever comes first: with loose order each thread gets the answers of its own calls.

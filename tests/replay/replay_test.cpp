@@ -330,6 +330,22 @@ TEST(replay, answers_a_key_that_it_cannot_know_with_zeros)
     }
 }
 
+// It may have failed before it wrote anything.
+TEST(replay, leaves_a_key_alone_that_the_call_left_alone)
+{
+    for (const recorded_keys keys : {recorded_keys::fingerprints, recorded_keys::lengths}) {
+        made_call get = session(27).get;
+        const std::size_t got = record_of(get);
+        get.after[got] = get.before[got];
+        std::vector<made_call> alone{get};
+        const file recording{"left", recording_of(plain_header(keys), alone)};
+        replay player{recording.name, nothing_loose, false};
+        player.on_unknown_key = [](const auto &) { ADD_FAILURE() << "no key was returned"; };
+        EXPECT_EQ(refusal(player, alone[0]), "");
+        EXPECT_EQ(alone[0].before[got], get.before[got]);
+    }
+}
+
 TEST(replay, knows_a_key_of_zeros)
 {
     key_calls calls = session(24);

@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
 #include <pthread.h>
 #include <string>
 #include <sys/mman.h>
@@ -166,6 +167,11 @@ static void try_step(const char *step, const char *word)
         sigset_t pending;
         sigpending(&pending);
         std::printf("pending %d\n", sigismember(&pending, SIGXFSZ));
+    } else if (name == "reopen") {
+        for (int file = 3; file < 1024; ++file)
+            close(file);
+        for (int file = 3; file < 1024; ++file)
+            open(word, O_RDWR | O_CREAT | O_APPEND, S_IRUSR | S_IWUSR);
     } else if (name == "file") {
         std::printf("file %d\n", dup(0));
     } else {
