@@ -295,7 +295,6 @@ void end(unsigned int number, const call_word *words, std::uint32_t status, std:
     if (now != phase::on || mine == nullptr || mine->serial != serial)
         return;
     mine->mark = nullptr;
-    here->memory.forget_foreign();
     try {
         const std::string &line = mine->line.finish(
             call_rows[number], words,
