@@ -22,7 +22,8 @@ proc measured {row target} {
             set found [scale::handle_memory $target]
             return [expr {double([dict get $found bytes]) / [dict get $found object]}]
         }
-        recorded_call { return [recorded::cost $target] }
+        recorded_call { return [recorded::cost $target recorded] }
+        replayed_call { return [recorded::cost $target replayed] }
         code_per_command { return [dict get [sizes::functions $target] per_command] }
         shell_file   { return [sizes::file_size $target [counter::shell $target]] }
         package_file { return [sizes::file_size $target [counter::package_library $target]] }

@@ -1,5 +1,6 @@
-# What it costs that calls are recorded: instructions of a qx_flow_add with a filled record, with
-# the recorder over without it. What the kernel does for it is not counted. Relies on counter.tcl.
+# What it costs that calls are recorded and replayed: instructions of a qx_flow_add with a filled
+# record, with the recorder, or the player in place of the library, over neither. What the kernel does
+# for it is not counted. Relies on counter.tcl.
 
 namespace eval recorded {
     # Numbers of calls; what is done once cancels out.
@@ -13,29 +14,49 @@ namespace eval recorded {
     }
 }
 
-# The words before the shell, with the recorder in front of the library that does nothing. The
-# emulator would load it itself if it were in its environment.
-proc recorded::launcher {target words} {
+# The words before the shell, with the recorder in front of the library that does nothing, writing
+# to a file. The emulator would load it itself if it were in its environment.
+proc recorded::recorder {target words file} {
     set preload LD_PRELOAD=[file join [counter::folder $target] lib libqx-record.so]
-    set words [linsert $words 2 QX_RECORD=/dev/null QX_RECORD_FORCE=1]
+    set words [linsert $words 2 QX_RECORD=$file QX_RECORD_FORCE=1]
     set emulator [lsearch -exact $words qemu-arm]
     if {$emulator < 0} { return [linsert $words 2 $preload] }
     return [linsert $words [expr {$emulator + 1}] -E $preload]
 }
 
-# Instructions of a run with this many calls.
-proc recorded::run {target recording calls} {
+# The same with the player in place of the library.
+proc recorded::player {target words file} {
+    set library [file join [counter::folder $target] lib replay]
+    linsert $words 2 QX_REPLAY=$file LD_LIBRARY_PATH=$library
+}
+
+proc recorded::shell {target words calls} {
+    set script [file join $counter::scratch recorded.$target.tcl]
+    exec {*}$words [counter::shell $target] $script $calls >/dev/null
+}
+
+# Instructions of a run with this many calls: `plain`, `recorded` or `replayed`.
+proc recorded::run {target how calls} {
     set file [file join $counter::scratch recorded.$target]
-    set words [counter::counting_launcher $target $file 1]
-    if {$recording} { set words [launcher $target $words] }
-    exec {*}$words [counter::shell $target] $file.tcl $calls >/dev/null
+    set recording $file.$calls
+    set words [counter::counting_launcher $target $file 1 \
+        [expr {$how eq "replayed" ? "none" : "idle"}]]
+    switch -- $how {
+        recorded { set words [recorder $target $words /dev/null] }
+        replayed {
+            shell $target [recorder $target [counter::launcher $target] $recording] $calls
+            set words [player $target $words $recording]
+        }
+    }
+    shell $target $words $calls
     set channel [open $file]
     regexp -line {^(?:totals:|total) (\d+)$} [read $channel] -> count
     close $channel
     return $count
 }
 
-proc recorded::cost {target} {
+# The cost of a call, `recorded` or `replayed`.
+proc recorded::cost {target how} {
     variable passes
     variable script
     file mkdir $counter::scratch
@@ -43,9 +64,9 @@ proc recorded::cost {target} {
     puts $channel $script
     close $channel
     lassign $passes few many
-    foreach recording {0 1} {
-        set each($recording) [expr {double([run $target $recording $many] -
-            [run $target $recording $few]) / ($many - $few)}]
+    foreach kind [list plain $how] {
+        set each($kind) [expr {double([run $target $kind $many] - [run $target $kind $few]) /
+            ($many - $few)}]
     }
-    return [expr {$each(1) - $each(0)}]
+    return [expr {$each($how) - $each(plain)}]
 }

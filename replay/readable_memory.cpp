@@ -62,14 +62,14 @@ bool readable_memory::copy(void *to, const void *from, std::size_t size)
     bool again = false;
     for (std::size_t done = 0; done < size;) {
         const ssize_t count = write(ends_[1], start + done, std::min(page, size - done));
-        if (count > 0 && take_back(into + done, static_cast<std::size_t>(count)))
+        if (count > 0 && take_back(into + done, static_cast<std::size_t>(count))) {
             done += static_cast<std::size_t>(count);
-        else if (count < 0 && errno == EFAULT)
+            continue;
+        }
+        // Otherwise the program has closed the pipe.
+        if ((count < 0 && errno == EFAULT) || again || !open())
             return false;
-        else if (again || !open()) // the program has closed it
-            return false;
-        else
-            again = true;
+        again = true;
     }
     return true;
 }
