@@ -1,6 +1,6 @@
 # What it costs that calls are recorded and replayed: instructions of a qx_flow_add with a filled
-# record, with the recorder, or the player in place of the library, over neither. What the kernel does
-# for it is not counted. Relies on counter.tcl.
+# record, with the recorder, or the player in place of the library, over neither. What the kernel
+# does for it is not counted. Relies on counter.tcl.
 
 namespace eval recorded {
     # Numbers of calls; what is done once cancels out.
