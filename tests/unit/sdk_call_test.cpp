@@ -162,6 +162,8 @@ TEST_F(sdk_calls, calls_that_nobody_watches_are_not_prepared)
     stdout_now.c_stdout_is_direct = true;
     for (int i = 0; i < 100; ++i)
         result_of(0);
+    if (!stdout_now.c_stdout_is_direct)
+        GTEST_SKIP() << "C's stdout is buffered here, and flushed after each call";
     EXPECT_NE(stdout_now.tcl_stdout, nullptr);
     EXPECT_GT(history.next_inspection, history.count);
     watching->watch(&watcher);
