@@ -4,12 +4,11 @@
 # Paths and times.
 without_transcript
 
-# Words NAME=VALUE that put the recorder in front of the simulator, behind a sanitizer's library.
+# Words NAME=VALUE that put the recorder in front of the simulator.
 proc recording_to {file args} {
-    set lib [file join $::env(QXSH_BUILD) lib]
-    set first [regsub {^LD_PRELOAD=(.+)} $::env(QXSH_TCLSH_PRELOAD) {\1:}]
     file delete $file
-    return [concat [list LD_PRELOAD=$first[file join $lib libqx-record.so] QX_RECORD=$file] $args]
+    return [concat [preloading [file join $::env(QXSH_BUILD) lib libqx-record.so]] \
+        [list QX_RECORD=$file] $args]
 }
 
 # The name of a recording of what a script does that has package qx.

@@ -116,6 +116,17 @@ proc launcher {{environment {}}} {
         $::harness::environment $environment]
 }
 
+# The words NAME=VALUE that load a library of the build before all others. A sanitizer's own library
+# is to be the first one, unless told otherwise; it is linked into the programs of some builds.
+proc preloading {library} {
+    set words [list LD_PRELOAD=$library]
+    if {[testConstraint sanitized]} {
+        set given [expr {[info exists ::env(ASAN_OPTIONS)] ? ":$::env(ASAN_OPTIONS)" : {}}]
+        lappend words ASAN_OPTIONS=verify_asan_link_order=0$given
+    }
+    return $words
+}
+
 # Runs a script file's text in the shell; -> dict: out (stdout and stderr as they came), status.
 proc shell {script args} { shell_with {} $script {*}$args }
 

@@ -7,9 +7,12 @@ source [file join $here .. .. script shell.tcl]
 # Paths, times and what an emulator says.
 without_transcript
 
-# The words of an environment with the recorder: FILE, and further NAME=VALUE words. A sanitizer's
-# library has to be the first.
+# The words of an environment with the recorder: FILE, and further NAME=VALUE words.
 proc recorder {file args} {
+    return [concat [preloading $::env(QXSH_RECORDER)] [list QX_RECORD=$file] $args]
+}
+# The same for a program that is not of this build: it has no sanitizer, whose library comes first.
+proc recorder_elsewhere {file args} {
     set first [regsub {^LD_PRELOAD=(.+)} $::env(QXSH_TCLSH_PRELOAD) {\1:}]
     return [concat [list LD_PRELOAD=$first$::env(QXSH_RECORDER) QX_RECORD=$file] $args]
 }
