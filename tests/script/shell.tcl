@@ -57,6 +57,9 @@ testConstraint unsanitized [expr {$env(QXSH_SANITIZED) ne "ON"}]
 # What runs under an emulator of another processor.
 testConstraint emulated [regexp {\m(?:armhf|board)\M} $env(QXSH_LAUNCHER)]
 
+testConstraint fast [expr {[testConstraint unsanitized] && ![testConstraint emulated]}]
+testConstraint long [expr {[info exists env(QXSH_TEST_LONG)] && $env(QXSH_TEST_LONG) eq "1"}]
+
 # Makes the constraint checked_free, for tests that release a block twice, or something else.
 proc need_checked_free {} {
     constraint checked_free {!$::env(QXSH_UCLIBC)} "uClibc does not notice a wrong release"
