@@ -52,7 +52,7 @@ public:
         return name(its_name).number(value);
     }
 
-    const std::string &text() const noexcept { return text_; }
+    const std::string &text() const { return text_; }
     /// The value as a line, with a newline at its end; clear() must follow.
     const std::string &line() { return text_ += '\n'; }
     /// Begins another value, in the memory of the last one.

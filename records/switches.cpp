@@ -9,7 +9,7 @@
 
 namespace qxsh {
 
-const char *environment_value(const char *name) noexcept
+const char *environment_value(const char *name)
 {
     if (getuid() != geteuid() || getgid() != getegid())
         return nullptr;
@@ -17,7 +17,7 @@ const char *environment_value(const char *name) noexcept
     return value != nullptr && *value != '\0' ? value : nullptr;
 }
 
-std::optional<bool> switch_word(std::string_view word) noexcept
+std::optional<bool> switch_word(std::string_view word)
 {
     static constexpr std::string_view on[] = {"1", "on", "yes", "true"};
     static constexpr std::string_view off[] = {"0", "off", "no", "false"};
@@ -28,7 +28,7 @@ std::optional<bool> switch_word(std::string_view word) noexcept
     return {};
 }
 
-bool switched_on(const char *name) noexcept
+bool switched_on(const char *name)
 {
     const char *const value = environment_value(name);
     if (value == nullptr)

@@ -123,7 +123,7 @@ double line_source::done() const
 void line_source::restart()
 {
     if (lseek(file_, 0, SEEK_SET) != 0)
-        fail("it cannot be read twice: it is no regular file");
+        fail("it cannot be read twice: it is not a regular file");
 #ifdef QXSH_ZLIB
     if (gzip_) {
         gzip_->stream.avail_in = 0;

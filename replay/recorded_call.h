@@ -29,7 +29,7 @@ struct recorded_memory
 
 struct recorded_argument
 {
-    std::uint32_t value = 0;  ///< of an argument that is no pointer
+    std::uint32_t value = 0;  ///< of an argument that is not a pointer
     bool null = false;        ///< a null pointer; no memory then
     recorded_memory before{}; ///< of a pointer
     recorded_memory after{};

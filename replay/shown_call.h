@@ -41,7 +41,7 @@ std::string shown_record(const record_row &record, const unsigned char *bytes,
 std::string shown_memory(const argument_row &argument, const recorded_memory &memory,
                          const shown_names &names, const shown_style &style = plain_style);
 
-/// An argument that is no pointer.
+/// An argument that is not a pointer.
 std::string shown_value(const argument_row &argument, std::uint32_t value, const shown_names &names,
                         const shown_style &style = plain_style);
 

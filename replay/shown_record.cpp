@@ -115,7 +115,7 @@ const std::string *record_text::hidden_at(unsigned at, unsigned size) const
 }
 
 // Whether a field is shown as the style says, because it has bytes of a key that are not zero or
-// not told. Zeros are no secret.
+// not told. Zeros are not secret.
 bool record_text::secret(const field_row &field, unsigned at, std::string &text) const
 {
     const unsigned size = elements_of(field) * field.size;

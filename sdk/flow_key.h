@@ -1,5 +1,5 @@
 // The key of a flow and its slot in the flow table, by the formula in docs/simulator.md. Package qx
-// has the same functions.
+// is compiled with it.
 #pragma once
 
 #include "qx_sdk.h"

@@ -1,17 +1,18 @@
 // Applying lists of calls; see call_list.h. An entry is an object: the function in `call`, its
-// words as for qx::call in `args`, the statuses that are no failure in `allow`, and in `save` a
+// words as for qx::call in `args`, the statuses that are not failures in `allow`, and in `save` a
 // name for the result, which later entries write "$name" or "$name.path".
 #include "library/qx/call_list.h"
 
 #include "library/qx/held_object.h"
 #include "library/qx/json_reader.h"
+#include "library/qx/shown_progress.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <initializer_list>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,35 +22,22 @@ namespace {
 
 bool is_name(std::string_view text)
 {
-    const auto is_letter = [](char c) {
-        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
-    };
-    if (text.empty() || !is_letter(text[0]))
-        return false;
-    for (const char c : text)
-        if (!is_letter(c) && (c < '0' || c > '9'))
-            return false;
-    return true;
+    constexpr std::string_view characters = "0123456789_abcdefghijklmnopqrstuvwxyz"
+                                            "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+    return text.find_first_not_of(characters) == text.npos && !text.empty() && text[0] > '9';
 }
 
 class call_list
 {
 public:
     call_list(record_session &session, sdk_caller &caller, Tcl_Obj *file)
-        : session_(session), caller_(caller), file_(file), saved_(Tcl_NewDictObj())
-    {
-        Tcl_IncrRefCount(saved_);
-    }
+        : session_(session), caller_(caller), file_(file)
+    {}
     ~call_list()
     {
-        if (shows_progress_)
-            show_progress({"::qx::progress::end"});
-        Tcl_DecrRefCount(saved_);
         if (calls_ != nullptr)
             Tcl_DecrRefCount(calls_);
     }
-    call_list(const call_list &) = delete;
-    call_list &operator=(const call_list &) = delete;
 
     bool run() { return read() && check() && perform(); }
 
@@ -57,7 +45,7 @@ private:
     struct entry
     {
         Tcl_Obj *call = nullptr;
-        Tcl_Obj *args = nullptr;
+        Tcl_Obj *args = nullptr; // none: no words
         Tcl_Obj *allow = nullptr;
         Tcl_Obj *save = nullptr;
     };
@@ -67,9 +55,9 @@ private:
     bool check();
     bool take(Tcl_Obj *object, entry &taken);
     bool check_args(const entry &call);
+    template <class Use> bool with_args(const entry &call, Use use);
     bool perform();
     bool perform(const entry &call);
-    void show_progress(std::initializer_list<const char *> words);
     Tcl_Obj *filled(Tcl_Obj *value);
     Tcl_Obj *saved(const char *text);
     Tcl_Obj *saved_later(const char *text);
@@ -84,11 +72,10 @@ private:
     record_session &session_;
     sdk_caller &caller_;
     Tcl_Obj *const file_;
-    Tcl_Obj *const saved_;                                // a dict: name -> result
+    const held_object saved_{Tcl_NewDictObj()};           // name -> result
     const held_object unknown_{Tcl_NewStringObj("$", 1)}; // before the first call: what is saved
     bool drafting_ = true;                                // no call is made yet
     Tcl_Obj *calls_ = nullptr;
-    bool shows_progress_ = false;
     std::vector<entry> entries_;
     std::size_t number_ = 0; // of the call, from 1; 0: the whole file
 };
@@ -137,8 +124,8 @@ bool call_list::read()
         return false;
     int length;
     const char *const text = Tcl_GetStringFromObj(bytes.get(), &length);
-    calls_ = read_json_text(interp(), Tcl_GetString(file_) + std::string{":"},
-                            {text, static_cast<unsigned>(length)});
+    calls_ = read_json(interp(), Tcl_GetString(file_) + std::string{":"},
+                       {text, static_cast<unsigned>(length)});
     return calls_ != nullptr;
 }
 
@@ -207,20 +194,28 @@ bool call_list::check()
     return true;
 }
 
-// The words of a call, as far as they are known before any call is made.
-bool call_list::check_args(const entry &call)
+// Lets `use` have a call's words, with saved results in place of their names.
+template <class Use> bool call_list::with_args(const entry &call, Use use)
 {
     int count = 0;
     Tcl_Obj **words = nullptr;
-    Tcl_Obj *const args = call.args != nullptr ? filled(call.args) : nullptr;
-    if (call.args != nullptr && args == nullptr)
+    if (call.args == nullptr)
+        return use(count, words);
+    Tcl_Obj *const args = filled(call.args);
+    if (args == nullptr)
         return false;
-    if (args != nullptr)
-        Tcl_ListObjGetElements(nullptr, args, &count, &words);
-    const bool good = caller_.check(call.call, count, words) || refuse_call();
-    if (args != nullptr)
-        Tcl_DecrRefCount(args);
+    Tcl_ListObjGetElements(nullptr, args, &count, &words);
+    const bool good = use(count, words);
+    Tcl_DecrRefCount(args);
     return good;
+}
+
+// The words of a call, as far as they are known before any call is made.
+bool call_list::check_args(const entry &call)
+{
+    return with_args(call, [&](int count, Tcl_Obj *const *words) {
+        return caller_.check(call.call, count, words) || refuse_call();
+    });
 }
 
 // Whether an earlier call should have saved this name; its failure was allowed.
@@ -243,7 +238,7 @@ Tcl_Obj *call_list::saved(const char *text)
         return nullptr;
     };
     std::string_view rest = text + 1;
-    Tcl_Obj *value = saved_;
+    Tcl_Obj *value = saved_.get();
     for (bool is_first = true;; is_first = false) {
         const auto length = rest.find_first_of(".(");
         const std::string_view name = rest.substr(0, length);
@@ -357,76 +352,40 @@ Tcl_Obj *call_list::filled(Tcl_Obj *value)
 
 bool call_list::perform(const entry &call)
 {
-    int count = 0;
-    Tcl_Obj **arguments = nullptr;
-    Tcl_Obj *const args = call.args != nullptr ? filled(call.args) : nullptr;
-    if (call.args != nullptr && args == nullptr)
-        return false;
-    if (args != nullptr)
-        Tcl_ListObjGetElements(nullptr, args, &count, &arguments);
-    std::uint32_t status = 0;
-    const bool good =
-        caller_.call(call.call, call.allow, count, arguments, status) == TCL_OK || refuse_call();
-    if (good && call.save != nullptr && status == 0)
-        Tcl_DictObjPut(nullptr, saved_, call.save, Tcl_GetObjResult(interp()));
-    if (args != nullptr)
-        Tcl_DecrRefCount(args);
-    return good;
-}
-
-// Runs a command of qx::progress, and keeps the result or error that is there.
-void call_list::show_progress(std::initializer_list<const char *> words)
-{
-    Tcl_InterpState const state = Tcl_SaveInterpState(interp(), TCL_OK);
-    Tcl_Obj *const command = Tcl_NewListObj(0, nullptr);
-    Tcl_IncrRefCount(command);
-    for (const char *const word : words)
-        Tcl_ListObjAppendElement(nullptr, command, Tcl_NewStringObj(word, -1));
-    Tcl_EvalObjEx(interp(), command, TCL_EVAL_GLOBAL | TCL_EVAL_DIRECT);
-    Tcl_DecrRefCount(command);
-    Tcl_RestoreInterpState(interp(), state);
+    return with_args(call, [&](int count, Tcl_Obj *const *words) {
+        std::uint32_t status = 0;
+        if (caller_.call(call.call, call.allow, count, words, status) != TCL_OK)
+            return refuse_call();
+        if (call.save != nullptr && status == 0)
+            Tcl_DictObjPut(nullptr, saved_.get(), call.save, Tcl_GetObjResult(interp()));
+        return true;
+    });
 }
 
 bool call_list::perform()
 {
     constexpr int calls_per_step = 256;
+    std::optional<shown_progress> progress;
     bool has_saved = false;
     number_ = 0;
     if (entries_.size() > calls_per_step) {
         const std::string what = std::string{"applying "} + Tcl_GetString(file_);
-        const std::string size = std::to_string(entries_.size()) + " calls";
-        show_progress({"::qx::progress::begin", what.c_str(), size.c_str()});
-        shows_progress_ = true;
+        progress.emplace(interp(), what, std::to_string(entries_.size()) + " calls");
     }
     for (const entry &call : entries_) {
-        if (++number_ % calls_per_step == 0)
-            show_progress({"::qx::progress::at", std::to_string(number_).c_str()});
+        if (++number_ % calls_per_step == 0 && progress)
+            progress->at(number_);
         has_saved = has_saved || call.save != nullptr;
         if (!perform(call))
             return false;
     }
     Tcl_SetObjResult(interp(), has_saved
-                                   ? saved_
+                                   ? saved_.get()
                                    : Tcl_NewWideIntObj(static_cast<Tcl_WideInt>(entries_.size())));
     return true;
 }
 
 } // namespace
-
-Tcl_Obj *read_json_text(Tcl_Interp *interp, const std::string &source, std::string_view text)
-{
-    json_mistake mistake;
-    Tcl_Obj *const value = read_json(text, mistake);
-    if (value != nullptr)
-        return value;
-    const std::string line = std::to_string(mistake.line);
-    const std::string column = std::to_string(mistake.column);
-    Tcl_ResetResult(interp);
-    Tcl_SetErrorCode(interp, "QX", "JSON", line.c_str(), column.c_str(), nullptr);
-    Tcl_AppendResult(interp, source.c_str(), line.c_str(), ":", column.c_str(), ": ",
-                     mistake.what.c_str(), nullptr);
-    return nullptr;
-}
 
 int apply_calls(record_session &session, sdk_caller &caller, int objc, Tcl_Obj *const objv[])
 {

@@ -91,10 +91,10 @@ namespace eval qx::commands {
             {qx::json handle ?-view views? ?-raw? ?-words?} {return a record as JSON} {}
             {qx::apply file} {make the SDK calls that a JSON file lists} {
                 The file is a list of objects: the function in call, its words as for qx::call in
-                args, statuses that are no failure in allow, a name for the result in save; later
-                calls write "$name" or "$name.path". All words that do not depend on results are
-                checked before the first call. The first failure ends it. The result is the number
-                of calls, or a dict of what was saved.
+                args, in allow the statuses that are not failures, in save a name for the result;
+                later calls write "$name" or "$name.path". All words that do not depend on results
+                are checked before the first call. The first failure ends it. The result is the
+                number of calls, or a dict of what was saved.
             }
         }
         statuses {Statuses and mistakes} {

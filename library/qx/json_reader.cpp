@@ -11,10 +11,18 @@ namespace qxsh {
 
 namespace {
 
+// Where a text is wrong, and what is. The text around the place may be a key and is not shown.
+struct json_mistake
+{
+    int line = 0;   // from 1
+    int column = 0; // from 1, in characters
+    std::string what;
+};
+
 using json = nlohmann::json;
 
 constexpr int most_depth = 32; // records nest six deep
-constexpr const char *no_integer = "the number is no integer, or too large";
+constexpr const char *no_integer = "the number is not an integer, or too large";
 
 // Notes how far the parser has read, which its events do not say.
 class cursor
@@ -259,9 +267,19 @@ Tcl_Obj *value_builder::build()
 
 } // namespace
 
-Tcl_Obj *read_json(std::string_view text, json_mistake &mistake)
+Tcl_Obj *read_json(Tcl_Interp *interp, const std::string &source, std::string_view text)
 {
-    return value_builder{text, mistake}.build();
+    json_mistake mistake;
+    Tcl_Obj *const value = value_builder{text, mistake}.build();
+    if (value != nullptr)
+        return value;
+    const std::string line = std::to_string(mistake.line);
+    const std::string column = std::to_string(mistake.column);
+    Tcl_ResetResult(interp);
+    Tcl_SetErrorCode(interp, "QX", "JSON", line.c_str(), column.c_str(), nullptr);
+    Tcl_AppendResult(interp, source.c_str(), line.c_str(), ":", column.c_str(), ": ",
+                     mistake.what.c_str(), nullptr);
+    return nullptr;
 }
 
 } // namespace qxsh

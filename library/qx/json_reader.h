@@ -8,19 +8,11 @@
 
 namespace qxsh {
 
-/// Where a JSON text is wrong, and what is. The text around the place may be a key and is not
-/// shown.
-struct json_mistake
-{
-    int line = 0;   ///< from 1
-    int column = 0; ///< from 1, in characters
-    std::string what;
-};
-
 /// Reads a whole text. Numbers must be integers of at most 64 bits; true, false and null are
 /// mistakes, and so are a name given twice, bad UTF-8, text behind the value and too much nesting.
 /// Returns an object whose dicts and lists have those types, with a reference that the caller
-/// releases, or null.
-Tcl_Obj *read_json(std::string_view text, json_mistake &mistake);
+/// releases. For a mistake it returns null and sets an error, code {QX JSON <line> <column>}, whose
+/// message is `source`, the place and what is wrong, without any of the text, which may have keys.
+Tcl_Obj *read_json(Tcl_Interp *interp, const std::string &source, std::string_view text);
 
 } // namespace qxsh

@@ -65,7 +65,7 @@ proc qx::lint::json::element {depth} {
     if {[take {true|false}]} { fail "true and false are written 1 and 0" }
     if {[take null]} { fail "null is neither a number, a text, a list nor an object" }
     if {[take {-?(?:0|[1-9]\d*)(?:\.\d+)?(?:[eE][-+]?\d+)}] ||
-        [take {-?(?:0|[1-9]\d*)\.\d+}]} { fail "the number is no integer, or too large" }
+        [take {-?(?:0|[1-9]\d*)\.\d+}]} { fail "the number is not an integer, or too large" }
     if {![take {(-?(?:0|[1-9]\d*))} value]} { fail "not JSON" }
     return [constant $value]
 }

@@ -6,13 +6,13 @@
 //   qx::json HANDLE ?OPTION ...?                  qx::diff HANDLE HANDLE ?OPTION ...?
 //   qx::profile::parse NAME BYTES   qx::profile::changed   another profile is in use
 //   qx::record::... qx::trace::...               see observed_calls.h
-//   qx::sim::flow_key FLOW        qx::sim::flow_slots FLOW
-//   qx::sim::make_folder PREFIX   makes a new folder, its owner's alone, and returns its name
+//   qx::sim::...                  see sim_commands.h
 //
 // Relies on the package's scripts for words that only look like handles, and for nearest names.
 #include "library/qx/call_list.h"
 #include "library/qx/checked_command.h"
 #include "library/qx/held_object.h"
+#include "library/qx/json_reader.h"
 #include "library/qx/judged_calls.h"
 #include "library/qx/observed_calls.h"
 #include "library/qx/profile_file.h"
@@ -22,9 +22,8 @@
 #include "library/qx/record_session.h"
 #include "library/qx/record_writer.h"
 #include "library/qx/sdk_caller.h"
-#include "sdk/flow_key.h"
+#include "library/qx/sim_commands.h"
 
-#include <cstdlib>
 #include <cstring>
 #include <new>
 
@@ -237,9 +236,9 @@ bool write_values(package_data &data, const record_row &row, int count, Tcl_Obj 
         return write_places(data, row, count, words, bytes);
     int length;
     const char *const text = Tcl_GetStringFromObj(words[1], &length);
-    Tcl_Obj *const values = count == 2 ? read_json_text(data.session.interp(), "",
-                                                        {text, static_cast<unsigned>(length)})
-                                       : nullptr;
+    Tcl_Obj *const values =
+        count == 2 ? read_json(data.session.interp(), "", {text, static_cast<unsigned>(length)})
+                   : nullptr;
     if (count != 2)
         refuse_usage(data.session.interp(),
                      Tcl_NewStringObj("usage: qx::set handle -json text", -1));
@@ -280,89 +279,6 @@ int apply_command(ClientData client, Tcl_Interp *, int objc, Tcl_Obj *const objv
 int call_command(ClientData client, Tcl_Interp *, int objc, Tcl_Obj *const objv[])
 {
     return data_of(client).caller.run(objc, objv);
-}
-
-// The key of the flow that is a command's only word.
-bool take_flow_key(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[],
-                   qxsim::flow_key &key)
-{
-    found_record found;
-    if (objc != 2) {
-        Tcl_WrongNumArgs(interp, 1, objv, "flow");
-        return false;
-    }
-    record_session &session = data_of(client).session;
-    if (!session.codes().open() || !session.find(objv[1], found))
-        return false;
-    if (found.row != record_rows + record_qx_flow_t) {
-        Tcl_SetErrorCode(interp, "QX", "HANDLE", Tcl_GetString(objv[1]), nullptr);
-        Tcl_AppendResult(interp, Tcl_GetString(objv[1]), " is not a handle of a flow", nullptr);
-        return false;
-    }
-    qx_flow_t flow;
-    std::memcpy(&flow, found.memory, sizeof flow);
-    key = qxsim::flow_key_of(flow.ingress_pkt, session.codes().families().ipv4);
-    return true;
-}
-
-template <class Numbers> void set_number_list(Tcl_Interp *interp, const Numbers &numbers)
-{
-    Tcl_Obj *const list = Tcl_NewListObj(0, nullptr);
-    for (const int number : numbers)
-        Tcl_ListObjAppendElement(nullptr, list, Tcl_NewIntObj(number));
-    Tcl_SetObjResult(interp, list);
-}
-
-int flow_key_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
-{
-    qxsim::flow_key key;
-    if (!take_flow_key(client, interp, objc, objv, key))
-        return TCL_ERROR;
-    set_number_list(interp, key);
-    return TCL_OK;
-}
-
-int flow_slots_command(ClientData client, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
-{
-    qxsim::flow_key key;
-    if (!take_flow_key(client, interp, objc, objv, key))
-        return TCL_ERROR;
-    const record_session &session = data_of(client).session;
-    std::uint32_t table = 0;
-    if (!session.run_script("::qx::catalogue::capacity", {Tcl_NewStringObj("flow_slots", -1)}) ||
-        session.take_number(Tcl_GetObjResult(interp), UINT32_MAX, table) !=
-            record_session::taken::number)
-        return TCL_ERROR;
-    const unsigned home = qxsim::flow_home(qxsim::flow_hash(key), table);
-    std::array<std::uint16_t, qxsim::flow_probe_count> slots;
-    for (unsigned step = 0; step < slots.size(); ++step)
-        slots[step] = qxsim::probed(home, step, table);
-    set_number_list(interp, slots);
-    return TCL_OK;
-}
-
-int make_folder_command(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
-{
-    if (objc != 2) {
-        Tcl_WrongNumArgs(interp, 1, objv, "prefix");
-        return TCL_ERROR;
-    }
-    Tcl_DString name;
-    Tcl_UtfToExternalDString(nullptr, Tcl_GetString(objv[1]), -1, &name);
-    Tcl_DStringAppend(&name, "XXXXXX", -1);
-    Tcl_ResetResult(interp);
-    const bool made = mkdtemp(Tcl_DStringValue(&name)) != nullptr;
-    const char *const reason = made ? "" : Tcl_PosixError(interp);
-    if (made) {
-        Tcl_DString text;
-        Tcl_ExternalToUtfDString(nullptr, Tcl_DStringValue(&name), -1, &text);
-        Tcl_DStringResult(interp, &text);
-    } else {
-        Tcl_AppendResult(interp, "cannot make a folder beside \"", Tcl_GetString(objv[1]),
-                         "\": ", reason, nullptr);
-    }
-    Tcl_DStringFree(&name);
-    return made ? TCL_OK : TCL_ERROR;
 }
 
 // Another profile is in use.
@@ -408,8 +324,6 @@ extern "C" __attribute__((visibility("default"))) int Qxmemory_Init(Tcl_Interp *
     create_observing_commands(interp);
     create<parse_profile_command>(interp, "::qx::profile::parse", data);
     create<profile_changed_command>(interp, "::qx::profile::changed", data);
-    create<flow_key_command>(interp, "::qx::sim::flow_key", data);
-    create<flow_slots_command>(interp, "::qx::sim::flow_slots", data);
-    create<make_folder_command>(interp, "::qx::sim::make_folder", data);
+    create_sim_commands(interp, data->session);
     return TCL_OK;
 }

@@ -25,7 +25,7 @@ public:
 
     /// The same as `run`, for a function that is known and words that come from data: of a record
     /// they are dicts, lists or addresses, and the only handle is NULL. `allow` lists statuses that
-    /// are no errors, or is null. `status` is what the function has returned.
+    /// are not errors, or is null. `status` is what the function has returned.
     int call(Tcl_Obj *function, Tcl_Obj *allow, int count, Tcl_Obj *const words[],
              std::uint32_t &status);
 

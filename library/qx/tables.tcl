@@ -325,7 +325,7 @@ proc qx::tables::rewritten {request call name value} {
     ::qx::with handle $type $value { return [::qx::get $handle {*}$options] }
 }
 
-# A status that is no answer of a walk is the error of qx::check.
+# A status that a walk does not expect is the error of qx::check.
 proc qx::tables::fail {call words status} {
     set shown [list $call]
     foreach argument [dict get [qx::catalogue::call $call] arguments] {

@@ -127,8 +127,8 @@ need_foreign() {
         skipped "this machine does not run $2 programs (see $log)"
 }
 
-# need_tcl85, need_board : what is made of Tcl 8.5's sources. Given ones that are no good are a
-# failure and nothing to be skipped.
+# need_tcl85, need_board : what is made of Tcl 8.5's sources. Sources that are given and
+# unusable are a failure, not a reason to skip.
 need_tcl85() {
     [[ -n ${QXSH_TCL85_SOURCE-} ]] || skipped "$no_tcl85_source" || return
     need_packages tcl85 || skipped "not installed: ${missing[*]}" || return
