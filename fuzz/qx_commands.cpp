@@ -9,6 +9,7 @@
 #include "fuzz/expect.h"
 #include "fuzz/handle_model.h"
 #include "fuzz/module.h"
+#include "fuzz/own_folder.h"
 #include "fuzz/tally.h"
 #include "fuzz/target.h"
 
@@ -457,19 +458,11 @@ void scene::play()
     qxsim::reset_devices();
 }
 
-void remove_folder()
-{
-    files::remove_all(folder);
-}
-
 } // namespace
 
 void prepare(const char *program)
 {
-    const char *const base = std::getenv("TMPDIR");
-    folder = std::string{base != nullptr ? base : "/tmp"} + "/qx_fuzz.XXXXXX";
-    expect(mkdtemp(folder.data()) != nullptr, "a folder can be made");
-    std::atexit(remove_folder);
+    folder = own_folder();
     for (const char *name : {"QX_SIM_FAULT", "QX_SIM_LATENCY", "QX_SIM_LOG", "QX_SIM_KEYS"})
         unsetenv(name);
     setenv("QXSH_STRICT_MEMORY", "1", 1);

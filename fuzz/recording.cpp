@@ -5,6 +5,7 @@
 // its line: two bytes for the place, one for what is done there, one for a character.
 #include "fuzz/bytes.h"
 #include "fuzz/expect.h"
+#include "fuzz/own_folder.h"
 #include "fuzz/target.h"
 
 #include "record_numbers.h"
@@ -14,8 +15,6 @@
 #include "replay/recording_reader.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 
 namespace fuzz {
@@ -27,9 +26,7 @@ using qxsh::recorded_call;
 using qxsh::recorded_keys;
 using qxsh::recorded_memory;
 
-namespace files = std::filesystem;
-
-std::string folder; // of this process
+std::string folder;
 const std::string salt = "sixteen of bytes";
 constexpr std::string_view key_text = "KEYKEY"; // texts in place of numbers
 
@@ -250,19 +247,11 @@ void read_call(bytes &input)
         check_again(read);
 }
 
-void remove_folder()
-{
-    files::remove_all(folder);
-}
-
 } // namespace
 
 void prepare(const char *)
 {
-    const char *const base = std::getenv("TMPDIR");
-    folder = std::string{base != nullptr ? base : "/tmp"} + "/qx_fuzz.XXXXXX";
-    expect(mkdtemp(folder.data()) != nullptr, "a folder can be made");
-    std::atexit(remove_folder);
+    folder = own_folder();
 }
 
 void execute(std::span<const std::uint8_t> data)

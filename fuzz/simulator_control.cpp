@@ -5,6 +5,7 @@
 #include "fuzz/call_scene.h"
 #include "fuzz/control_model.h"
 #include "fuzz/expect.h"
+#include "fuzz/own_folder.h"
 #include "fuzz/target.h"
 
 #include "control.h"
@@ -339,19 +340,11 @@ void controlled_scene::play()
         check_log();
 }
 
-void remove_folder()
-{
-    files::remove_all(folder);
-}
-
 } // namespace
 
 void prepare(const char *)
 {
-    const char *const base = std::getenv("TMPDIR");
-    folder = std::string{base != nullptr ? base : "/tmp"} + "/qx_fuzz.XXXXXX";
-    expect(mkdtemp(folder.data()) != nullptr, "a folder can be made");
-    std::atexit(remove_folder);
+    folder = own_folder();
     for (const char *name : {"QX_SIM_FAULT", "QX_SIM_LATENCY", "QX_SIM_LOG", "QX_SIM_KEYS"})
         unsetenv(name);
     setenv("QX_SIM_CONTROL", (folder + "/control").c_str(), 1);

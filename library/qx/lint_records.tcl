@@ -64,8 +64,8 @@ proc qx::lint::records::shown {value} {
     return [lindex $value 1]
 }
 
-# The elements of a value. Fails if it is not a list, or if nothing is known of it: the reason is then
-# empty.
+# The elements of a value. Fails if it is not a list, or if nothing is known of it: the reason is
+# then empty.
 proc qx::lint::records::elements {value} {
     lassign $value kind what line at
     if {$kind eq "list"} { return $what }
