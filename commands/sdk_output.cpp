@@ -62,12 +62,19 @@ static bool filtered(Tcl_Channel channel)
     return Tcl_GetStackedChannel(Tcl_GetTopChannel(channel)) != nullptr;
 }
 
+// A channel that does not block may keep some of its buffer for later, and calls that success.
+static bool emptied(Tcl_Channel channel)
+{
+    return Tcl_OutputBuffered(channel) == 0 ||
+           (Tcl_Flush(channel) == TCL_OK && open_stdout == channel &&
+            Tcl_OutputBuffered(channel) == 0);
+}
+
 // Flushes Tcl's buffer and writes past it. Returns the number of bytes written. A script may close
 // the channel while it takes a text.
 static std::size_t write_directly(Tcl_Channel channel, const char *bytes, std::size_t size)
 {
-    if (filtered(channel) || !line_ends_stay(channel) ||
-        (Tcl_OutputBuffered(channel) > 0 && Tcl_Flush(channel) != TCL_OK))
+    if (filtered(channel) || !line_ends_stay(channel) || !emptied(channel))
         return 0;
     std::size_t written = 0;
     while (written < size && open_stdout == channel) {

@@ -8,15 +8,18 @@
 #include "record_numbers.h"
 #include "records/values.h"
 
+#include <array>
 #include <bit>
 #include <cstring>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace qxsh {
 
 namespace {
+
+/// Texts are copied in pieces of this size, which the compiler knows. Nearly all are one piece.
+constexpr std::size_t piece_size = 32;
 
 /// One value of a dump, and the length of the text before it, which ends in "0x".
 struct dump_step
@@ -34,16 +37,21 @@ public:
     explicit dump_plan(const record_row &row)
     {
         add_record(row, 0);
-        text_ += gap_;
+        text_.append(piece_size, '\0');
     }
 
     const std::vector<dump_step> &steps() const { return steps_; }
-    /// The texts before the values, joined, and the end of the last line.
-    const std::string &text() const { return text_; }
-    /// The length of the longest possible dump in characters.
-    std::size_t longest() const { return text_.size() + longest_value * steps_.size(); }
+    /// The texts before the values, joined. The last one may be read to the end of its piece.
+    const char *text() const { return text_.data(); }
+    /// The end of the last line.
+    const std::string &last_end() const { return gap_; }
+    /// The length of the longest possible dump in characters, with its last piece.
+    std::size_t longest() const
+    {
+        return text_.size() + digits_of_value * steps_.size() + gap_.size();
+    }
 
-    static constexpr std::size_t longest_value = 8; // digits
+    static constexpr std::size_t digits_of_value = 8;
 
 private:
     void add_record(const record_row &row, std::size_t offset)
@@ -101,32 +109,45 @@ std::uint32_t compose(const unsigned char *bytes)
            static_cast<std::uint32_t>(bytes[2]) << 16 | static_cast<std::uint32_t>(bytes[3]) << 24;
 }
 
-// Writes four hexadecimal digits, the highest first, computed together: one in each byte.
-[[gnu::always_inline]] inline void put_four_digits(char *at, std::uint32_t value)
+// Copies a text that is not empty, and what follows it to the end of its piece. Returns the text's
+// end.
+char *put_text(char *at, const char *text, std::size_t length)
 {
-    constexpr std::uint32_t each = 0x01010101;
-    const std::uint32_t pairs = value >> 8 | (value & 0xff) << 16;
-    const std::uint32_t digits = (pairs >> 4 & 0x000f000f) | (pairs & 0x000f000f) << 8;
-    const std::uint32_t letters = (digits + 6 * each) >> 4 & each;
-    const std::uint32_t text = digits + '0' * each + ('a' - '0' - 10) * letters;
-    at[0] = static_cast<char>(text);
-    at[1] = static_cast<char>(text >> 8);
-    at[2] = static_cast<char>(text >> 16);
-    at[3] = static_cast<char>(text >> 24);
+    std::size_t done = 0;
+    do {
+        std::memcpy(at + done, text + done, piece_size);
+        done += piece_size;
+    } while (done < length);
+    return at + length;
 }
 
-// Completes "0x" to what "%#x" prints: adds the digits, or for zero steps back to the "0". Writes
-// up to three bytes past the end it returns.
-[[gnu::always_inline]] inline char *put_hex(char *at, std::uint32_t value)
+constexpr auto digits_of_bytes = [] {
+    std::array<std::array<char, 2>, 256> all{};
+    for (unsigned byte = 0; byte < 256; ++byte)
+        all[byte] = {"0123456789abcdef"[byte / 16], "0123456789abcdef"[byte % 16]};
+    return all;
+}();
+
+void put_byte(char *at, std::uint32_t byte)
+{
+    const auto [high, low] = digits_of_bytes[byte];
+    at[0] = high;
+    at[1] = low;
+}
+
+// Completes "0x" to what "%#x" prints: adds the digits, or for zero steps back to the "0". Always
+// writes eight characters; those behind the end that it returns do not count.
+char *put_hex(char *at, std::uint32_t value)
 {
     if (value == 0)
         return at - 1;
-    const unsigned digits = (static_cast<unsigned>(std::bit_width(value)) + 3) / 4;
-    value <<= 32 - 4 * digits;
-    put_four_digits(at, value >> 16);
-    if (digits > 4)
-        put_four_digits(at + 4, value & 0xffff);
-    return at + digits;
+    const int zeros = std::countl_zero(value) / 4;
+    value <<= 4 * zeros;
+    put_byte(at, value >> 24);
+    put_byte(at + 2, value >> 16 & 0xff);
+    put_byte(at + 4, value >> 8 & 0xff);
+    put_byte(at + 6, value & 0xff);
+    return at + 8 - zeros;
 }
 
 } // namespace
@@ -138,29 +159,26 @@ void dump_record(const void *record, int number)
         return;
     const auto &plan = plan_for(number);
     // Kept for the next dump, but nobody else's meanwhile: what takes the text may run a script
-    // that dumps another record. A value is always read as four bytes and written with at least
-    // four digits.
+    // that dumps another record. A value is always read as four bytes.
     static std::vector<char> kept;
     std::vector<char> memory;
     memory.swap(kept);
-    const std::size_t most = plan.longest() + 4;
+    const std::size_t most = plan.longest();
     if (memory.size() < most + size + 3)
         memory.resize(most + size + 3);
     char *const lines = memory.data();
     auto *const bytes = reinterpret_cast<unsigned char *>(lines + most);
     std::memcpy(bytes, record, size);
 
-    const char *text = plan.text().data();
+    const char *text = plan.text();
     char *at = lines;
-    for (const dump_step step : plan.steps()) {
-        std::memcpy(at, text, step.text_length);
+    for (const dump_step &step : plan.steps()) {
+        at = put_text(at, text, step.text_length);
         text += step.text_length;
-        at += step.text_length;
         at = put_hex(at, compose(bytes + step.offset) >> step.shift & step.mask);
     }
-    const auto rest = static_cast<std::size_t>(plan.text().data() + plan.text().size() - text);
-    std::memcpy(at, text, rest);
-    write_output({lines, static_cast<std::size_t>(at + rest - lines)});
+    at += plan.last_end().copy(at, plan.last_end().size());
+    write_output({lines, static_cast<std::size_t>(at - lines)});
     memory.swap(kept);
 }
 

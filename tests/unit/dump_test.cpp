@@ -14,7 +14,9 @@ namespace qxsh {
 const char table_names[] =
     "\0tag\0hue\0level\0view\0word\0lamp\0id\0mode\0group\0half\0serial\0kind\0"
     "whole\0bytes\0shorts\0words\0single\0secret\0secrets\0hidden\0now\0"
-    "palette\0program\0a\0n\0x";
+    "palette\0program\0a\0n\0x\0"
+    "twenty_seven_characters_own\0another_of_twenty_seven_too\0"
+    "a_name_of_more_than_two_pieces_of_a_dump_of_seventy_characters_or_more\0texts";
 
 static table_name named(const std::string &name)
 {
@@ -22,7 +24,7 @@ static table_name named(const std::string &name)
     return {static_cast<std::uint16_t>(all.find('\0' + name + '\0') + 1)};
 }
 
-enum { tag, view, lamp, twelve, number, many };
+enum { tag, view, lamp, twelve, number, many, texts };
 
 // clang-format off
 const field_row field_rows[] = {
@@ -53,6 +55,11 @@ const field_row field_rows[] = {
     {named("a"), 0, 1, 12, 0, 0, holding::number, true, -1},
     {named("n"), 0, 4, 0, 0, 0, holding::number, true, -1},
     {named("x"), 0, 1, 4000, 0, 0, holding::number, true, -1},
+
+    {named("twenty_seven_characters_own"), 0, 1, 0, 0, 0, holding::number, true, -1},
+    {named("another_of_twenty_seven_too"), 1, 1, 0, 0, 0, holding::number, true, -1},
+    {named("a_name_of_more_than_two_pieces_of_a_dump_of_seventy_characters_or_more"), 2, 1, 2, 0, 0,
+     holding::number, true, -1},
 };
 // clang-format on
 
@@ -60,6 +67,7 @@ const record_row record_rows[] = {
     {named("tag"), 3, 0, 2, false, 0, -1},     {named("view"), 4, 2, 2, true, 0, -1},
     {named("lamp"), 104, 4, 17, false, 0, -1}, {named("a"), 12, 21, 1, false, 0, -1},
     {named("n"), 4, 22, 1, false, 0, -1},      {named("x"), 4000, 23, 1, false, 0, -1},
+    {named("texts"), 4, 24, 3, false, 0, -1},
 };
 
 } // namespace qxsh
@@ -173,6 +181,17 @@ TEST(dumps, of_random_numbers_are_what_printf_prints)
         dump_record(record, number);
         ASSERT_EQ(output.take(), right);
     }
+}
+
+// Texts are copied in pieces of 32 bytes; before the values these have 32, 34 and 80.
+TEST(dumps, of_long_names)
+{
+    captured_output output;
+    const block record{byte_list{1, 0, 0x23, 0}};
+    std::string right;
+    append_model(right, record.at(0), record_rows[texts]);
+    dump_record(record, texts);
+    EXPECT_EQ(output.take(), right);
 }
 
 // Indices have as many digits as they need.
