@@ -3,7 +3,7 @@
 # measured here, as pairs of name and reason. Called by ./bench/run, which builds what is measured.
 
 set here [file dirname [file normalize [info script]]]
-foreach file {rows bounds counter scale sizes times machine ../library/qx/progress} {
+foreach file {rows bounds counter memory scale sizes times machine ../library/qx/progress} {
     source [file join $here $file.tcl]
 }
 package require json
@@ -96,6 +96,11 @@ proc bench::others {target} {
     set object [dict get $memory object]
     set bytes [dict get $memory bytes]
     lappend values [judge $target handle_memory $object $bytes [expr {double($bytes) / $object}]]
+    if {$target eq "pc"} {
+        foreach {kind size} [memory::beyond_tclsh] {
+            lappend values [judge pc ${kind}_memory - - $size]
+        }
+    }
     return $values
 }
 

@@ -1,9 +1,9 @@
 # tclsh gate.tcl TARGET...: measures the rows of bounds.tsv that have `gate`, prints each with its
 # bound and exits with status 1 if one is exceeded. Measures only instructions and sizes, which are
-# reproducible.
+# reproducible, and resident memory, whose bounds leave room for the difference between runs.
 
 set here [file dirname [file normalize [info script]]]
-foreach file {rows bounds counter recorded scale sizes tables ../library/qx/progress} {
+foreach file {rows bounds counter memory recorded scale sizes tables ../library/qx/progress} {
     source [file join $here $file.tcl]
 }
 
@@ -24,6 +24,8 @@ proc measured {row target} {
         }
         recorded_call { return [recorded::cost $target recorded] }
         replayed_call { return [recorded::cost $target replayed] }
+        private_memory { return [dict get [memory::beyond_tclsh] private] }
+        shared_memory { return [dict get [memory::beyond_tclsh] shared] }
         code_per_command { return [dict get [sizes::functions $target] per_command] }
         shell_file   { return [sizes::file_size $target [counter::shell $target]] }
         package_file { return [sizes::file_size $target [counter::package_library $target]] }

@@ -41,7 +41,7 @@ proc results::multiple {dictionary name floor} {
 proc results::shown {judged value} {
     if {$value eq "-"} { return - }
     switch -- [dict get $judged unit] {
-        instructions - bytes { return [grouped $value] }
+        instructions - bytes - kilobytes { return [grouped $value] }
         default { return [format %.3f $value] }
     }
 }
