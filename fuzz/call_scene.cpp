@@ -4,11 +4,9 @@
 #include "fuzz/expect.h"
 #include "numbers.h"
 #include "qx_status.h"
+#include "tests/simulator/documented_statuses.h"
 
 #include <cstring>
-#include <fstream>
-#include <set>
-#include <sstream>
 
 namespace fuzz {
 
@@ -59,31 +57,11 @@ std::string kind_of(const qxsh::argument_row &argument)
     return argument.count >= 0 ? kind + "[]" : kind;
 }
 
-using statuses = std::set<std::string>;
-
-std::map<std::string, statuses> read_documented()
-{
-    std::map<std::string, statuses> table;
-    std::ifstream page{QXSH_PROJECT "/docs/simulator.md"};
-    for (std::string line; std::getline(page, line);) {
-        if (!line.starts_with("| `qx_"))
-            continue;
-        const auto name_end = line.find('`', 3);
-        const auto cell = line.find('|', name_end) + 1;
-        std::istringstream words{line.substr(cell, line.find('|', cell) - cell)};
-        statuses &row = table[line.substr(3, name_end - 3)];
-        row = {"QX_OK", "QX_BAD_DEVICE", "QX_NULL_POINTER", "QX_SUSPENDED"};
-        for (std::string word; words >> word;)
-            row.insert(word);
-    }
-    return table;
-}
-
 } // namespace
 
 bool documented(const std::string &function, std::uint32_t status)
 {
-    static const auto table = read_documented();
+    static const auto table = read_documented_statuses(QXSH_PROJECT "/docs/simulator.md");
     const auto row = table.find(function);
     if (row == table.end())
         finding("docs/simulator.md has no row for " + function);

@@ -1,10 +1,10 @@
 // Random calls of all functions: statuses are documented ones, failing calls change nothing, memory
 // does not grow, and two runs with the same calls end in the same state.
 #include "random_calls.h"
+#include "tests/simulator/documented_statuses.h"
 
 #include <fstream>
 #include <map>
-#include <set>
 #include <sstream>
 
 #if defined(__SANITIZE_ADDRESS__)
@@ -29,8 +29,6 @@ namespace {
 class random_calls : public devices
 {};
 
-using statuses = std::set<std::string>;
-
 // Names and numbers of qx_status.h.
 std::map<unsigned, std::string> status_names()
 {
@@ -47,27 +45,6 @@ std::map<unsigned, std::string> status_names()
     return names;
 }
 
-// The table of docs/simulator.md: what each function may answer.
-std::map<std::string, statuses> documented()
-{
-    std::map<std::string, statuses> table;
-    std::ifstream page{QXSH_SIMULATOR_PAGE};
-    for (std::string line; std::getline(page, line);) {
-        if (line.rfind("| `qx_", 0) != 0)
-            continue;
-        const auto name_end = line.find('`', 3);
-        if (line.find('.') < name_end)
-            continue; // a value of an argument
-        const auto cell = line.find('|', name_end) + 1;
-        std::istringstream words{line.substr(cell, line.find('|', cell) - cell)};
-        statuses &row = table[line.substr(3, name_end - 3)];
-        row = {"QX_OK", "QX_BAD_DEVICE", "QX_NULL_POINTER", "QX_SUSPENDED"};
-        for (std::string word; words >> word;)
-            row.insert(word);
-    }
-    return table;
-}
-
 constexpr unsigned short_run = 100'000;
 constexpr unsigned long_run = 1'000'000;
 constexpr unsigned life = 2000;
@@ -82,7 +59,7 @@ unsigned rounds()
 TEST_F(random_calls, answer_what_is_documented_and_fail_without_a_trace)
 {
     const auto names = status_names();
-    const auto table = documented();
+    const auto table = read_documented_statuses(QXSH_SIMULATOR_PAGE);
     ASSERT_GE(names.size(), 50U);
     ASSERT_EQ(table.size(), 83U);
     std::map<std::string, std::map<std::string, unsigned>> seen;
