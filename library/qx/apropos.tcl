@@ -9,8 +9,10 @@ proc qx::apropos::find {word args} {
     set words [concat [list $word] $args]
     set whole {}
     set partly {}
+    set lower {}
+    foreach word $words { lappend lower [string tolower $word] }
     foreach row [rows] {
-        switch -- [fits $words $row] {
+        switch -- [fits $lower $row] {
             2 { lappend whole $row }
             1 { lappend partly $row }
         }
@@ -22,12 +24,12 @@ proc qx::apropos::find {word args} {
     return "nothing has [join $quoted { and }] in its name or description"
 }
 
-# 2 if a row has all words as whole ones, 1 if it has them, 0 if not. Case does not count.
+# 2 if a row has all words as whole ones, 1 if it has them, 0 if not. Case does not count: words are
+# in lower case.
 proc qx::apropos::fits {words row} {
     set text " [string tolower $row] "
     set degree 2
     foreach word $words {
-        set word [string tolower $word]
         if {[string first $word $text] < 0} { return 0 }
         set literal [regsub -all {\W} $word {\\&}]
         if {![regexp "\[^a-z0-9\]${literal}\[^a-z0-9\]" $text]} { set degree 1 }
