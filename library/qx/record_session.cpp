@@ -97,9 +97,6 @@ bool record_session::ask_module(Tcl_Obj *handle, found_record &found)
         return false;
     const bool recognised = plain != nullptr && recognise(plain, found);
     Tcl_ResetResult(interp_);
-    if (recognised && access_ == nullptr)
-        access_ = static_cast<const memory_access *>(
-            Tcl_GetAssocData(interp_, memory_access_name, nullptr));
     if (recognised && access_ != nullptr)
         return true;
     Tcl_SetErrorCode(interp_, "QX", "HANDLE", Tcl_GetString(handle), nullptr);
@@ -140,6 +137,10 @@ bool record_session::refuse_missing(Tcl_Obj *handle)
 
 bool record_session::find(Tcl_Obj *handle, found_record &found)
 {
+    // Looked up here, so that the first record of a process is refused as all others are.
+    if (access_ == nullptr)
+        access_ = static_cast<const memory_access *>(
+            Tcl_GetAssocData(interp_, memory_access_name, nullptr));
     const bool at_once = access_ != nullptr && recognise(handle, found);
     if (!at_once && !ask_module(handle, found))
         return false;
