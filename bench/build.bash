@@ -16,16 +16,23 @@ build_target() {
     return $status
 }
 
+# build_tools NAME [BUILD [TARGET...]] : what measures the shell of build/NAME, or of the folder
+# BUILD, in build/bench/NAME, with the same compiler; all of it, or these targets.
 build_tools() {
-    local preset=$1 folder=$project/build/bench/$1 options=()
-    [[ $preset == release ]] || options=(--toolchain "$project/cmake/$preset.cmake")
+    local name=$1 build=${2:-$project/build/$1} folder=$project/build/bench/$1
+    local options=() targets=() key value
+    (($# < 3)) || targets=(--target "${@:3}")
+    while IFS='=' read -r key value; do
+        options+=("-D${key%:*}=$value")
+    done < <(grep -E '^(CMAKE_TOOLCHAIN_FILE|QXSH_BOARD_\w+|QXSH_TCL_VERSION):[^=]*=.' \
+        "$build/CMakeCache.txt")
     grep -qsxF "CMAKE_HOME_DIRECTORY:INTERNAL=$project/bench" "$folder/CMakeCache.txt" ||
         options+=(--fresh)
-    logged "configuring the measurements for '$preset'" "$log" \
+    logged "configuring the measurements for '$name'" "$log" \
         cmake "${options[@]}" -S "$project/bench" -B "$folder" -G Ninja \
-        -DCMAKE_BUILD_TYPE=RelWithDebInfo -DQXSH_BUILD="$project/build/$preset" &&
-        logged "building the measurements for '$preset'" "$log" \
-            cmake --build "$folder" -j "$jobs"
+        -DCMAKE_BUILD_TYPE=RelWithDebInfo -DQXSH_BUILD="$build" &&
+        logged "building the measurements for '$name'" "$log" \
+            cmake --build "$folder" -j "$jobs" "${targets[@]}"
 }
 
 # build_critcl : the peer that critcl compiles.

@@ -8,7 +8,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#ifdef __x86_64__
+#if defined __x86_64__ && __has_include(<valgrind/callgrind.h>)
 #include <valgrind/callgrind.h>
 #endif
 
@@ -19,7 +19,7 @@
 
 namespace {
 
-#ifdef __x86_64__
+#ifdef CALLGRIND_START_INSTRUMENTATION
 // Outside Valgrind, the requests do nothing.
 void start_counting()
 {
@@ -72,13 +72,23 @@ int end(ClientData, Tcl_Interp *, int, Tcl_Obj *const words[])
     return TCL_OK;
 }
 
+int fail(Tcl_Interp *interp, const char *message)
+{
+    Tcl_SetObjResult(interp, Tcl_NewStringObj(message, -1));
+    return TCL_ERROR;
+}
+
 // bench_heap: bytes currently allocated from the C library's heap.
 int heap(ClientData, Tcl_Interp *interp, int, Tcl_Obj *const[])
 {
+#if defined __GLIBC__ && !defined __UCLIBC__
     const auto info = mallinfo2();
     Tcl_SetObjResult(interp,
                      Tcl_NewWideIntObj(static_cast<Tcl_WideInt>(info.uordblks + info.hblkhd)));
     return TCL_OK;
+#else
+    return fail(interp, "this C library does not tell how large its heap is");
+#endif
 }
 
 // bench_cpu: nanoseconds of CPU time that this process has used, so that waiting does not count.
@@ -116,12 +126,6 @@ int register_names(ClientData, Tcl_Interp *interp, int, Tcl_Obj *const words[])
     for (const auto &name : command_names)
         Tcl_CreateObjCommand(target, name.c_str(), no_op, nullptr, nullptr);
     return TCL_OK;
-}
-
-int fail(Tcl_Interp *interp, const char *message)
-{
-    Tcl_SetObjResult(interp, Tcl_NewStringObj(message, -1));
-    return TCL_ERROR;
 }
 
 // bench_initialise LIBRARY INTERPRETER: calls the package's start-up function in that interpreter.

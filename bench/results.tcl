@@ -1,5 +1,5 @@
 # tclsh results.tcl [RESULT]: prints a result file, bench/result.json unless named, as a page of
-# Markdown.
+# Markdown. board_times.tcl uses its tables.
 
 package require json
 
@@ -219,5 +219,7 @@ proc results::print {file} {
     pieces $result
 }
 
-results::print [expr {[llength $argv] ? [lindex $argv 0]
-    : [file join [file dirname [file normalize [info script]]] result.json]}]
+if {[file normalize $::argv0] eq [file normalize [info script]]} {
+    results::print [expr {[llength $argv] ? [lindex $argv 0]
+        : [file join [file dirname [file normalize [info script]]] result.json]}]
+}

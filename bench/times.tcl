@@ -88,6 +88,13 @@ proc times::measure {rounds peers} {
         }
     }
     qx::progress::end
+    return [medians [array get found]]
+}
+
+# Dictionary row -> dictionary variant -> nanoseconds per pass, less the empty loop's, of a
+# dictionary "row,variant" -> the times of all rounds. Variants of a tclsh are `tclsh.variant`.
+proc times::medians {all} {
+    array set found $all
     set result {}
     foreach key [array names found] {
         lassign [split $key ,] row variant

@@ -1,7 +1,7 @@
 #!/bin/sh
-# The board's side of tools/on_board and its launcher, working in FOLDER: sh board_side.sh FOLDER
-# WORK [WORD...]. Relies on a POSIX sh and its utilities, and on tar; with /proc, processes that
-# left their session are found as well.
+# The board's side of board_connection.bash and launch_on_board, working in FOLDER: sh
+# board_side.sh FOLDER WORK [WORD...]. Relies on a POSIX sh and its utilities, and on tar; with
+# /proc, processes that left their session are found as well.
 #
 #   keep               makes FOLDER, says `ready` and keeps it for as long as its standard input
 #                      lives and brings a line a minute; then ends what runs and removes FOLDER
