@@ -70,7 +70,8 @@ proc statuses::read_special {file places} {
         if {[llength $cells] != 3} { fail $file $line_number "expected: place, value, meaning" }
         lassign $cells place value meaning
         if {$place ni $places} {
-            fail $file $line_number "\"$place\" is neither a field of a record nor an argument of a call"
+            fail $file $line_number \
+                "\"$place\" is neither a field of a record nor an argument of a call"
         }
         if {$value in [dict keys [expr {[dict exists $special $place] ?
                 [dict get $special $place] : {}}]]} {
