@@ -48,7 +48,6 @@ record_text::record_text(int record)
     add_padding(row);
     text_ += '}';
     add_step({});
-    most_ = text_.size() + steps_.size() * digits_of_number + piece;
     text_.append(piece, ' ');
 }
 
@@ -169,12 +168,18 @@ static char *put_text(char *to, const char *from, std::size_t size)
 void record_text::append(std::string &to, const unsigned char *bytes,
                          const hidden_text *hidden) const
 {
-    std::size_t used = to.size();
-    to.resize(used + most_);
-    char *at = to.data() + used;
     const char *from = text_.data();
-    const step *const end = steps_.data() + steps_.size();
-    for (const step *one = steps_.data(); one != end; ++one) {
+    const step *one = steps_.data();
+    const step *const end = one + steps_.size();
+    // Makes room for the longest text that may still come without hidden ones and padding.
+    const auto grown = [&] {
+        const std::size_t used = to.size();
+        to.resize(used + static_cast<std::size_t>(text_.data() + text_.size() - from) +
+                  static_cast<std::size_t>(end - one) * digits_of_number);
+        return to.data() + used;
+    };
+    char *at = grown();
+    for (; one != end; ++one) {
         const char *const until = text_.data() + one->text;
         at = put_text(at, from, static_cast<std::size_t>(until - from));
         from = until;
@@ -204,9 +209,7 @@ void record_text::append(std::string &to, const unsigned char *bytes,
         } else {
             append_padding(to, bytes, *one);
         }
-        used = to.size();
-        to.resize(used + most_);
-        at = to.data() + used;
+        at = grown();
     }
     to.resize(static_cast<std::size_t>(at - to.data()));
 }

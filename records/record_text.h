@@ -62,7 +62,6 @@ private:
     std::string text_{}; ///< all constant texts
     std::vector<step> steps_{};
     std::vector<unsigned char> unused_; ///< of each byte the bits that are in no field
-    std::size_t most_ = 0; ///< bytes of the longest text without hidden ones and padding
 };
 
 /// Appends a number.

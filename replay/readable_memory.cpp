@@ -19,6 +19,7 @@ bool readable_memory::open()
         fcntl(end, F_SETFL, O_NONBLOCK);
     }
     identity_ = identity_of(ends_[0]);
+    looked_ = true;
     return true;
 }
 
@@ -35,6 +36,7 @@ void readable_memory::close()
 // first.
 void readable_memory::forget_foreign()
 {
+    looked_ = true;
     if (identity_of(ends_[0]) == identity_)
         return;
     for (int &end : ends_)
@@ -60,6 +62,8 @@ bool readable_memory::copy(void *to, const void *from, std::size_t size)
     auto *const into = static_cast<unsigned char *>(to);
     const auto *const start = static_cast<const unsigned char *>(from);
     bool again = false;
+    if (!looked_)
+        forget_foreign();
     for (std::size_t done = 0; done < size;) {
         const ssize_t count = write(ends_[1], start + done, std::min(page, size - done));
         if (count > 0 && take_back(into + done, static_cast<std::size_t>(count))) {

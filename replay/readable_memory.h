@@ -20,19 +20,21 @@ public:
     /// False, with errno set, if there is no pipe to be had.
     bool open();
 
-    /// Forgets the pipe where the program has closed it and opened other files under its numbers.
-    /// To be called before a row of copies, or these might end in the program's files.
-    void forget_foreign();
+    /// To be called before a row of copies: the program may have closed the pipe and opened other
+    /// files under its numbers, where the copies would end. The next one looks.
+    void look_again() { looked_ = false; }
 
     /// Copies `size` bytes; false if not all of them can be read, or there is no pipe any more.
     bool copy(void *to, const void *from, std::size_t size);
 
 private:
     void close();
+    void forget_foreign();
     bool take_back(unsigned char *to, std::size_t size) const;
 
     int ends_[2] = {-1, -1};
     file_identity identity_{}; ///< of both ends
+    bool looked_ = false;      ///< whether the numbers are known to be the pipe's
 };
 
 } // namespace qxsh

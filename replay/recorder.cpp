@@ -269,7 +269,7 @@ std::uint64_t begin(unsigned int number, const call_word *words, volatile stack_
         start();
     if (now != phase::on)
         return 0;
-    here->memory.forget_foreign();
+    here->memory.look_again();
     caller *const mine = this_caller();
     if (mine == nullptr || still_runs(*mine, words + call_rows[number].arguments))
         return 0;
