@@ -134,7 +134,7 @@ made_call call_scene::next()
     for (std::size_t i = 0; i < arguments.size(); ++i)
         if (auto *const bytes = static_cast<unsigned char *>(words[i].pointer); bytes != nullptr)
             before[i].assign(bytes, bytes + arguments[i].size);
-    made.status = qxsh::answer_call(number, words.data());
+    made.status = qxsh::answer_call(number, words.data(), nullptr);
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const void *const bytes = words[i].pointer;
         if (bytes == nullptr)

@@ -17,8 +17,9 @@ struct call_word
 };
 
 /// What a library does when its function with this number (below call_count) is called; returns the
-/// function's status. `words` holds one word for each argument. Each library has its own.
-unsigned int answer_call(unsigned int number, const call_word *words);
+/// function's status. `words` holds one word for each argument, `caller` is where the function
+/// returns to. Each library has its own.
+unsigned int answer_call(unsigned int number, const call_word *words, const void *caller);
 
 /// Any function; call_through knows the types of its arguments.
 using any_function = void (*)();

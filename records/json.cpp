@@ -47,8 +47,10 @@ json_text &json_text::end()
 
 json_text &json_text::name(const char *text)
 {
-    string(text);
-    text_ += ": ";
+    begin_value();
+    text_ += '"';
+    text_ += text;
+    text_ += "\": ";
     named_ = true;
     return *this;
 }

@@ -27,7 +27,7 @@ public:
     json_text &array(layout style = layout::one_line) { return open('[', style); }
     json_text &end(); ///< closes the innermost container; one must be open
 
-    /// The name of the next member; only in an object, followed by its value.
+    /// The name of the next member, without characters that JSON escapes; followed by its value.
     json_text &name(const char *text);
 
     json_text &number(std::uint64_t value);

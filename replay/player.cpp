@@ -71,7 +71,7 @@ void begin()
 
 } // namespace
 
-unsigned int answer_call(unsigned int number, const call_word *words)
+unsigned int answer_call(unsigned int number, const call_word *words, const void *)
 try {
     const quiet_turn held{turn};
     const call_row &call = call_rows[number];

@@ -19,6 +19,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <list>
 #include <new>
 #include <pthread.h>
 #include <string>
@@ -77,10 +78,11 @@ struct recording
     readable_memory memory{};
     std::vector<profile_status> statuses{};
     hidden_text hidden{};
-    std::uint64_t calls = 0;  ///< that are in the file
-    std::uint64_t serial = 0; ///< of the last call that has begun
+    library_file sdk{};      ///< the library behind
+    library_file self{};     ///< this one
+    std::uint64_t calls = 0; ///< that are in the file
     std::uint32_t process = 0;
-    pthread_key_t callers{};
+    pthread_key_t running{};
 };
 
 // Never destroyed: a call may come while the process ends.
@@ -91,41 +93,32 @@ bool copy_memory(void *to, const void *from, std::size_t size)
     return here->memory.copy(to, from, size);
 }
 
-// What a recorded call leaves in its stack: its serial number, often enough that whatever uses this
-// part of the stack later overwrites some of it.
-struct stack_mark
+// A call that is being recorded. It may be left without returning, by longjmp or an exception: its
+// place in the stack tells, at the latest when it is used again.
+struct running_call
 {
-    std::uint64_t serials[32];
-};
-
-// A thread's call that is being recorded. A call can be left without returning, by longjmp or an
-// exception. So its mark is looked up when another one comes.
-struct caller
-{
-    const volatile stack_mark *mark = nullptr; ///< null: none is running
-    std::uint64_t serial = 0;                  ///< what the mark says
+    const void *frame = nullptr; ///< of `recorded`; null: none runs
     call_line line{most_recorded_elements, copy_memory};
 };
+using running_calls = std::list<running_call>;
 
-void forget_caller(void *one)
+void forget_calls(void *all)
 {
-    delete static_cast<caller *>(one);
+    delete static_cast<running_calls *>(all);
 }
 
-// This thread's; null without memory for it.
-caller *this_caller()
+// This thread's; null without memory for them.
+running_calls *calls_of_thread()
 {
-    auto *mine = static_cast<caller *>(pthread_getspecific(here->callers));
-    if (mine == nullptr) {
-        mine = new (std::nothrow) caller;
-        if (mine != nullptr && pthread_setspecific(here->callers, mine) != 0) {
-            delete mine;
-            mine = nullptr;
+    auto *all = static_cast<running_calls *>(pthread_getspecific(here->running));
+    if (all == nullptr) {
+        all = new (std::nothrow) running_calls;
+        if (all != nullptr && pthread_setspecific(here->running, all) != 0) {
+            delete all;
+            all = nullptr;
         }
-        if (mine != nullptr)
-            mine->line.show_keys(here->header.keys == recorded_keys::clear, here->hidden);
     }
-    return mine;
+    return all;
 }
 
 bool on_signal_stack()
@@ -134,18 +127,24 @@ bool on_signal_stack()
     return sigaltstack(nullptr, &stack) == 0 && (stack.ss_flags & SS_ONSTACK) != 0;
 }
 
-// Whether the thread's recorded call still runs: the library calls itself, or a signal's handler
-// calls it. Stacks grow down; `top` is where the new call begins, and what is below belongs to it.
-bool still_runs(const caller &mine, const void *top)
+// A place for a call that begins. Stacks grow down, so what is below in this one does not run any
+// more. May throw std::bad_alloc.
+running_call &place_for(const void *frame, running_calls &all)
 {
-    stack_mark found{};
-    if (mine.mark == nullptr ||
-        (const_cast<const stack_mark *>(mine.mark) < top && !on_signal_stack()))
-        return false;
-    if (!copy_memory(&found, const_cast<const stack_mark *>(mine.mark), sizeof found))
-        return false;
-    return std::all_of(std::begin(found.serials), std::end(found.serials),
-                       [&](std::uint64_t serial) { return serial == mine.serial; });
+    running_call *place = nullptr;
+    for (running_call &one : all) {
+        if (one.frame != nullptr && one.frame <= frame &&
+            (one.frame == frame || !on_signal_stack()))
+            one.frame = nullptr;
+        if (one.frame == nullptr)
+            place = &one;
+    }
+    if (place == nullptr) {
+        place = &all.emplace_back();
+        place->line.show_keys(here->header.keys == recorded_keys::clear, here->hidden);
+    }
+    place->frame = frame;
+    return *place;
 }
 
 const char *name_of_status(std::uint32_t number)
@@ -224,14 +223,15 @@ std::string start_recording(const char *name, bool replace, bool keys)
     here = new recording;
     here->file = absolute(name);
     here->process = static_cast<std::uint32_t>(getpid());
-    const library_file library = file_of(function_numbered(0));
-    here->header = {library.path, library.size, library.build_id};
+    here->sdk = file_of(function_numbered(0));
+    here->self = file_of(reinterpret_cast<any_function>(start_recording));
+    here->header = {here->sdk.path, here->sdk.size, here->sdk.build_id};
     here->header.keys = keys ? recorded_keys::clear : recorded_keys::fingerprints;
     describe_here_and_now(here->header);
     here->hidden = here->header.keys == recorded_keys::fingerprints
                        ? hidden_text{fingerprint_here, nullptr}
                        : length_text;
-    if (!here->memory.open() || pthread_key_create(&here->callers, forget_caller) != 0 ||
+    if (!here->memory.open() || pthread_key_create(&here->running, forget_calls) != 0 ||
         pthread_atfork(nullptr, nullptr, leave_to_parent) != 0)
         return "no pipe, thread key or fork handler is to be had";
     use_profile();
@@ -261,44 +261,46 @@ try {
     complain("no memory for a recording; nothing is recorded");
 }
 
-// Begins a call, whose frame has `mark`. Returns its serial number; 0 if it is not to be recorded.
-std::uint64_t begin(unsigned int number, const call_word *words, volatile stack_mark &mark)
+// The library calls itself: from its code, or from here if the call is the last of its function.
+bool from_library(const void *caller)
+{
+    return here->sdk.has(caller) || here->self.has(caller);
+}
+
+// Begins a call; null if it is not to be recorded.
+running_call *begin(unsigned int number, const call_word *words, const void *caller,
+                    const void *frame)
 {
     const quiet_turn held{turn};
     if (now == phase::before_first_call)
         start();
-    if (now != phase::on)
-        return 0;
+    if (now != phase::on || from_library(caller))
+        return nullptr;
     here->memory.look_again();
-    caller *const mine = this_caller();
-    if (mine == nullptr || still_runs(*mine, words + call_rows[number].arguments))
-        return 0;
-    mine->mark = &mark;
-    mine->serial = ++here->serial;
-    for (volatile std::uint64_t &serial : mark.serials)
-        serial = mine->serial;
+    running_calls *const all = calls_of_thread();
+    if (all == nullptr)
+        return nullptr;
     try {
-        mine->line.start(call_rows[number], words);
+        running_call &mine = place_for(frame, *all);
+        mine.line.start(call_rows[number], words);
+        return &mine;
     } catch (const std::bad_alloc &) {
         end_recording("no memory for a call");
-        return 0;
+        return nullptr;
     }
-    return mine->serial;
 }
 
-void end(unsigned int number, const call_word *words, std::uint32_t status, std::uint64_t serial)
+void end(unsigned int number, const call_word *words, std::uint32_t status, call_line &mine)
 {
     if (now != phase::on)
         return;
     const quiet_turn held{turn};
-    caller *const mine = this_caller();
-    if (now != phase::on || mine == nullptr || mine->serial != serial)
+    if (now != phase::on)
         return;
-    mine->mark = nullptr;
     try {
-        const std::string &line = mine->line.finish(
-            call_rows[number], words,
-            {here->calls + 1, here->process, status, name_of_status(status), false});
+        const std::string &line =
+            mine.finish(call_rows[number], words,
+                        {here->calls + 1, here->process, status, name_of_status(status), false});
         const std::string mistake = here->writer.append(line, &held.before());
         if (!mistake.empty())
             end_recording(mistake);
@@ -309,14 +311,17 @@ void end(unsigned int number, const call_word *words, std::uint32_t status, std:
     }
 }
 
-// Nothing here is undone when a call is left by longjmp or an exception: see `caller`.
-unsigned int recorded(unsigned int number, any_function function, const call_word *words)
+// Nothing here is undone when a call is left by longjmp or an exception: see `running_call`.
+unsigned int recorded(unsigned int number, any_function function, const call_word *words,
+                      const void *caller)
 {
-    volatile stack_mark mark;
-    const std::uint64_t serial = begin(number, words, mark);
+    const void *const frame = __builtin_frame_address(0);
+    running_call *const mine = begin(number, words, caller, frame);
     const unsigned int status = call_through(number, function, words);
-    if (serial != 0)
-        end(number, words, status, serial);
+    if (mine != nullptr && mine->frame == frame) {
+        end(number, words, status, mine->line);
+        mine->frame = nullptr;
+    }
     return status;
 }
 
@@ -340,7 +345,7 @@ __attribute__((destructor)) void end_process()
 
 namespace qxsh {
 
-unsigned int answer_call(unsigned int number, const call_word *words)
+unsigned int answer_call(unsigned int number, const call_word *words, const void *caller)
 {
     const any_function function = function_numbered(number);
     switch (now.load(std::memory_order_acquire)) {
@@ -349,7 +354,7 @@ unsigned int answer_call(unsigned int number, const call_word *words)
         break;
     case phase::before_first_call:
     case phase::on:
-        return recorded(number, function, words);
+        return recorded(number, function, words, caller);
     default:
         break;
     }

@@ -90,26 +90,31 @@ template <class Header, class Segment> std::string build_id_of_class(const open_
     return {};
 }
 
-// The path of what is mapped at an address; empty if it cannot be told.
-std::string path_of(void *place)
+// The file that is mapped at a place, as yet without size and build id.
+library_file mapped_at(any_function place)
 {
-    const auto address = reinterpret_cast<std::uintptr_t>(place);
+    const void *const address = reinterpret_cast<void *>(place);
     std::string maps;
     if (read_file("/proc/self/maps", maps) != 0)
         return {};
+    library_file found;
     for (std::size_t at = 0; at < maps.size();) {
         const std::size_t end_of_line = std::min(maps.find('\n', at), maps.size());
         const std::string line = maps.substr(at, end_of_line - at);
         at = end_of_line + 1;
-        std::uintptr_t start = 0;
-        std::uintptr_t end = 0;
+        library_file piece;
         const std::size_t path = line.find('/');
-        if (path != line.npos &&
-            std::sscanf(line.c_str(), "%" SCNxPTR "-%" SCNxPTR, &start, &end) == 2 &&
-            start <= address && address < end)
-            return line.substr(path);
+        if (path == line.npos ||
+            std::sscanf(line.c_str(), "%" SCNxPTR "-%" SCNxPTR, &piece.start, &piece.end) != 2)
+            continue;
+        piece.path = line.substr(path);
+        if (piece.path == found.path)
+            piece.start = found.start;
+        else if (found.has(address))
+            break;
+        found = piece;
     }
-    return {};
+    return found.has(address) ? found : library_file{};
 }
 
 } // namespace
@@ -123,7 +128,7 @@ any_function find_behind(const char *name)
         void *const library = dlopen("libqx-sdk.so", RTLD_LAZY);
         found = library != nullptr ? dlsym(library, name) : nullptr;
         // This library under the other's name would be called by itself without end.
-        if (found != nullptr && path_of(found) == path_of(reinterpret_cast<void *>(find_behind)))
+        if (mapped_at(reinterpret_cast<any_function>(find_behind)).has(found))
             found = nullptr;
     }
     return reinterpret_cast<any_function>(found);
@@ -147,8 +152,7 @@ std::string build_id_in(const std::string &path)
 
 library_file file_of(any_function function)
 {
-    library_file file;
-    file.path = path_of(reinterpret_cast<void *>(function));
+    library_file file = mapped_at(function);
     if (!file.path.empty()) {
         file.size = open_file{file.path}.size();
         file.build_id = build_id_in(file.path);

@@ -19,9 +19,18 @@ bool is_behind(const char *name);
 /// A file with code.
 struct library_file
 {
-    std::string path{};     ///< empty if it cannot be told
-    std::uint64_t size = 0; ///< in bytes
-    std::string build_id{}; ///< hexadecimal; empty if the file has none
+    std::string path{};       ///< empty if it cannot be told, as all else then
+    std::uint64_t size = 0;   ///< in bytes
+    std::string build_id{};   ///< hexadecimal; empty if the file has none
+    std::uintptr_t start = 0; ///< where it is in memory
+    std::uintptr_t end = 0;
+
+    /// Whether code or data of it are at an address.
+    bool has(const void *place) const
+    {
+        const auto address = reinterpret_cast<std::uintptr_t>(place);
+        return start <= address && address < end;
+    }
 };
 
 /// The file that a function of this process is in. May throw std::bad_alloc.

@@ -67,7 +67,7 @@ try {
 
 } // namespace qxsim
 
-unsigned int qxsh::answer_call(unsigned int number, const call_word *words)
+unsigned int qxsh::answer_call(unsigned int number, const call_word *words, const void *)
 {
     const call_row &call = call_rows[number];
     if (qxsim::controlled()) [[unlikely]]

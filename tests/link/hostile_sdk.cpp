@@ -7,19 +7,35 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
+#include <pthread.h>
 #include <sys/mman.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
+static volatile unsigned came;
+
 static void call_from_handler(int)
 {
-    qx_flow_delete(0, 77);
+    came = qx_flow_delete(0, 77);
 }
 
 static void call_itself()
 {
     qx_flow_delete(0, 11);
     qx_pm_system_suspend_enter(2);
+}
+
+static void *call_from_thread(void *)
+{
+    qx_flow_delete(0, 13);
+    return nullptr;
+}
+
+static void call_from_own_thread()
+{
+    pthread_t own;
+    pthread_create(&own, nullptr, call_from_thread, nullptr);
+    pthread_join(own, nullptr);
 }
 
 static void close_all()
@@ -71,6 +87,11 @@ unsigned int qx_pm_system_suspend_enter(unsigned short dev_id)
         break;
     case 11:
         abort();
+    case 12: // as its last act, so that it returns where this function would
+        return qx_flow_delete(0, 12);
+    case 13:
+        call_from_own_thread();
+        break;
     default:
         break;
     }

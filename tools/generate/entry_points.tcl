@@ -20,7 +20,8 @@ proc generate::entry_point {call} {
     }
     set text "[wrapped "unsigned int $call\(" $parameters ")"]\n\{\n"
     append text "[wrapped "    const call_word words\[\] = \{" $names "\};" 8]\n"
-    append text "    return qxsh::answer_call(qxsh::call_$call, words);\n\}\n"
+    append text "    return qxsh::answer_call(qxsh::call_$call, words,"
+    append text " __builtin_return_address(0));\n\}\n"
 }
 
 proc generate::call_through {} {

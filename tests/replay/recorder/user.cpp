@@ -34,6 +34,30 @@ static void leave(int)
     siglongjmp(way_out, 1);
 }
 
+static void call_from_handler(int)
+{
+    qx_flow_delete(0, 78);
+}
+
+// A call while a call runs, in the same stack or in one that is above it.
+static void enter_interrupted(bool other_stack)
+{
+    char room[32768];
+    stack_t above{};
+    above.ss_sp = room;
+    above.ss_size = sizeof room;
+    above.ss_flags = other_stack ? 0 : SS_DISABLE;
+    sigaltstack(&above, nullptr);
+    struct sigaction handler
+    {};
+    handler.sa_handler = call_from_handler;
+    handler.sa_flags = SA_ONSTACK;
+    sigaction(SIGUSR2, &handler, nullptr);
+    qx_pm_system_suspend_enter(5);
+    above.ss_flags = SS_DISABLE;
+    sigaltstack(&above, nullptr);
+}
+
 // Two pages, of which the second cannot be read.
 static char *end_of_memory(bool mapped)
 {
@@ -129,6 +153,8 @@ static void try_step(const char *step, const char *word)
             enter_below(small(word));
         else
             std::printf("jumped\n");
+    } else if (name == "interrupt") {
+        enter_interrupted(*word == 'o');
     } else if (name == "deep") {
         delete_below(small(word));
     } else if (name == "stay") {
