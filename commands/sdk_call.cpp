@@ -39,7 +39,7 @@ template <class Action> static void keep_call(Action action)
     const int objc = history.objc;
     Tcl_Obj *const *const objv = history.objv;
     action();
-    begin_call(interp, objc, objv, usage);
+    begin_call(usage, interp, objc, objv);
 }
 
 // A channel of a script may run commands when it is flushed.
@@ -73,9 +73,8 @@ static void inspect(const char *usage)
         inspect_process(usage);
 }
 
-// Not inlined, which would make every call save more registers. Where C's stdout has to be flushed
-// after every call, the process is not inspected more often.
-[[gnu::noinline]] static void inspect_after_call(unsigned int status)
+// Where C's stdout has to be flushed after every call, the process is not inspected more often.
+static void inspect_after_call(unsigned int status)
 {
     static unsigned int next = 0;
     if (watcher != nullptr)
@@ -119,22 +118,34 @@ void inspect_after_latest_call()
     inspect(history.calls[(inspected - 1) % call_history::length].usage);
 }
 
-void begin_sdk_call(Tcl_Interp *interp, int objc, Tcl_Obj *const objv[], const char *usage)
+void begin_sdk_call(const char *usage, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
-    begin_call(interp, objc, objv, usage);
+    begin_call(usage, interp, objc, objv);
     if (stdout_now.tcl_stdout == nullptr || Tcl_OutputBuffered(stdout_now.tcl_stdout) > 0)
         prepare_call();
 }
 
-int end_sdk_call(unsigned int status)
+static inline int record_call(unsigned int status)
 {
-    if (history.count == history.next_inspection) [[unlikely]]
-        inspect_after_call(status);
     history.calls[history.count % call_history::length] = {history.usage, status};
     ++history.count;
     Tcl_Interp *const interp = history.interp;
     end_call();
     return set_int_result(interp, static_cast<int>(status & 0xffff));
+}
+
+// Not inlined, which would make every call save more registers.
+[[gnu::noinline]] static int inspect_and_record_call(unsigned int status)
+{
+    inspect_after_call(status);
+    return record_call(status);
+}
+
+int end_sdk_call(unsigned int status)
+{
+    if (history.count == history.next_inspection) [[unlikely]]
+        return inspect_and_record_call(status);
+    return record_call(status);
 }
 
 } // namespace qxsh

@@ -30,11 +30,11 @@ struct call_history
     Tcl_Obj *const *objv; ///< may be converted words (runtime/command_words.h), which have no text
 };
 
-extern call_history history;
+[[gnu::visibility("hidden")]] extern call_history history;
 
 /// Records that a command enters code where a fault cannot be turned into an error. The arguments
-/// must stay valid until end_call().
-inline void begin_call(Tcl_Interp *interp, int objc, Tcl_Obj *const objv[], const char *usage)
+/// must stay valid until end_call(), and are in the places that they have in a wrapper.
+inline void begin_call(const char *usage, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
 {
     history.usage = usage;
     history.objc = objc;
@@ -50,7 +50,7 @@ inline void end_call()
 
 /// To be called before an SDK call: begin_call, and flushes Tcl's stdout, so that earlier output
 /// comes before the SDK's.
-void begin_sdk_call(Tcl_Interp *interp, int objc, Tcl_Obj *const objv[], const char *usage);
+void begin_sdk_call(const char *usage, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[]);
 
 /// To be called after it: flushes the SDK's output, records the call, and sets the command's result
 /// to the low 16 bits of the status. Returns TCL_OK.

@@ -20,7 +20,7 @@ struct stdout_state
     Tcl_Channel tcl_stdout;  ///< while it is open; null: not known yet, none, or calls are prepared
     bool c_stdout_is_direct; ///< C's stdout is unbuffered
 };
-extern stdout_state stdout_now;
+[[gnu::visibility("hidden")]] extern stdout_state stdout_now;
 
 /// Whether something else is to be done before each SDK call: then tcl_stdout is always null.
 void prepare_each_call(bool on);

@@ -18,7 +18,7 @@ class sdk_calls : public testing::Test
 protected:
     std::string result_of(unsigned int status, const char *usage = "o:qx_sample device_id ")
     {
-        begin_sdk_call(tcl_, 0, nullptr, usage);
+        begin_sdk_call(usage, tcl_, 0, nullptr);
         EXPECT_EQ(history.interp, tcl_);
         EXPECT_EQ(history.usage, usage);
         EXPECT_EQ(end_sdk_call(status), TCL_OK);
@@ -103,7 +103,7 @@ TEST_F(sdk_calls, a_watcher_gets_words_and_whole_statuses)
     const held_object number{Tcl_NewIntObj(7)};
     Tcl_Obj *const words[] = {nullptr, number, &converted, &handle};
     const auto call = [&](unsigned int status) {
-        begin_sdk_call(tcl_, 4, words, usage);
+        begin_sdk_call(usage, tcl_, 4, words);
         end_sdk_call(status);
     };
     seen.clear();
@@ -129,7 +129,7 @@ void call_within(const char *, const call_word *, unsigned int)
     static constexpr call_watcher inner = {see, see_end};
     Tcl_Interp *const interp = Tcl_CreateInterp();
     watching->watch(&inner);
-    begin_sdk_call(interp, 1, nullptr, "o:qx_inner ");
+    begin_sdk_call("o:qx_inner ", interp, 1, nullptr);
     end_sdk_call(9);
     watching->watch(nullptr);
     Tcl_DeleteInterp(interp);
@@ -179,7 +179,7 @@ TEST_F(sdk_calls, calls_that_nobody_watches_are_not_prepared)
 
 TEST_F(sdk_calls, block_memory_is_noted_too)
 {
-    begin_call(tcl_, 3, nullptr, "o:qx_data_free data ");
+    begin_call("o:qx_data_free data ", tcl_, 3, nullptr);
     EXPECT_EQ(history.objc, 3);
     EXPECT_STREQ(history.usage, "o:qx_data_free data ");
     const auto count = history.count;

@@ -184,7 +184,7 @@ proc generate::conditions {checks} {
 # The last lines of a wrapper. They mark calls of the SDK and of block memory, in which a fault
 # cannot be undone.
 proc generate::call_and_result {command call} {
-    set begin "(interp, objc, objv, usage);"
+    set begin "(usage, interp, objc, objv);"
     set result [dict get $command result]
     switch -glob -- [dict get $command shape] {
         call { return [list "begin_sdk_call$begin" "return end_sdk_call($call);"] }

@@ -14,7 +14,7 @@ int wrap_qx_data_free(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const o
     void *data;
     if (objc != 2 || !ready(objv[1], data))
         return call_converted(wrap_qx_data_free, interp, objc, objv, usage, word_kinds + 86);
-    begin_call(interp, objc, objv, usage);
+    begin_call(usage, interp, objc, objv);
     qx_data_free(data);
     end_call();
     return TCL_OK;
@@ -26,7 +26,7 @@ int wrap_qx_uint64_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *con
     unsigned long long data;
     if (objc != 2 || !ready(objv[1], data))
         return call_converted(wrap_qx_uint64_create, interp, objc, objv, usage, word_kinds + 88);
-    begin_call(interp, objc, objv, usage);
+    begin_call(usage, interp, objc, objv);
     auto *const result = qx_uint64_create(data);
     end_call();
     return set_pointer_result(interp, result, swig_types[type_unsigned_long_long]);
@@ -47,7 +47,7 @@ int wrap_qx_uint32_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *con
     unsigned int data;
     if (objc != 2 || !ready(objv[1], data))
         return call_converted(wrap_qx_uint32_create, interp, objc, objv, usage, word_kinds + 13);
-    begin_call(interp, objc, objv, usage);
+    begin_call(usage, interp, objc, objv);
     auto *const result = qx_uint32_create(data);
     end_call();
     return set_pointer_result(interp, result, swig_types[type_unsigned_int]);
@@ -70,7 +70,7 @@ int wrap_qx_uint32_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Ob
     if (objc != 3 || !ready(objv[1], data) || !ready(objv[2], size))
         return call_converted(wrap_qx_uint32_array_create, interp, objc, objv, usage,
                               word_kinds + 94);
-    begin_call(interp, objc, objv, usage);
+    begin_call(usage, interp, objc, objv);
     auto *const result = qx_uint32_array_create(data, size);
     end_call();
     return set_pointer_result(interp, result, swig_types[type_unsigned_int]);
@@ -112,7 +112,7 @@ int wrap_qx_uint64_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Ob
     if (objc != 3 || !ready(objv[1], data) || !ready(objv[2], size))
         return call_converted(wrap_qx_uint64_array_create, interp, objc, objv, usage,
                               word_kinds + 104);
-    begin_call(interp, objc, objv, usage);
+    begin_call(usage, interp, objc, objv);
     auto *const result = qx_uint64_array_create(data, size);
     end_call();
     return set_pointer_result(interp, result, swig_types[type_unsigned_long_long]);
@@ -153,7 +153,7 @@ int wrap_qx_uint8_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *cons
     unsigned char data;
     if (objc != 2 || !ready(objv[1], data))
         return call_converted(wrap_qx_uint8_create, interp, objc, objv, usage, word_kinds + 114);
-    begin_call(interp, objc, objv, usage);
+    begin_call(usage, interp, objc, objv);
     auto *const result = qx_uint8_create(data);
     end_call();
     return set_pointer_result(interp, result, swig_types[type_unsigned_char]);
@@ -176,7 +176,7 @@ int wrap_qx_uint8_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj
     if (objc != 3 || !ready(objv[1], data) || !ready(objv[2], size))
         return call_converted(wrap_qx_uint8_array_create, interp, objc, objv, usage,
                               word_kinds + 118);
-    begin_call(interp, objc, objv, usage);
+    begin_call(usage, interp, objc, objv);
     auto *const result = qx_uint8_array_create(data, size);
     end_call();
     return set_pointer_result(interp, result, swig_types[type_unsigned_char]);
@@ -215,7 +215,7 @@ int wrap_qx_int32_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *cons
     int data;
     if (objc != 2 || !ready(objv[1], data))
         return call_converted(wrap_qx_int32_create, interp, objc, objv, usage, word_kinds + 128);
-    begin_call(interp, objc, objv, usage);
+    begin_call(usage, interp, objc, objv);
     auto *const result = qx_int32_create(data);
     end_call();
     return set_pointer_result(interp, result, swig_types[type_int]);
@@ -238,7 +238,7 @@ int wrap_qx_int32_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj
     if (objc != 3 || !ready(objv[1], data) || !ready(objv[2], size))
         return call_converted(wrap_qx_int32_array_create, interp, objc, objv, usage,
                               word_kinds + 132);
-    begin_call(interp, objc, objv, usage);
+    begin_call(usage, interp, objc, objv);
     auto *const result = qx_int32_array_create(data, size);
     end_call();
     return set_pointer_result(interp, result, swig_types[type_int]);

@@ -14,7 +14,7 @@ int wrap_qx_lamp_colour_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj
     if (objc != 1)
         return call_converted(wrap_qx_lamp_colour_create, interp, objc, objv, usage,
                               word_kinds + 0);
-    begin_call(interp, objc, objv, usage);
+    begin_call(usage, interp, objc, objv);
     auto *const result = qx_lamp_colour_create();
     end_call();
     return set_pointer_result(interp, result, swig_types[type_qx_lamp_colour_t]);
@@ -100,7 +100,7 @@ int wrap_qx_lamp_colour_array_create(ClientData, Tcl_Interp *interp, int objc, T
     if (objc != 2 || !ready(objv[1], size))
         return call_converted(wrap_qx_lamp_colour_array_create, interp, objc, objv, usage,
                               word_kinds + 13);
-    begin_call(interp, objc, objv, usage);
+    begin_call(usage, interp, objc, objv);
     auto *const result = qx_lamp_colour_array_create(size);
     end_call();
     return set_pointer_result(interp, result, swig_types[type_qx_lamp_colour_t]);
@@ -141,7 +141,7 @@ int wrap_qx_lamp_view_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *
     static constexpr char usage[] = ":qx_lamp_view_create ";
     if (objc != 1)
         return call_converted(wrap_qx_lamp_view_create, interp, objc, objv, usage, word_kinds + 0);
-    begin_call(interp, objc, objv, usage);
+    begin_call(usage, interp, objc, objv);
     auto *const result = qx_lamp_view_create();
     end_call();
     return set_pointer_result(interp, result, swig_types[type_qx_lamp_view_t]);
@@ -213,7 +213,7 @@ int wrap_qx_lamp_view_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl
     if (objc != 2 || !ready(objv[1], size))
         return call_converted(wrap_qx_lamp_view_array_create, interp, objc, objv, usage,
                               word_kinds + 13);
-    begin_call(interp, objc, objv, usage);
+    begin_call(usage, interp, objc, objv);
     auto *const result = qx_lamp_view_array_create(size);
     end_call();
     return set_pointer_result(interp, result, swig_types[type_qx_lamp_view_t]);
@@ -254,7 +254,7 @@ int wrap_qx_lamp_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const
     static constexpr char usage[] = ":qx_lamp_create ";
     if (objc != 1)
         return call_converted(wrap_qx_lamp_create, interp, objc, objv, usage, word_kinds + 0);
-    begin_call(interp, objc, objv, usage);
+    begin_call(usage, interp, objc, objv);
     auto *const result = qx_lamp_create();
     end_call();
     return set_pointer_result(interp, result, swig_types[type_qx_lamp_t]);
@@ -592,7 +592,7 @@ int wrap_qx_lamp_array_create(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj 
     if (objc != 2 || !ready(objv[1], size))
         return call_converted(wrap_qx_lamp_array_create, interp, objc, objv, usage,
                               word_kinds + 13);
-    begin_call(interp, objc, objv, usage);
+    begin_call(usage, interp, objc, objv);
     auto *const result = qx_lamp_array_create(size);
     end_call();
     return set_pointer_result(interp, result, swig_types[type_qx_lamp_t]);
@@ -637,7 +637,7 @@ int wrap_qx_lamp_add(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const ob
         !ready(objv[2], lamp, swig_expected_types[type_qx_lamp_t]) ||
         !ready(objv[3], lamp_id, swig_expected_types[type_unsigned_int]))
         return call_converted(wrap_qx_lamp_add, interp, objc, objv, usage, word_kinds + 77);
-    begin_sdk_call(interp, objc, objv, usage);
+    begin_sdk_call(usage, interp, objc, objv);
     return end_sdk_call(qx_lamp_add(dev_id, lamp, lamp_id));
 }
 
@@ -654,6 +654,6 @@ int wrap_qx_lamp_tune(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const o
         !ready(objv[3], level) ||
         !ready(objv[4], lamp, swig_expected_types[type_qx_lamp_t]))
         return call_converted(wrap_qx_lamp_tune, interp, objc, objv, usage, word_kinds + 81);
-    begin_sdk_call(interp, objc, objv, usage);
+    begin_sdk_call(usage, interp, objc, objv);
     return end_sdk_call(qx_lamp_tune(dev_id, channel, level, lamp));
 }
