@@ -122,7 +122,7 @@ GUARDED void store_32(void *address, std::uint32_t value)
     store_piece(address, value);
 }
 
-GUARDED bool can_read(const void *address, std::uint32_t size)
+GUARDED bool can_read(const void *address, std::size_t size)
 {
     const auto *const bytes = static_cast<const byte *>(address);
     static_cast<void>(bytes[0]);
@@ -130,7 +130,7 @@ GUARDED bool can_read(const void *address, std::uint32_t size)
     return true;
 }
 
-GUARDED bool can_write(void *address, std::uint32_t size)
+GUARDED bool can_write(void *address, std::size_t size)
 {
     auto *const bytes = static_cast<byte *>(address);
     const unsigned char first = bytes[0];
@@ -140,7 +140,7 @@ GUARDED bool can_write(void *address, std::uint32_t size)
     return true;
 }
 
-GUARDED bool can_copy(void *target, const void *source, std::uint32_t size)
+GUARDED bool can_copy(void *target, const void *source, std::size_t size)
 {
     const auto *const from = static_cast<const byte *>(source);
     auto *const to = static_cast<byte *>(target);

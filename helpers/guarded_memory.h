@@ -5,6 +5,7 @@
 // at any alignment. Without such a handler a bad access ends the process as usual.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 namespace qxsh {
@@ -34,13 +35,13 @@ void store_16(void *address, std::uint32_t value);
 void store_32(void *address, std::uint32_t value);
 
 /// Whether `size` bytes (1 to 4096, so at most two pages) can be read; if not, sets pending_fault.
-bool can_read(const void *address, std::uint32_t size);
+bool can_read(const void *address, std::size_t size);
 
 /// The same for writing; the bytes keep their values.
-bool can_write(void *address, std::uint32_t size);
+bool can_write(void *address, std::size_t size);
 
 /// The same for copying them from `source` to `target`, which may overlap; copies nothing.
-bool can_copy(void *target, const void *source, std::uint32_t size);
+bool can_copy(void *target, const void *source, std::size_t size);
 
 /// For a handler of SIGSEGV and SIGBUS; `context` is its third argument. If one of the functions
 /// above was interrupted, makes it return 0 when the handler returns, records the first fault at

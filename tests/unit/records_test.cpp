@@ -139,6 +139,9 @@ TEST(record_copies, may_overlap)
             room.count_up();
             set_record_element(room, to, 1, room.at(from), size, 0, "setter");
             EXPECT_EQ(room.bytes(), right);
+            room.count_up();
+            put_record<size>(room, to, room.at(from));
+            EXPECT_EQ(room.bytes(), right);
         }
     }
 }

@@ -90,7 +90,7 @@ proc generate::body_init {c} {
             scalar { lappend lines "put<[storage $field]>(cfg, $offset, $name);" }
             bits   { lappend lines "store_bits<[storage $field]>(cfg, $offset,\
                 [dict get $field bit], [dict get $field width], $name);" }
-            record { lappend lines "put_record(cfg, $offset, $name, [field_size $field]);" }
+            record { lappend lines "put_record<[field_size $field]>(cfg, $offset, $name);" }
         }
     }
     return $lines

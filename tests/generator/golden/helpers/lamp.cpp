@@ -124,8 +124,8 @@ void qx_lamp_init(qx_lamp_t *cfg, unsigned short id, unsigned char mode, unsigne
     put<std::uint8_t>(cfg, 3, flags);
     store_bits<std::uint32_t>(cfg, 4, 0, 30, serial);
     store_bits<std::uint32_t>(cfg, 4, 30, 2, kind);
-    put_record(cfg, 20, view, 4);
-    put_record(cfg, 52, secret, 3);
+    put_record<4>(cfg, 20, view);
+    put_record<3>(cfg, 52, secret);
 }
 
 void qx_lamp_dump(qx_lamp_t *cfg)
