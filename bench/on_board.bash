@@ -1,7 +1,7 @@
 # ./bench/run --on HOST: the times of the loops on a machine that ssh reaches, beside the PC's.
 # Copies a build, build/board or build/armhf unless FOLDER is named, with what measures it; the
-# board keeps nothing. Instructions are not counted there. Relies on bench/build.bash, and on `host`,
-# `build`, `rounds`, `log` and `jobs`.
+# board keeps nothing. Instructions are not counted there. Relies on bench/build.bash, and on
+# `host`, `build`, `rounds`, `log` and `jobs`.
 # shellcheck disable=SC2154 # variables of the script that sources this
 
 program=bench/run
