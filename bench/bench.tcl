@@ -3,7 +3,7 @@
 # measured here, as pairs of name and reason. Called by ./bench/run, which builds what is measured.
 
 set here [file dirname [file normalize [info script]]]
-foreach file {rows bounds counter memory scale sizes times machine ../library/qx/progress} {
+foreach file {rows bounds counter memory recorded scale sizes tables times machine ../library/qx/progress} {
     source [file join $here $file.tcl]
 }
 package require json
@@ -104,6 +104,20 @@ proc bench::others {target} {
     return $values
 }
 
+# Calls that are recorded or replayed, and on the simulator's full tables.
+proc bench::calls {target} {
+    set values {}
+    foreach row $bounds::names {
+        if {[bounds::bound $row $target] eq "-"} continue
+        if {[regexp {^full_(.*)$} $row -> table]} {
+            lappend values [judge $target $row - - [tables::ratio $target $table]]
+        } elseif {[regexp {^(recorded|replayed)_call$} $row -> how]} {
+            lappend values [judge $target $row - - [recorded::cost $target $how]]
+        }
+    }
+    return $values
+}
+
 # Large numbers of live records, script lines and dumps: judged values first, then the rest as JSON.
 proc bench::large {target rounds} {
     set live [scale::live_records $target 1000000 $rounds]
@@ -191,6 +205,7 @@ proc bench::main {output rounds targets peers left_out} {
     foreach target $targets {
         lappend judged {*}[loops $target [expr {$target eq "pc" ? $tcl_peers : "hand"}]]
         lappend judged {*}[others $target]
+        lappend judged {*}[calls $target]
         lassign [large $target $rounds] more value
         lappend judged {*}$more
         lappend large $target $value
