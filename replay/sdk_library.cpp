@@ -6,8 +6,8 @@
 
 #include <algorithm>
 #include <array>
-#include <cinttypes>
-#include <cstdio>
+#include <charconv>
+#include <cstdint>
 #include <cstring>
 #include <dlfcn.h>
 #include <elf.h>
@@ -104,9 +104,11 @@ library_file mapped_at(any_function place)
         at = end_of_line + 1;
         library_file piece;
         const std::size_t path = line.find('/');
-        if (path == line.npos ||
-            std::sscanf(line.c_str(), "%" SCNxPTR "-%" SCNxPTR, &piece.start, &piece.end) != 2)
+        if (path == line.npos)
             continue;
+        const char *const last = line.data() + line.size();
+        const char *const dash = std::from_chars(line.data(), last, piece.start, 16).ptr;
+        std::from_chars(dash + 1, last, piece.end, 16);
         piece.path = line.substr(path);
         if (piece.path == found.path)
             piece.start = found.start;

@@ -39,7 +39,7 @@ void append(std::string &list, const std::string &word)
 std::string shown_id(unsigned kind, std::uint32_t number, const shown_style &style)
 {
     constexpr std::uint32_t most_plain = 0xffffff; // as qx::show
-    const std::string text = style.id(kind, number);
+    std::string text = style.id(kind, number);
     if (!text.empty())
         return text;
     return number > most_plain ? hexadecimal(number) : std::to_string(number);
@@ -168,7 +168,8 @@ std::string record_text::prefix(const record_row &row, unsigned at) const
     }
     const unsigned bits = version == 4 ? 32 : 128;
     std::string text;
-    if (version == 0 || length > bits || secret(*where, at + where->offset, text))
+    if (where == nullptr || version == 0 || length > bits ||
+        secret(*where, at + where->offset, text))
         return {};
     text = address(*where, at + where->offset, version);
     if (text.find(' ') != std::string::npos)

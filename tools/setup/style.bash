@@ -54,7 +54,8 @@ check_lines() {
 # shipped_sources : prints the C++ that is shipped. The block memory has a half for each width, of
 # which the release build compiles one.
 shipped_sources() {
-    git -C "$project" ls-files {shell,commands,records,runtime,helpers,strict,sdk,library}/'*.cpp' |
+    git -C "$project" ls-files \
+        {shell,commands,records,runtime,helpers,strict,sdk,replay,library}/'*.cpp' |
         grep -v '^helpers/native_memory'
 }
 
