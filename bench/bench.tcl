@@ -3,7 +3,10 @@
 # measured here, as pairs of name and reason. Called by ./bench/run, which builds what is measured.
 
 set here [file dirname [file normalize [info script]]]
-foreach file {rows bounds counter memory recorded scale sizes tables times machine ../library/qx/progress} {
+foreach file {
+    rows bounds counter memory recorded scale sizes tables times machine
+    ../library/qx/progress
+} {
     source [file join $here $file.tcl]
 }
 package require json
