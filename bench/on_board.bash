@@ -10,6 +10,7 @@ source "$project/tools/setup/board_connection.bash"
 
 measure_on_board() {
     local name measuring
+    need_packages run test || give_up "not installed: ${missing[*]}"
     use_ssh "${QXSH_SSH:-ssh}"
     board_build
     [[ -x $build/bin/qxsh && -e $build/generated/include/qx_sdk.h ]] ||

@@ -31,9 +31,9 @@ proc results::get {dictionary name} {
     expr {[dict exists $dictionary $name] ? [dict get $dictionary $name] : "-"}
 }
 
-# A member as a multiple of the floor, or - if there is none.
+# A member as a multiple of the floor, or - if there is none, or no floor beyond the empty loop.
 proc results::multiple {dictionary name floor} {
-    if {![dict exists $dictionary $name]} { return - }
+    if {![dict exists $dictionary $name] || $floor <= 0} { return - }
     format %.2f [expr {[dict get $dictionary $name] / $floor}]
 }
 

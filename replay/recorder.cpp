@@ -225,6 +225,9 @@ std::string start_recording(const char *name, bool replace, bool keys)
     here->process = static_cast<std::uint32_t>(getpid());
     here->sdk = file_of(function_numbered(0));
     here->self = file_of(reinterpret_cast<any_function>(start_recording));
+    if (here->sdk.path.empty())
+        complain("/proc/self/maps does not tell where the SDK library is; "
+                 "calls that it makes to itself are recorded, too");
     here->header = {here->sdk.path, here->sdk.size, here->sdk.build_id};
     here->header.keys = keys ? recorded_keys::clear : recorded_keys::fingerprints;
     describe_here_and_now(here->header);

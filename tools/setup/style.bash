@@ -63,7 +63,7 @@ shipped_sources() {
 # knows, in FOLDER/compile_commands.json.
 clang_commands() {
     mkdir -p "$1" &&
-        sed 's/ --param=[^ ]*//g; s/ -fno-ipa-icf//g' \
+        sed 's/ --param=[^ ]*//g; s/ -fno-ipa-icf//g; s/ -fno-align-jumps//g' \
             "$project/build/release/compile_commands.json" >"$1/compile_commands.json"
 }
 

@@ -42,7 +42,7 @@ static void call_from_handler(int)
 // A call while a call runs, in the same stack or in one that is above it.
 static void enter_interrupted(bool other_stack)
 {
-    char room[32768];
+    static char room[262144];
     stack_t above{};
     above.ss_sp = room;
     above.ss_size = sizeof room;
