@@ -38,9 +38,9 @@ int nothing[2];   // a pipe that stays empty
 bool prompted; // Tcl's loop has reached its prompt once, so it is running
 line_editing editing = {nullptr, nullptr};
 
-volatile sig_atomic_t interrupted; // a SIGINT is pending
-volatile sig_atomic_t repeated;    // it came within a second of the one before
-volatile sig_atomic_t one_before;  // there was one, and no prompt since
+std::atomic<bool> interrupted;    // a SIGINT is pending
+volatile sig_atomic_t repeated;   // it came within a second of the one before
+volatile sig_atomic_t one_before; // there was one, and no prompt since
 timespec last;
 
 constexpr int shown = -1;
@@ -76,7 +76,7 @@ void at_prompt();
 void end_wait()
 {
     // The command may have ended meanwhile.
-    if (interrupted == 0 || (editing.reads_keys != nullptr && editing.reads_keys()))
+    if (!interrupted || (editing.reads_keys != nullptr && editing.reads_keys()))
         return;
     Tcl_SetMainLoop(at_prompt); // only stores it: interrupt_scripts has called it before
     hide_input();
@@ -91,7 +91,7 @@ void begin_interrupt()
     repeated = one_before != 0 && nanoseconds < 1000000000;
     one_before = 1;
     last = now;
-    interrupted = 1;
+    interrupted = true;
     static_cast<void>(!write(to_thread[1], "", 1));
 }
 
@@ -121,6 +121,9 @@ extern "C" void *mark_interrupts(void *)
             continue;
         Tcl_AsyncMark(async);
         static_cast<void>(!write(wake_up[1], "", 1));
+        // Taken already: the next Ctrl-C may be on its way, and two signals at once may become one.
+        if (!interrupted)
+            continue;
         marked = true;
         pthread_kill(main_thread, SIGINT);
     }
@@ -135,9 +138,7 @@ void empty_pipe(ClientData, int)
 
 bool take_interrupt()
 {
-    const bool taken = interrupted != 0;
-    interrupted = 0;
-    return taken;
+    return interrupted.exchange(false);
 }
 
 // ------------------------------------------------------------------------------- the prompt
@@ -213,7 +214,7 @@ void at_prompt()
                            -1);
             Tcl_Flush(errors);
         }
-    } while (interrupted != 0);
+    } while (interrupted);
 }
 
 // Called between two commands or, with a null interpreter, where a script waits for events. There
