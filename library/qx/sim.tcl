@@ -32,12 +32,20 @@ proc qx::sim::library {} {
 }
 
 # The simulator is known by the switch that it reads. A call would tell, too, but who knows what an
-# SDK makes of a device that is not there.
+# SDK makes of a device that is not there. The file is read in pieces: a library may have megabytes
+# of debug information behind that name.
 proc qx::sim::is_simulator {library} {
     if {[catch { open $library rb } channel]} { return 0 }
-    set found [string first QX_SIM_CONTROL [read $channel]]
+    set name QX_SIM_CONTROL
+    set found 0
+    set text {}
+    while {!$found && ![eof $channel]} {
+        # The name may begin in one piece and end in the next.
+        set text [string range $text end-[string length $name] end][read $channel 65536]
+        set found [expr {[string first $name $text] >= 0}]
+    }
     close $channel
-    return [expr {$found >= 0}]
+    return $found
 }
 
 # Starts controlling the simulator through this file, or the one named by QX_SIM_CONTROL, or the one
