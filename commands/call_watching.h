@@ -11,16 +11,16 @@ namespace qxsh {
 /// different ones get a new name.
 constexpr const char *call_watching_name = "qxsh::call_watching 1";
 
-/// Gets all SDK calls of the process, whichever interpreter they are made in. `usage` is the
-/// command's, e.g. "oo:qx_flow_add device_id p_flow ", the same text each time; there is a word for
-/// each argument. The two functions are called by turns.
+/// Gets all SDK calls of the process, whichever interpreter they are made in. `call` is its name,
+/// the same text each time; there is a word for each argument. The two functions are called by
+/// turns.
 struct call_watcher
 {
     /// Directly before the function runs. Must not run scripts.
-    void (*before)(const char *usage, const call_word *words);
+    void (*before)(const char *call, const call_word *words);
 
     /// Directly after it. May run scripts, with calls of their own, and end the watching.
-    void (*after)(const char *usage, const call_word *words, unsigned int status);
+    void (*after)(const char *call, const call_word *words, unsigned int status);
 };
 
 struct call_watching

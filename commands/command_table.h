@@ -1,5 +1,6 @@
 // The generated command table: every command of the module with its wrapper, in order of
-// registration, and what each command is: its words, and what it does with the memory behind them.
+// registration, and what each command is: its usage, its words, and what it does with the memory
+// behind them. Elsewhere a command is its number in this table.
 #pragma once
 
 #include "records/table.h"
@@ -17,6 +18,9 @@ extern const swig_command_info swig_commands[];
 
 namespace qxsh {
 
+/// The position of a command in swig_commands.
+using command_number = unsigned int;
+
 /// What a command does besides reading or writing the record or cell at each handle.
 enum class command_form : std::uint8_t {
     plain,       ///< nothing
@@ -30,6 +34,7 @@ enum class command_form : std::uint8_t {
 
 struct command_row
 {
+    std::uint32_t usage; ///< its text begins here in command_usages
     std::uint16_t kinds; ///< those of its words begin here in word_kinds, and end with word_end
     command_form form;
     std::uint8_t what; ///< number of a type or of a call
@@ -42,6 +47,8 @@ struct element_type
     std::int16_t record; ///< number of the record; -1: a number
 };
 
+/// Texts as check_word_count expects them, one after the other, each with its null.
+[[gnu::visibility("hidden")]] extern const char command_usages[];
 [[gnu::visibility("hidden")]] extern const word_kind word_kinds[];
 [[gnu::visibility("hidden")]] extern const command_row command_rows[];   ///< as swig_commands
 [[gnu::visibility("hidden")]] extern const element_type element_types[]; ///< as swig_types
@@ -50,6 +57,18 @@ struct element_type
 inline const command_row &row_of(const swig_command_info &command)
 {
     return command_rows[&command - swig_commands];
+}
+
+/// The command's name, which is that of the SDK or helper function, too.
+inline const char *name_of(command_number command)
+{
+    return swig_commands[command].name;
+}
+
+/// E.g. "oo:qx_flow_add device_id p_flow ".
+inline const char *usage_of(command_number command)
+{
+    return command_usages + command_rows[command].usage;
 }
 
 /// How many words it takes.

@@ -18,7 +18,8 @@ struct ready_words
 {
     ready_words()
     {
-        for (int i = 1; i < history.objc; ++i) {
+        const int count = words_of(command_rows[history.command]);
+        for (int i = 1; i <= count; ++i) {
             const Tcl_Obj *const word = history.objv[i];
             unsigned int number;
             if (ready(word, words[i - 1].pointer))
@@ -35,11 +36,10 @@ struct ready_words
 template <class Action> static void keep_call(Action action)
 {
     Tcl_Interp *const interp = history.interp;
-    const char *const usage = history.usage;
-    const int objc = history.objc;
+    const command_number command = history.command;
     Tcl_Obj *const *const objv = history.objv;
     action();
-    begin_call(usage, interp, objc, objv);
+    begin_call(command, interp, objv);
 }
 
 // A channel of a script may run commands when it is flushed.
@@ -47,16 +47,16 @@ template <class Action> static void keep_call(Action action)
 {
     keep_call(flush_tcl_output);
     if (watcher != nullptr)
-        watcher->before(history.usage, ready_words{}.words);
+        watcher->before(name_of(history.command), ready_words{}.words);
 }
 
 static void tell_watcher(unsigned int status)
 {
     keep_call([status] {
-        const char *const usage = history.usage;
+        const char *const name = name_of(history.command);
         const ready_words given;
         end_call();
-        watcher->after(usage, given.words, status);
+        watcher->after(name, given.words, status);
     });
 }
 
@@ -64,13 +64,13 @@ static void tell_watcher(unsigned int status)
 constexpr unsigned int calls_inspected_singly = 64;
 constexpr unsigned int calls_between_inspections = 2048; // a power of two
 
-static void (*inspect_process)(const char *usage);
+static void (*inspect_process)(const char *call);
 
-static void inspect(const char *usage)
+static void inspect(command_number command)
 {
     keep_c_output_in_order();
     if (inspect_process != nullptr)
-        inspect_process(usage);
+        inspect_process(name_of(command));
 }
 
 // Where C's stdout has to be flushed after every call, the process is not inspected more often.
@@ -80,7 +80,7 @@ static void inspect_after_call(unsigned int status)
     if (watcher != nullptr)
         tell_watcher(status);
     if (history.count == next) {
-        inspect(history.usage);
+        inspect(history.command);
         next = history.count + 1;
         if (next >= calls_inspected_singly)
             next |= calls_between_inspections - 1;
@@ -104,7 +104,7 @@ void offer_call_watching(Tcl_Interp *interp)
     Tcl_SetAssocData(interp, call_watching_name, nullptr, &watching);
 }
 
-void inspect_after_sdk_calls(void (*inspect)(const char *usage))
+void inspect_after_sdk_calls(void (*inspect)(const char *call))
 {
     inspect_process = inspect;
 }
@@ -115,19 +115,19 @@ void inspect_after_latest_call()
     if (inspected == history.count)
         return;
     inspected = history.count;
-    inspect(history.calls[(inspected - 1) % call_history::length].usage);
+    inspect(history.calls[(inspected - 1) % call_history::length].command);
 }
 
-void begin_sdk_call(const char *usage, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
+void begin_sdk_call(command_number command, Tcl_Interp *interp, Tcl_Obj *const objv[])
 {
-    begin_call(usage, interp, objc, objv);
+    begin_call(command, interp, objv);
     if (stdout_now.tcl_stdout == nullptr || Tcl_OutputBuffered(stdout_now.tcl_stdout) > 0)
         prepare_call();
 }
 
 static inline int record_call(unsigned int status)
 {
-    history.calls[history.count % call_history::length] = {history.usage, status};
+    history.calls[history.count % call_history::length] = {history.command, status};
     ++history.count;
     Tcl_Interp *const interp = history.interp;
     end_call();

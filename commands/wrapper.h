@@ -3,6 +3,7 @@
 // the converted words. So its fast path needs no stack frame, and the slow path is shared.
 #pragma once
 
+#include "commands/command_table.h"
 #include "helpers/guarded_memory.h"
 #include "runtime/command_words.h"
 #include "runtime/results.h"
@@ -20,29 +21,27 @@ inline wanted_type type_of(word_kind kind)
 }
 
 /// Counts and converts the words of a command in order and calls its wrapper with the converted
-/// words. `usage` is the command's, `kinds` its words' kinds, ended by word_end. Returns the
-/// wrapper's result, or TCL_ERROR with the message for the first bad word.
-int call_converted(Tcl_ObjCmdProc *wrapper, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[],
-                   const char *usage, const word_kind *kinds);
+/// words. Returns the wrapper's result, or TCL_ERROR with the message for the first bad word.
+int call_converted(command_number command, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[]);
 
 /// Turns the pending fault of guarded_memory.h into the command's error and clears it. Returns
 /// TCL_ERROR.
-int report_memory_fault(Tcl_Interp *interp, const char *usage);
+int report_memory_fault(Tcl_Interp *interp, command_number command);
 
 // The ends of commands that accessed memory: they set the result, if the command has one, and
 // return TCL_OK; or they report the fault.
 
-inline int finish(Tcl_Interp *interp, const char *usage)
+inline int finish(Tcl_Interp *interp, command_number command)
 {
     if (pending_fault.happened) [[unlikely]]
-        return report_memory_fault(interp, usage);
+        return report_memory_fault(interp, command);
     return TCL_OK;
 }
 
-template <class Number> int finish(Tcl_Interp *interp, const char *usage, Number value)
+template <class Number> int finish(Tcl_Interp *interp, command_number command, Number value)
 {
     if (pending_fault.happened) [[unlikely]]
-        return report_memory_fault(interp, usage);
+        return report_memory_fault(interp, command);
     if constexpr (sizeof(Number) > 4)
         return set_low32_result(interp, value);
     else if constexpr (std::is_signed_v<Number>)

@@ -29,10 +29,10 @@ static const char *native_name(word_kind kind, wanted_type type)
     }
 }
 
-bool refuse_word(Tcl_Interp *interp, int number, const char *usage, word_kind kind,
+bool refuse_word(Tcl_Interp *interp, int number, const char *command, word_kind kind,
                  wanted_type type, int code)
 {
-    const auto message = "in method '" + method_name(usage) + "', argument " +
+    const auto message = std::string{"in method '"} + command + "', argument " +
                          std::to_string(number) + " of type '" + native_name(kind, type) + "'";
     swig_set_error_msg(interp, swig_error_type_name(code == SWIG_ERROR ? SWIG_TypeError : code),
                        message.c_str());
@@ -77,11 +77,11 @@ static int convert(Tcl_Interp *interp, Tcl_Obj *word, word_kind kind, wanted_typ
     }
 }
 
-bool convert_word(Tcl_Interp *interp, Tcl_Obj *word, int number, const char *usage, word_kind kind,
-                  wanted_type type, Tcl_Obj &converted)
+bool convert_word(Tcl_Interp *interp, Tcl_Obj *word, int number, const char *command,
+                  word_kind kind, wanted_type type, Tcl_Obj &converted)
 {
     const int code = convert(interp, word, kind, type, converted);
-    return code == SWIG_OK || refuse_word(interp, number, usage, kind, type, code);
+    return code == SWIG_OK || refuse_word(interp, number, command, kind, type, code);
 }
 
 } // namespace qxsh

@@ -87,16 +87,15 @@ struct wanted_type
     swig_type_record *expected = nullptr; ///< for swig_expect_type; null: as above
 };
 
-/// Converts word `number` (from 1) of a command with this usage, e.g.
-/// "oo:qx_flow_add device_id p_flow ". The word "NULL" gives a null pointer. `converted` becomes a
-/// ready word, whatever happens to cast lists, only for ready(): it is not a proper Tcl object.
-/// Returns false with the error message in the interpreter.
-bool convert_word(Tcl_Interp *interp, Tcl_Obj *word, int number, const char *usage, word_kind kind,
-                  wanted_type type, Tcl_Obj &converted);
+/// Converts word `number` (from 1) of the command of this name. The word "NULL" gives a null
+/// pointer. `converted` becomes a ready word, whatever happens to cast lists, only for ready(): it
+/// is not a proper Tcl object. Returns false with the error message in the interpreter.
+bool convert_word(Tcl_Interp *interp, Tcl_Obj *word, int number, const char *command,
+                  word_kind kind, wanted_type type, Tcl_Obj &converted);
 
 /// Sets the error message for that word and returns false. `code` is a swig_error; `type` as in
 /// convert_word.
-bool refuse_word(Tcl_Interp *interp, int number, const char *usage, word_kind kind,
+bool refuse_word(Tcl_Interp *interp, int number, const char *command, word_kind kind,
                  wanted_type type, int code = SWIG_TypeError);
 
 } // namespace qxsh

@@ -3,8 +3,6 @@
 
 #include "runtime/numbers.h"
 
-#include <cstring>
-
 const char *swig_error_type_name(int code)
 {
     switch (code) {
@@ -40,11 +38,4 @@ void swig_set_error_msg(Tcl_Interp *interp, const char *category, const char *me
     Tcl_ResetResult(interp);
     Tcl_SetErrorCode(interp, "SWIG", category, nullptr);
     Tcl_AppendResult(interp, category, " ", message, nullptr);
-}
-
-// The name is between the colon and the first blank.
-std::string qxsh::method_name(const char *usage)
-{
-    const char *const name = std::strchr(usage, ':') + 1;
-    return {name, std::strcspn(name, " ")};
 }

@@ -4,19 +4,9 @@
 
 #include "runtime/tcl_api.h"
 
-#include <string>
-
 /// The category of a swig_error, e.g. "TypeError"; "RuntimeError" for any other code. Static text.
 const char *swig_error_type_name(int code);
 
 /// Sets the interpreter's result to "<category> <message>" and its error code to {SWIG <category>}.
 /// Both texts are copied.
 void swig_set_error_msg(Tcl_Interp *interp, const char *category, const char *message);
-
-namespace qxsh {
-
-/// The command's name in its usage: "qx_flow_add" in "oo:qx_flow_add device_id p_flow ". The usage
-/// must have a colon.
-std::string method_name(const char *usage);
-
-} // namespace qxsh

@@ -52,7 +52,7 @@ namespace qxsh {
 inline bool has_handle(const void *pointer)
 {
     assert(lies_low(pointer) && "blocks that scripts hold lie below 4 GiB");
-    return pointer != nullptr && lies_low(pointer);
+    return reinterpret_cast<std::uintptr_t>(pointer) - 1 < UINT32_MAX; // one comparison for both
 }
 
 /// Turns an object without text and type into a handle object of the pointer, which must have a

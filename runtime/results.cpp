@@ -15,7 +15,9 @@ namespace qxsh {
 static inline Tcl_Obj *fresh_result(Tcl_Interp *interp)
 {
     Tcl_Obj *const result = Tcl_GetObjResult(interp);
-    if (result->bytes != known.empty_text || result->refCount > 1 || result->typePtr != nullptr)
+    const std::uintptr_t filled = reinterpret_cast<std::uintptr_t>(result->bytes) ^
+                                  reinterpret_cast<std::uintptr_t>(known.empty_text);
+    if ((filled | reinterpret_cast<std::uintptr_t>(result->typePtr)) != 0 || result->refCount > 1)
         return nullptr;
     return result;
 }

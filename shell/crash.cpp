@@ -113,7 +113,7 @@ void write_command()
     if (history.interp == nullptr)
         return;
     signal_text text;
-    text.add("    ").add_command(history.usage).write(STDERR_FILENO);
+    text.add("    ").add(name_of(history.command)).write(STDERR_FILENO);
 }
 
 void write_words()
@@ -121,7 +121,8 @@ void write_words()
     if (history.interp == nullptr)
         return;
     signal_text text;
-    for (int i = 1; i < history.objc; ++i)
+    const int count = words_of(command_rows[history.command]);
+    for (int i = 1; i <= count; ++i)
         add_word(text, *history.objv[i]);
     text.write(STDERR_FILENO);
 }
@@ -181,7 +182,7 @@ void write_calls()
         text.add("SDK calls before, the latest last, with their statuses:").end_line();
     for (unsigned number = first; number < count; ++number) {
         const auto &call = history.calls[number % call_history::length];
-        text.add("    ").add_command(call.usage).add(" ").add_number(call.status);
+        text.add("    ").add(name_of(call.command)).add(" ").add_number(call.status);
         text.end_line().write(STDERR_FILENO);
     }
 }

@@ -153,7 +153,7 @@ static bool stack_is_ours()
     return sigaltstack(nullptr, &now) == 0 && now.ss_sp == handler_stack;
 }
 
-void take_back_fatal_signals(const char *usage)
+void take_back_fatal_signals(const char *call)
 {
     static bool told[std::size(fatal_signals)];
     signal_text news;
@@ -167,8 +167,8 @@ void take_back_fatal_signals(const char *usage)
         if (why == nullptr || told[i])
             continue;
         if (!any_news) {
-            news.add("qxsh: taken over ").add(usage == nullptr ? "before start" : "by the end of ");
-            news.add_command(usage).add(", now taken back:");
+            news.add("qxsh: taken over ").add(call == nullptr ? "before start" : "by the end of ");
+            news.add(call == nullptr ? "" : call).add(", now taken back:");
         }
         news.add(any_news ? ", " : " ").add(fatal_signals[i].name).add(why);
         any_news = told[i] = true;

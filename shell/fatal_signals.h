@@ -12,8 +12,8 @@ void catch_fatal_signals();
 
 /// Installs the handlers again if a library handles, ignores or blocks one of the signals itself or
 /// has replaced the handlers' stack. Says on stderr what was done to the signals, once for each.
-/// `usage`: of the latest SDK call. For the thread that runs commands.
-void take_back_fatal_signals(const char *usage);
+/// `call`: the latest SDK call's name; null: none yet. For the thread that runs commands.
+void take_back_fatal_signals(const char *call);
 
 /// The signal's name, "?" for any other signal.
 const char *name_of_fatal_signal(int signal);

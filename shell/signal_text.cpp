@@ -24,18 +24,6 @@ signal_text &signal_text::add(const char *text, std::size_t most)
     return *this;
 }
 
-signal_text &signal_text::add_command(const char *usage)
-{
-    if (usage == nullptr)
-        return *this;
-    while (*usage != '\0' && *usage++ != ':') {
-    }
-    std::size_t length = 0;
-    while (usage[length] != '\0' && usage[length] != ' ')
-        ++length;
-    return add(usage, length);
-}
-
 signal_text &signal_text::add_number(long long number)
 {
     char digits[24];

@@ -11,9 +11,6 @@ class signal_text
 public:
     /// Adds at most `most` characters of the text, or "?" for null. Control characters become "?".
     signal_text &add(const char *text, std::size_t most = 1000);
-    /// Adds the command's name from its usage, e.g. "oo:qx_flow_add device_id p_flow ". Null:
-    /// nothing.
-    signal_text &add_command(const char *usage);
     signal_text &add_number(long long number);
     /// Adds hexadecimal digits, as many as needed, at least `digits`.
     signal_text &add_hex(unsigned long long number, unsigned digits);

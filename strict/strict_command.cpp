@@ -38,7 +38,7 @@ class checked_call
 public:
     checked_call(const swig_command_info &row, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
         : command_(row), row_(row_of(row)), kinds_(word_kinds + row_.kinds), interp_(interp),
-          objc_(objc), usage_(":" + std::string{row.name} + " ")
+          objc_(objc)
     {
         words_[0] = objv[0];
         std::copy(objv + 1, objv + objc, words_ + 1);
@@ -68,7 +68,6 @@ private:
     const word_kind *const kinds_; // word n has [n - 1]
     Tcl_Interp *const interp_;
     const int objc_;
-    const std::string usage_; // only the part that messages use
     Tcl_Obj *words_[1 + most_arguments];
     Tcl_Obj converted_[1 + most_arguments];
 };
@@ -92,11 +91,11 @@ bool checked_call::convert(int number)
     const wanted_type type = type_of(kind);
     Tcl_Obj *const word = words_[number];
     if (kind >= word_any_handle && !is_handle_or_command(word, kind))
-        return refuse_word(interp_, number, usage_.c_str(), kind, type);
+        return refuse_word(interp_, number, command_.name, kind, type);
     Tcl_Obj &converted = converted_[number];
     converted.bytes = nullptr; // it has no text
     words_[number] = &converted;
-    return convert_word(interp_, word, number, usage_.c_str(), kind, type, converted);
+    return convert_word(interp_, word, number, command_.name, kind, type, converted);
 }
 
 std::string checked_call::problem_of(int number) const

@@ -30,7 +30,7 @@ namespace eval catalogue {
         static_cast struct switch template this thread_local throw true try typedef typeid typename
         union unsigned using virtual void volatile wchar_t while xor xor_eq
         EOF NULL errno linux stderr stdin stdout unix
-        arr cfg idx interp item kinds objc objv result swig_expected_types swig_types usage
+        arr cfg idx interp item kinds objc objv result swig_expected_types swig_types
         padding
     }
 }

@@ -34,7 +34,7 @@ struct observation
     Tcl_Interp *namer = nullptr; // whose profile names what is written
     std::vector<profile_status> statuses{};
     std::unique_ptr<shown_names> names{};
-    std::unordered_map<const void *, const call_row *> rows{}; // by usage
+    std::unordered_map<const void *, const call_row *> rows{}; // by name
 
     // The current call.
     const call_row *row = nullptr; // null: there was no memory for it
@@ -65,17 +65,14 @@ std::uint64_t nanoseconds()
            static_cast<std::uint64_t>(time.tv_nsec);
 }
 
-// The call in a usage such as "oo:qx_flow_add device_id p_flow ".
-const call_row *row_of(const char *usage)
+const call_row *row_of(const char *name)
 {
-    const auto [entry, is_new] = here->rows.try_emplace(usage, nullptr);
-    if (is_new) {
-        std::string_view name = std::strchr(usage, ':') + 1;
-        name = name.substr(0, name.find(' '));
+    const auto [entry, is_new] = here->rows.try_emplace(name, nullptr);
+    if (is_new)
         entry->second =
-            std::find_if(call_rows, call_rows + call_count,
-                         [name](const call_row &call) { return name == call.name.text(); });
-    }
+            std::find_if(call_rows, call_rows + call_count, [name](const call_row &call) {
+                return std::string_view{name} == call.name.text();
+            });
     return entry->second;
 }
 
@@ -89,8 +86,8 @@ const char *name_of_status(std::uint32_t number)
 
 // --------------------------------------------------------------------------------- on and off
 
-void before(const char *usage, const call_word *words);
-void after(const char *usage, const call_word *words, unsigned int status);
+void before(const char *call, const call_word *words);
+void after(const char *call, const call_word *words, unsigned int status);
 
 void watch_if_needed()
 {
@@ -155,14 +152,14 @@ void give_up_memory()
 
 // -------------------------------------------------------------------------------------- calls
 
-void before(const char *usage, const call_word *words)
+void before(const char *call, const call_word *words)
 {
     observation &now = *here;
     now.row = nullptr;
     now.recorded = false;
     now.traced = false;
     try {
-        now.row = row_of(usage);
+        now.row = row_of(call);
         if (now.trace.shows(*now.row)) {
             now.trace.before(*now.row, words);
             now.traced = true;

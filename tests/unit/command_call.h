@@ -8,12 +8,18 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 class command_call
 {
 public:
     command_call(Tcl_Interp *interp, int objc, Tcl_Obj *const *objv, const char *usage)
         : interp_(interp), objc_(objc), objv_(objv), usage_(usage)
-    {}
+    {
+        const std::string text{usage};
+        const auto begin = text.find(':') + 1;
+        name_ = text.substr(begin, text.find(' ') - begin);
+    }
 
     bool count() const { return qxsh::check_word_count(interp_, objc_, objv_, usage_) == TCL_OK; }
 
@@ -68,11 +74,12 @@ private:
 
     bool convert(int number, qxsh::word_kind kind, qxsh::wanted_type type, Tcl_Obj &to) const
     {
-        return qxsh::convert_word(interp_, objv_[number], number, usage_, kind, type, to);
+        return qxsh::convert_word(interp_, objv_[number], number, name_.c_str(), kind, type, to);
     }
 
     Tcl_Interp *interp_;
     int objc_;
     Tcl_Obj *const *objv_;
     const char *usage_;
+    std::string name_;
 };

@@ -4,6 +4,7 @@
 #include "commands/sdk_output.h"
 #include "runtime/command_words.h"
 #include "runtime/known_objects.h"
+#include "test_wrap.h"
 #include "tests/unit/interpreter.h"
 
 #include <climits>
@@ -16,11 +17,13 @@ using namespace qxsh;
 class sdk_calls : public testing::Test
 {
 protected:
-    std::string result_of(unsigned int status, const char *usage = "o:qx_sample device_id ")
+    std::string result_of(unsigned int status, command_number command = command_qx_flow_add)
     {
-        begin_sdk_call(usage, tcl_, 0, nullptr);
+        const held_object number{Tcl_NewIntObj(0)};
+        Tcl_Obj *const words[] = {nullptr, number, number};
+        begin_sdk_call(command, tcl_, words);
         EXPECT_EQ(history.interp, tcl_);
-        EXPECT_EQ(history.usage, usage);
+        EXPECT_EQ(history.command, command);
         EXPECT_EQ(end_sdk_call(status), TCL_OK);
         EXPECT_EQ(history.interp, nullptr);
         return tcl_.result();
@@ -46,11 +49,12 @@ TEST_F(sdk_calls, history_has_the_latest_with_whole_statuses)
 {
     const auto before = history.count;
     for (unsigned int i = 0; i < 3 * call_history::length + 5; ++i)
-        result_of(0x10000 + i, i % 2 != 0 ? "o:qx_odd a " : "o:qx_even a ");
+        result_of(0x10000 + i, i % 2 != 0 ? command_qx_flow_add : command_qx_flow_delete);
     EXPECT_EQ(history.count, before + 3 * call_history::length + 5);
     for (unsigned int back = 0; back < call_history::length; ++back) {
         EXPECT_EQ(latest(back).status, 0x10000 + 3 * call_history::length + 4 - back);
-        EXPECT_STREQ(latest(back).usage, latest(back).status % 2 ? "o:qx_odd a " : "o:qx_even a ");
+        EXPECT_STREQ(name_of(latest(back).command),
+                     latest(back).status % 2 != 0 ? "qx_flow_add" : "qx_flow_delete");
     }
 }
 
@@ -73,23 +77,22 @@ TEST_F(sdk_calls, a_stdout_that_is_flushed_after_each_call_does_not_have_each_in
 std::string seen;
 const call_watching *watching;
 
-void see(const char *usage, const call_word *words)
+void see(const char *call, const call_word *words)
 {
-    seen += usage;
+    seen += std::string{call} + " ";
     for (int i = 0; i < 3; ++i)
         seen += std::to_string(words[i].value) + (words[i].pointer != nullptr ? "* " : " ");
 }
 
-void see_end(const char *usage, const call_word *words, unsigned int status)
+void see_end(const char *call, const call_word *words, unsigned int status)
 {
-    see(usage, words);
+    see(call, words);
     seen += "-> " + std::to_string(status) + "\n";
 }
 
 TEST_F(sdk_calls, a_watcher_gets_words_and_whole_statuses)
 {
     static constexpr call_watcher watcher = {see, see_end};
-    static constexpr char usage[] = "ooo:qx_sample number other pointer ";
     learn_known_objects();
     offer_call_watching(tcl_);
     watching =
@@ -103,7 +106,7 @@ TEST_F(sdk_calls, a_watcher_gets_words_and_whole_statuses)
     const held_object number{Tcl_NewIntObj(7)};
     Tcl_Obj *const words[] = {nullptr, number, &converted, &handle};
     const auto call = [&](unsigned int status) {
-        begin_sdk_call(usage, tcl_, 4, words);
+        begin_sdk_call(command_qx_qos_map_mode_get, tcl_, words);
         end_sdk_call(status);
     };
     seen.clear();
@@ -113,9 +116,10 @@ TEST_F(sdk_calls, a_watcher_gets_words_and_whole_statuses)
     call(0x12345678);
     handle.internalRep.twoPtrValue.ptr1 = nullptr;
     call(2);
-    EXPECT_EQ(seen, std::string{usage} + "7 4294967294 0* " + usage +
-                        "7 4294967294 0* -> 305419896\n" + usage + "7 4294967294 0 " + usage +
-                        "7 4294967294 0 -> 2\n");
+    EXPECT_EQ(seen, "qx_qos_map_mode_get 7 4294967294 0* "
+                    "qx_qos_map_mode_get 7 4294967294 0* -> 305419896\n"
+                    "qx_qos_map_mode_get 7 4294967294 0 "
+                    "qx_qos_map_mode_get 7 4294967294 0 -> 2\n");
     EXPECT_EQ(latest(1).status, 0x12345678u);
     watching->watch(nullptr);
     seen.clear();
@@ -129,7 +133,9 @@ void call_within(const char *, const call_word *, unsigned int)
     static constexpr call_watcher inner = {see, see_end};
     Tcl_Interp *const interp = Tcl_CreateInterp();
     watching->watch(&inner);
-    begin_sdk_call("o:qx_inner ", interp, 1, nullptr);
+    const held_object number{Tcl_NewIntObj(0)};
+    Tcl_Obj *const words[] = {nullptr, number, number};
+    begin_sdk_call(command_qx_flow_delete, interp, words);
     end_sdk_call(9);
     watching->watch(nullptr);
     Tcl_DeleteInterp(interp);
@@ -143,11 +149,11 @@ TEST_F(sdk_calls, calls_of_a_watcher_leave_the_call_as_it_is)
         static_cast<const call_watching *>(Tcl_GetAssocData(tcl_, call_watching_name, nullptr));
     watching->watch(&outer);
     seen.clear();
-    EXPECT_EQ(result_of(5, "o:qx_outer "), "5");
-    EXPECT_EQ(seen, "o:qx_outer 0 0 0 o:qx_inner 0 0 0 o:qx_inner 0 0 0 -> 9\n");
-    EXPECT_STREQ(latest(0).usage, "o:qx_outer ");
+    EXPECT_EQ(result_of(5), "5");
+    EXPECT_EQ(seen, "qx_flow_add 0 0 0 qx_flow_delete 0 0 0 qx_flow_delete 0 0 0 -> 9\n");
+    EXPECT_EQ(latest(0).command, command_qx_flow_add);
     EXPECT_EQ(latest(0).status, 5u);
-    EXPECT_STREQ(latest(1).usage, "o:qx_inner ");
+    EXPECT_EQ(latest(1).command, command_qx_flow_delete);
     EXPECT_EQ(latest(1).status, 9u);
 }
 
@@ -179,9 +185,8 @@ TEST_F(sdk_calls, calls_that_nobody_watches_are_not_prepared)
 
 TEST_F(sdk_calls, block_memory_is_noted_too)
 {
-    begin_call("o:qx_data_free data ", tcl_, 3, nullptr);
-    EXPECT_EQ(history.objc, 3);
-    EXPECT_STREQ(history.usage, "o:qx_data_free data ");
+    begin_call(command_qx_data_free, tcl_, nullptr);
+    EXPECT_EQ(history.command, command_qx_data_free);
     const auto count = history.count;
     end_call();
     EXPECT_EQ(history.interp, nullptr);

@@ -66,15 +66,22 @@ proc generate::wrappers {} {
     variable note
     variable word_lists {}
     set declarations {}
+    set numbers {}
     set commands {}
     set rows {}
+    set usages {}
+    set usage_at 0
     foreach command [catalogue::commands] {
         set area [dict get $command area]
         set name [dict get $command name]
         dict append texts $area \n[wrapper $command]
         append declarations "Tcl_ObjCmdProc wrap_$name;\n"
         append commands "    \{\"$name\", wrap_$name, nullptr\},\n"
-        append rows "    [command_row $command], // $name\n"
+        append numbers "    command_$name,\n"
+        append rows "    [command_row $command $usage_at], // $name\n"
+        set usage [catalogue::usage $command]
+        append usages "    [quoted $usage] \"\\0\"\n"
+        incr usage_at [expr {[string length $usage] + 1}]
     }
     foreach area [catalogue::areas] {
         set text "// Commands of the area: [dict get [catalogue::area $area] text].\n// $note\n"
@@ -85,7 +92,8 @@ proc generate::wrappers {} {
         write commands/$area.cpp $text
     }
     set text "// The wrappers, in the order of the command table.\n// $note\n#pragma once\n\n"
-    append text "#include \"commands/command_table.h\"\n\n$declarations"
+    append text "#include \"commands/command_table.h\"\n\n$declarations\n"
+    append text "/// The commands by number.\nenum : qxsh::command_number \{\n$numbers\};\n"
     write test_wrap.h $text
     set text "// The command table, in the order of registration, and what its commands are.\n"
     append text "// $note\n#include \"test_wrap.h\"\n\n#include \"record_numbers.h\"\n"
@@ -93,6 +101,7 @@ proc generate::wrappers {} {
     append text "const swig_command_info swig_commands\[\] = \{\n"
     append text "$commands    \{nullptr, nullptr, nullptr\},\n\};\n\nnamespace qxsh \{\n\n"
     append text "const command_row command_rows\[\] = \{\n$rows\};\n\n"
+    append text "const char command_usages\[\] =\n[string trimright $usages];\n\n"
     append text "const word_kind word_kinds\[\] = \{\n"
     dict for {kinds at} $word_lists { append text "[wrapped {    } [concat $kinds word_end] ,]\n" }
     append text "\};\n\nconst element_type element_types\[\] = \{\n"
@@ -118,8 +127,8 @@ proc generate::word_kinds {command} {
     return $kinds
 }
 
-# A command's row in the command table.
-proc generate::command_row {command} {
+# A command's row in the command table. Its usage has this place in command_usages.
+proc generate::command_row {command usage_at} {
     set what 0
     switch -glob -- [dict get $command shape] {
         array_get     { set form points }
@@ -130,7 +139,7 @@ proc generate::command_row {command} {
         *create       { set form makes; set what [type_index [dict get $command result]] }
         default       { set form plain }
     }
-    return "\{[kinds_at [word_kinds $command]], command_form::$form, $what\}"
+    return "\{$usage_at, [kinds_at [word_kinds $command]], command_form::$form, $what\}"
 }
 
 proc generate::element_type {type} {
@@ -157,10 +166,8 @@ proc generate::wrapper {command} {
         lappend checks "!ready($word)"
     }
     set text "int wrap_$name\(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv\[\])\n\{\n"
-    append text "    static constexpr char usage\[\] = [quoted [catalogue::usage $command]];\n"
     append text $declarations [conditions $checks] \
-        [wrapped "        return call_converted(" [list wrap_$name interp objc objv usage \
-            "word_kinds + [kinds_at [word_kinds $command]]"] ");" 30]\n
+        [wrapped "        return call_converted(" [list command_$name interp objc objv] ");" 30]\n
     foreach line [call_and_result $command "$name\([join $names {, }])"] {
         append text "    $line\n"
     }
@@ -184,7 +191,8 @@ proc generate::conditions {checks} {
 # The last lines of a wrapper. They mark calls of the SDK and of block memory, in which a fault
 # cannot be undone.
 proc generate::call_and_result {command call} {
-    set begin "(usage, interp, objc, objv);"
+    set number command_[dict get $command name]
+    set begin "($number, interp, objv);"
     set result [dict get $command result]
     switch -glob -- [dict get $command shape] {
         call { return [list "begin_sdk_call$begin" "return end_sdk_call($call);"] }
@@ -194,10 +202,10 @@ proc generate::call_and_result {command call} {
                 "return set_pointer_result(interp, result, swig_types\[[type_index $result]\]);"]
         }
     }
-    if {$result eq "none"} { return [list "$call;" "return finish(interp, usage);"] }
+    if {$result eq "none"} { return [list "$call;" "return finish(interp, $number);"] }
     if {[is_typed_pointer $result]} {
         return [list "auto *const result = $call;" \
             "return set_pointer_result(interp, result, swig_types\[[type_index $result]\]);"]
     }
-    return [list "return finish(interp, usage, $call);"]
+    return [list "return finish(interp, $number, $call);"]
 }
