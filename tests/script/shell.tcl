@@ -60,6 +60,11 @@ testConstraint emulated [regexp {\m(?:armhf|board)\M} $env(QXSH_LAUNCHER)]
 testConstraint fast [expr {[testConstraint unsanitized] && ![testConstraint emulated]}]
 testConstraint long [expr {[info exists env(QXSH_TEST_LONG)] && $env(QXSH_TEST_LONG) eq "1"}]
 
+# How much a test tries: fewer rounds of the same where a build is slow.
+proc rounds {all few} {
+    return [expr {[testConstraint fast] || [testConstraint long] ? $all : $few}]
+}
+
 # Makes the constraint checked_free, for tests that release a block twice, or something else.
 proc need_checked_free {} {
     constraint checked_free {!$::env(QXSH_UCLIBC)} "uClibc does not notice a wrong release"
