@@ -19,10 +19,15 @@ fuzz_targets() {
 
 # fuzz_runs TARGET : prints how many executions the leg makes.
 fuzz_runs() {
+    local all=100000 usual
     case $1 in
-        qx_commands) echo 20000 ;; # each reads and writes whole records
-        *) echo 100000 ;;
+        qx_commands) all=20000 usual=10000 ;; # each reads and writes whole records
+        simulator_calls) usual=20000 ;;
+        simulator_control) usual=30000 ;;
+        commands | wild_handles | recording) usual=50000 ;;
+        *) usual=$all ;; # seconds
     esac
+    if [[ ${QXSH_TEST_LONG-} == 1 ]]; then echo $all; else echo $usual; fi
 }
 
 # fuzz_words TARGET : prints its libFuzzer options.
