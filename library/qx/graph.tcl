@@ -24,8 +24,8 @@ proc qx::graph::draw {file args} {
     }
     set text [dot $device]
     if {$kind eq ".svg"} {
-        exec {*}[auto_execok dot] -Tsvg -o [file normalize $file] << $text
-        return
+        # Written here, because dot does not tell of a full disk.
+        set text [exec {*}[auto_execok dot] -Tsvg << $text]\n
     }
     # As an absolute name, lest it be a command for a pipe.
     set channel [open [file join [pwd] $file] w]

@@ -121,7 +121,7 @@ proc qx::run::text {script} {
             append command \n
             continue
         }
-        if {$echo} { puts "% $command" }
+        if {$echo} { show "% $command" }
         if {[judged $command $first]} return
         set command {}
     }
@@ -138,7 +138,7 @@ proc qx::run::judged {script line} {
     # As `source` does: `return -code error` is an error.
     if {$returned} { set code [dict get $options -code] }
     switch -- $code {
-        0 { if {$echo && !$returned && $result ne {}} { puts $result } }
+        0 { if {$echo && !$returned && $result ne {}} { show $result } }
         1 {
             set trace {}
             if {[dict exists $options -errorinfo]} { set trace [dict get $options -errorinfo] }
@@ -150,6 +150,17 @@ proc qx::run::judged {script line} {
         default { fail "command returned the bad code $code" {} $line }
     }
     return $returned
+}
+
+# Prints a line of the transcript.
+proc qx::run::show {line} { written [list puts $line] }
+
+# Runs a command that writes to stdout; ends the process where that fails.
+proc qx::run::written {command} {
+    if {[catch $command message]} {
+        puts stderr "qx-run: $message"
+        exit 1
+    }
 }
 
 # Says where and what, in the form of a compiler's message, and ends the process.
@@ -177,4 +188,6 @@ foreach {qx::run::kind qx::run::what} $qx::run::jobs {
     qx::run::job $qx::run::kind $qx::run::what
     qx::status::report_events
 }
+# A script may have closed it.
+if {"stdout" in [chan names]} { qx::run::written {flush stdout} }
 exit 0

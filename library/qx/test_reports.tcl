@@ -6,7 +6,7 @@ namespace eval qx::test::report {
     variable tap 0
     variable puts ::puts ;# Tcl's, wherever it is
     variable begun 0     ;# whether a script has printed a line without its end, in TAP
-    variable junit {}  ;# the channel of the JUnit file
+    variable junit {}  ;# the channel of the JUnit file, and the file's name
     variable text {}   ;# the channel that tcltest writes to
     variable cases {}  ;# dicts: file name outcome (passed, failed, skipped, error) message text ms
     variable running {} ;# the tests that run, the innermost last: name, counts and time at start
@@ -17,8 +17,8 @@ proc qx::test::report::use_tap {} { variable tap 1 }
 # Opened at once: a run that dies leaves an empty file and not one of an earlier run.
 proc qx::test::report::use_junit {file} {
     # As an absolute name, lest it be a command for a pipe.
-    variable junit [open [file join [pwd] $file] w]
-    fconfigure $junit -encoding utf-8
+    variable junit [list [open [file join [pwd] $file] w] $file]
+    fconfigure [lindex $junit 0] -encoding utf-8
 }
 
 proc qx::test::report::open_text {folder} {
@@ -136,7 +136,6 @@ proc qx::test::report::summary {} {
 proc qx::test::report::verdict {status ended} {
     variable cases
     variable tap
-    variable junit
     set problem {}
     if {$status ne "0"} {
         set problem "ended with exit status $status"
@@ -153,11 +152,23 @@ proc qx::test::report::verdict {status ended} {
         puts stderr "[file tail $::argv0]: $problem"
     }
     if {$tap} { print "1..[llength $cases]\n" }
-    if {$junit ne {}} {
-        puts -nonewline $junit [xml $cases]
-        close $junit
+    return [expr {![write_junit] || [count $cases failed] + [count $cases error] > 0}]
+}
+
+# -> whether the file, if one is wanted, is whole.
+proc qx::test::report::write_junit {} {
+    variable cases
+    variable junit
+    if {$junit eq {}} { return 1 }
+    lassign $junit channel file
+    if {![catch { puts -nonewline $channel [xml $cases]; close $channel } message options]} {
+        return 1
     }
-    return [expr {[count $cases failed] + [count $cases error] > 0}]
+    if {[lindex [dict get $options -errorcode] 0] eq "POSIX"} {
+        set message [lindex [dict get $options -errorcode] end]
+    }
+    puts stderr "[file tail $::argv0]: cannot write $file: $message"
+    return 0
 }
 
 proc qx::test::report::count {cases outcome} {
