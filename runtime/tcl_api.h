@@ -26,7 +26,7 @@ using object_type = std::remove_pointer_t<decltype(Tcl_Obj::typePtr)>;
 /// representation owns no memory. `copy` may be null if objects are never duplicated, `make_text`
 /// if they always have a text.
 constexpr Tcl_ObjType make_object_type(const char *name, Tcl_DupInternalRepProc *copy = nullptr,
-                                       Tcl_UpdateStringProc *make_text = nullptr)
+                                       Tcl_UpdateStringProc *make_text = nullptr) noexcept
 {
     return {const_cast<decltype(Tcl_ObjType::name)>(name), nullptr, copy, make_text, nullptr};
 }
