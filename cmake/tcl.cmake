@@ -108,9 +108,11 @@ target_link_options(tcl::stub INTERFACE "LINKER:--exclude-libs,${name}")
 add_library(tcl::line_editing INTERFACE IMPORTED)
 if(QXSH_LINE_EDITING)
     target_link_libraries(tcl::line_editing INTERFACE "-Wl,--push-state,--no-as-needed")
-    # The loader searches libraries in this order: those with most names of their own come first.
-    # All are behind the SDK's, whose own functions must not give way to theirs.
+    # The loader searches libraries in this order: those with most of the wanted names come first.
+    # All are behind the SDK's, whose own functions must not give way to theirs. The compiler would
+    # put a plain -lc last.
     link_by_name(tcl::line_editing "${QXSH_READLINE_LIBRARY}")
+    target_link_libraries(tcl::line_editing INTERFACE "-Wl,-lc")
     link_by_name(tcl::line_editing "${QXSH_NCURSES_LIBRARY}")
     link_by_name(tcl::line_editing "${QXSH_TCLREADLINE_LIBRARY}")
     target_link_libraries(tcl::line_editing INTERFACE "-Wl,--pop-state")

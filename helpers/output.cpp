@@ -12,7 +12,7 @@ static void write_to_c_stdout(const char *bytes, std::size_t size)
 
 static output_function sink = write_to_c_stdout;
 
-void set_output(output_function function)
+[[gnu::cold]] void set_output(output_function function)
 {
     sink = function != nullptr ? function : write_to_c_stdout;
 }

@@ -9,7 +9,7 @@
 
 namespace qxsh {
 
-const char *environment_value(const char *name)
+[[gnu::cold]] const char *environment_value(const char *name)
 {
     if (getuid() != geteuid() || getgid() != getegid())
         return nullptr;
@@ -28,7 +28,7 @@ std::optional<bool> switch_word(std::string_view word)
     return {};
 }
 
-bool switched_on(const char *name)
+[[gnu::cold]] bool switched_on(const char *name)
 {
     const char *const value = environment_value(name);
     if (value == nullptr)

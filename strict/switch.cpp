@@ -5,7 +5,7 @@
 
 namespace qxsh {
 
-bool strict_memory_is_on()
+[[gnu::cold]] bool strict_memory_is_on()
 {
     static const bool on = switched_on("QXSH_STRICT_MEMORY");
     return on;
