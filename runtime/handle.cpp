@@ -180,11 +180,11 @@ const char *swig_unpack_hex(const char *text, void *data, std::size_t size)
 {
     auto *const bytes = static_cast<unsigned char *>(data);
     for (std::size_t i = 0; i < size; ++i, text += 2) {
-        const int high = qxsh::digit_value(text[0]);
-        const int low = high < 0 ? -1 : qxsh::digit_value(text[1]);
-        if (low < 0)
+        const int high = qxsh::parts_of(text[0]).high;
+        const int value = high < 0 ? high : high | qxsh::parts_of(text[1]).low;
+        if (value < 0)
             return nullptr;
-        bytes[i] = static_cast<unsigned char>(high << 4 | low);
+        bytes[i] = static_cast<unsigned char>(value);
     }
     return text;
 }

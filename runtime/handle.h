@@ -69,12 +69,11 @@ inline void become_handle(Tcl_Obj *object, void *pointer, swig_type_record *type
 /// with the object unchanged, for all other objects. `name` is the type's name.
 inline bool read_new_handle(Tcl_Obj *object, swig_type_record *type, const handle_name &name)
 {
-    if (object->typePtr != nullptr || object->length != name.length + int{1 + address_digits})
+    if (object->typePtr != nullptr || object->length != name.handle_length())
         return false;
     const char *const text = object->bytes;
     std::uint32_t address;
-    if (text[0] != '_' || !is_name(text + 1 + address_digits, name) ||
-        !read_address(text + 1, address))
+    if (text[0] != '_' || !has_name(text, name) || !read_address(text + 1, address))
         return false;
     become_handle(object, pointer_to(address), type);
     return true;

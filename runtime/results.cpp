@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstdint>
+#include <cstring>
 
 namespace qxsh {
 
@@ -53,10 +54,9 @@ int set_int_result(Tcl_Interp *interp, int value)
     return TCL_OK;
 }
 
-struct digit_pair
+struct alignas(2) digit_pair
 {
-    char high;
-    char low;
+    char digits[2];
 };
 
 static constexpr auto two_digits = [] {
@@ -66,6 +66,12 @@ static constexpr auto two_digits = [] {
     return pairs;
 }();
 
+// Writes a number below 100 to an even address.
+static inline void put_two_digits(char *text, unsigned int value)
+{
+    std::memcpy(__builtin_assume_aligned(text, 2), &two_digits[value], 2);
+}
+
 int set_great_result(Tcl_Interp *interp, unsigned int value)
 {
     Tcl_Obj *const result = fresh_result(interp);
@@ -74,11 +80,8 @@ int set_great_result(Tcl_Interp *interp, unsigned int value)
     constexpr int digits = 10; // of every 32-bit number beyond the integer objects
     char *const text = Tcl_Alloc(digits + 1);
 #pragma GCC unroll 5
-    for (int i = digits - 2; i >= 0; i -= 2, value /= 100) {
-        const digit_pair pair = two_digits[value % 100];
-        text[i] = pair.high;
-        text[i + 1] = pair.low;
-    }
+    for (int i = digits - 2; i >= 0; i -= 2, value /= 100)
+        put_two_digits(text + i, value % 100);
     text[digits] = '\0';
     result->bytes = text;
     result->length = digits;
