@@ -11,9 +11,9 @@ namespace qxsh {
 /// different ones get a new name.
 constexpr const char *call_watching_name = "qxsh::call_watching 1";
 
-/// Gets all SDK calls of the process, whichever interpreter they are made in. `call` is its name,
-/// the same text each time; there is a word for each argument. The two functions are called by
-/// turns.
+/// Gets all SDK calls of the process, whichever interpreter they are made in. `call` is the SDK
+/// function's name, the same text each time; there is a word for each argument. The two functions
+/// are called by turns.
 struct call_watcher
 {
     /// Directly before the function runs. Must not run scripts.

@@ -52,6 +52,7 @@ struct alignas(name_word) handle_name
 inline bool has_name(const char *handle, const handle_name &name)
 {
     constexpr std::ptrdiff_t size = sizeof(name_word);
+    static_assert(offsetof(handle_name, text) == 1);
     if (!reads_anywhere && reinterpret_cast<std::uintptr_t>(handle) % size != 0)
         return false;
     const char *const text = handle + address_digits;
@@ -91,7 +92,7 @@ struct digit_parts
 };
 
 /// The parts of each lower-case hexadecimal digit; -1 for every other character.
-constexpr auto digit_values = [] {
+inline constexpr auto digit_values = [] {
     std::array<digit_parts, 256> values;
     values.fill({-1, -1});
     for (int value = 0; value < 16; ++value)

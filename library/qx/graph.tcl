@@ -29,7 +29,11 @@ proc qx::graph::draw {file args} {
     }
     # As an absolute name, lest it be a command for a pipe.
     set channel [open [file join [pwd] $file] w]
-    puts -nonewline $channel $text
+    if {[catch { puts -nonewline $channel $text; flush $channel }]} {
+        set reason $::errorCode
+        catch { close $channel }
+        return -code error -errorcode $reason [lindex $reason end]
+    }
     close $channel
 }
 
