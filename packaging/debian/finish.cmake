@@ -60,10 +60,15 @@ function(finish component)
     endif()
 endfunction()
 
-file(GLOB_RECURSE programs "${CPACK_TEMPORARY_DIRECTORY}/*/usr/bin/qxsh"
-     "${CPACK_TEMPORARY_DIRECTORY}/*.so")
-foreach(program IN LISTS programs)
-    separate("${program}")
+# Every ELF file, whatever its name. A link's file is reached by its own name: done twice, it would
+# lose its debug information.
+file(GLOB_RECURSE files "${CPACK_TEMPORARY_DIRECTORY}/*/usr/bin/*"
+     "${CPACK_TEMPORARY_DIRECTORY}/*/usr/lib/*")
+foreach(file IN LISTS files)
+    file(READ "${file}" magic LIMIT 4 HEX)
+    if(magic STREQUAL "7f454c46" AND NOT IS_SYMLINK "${file}")
+        separate("${file}")
+    endif()
 endforeach()
 foreach(component IN LISTS CPACK_COMPONENTS_ALL)
     finish("${component}")
